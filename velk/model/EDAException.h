@@ -1,0 +1,113 @@
+#ifndef VELK_MODEL_EDAEXCEPTION_H
+#define VELK_MODEL_EDAEXCEPTION_H
+
+#include <velk/VelkExport.h>
+#include <velk/model/EDAComponent.h>
+#include <velk/model/EDAPart.h>
+
+#include <QMap>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+/// An element that a netlist lacks. Thrown by value, by KiCadNetParser::parse and Routing::findPaths only. It
+/// is not a std::exception: catch it as Velk::EDAException.
+class VELK_EXPORT EDAException
+{
+public:
+    explicit EDAException(const QString &message);
+    ~EDAException();
+    EDAException(const EDAException &other);
+    EDAException &operator=(const EDAException &other);
+    EDAException(EDAException &&other) noexcept;
+    EDAException &operator=(EDAException &&other) noexcept;
+
+    /// What is missing and where, in one line of English, in the words of the netlist.
+    QString message() const;
+
+private:
+    QString m_message;
+};
+
+/// "Could not find KiCad token for path '...'"
+class VELK_EXPORT KiCadTokenNotFoundException : public EDAException
+{
+public:
+    explicit KiCadTokenNotFoundException(const QString &path);
+    ~KiCadTokenNotFoundException();
+    KiCadTokenNotFoundException(const KiCadTokenNotFoundException &other);
+    KiCadTokenNotFoundException &operator=(const KiCadTokenNotFoundException &other);
+    KiCadTokenNotFoundException(KiCadTokenNotFoundException &&other) noexcept;
+    KiCadTokenNotFoundException &operator=(KiCadTokenNotFoundException &&other) noexcept;
+
+    /// Where the element should be, as "/export/components/comp[2]/ref"; indexes count from 0.
+    QString path() const;
+
+private:
+    QString m_path;
+};
+
+/// "No component matching properties '...' found"
+class VELK_EXPORT EDAComponentNotFoundException : public EDAException
+{
+public:
+    explicit EDAComponentNotFoundException(const QMap<QString, QString> &properties);
+    ~EDAComponentNotFoundException();
+    EDAComponentNotFoundException(const EDAComponentNotFoundException &other);
+    EDAComponentNotFoundException &operator=(const EDAComponentNotFoundException &other);
+    EDAComponentNotFoundException(EDAComponentNotFoundException &&other) noexcept;
+    EDAComponentNotFoundException &operator=(EDAComponentNotFoundException &&other) noexcept;
+
+    /// What was asked for; the key "ref" stands for the reference where a net names an unknown component.
+    QMap<QString, QString> properties() const;
+
+private:
+    QMap<QString, QString> m_properties;
+};
+
+/// "No part found for name '...' of component '...'"
+class VELK_EXPORT EDAPartNotFoundException : public EDAException
+{
+public:
+    /// \a component must not be null.
+    EDAPartNotFoundException(const QSharedPointer<EDAComponent> &component, const QString &partName);
+    ~EDAPartNotFoundException();
+    EDAPartNotFoundException(const EDAPartNotFoundException &other);
+    EDAPartNotFoundException &operator=(const EDAPartNotFoundException &other);
+    EDAPartNotFoundException(EDAPartNotFoundException &&other) noexcept;
+    EDAPartNotFoundException &operator=(EDAPartNotFoundException &&other) noexcept;
+
+    QSharedPointer<EDAComponent> component() const;
+    QString partName() const;
+
+private:
+    QSharedPointer<EDAComponent> m_component;
+    QString m_partName;
+};
+
+/// "No pin '...' found for part '...' of component '...'"
+class VELK_EXPORT EDAPinNotFoundException : public EDAException
+{
+public:
+    /// \a part and \a component must not be null.
+    EDAPinNotFoundException(const QSharedPointer<EDAPart> &part,
+                            const QSharedPointer<EDAComponent> &component, const QString &pin);
+    ~EDAPinNotFoundException();
+    EDAPinNotFoundException(const EDAPinNotFoundException &other);
+    EDAPinNotFoundException &operator=(const EDAPinNotFoundException &other);
+    EDAPinNotFoundException(EDAPinNotFoundException &&other) noexcept;
+    EDAPinNotFoundException &operator=(EDAPinNotFoundException &&other) noexcept;
+
+    QSharedPointer<EDAPart> part() const;
+    QSharedPointer<EDAComponent> component() const;
+    QString pin() const; ///< as asked for: a number, or in a query also a name
+
+private:
+    QSharedPointer<EDAPart> m_part;
+    QSharedPointer<EDAComponent> m_component;
+    QString m_pin;
+};
+}
+
+#endif

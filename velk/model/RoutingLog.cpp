@@ -1,0 +1,6 @@
+#include <velk/model/RoutingLog.h>
+
+namespace Velk {
+
+Q_LOGGING_CATEGORY(routingLog, "routing", QtDebugMsg)
+}
