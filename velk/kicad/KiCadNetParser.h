@@ -1,0 +1,77 @@
+#ifndef VELK_KICAD_KICADNETPARSER_H
+#define VELK_KICAD_KICADNETPARSER_H
+
+#include <velk/VelkExport.h>
+#include <velk/kicad/KiCadToken.h>
+#include <velk/model/EDAProvider.h>
+
+#include <QMap>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+/// One KiCad netlist as a provider. These elements are read; all others are ignored:
+///
+///     (export
+///       (components (comp (ref "K1") (value "10k")
+///         (libsource (lib "Device") (part "Relay"))
+///         (property (name "CompType") (value "Relay"))
+///         (sheetpath (names "/Bench=1.Slot=3-Relays/"))))
+///       (libparts (libpart (lib "Device") (part "Relay")
+///         (pins (pin (num "1") (name "A") (type "passive")))))
+///       (nets (net (name "GND") (node (ref "K1") (pin "1")))))
+///
+/// The names of the hierarchical sheets carry properties too: in each name, what stands before the last "-"
+/// is searched for key=value pairs, a value reaching to the next full stop. They override the component's own
+/// properties. Where a part name, reference or net name occurs twice, the later one replaces the earlier.
+///
+/// The lists are ordered by part name, reference and net name, ascending by UTF-16 code units. All look-ups
+/// hand out copies, made anew at each call, except getComponentByProperties(), which hands out the stored
+/// object.
+class VELK_EXPORT KiCadNetParser : public EDAProvider
+{
+public:
+    /// Over the tree that KiCadReader::getRoot() returned; empty until parse(). A null \a tree is a netlist
+    /// in which everything is missing.
+    explicit KiCadNetParser(const QSharedPointer<KiCadToken> &tree);
+    ~KiCadNetParser() override;
+    /// Copies share the model objects.
+    KiCadNetParser(const KiCadNetParser &other);
+    KiCadNetParser &operator=(const KiCadNetParser &other);
+
+    /// Builds the model; call it once. Throws, for the first element that is missing:
+    /// KiCadTokenNotFoundException where the tree lacks an element (or has an empty name, reference or pin
+    /// number), EDAPartNotFoundException for a component of an unlisted part, EDAComponentNotFoundException
+    /// and EDAPinNotFoundException for a net's node on an unlisted component or pin. What was built before
+    /// stays.
+    void parse();
+
+    QList<QSharedPointer<EDANet>> getNets() const override;
+    QList<QSharedPointer<EDAComponent>> getComponents() const override;
+    QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override;
+    QSharedPointer<EDAComponent>
+    getComponentByProperties(const QMap<QString, QString> &properties) const override;
+    QList<QSharedPointer<EDAPart>> getParts() const override;
+    QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
+
+private:
+    void parseParts();
+    static void parsePinsOfPart(const QSharedPointer<KiCadToken> &libpart,
+                                const QSharedPointer<EDAPart> &part);
+    void parseComponents();
+    static void parsePropertiesOfComponent(const QSharedPointer<KiCadToken> &comp,
+                                           const QSharedPointer<EDAComponent> &component);
+    static void parsePropertiesFromComponentSheetpath(const QSharedPointer<KiCadToken> &comp,
+                                                      const QSharedPointer<EDAComponent> &component);
+    void parseNets();
+    void parseNodesOfNet(const QSharedPointer<KiCadToken> &netToken, const QSharedPointer<EDANet> &net) const;
+
+    QSharedPointer<KiCadToken> root;
+    QMap<QString, QSharedPointer<EDAPart>> parts;
+    QMap<QString, QSharedPointer<EDAComponent>> components;
+    QMap<QString, QSharedPointer<EDANet>> nets;
+};
+}
+
+#endif

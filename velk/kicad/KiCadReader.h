@@ -1,0 +1,84 @@
+#ifndef VELK_KICAD_KICADREADER_H
+#define VELK_KICAD_KICADREADER_H
+
+#include <velk/VelkExport.h>
+#include <velk/kicad/KiCadToken.h>
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QList>
+#include <QSharedPointer>
+#include <QString>
+
+class QIODevice;
+
+namespace Velk {
+
+/// How reading ended.
+enum class KiCadError : int
+{
+    NoError = 0,
+    CouldNotOpen = -1, ///< the device could not be opened
+    SyntaxError = -2,  ///< a closing parenthesis without an opening one
+};
+
+/// "No error", "Could not open KiCad", "Syntax error in KiCad"; "Unknown error" for any other value.
+VELK_EXPORT QString kiCadErrorText(KiCadError error);
+
+/// Reads a KiCad netlist (an S-expression in UTF-8) into a tree of KiCadToken. It knows the lexical form
+/// only; KiCadNetParser knows the elements.
+///
+/// Values are the quoted texts: (num "1") is a token "num" with the value "1", whereas (num 1) is one named
+/// "num 1" without a value. There is no escape character: every double quote opens or closes a text, and a
+/// backslash is a character like others. A line break is dropped without a separator, inside quotes too. A
+/// quoted text that follows a sub-list, as "y" in (a (b "x") "y"), goes to the value of the next token made.
+/// Parentheses or quotes that are still open at the end of the input are not an error.
+///
+/// Time and memory grow in proportion to the input.
+class VELK_EXPORT KiCadReader
+{
+public:
+    /// Reads from a copy of \a bytes.
+    explicit KiCadReader(const QByteArray &bytes);
+    /// Reads from \a input, which the caller owns and keeps alive and has not opened.
+    explicit KiCadReader(QIODevice *input);
+    ~KiCadReader();
+    KiCadReader(const KiCadReader &) = delete;
+    KiCadReader &operator=(const KiCadReader &) = delete;
+
+    /// Opens the device, reads all of it into a new tree and closes it. May be called again; earlier trees
+    /// stay valid for those who hold them.
+    KiCadError read();
+
+    /// The first token of the last read(); null before it or when the input held none. After a syntax error,
+    /// what was read up to there.
+    QSharedPointer<KiCadToken> getRoot() const;
+
+    /// Line of the last syntax error, counted from 1; -1 when there was none.
+    int getErrorLine() const;
+    /// Column of the last syntax error in characters, counted from 1; -1 when there was none.
+    int getErrorColumn() const;
+
+private:
+    /// What has been read of the next token. Lives as long as one read(): texts go on across line breaks.
+    struct Pending
+    {
+        QString text;   ///< outside quotes
+        QString quoted; ///< inside quotes
+        bool outsideQuotes = true;
+    };
+
+    qsizetype readLine(const QString &line, Pending &pending);
+    void addToken(QString &text, QString &quoted);
+
+    QByteArray data;
+    QBuffer buffer;
+    QIODevice *device;
+    QSharedPointer<KiCadToken> root;
+    QList<QSharedPointer<KiCadToken>> stack;
+    int errorLine = -1;
+    int errorColumn = -1;
+};
+}
+
+#endif

@@ -1,0 +1,177 @@
+#include <velk/kicad/KiCadToken.h>
+
+#include <QRegularExpression>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace Velk {
+
+KiCadToken::KiCadToken() = default;
+
+KiCadToken::KiCadToken(const QString &tokenName)
+    : name(tokenName)
+{
+}
+
+KiCadToken::KiCadToken(const QString &tokenName, const QString &tokenValue)
+    : name(tokenName)
+    , value(tokenValue)
+{
+}
+
+KiCadToken::~KiCadToken()
+{
+    // A tree falls level by level: while an outer destructor on this thread is at work, the inner ones hand
+    // their children to its list instead of descending, so the stack stays flat however deep the tree is.
+    thread_local QList<QSharedPointer<KiCadToken>> *pending = nullptr;
+
+    if (pending) {
+        pending->append(std::move(children));
+        return;
+    }
+    auto mine = std::move(children);
+    pending = &mine;
+    while (!mine.isEmpty())
+        mine.takeLast();
+    pending = nullptr;
+}
+
+KiCadToken::KiCadToken(const KiCadToken &other) = default;
+KiCadToken &KiCadToken::operator=(const KiCadToken &other) = default;
+KiCadToken::KiCadToken(KiCadToken &&other) noexcept = default;
+KiCadToken &KiCadToken::operator=(KiCadToken &&other) noexcept = default;
+
+QSharedPointer<KiCadToken> KiCadToken::append(const QSharedPointer<KiCadToken> &token)
+{
+    children.append(token);
+    return token;
+}
+
+QSharedPointer<KiCadToken> KiCadToken::append(const QString &childName, const QString &childValue)
+{
+    return append(QSharedPointer<KiCadToken>::create(childName, childValue));
+}
+
+QSharedPointer<KiCadToken> KiCadToken::append(const QString &childName)
+{
+    return append(childName, QString());
+}
+
+QSharedPointer<KiCadToken> KiCadToken::find(const QString &path)
+{
+    static const QRegularExpression stepExpression(
+        uR"(\/(?<name>[^\[\/]+)(?:\[(?<subname>[^=]+)='(?<subvalue>[^']+)'\])?)"_s);
+
+    // Above this token, so that the first step can name it like any other child; nameless, so that a path
+    // without a step is known at the end.
+    const auto anchor = QSharedPointer<KiCadToken>::create();
+    anchor->append(sharedFromThis());
+
+    auto current = anchor;
+    auto steps = stepExpression.globalMatch(path);
+    while (current && steps.hasNext()) {
+        const auto step = steps.next();
+        const QString stepName = step.captured(u"name"_s);
+        const QString subname = step.captured(u"subname"_s);
+        current = subname.isEmpty()
+                      ? current->findChild(stepName, QString())
+                      : current->findLastChildWith(stepName, subname, step.captured(u"subvalue"_s));
+    }
+    return current == nullptr || current->name.isEmpty() ? QSharedPointer<KiCadToken>() : current;
+}
+
+QSharedPointer<KiCadToken> KiCadToken::findChild(const QString &childName, const QString &childValue) const
+{
+    for (const auto &child : children) {
+        if (child->name == childName && (childValue.isNull() || child->value == childValue))
+            return child;
+    }
+    return {};
+}
+
+QSharedPointer<KiCadToken> KiCadToken::findLastChildWith(const QString &childName, const QString &subname,
+                                                         const QString &subvalue) const
+{
+    for (auto child = children.crbegin(); child != children.crend(); ++child) {
+        if ((*child)->name == childName && (*child)->findChild(subname, subvalue))
+            return *child;
+    }
+    return {};
+}
+
+namespace {
+
+using Token = QSharedPointer<KiCadToken>;
+
+bool sameApartFromChildren(const Token &a, const Token &b)
+{
+    if (a.isNull() || b.isNull())
+        return a.isNull() && b.isNull();
+    return a->name == b->name && a->value == b->value && a->children.size() == b->children.size();
+}
+
+bool shareChildren(const Token &a, const Token &b)
+{
+    return a.isNull() || a->children.constData() == b->children.constData();
+}
+
+QString opening(const Token &token)
+{
+    if (token.isNull())
+        return u"KiCadToken(nullptr)"_s;
+    const QString text = u"KiCadToken('%1', '%2'"_s.arg(token->name, token->value);
+    return text + (token->children.isEmpty() ? u")"_s : u", ["_s);
+}
+
+struct OpenToken
+{
+    const KiCadToken *token;
+    qsizetype nextChild;
+};
+}
+}
+
+bool operator==(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b)
+{
+    QList<std::pair<Velk::Token, Velk::Token>> pending{{a, b}};
+    while (!pending.isEmpty()) {
+        const auto [left, right] = pending.takeLast();
+        if (!Velk::sameApartFromChildren(left, right))
+            return false;
+        if (Velk::shareChildren(left, right))
+            continue;
+        for (qsizetype i = 0; i < left->children.size(); ++i)
+            pending.append({left->children.at(i), right->children.at(i)});
+    }
+    return true;
+}
+
+bool operator!=(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b)
+{
+    return !(a == b);
+}
+
+char *toString(const QSharedPointer<Velk::KiCadToken> &token)
+{
+    QString text = Velk::opening(token);
+    QList<Velk::OpenToken> open;
+    if (token && !token->children.isEmpty())
+        open.append({token.data(), 0});
+    while (!open.isEmpty()) {
+        auto &[parent, next] = open.last();
+        if (next == parent->children.size()) {
+            text += u"])"_s;
+            open.removeLast();
+            continue;
+        }
+        if (next > 0)
+            text += u", "_s;
+        const auto &child = parent->children.at(next++);
+        text += Velk::opening(child);
+        if (child && !child->children.isEmpty())
+            open.append({child.data(), 0});
+    }
+    return qstrdup(text.toLatin1().constData());
+}

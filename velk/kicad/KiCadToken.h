@@ -1,0 +1,69 @@
+#ifndef VELK_KICAD_KICADTOKEN_H
+#define VELK_KICAD_KICADTOKEN_H
+
+#include <velk/VelkExport.h>
+
+#include <QEnableSharedFromThis>
+#include <QList>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+/// One node of the tree that a KiCad netlist is read into: (name "value" (child ...) (child ...)). Always
+/// held through QSharedPointer; a parent owns its children and a child does not know its parent. Copying a
+/// token shares the children. Trees may be as deep as memory allows: destroying, comparing and printing one
+/// does not recurse into it.
+class VELK_EXPORT KiCadToken : public QEnableSharedFromThis<KiCadToken>
+{
+public:
+    QString name;  ///< keyword ("comp", "ref"); never empty in a tree that was read
+    QString value; ///< quoted text; null or empty if there is none
+    QList<QSharedPointer<KiCadToken>> children; ///< in file order
+
+    KiCadToken();
+    explicit KiCadToken(const QString &tokenName);
+    KiCadToken(const QString &tokenName, const QString &tokenValue);
+    ~KiCadToken();
+    KiCadToken(const KiCadToken &other);
+    KiCadToken &operator=(const KiCadToken &other);
+    KiCadToken(KiCadToken &&other) noexcept;
+    KiCadToken &operator=(KiCadToken &&other) noexcept;
+
+    /// Adds \a token as the last child and returns it.
+    QSharedPointer<KiCadToken> append(const QSharedPointer<KiCadToken> &token);
+    /// Adds a new token as the last child and returns it.
+    QSharedPointer<KiCadToken> append(const QString &childName, const QString &childValue);
+    QSharedPointer<KiCadToken> append(const QString &childName); ///< the same with a null value
+
+    /// The token at \a path, or null. A path is a sequence of steps, each "/name" or "/name[sub='text']"; its
+    /// first step names this token itself:
+    ///
+    ///     comp->find("/comp/libsource/part")
+    ///     root->find("/export/libparts/libpart[part='R']")
+    ///
+    /// A step without a filter takes the first child of that name. A step with one takes the *last* child of
+    /// that name which has a direct child `sub` with the value `text`. Names and values are compared exactly.
+    /// Text that is no part of a step, such as the index in "/comp[2]", is ignored; a path without any step
+    /// finds nothing. The token must be owned by a QSharedPointer.
+    QSharedPointer<KiCadToken> find(const QString &path);
+
+private:
+    QSharedPointer<KiCadToken> findChild(const QString &childName, const QString &childValue) const;
+    QSharedPointer<KiCadToken> findLastChildWith(const QString &childName, const QString &subname,
+                                                 const QString &subvalue) const;
+};
+}
+
+/// True if both are null, or neither is and names, values and all children, in order and down to the leaves,
+/// are equal.
+VELK_EXPORT bool operator==(const QSharedPointer<Velk::KiCadToken> &a,
+                            const QSharedPointer<Velk::KiCadToken> &b);
+VELK_EXPORT bool operator!=(const QSharedPointer<Velk::KiCadToken> &a,
+                            const QSharedPointer<Velk::KiCadToken> &b);
+
+/// Text for diagnostics in Latin-1, as "KiCadToken('comp', '', [KiCadToken('ref', 'R1')])"; the caller
+/// releases it with delete[].
+VELK_EXPORT char *toString(const QSharedPointer<Velk::KiCadToken> &token);
+
+#endif
