@@ -1,0 +1,67 @@
+#ifndef VELK_PROVIDER_MULTIPLEEDAPROVIDER_H
+#define VELK_PROVIDER_MULTIPLEEDAPROVIDER_H
+
+#include <velk/VelkExport.h>
+#include <velk/model/EDAProvider.h>
+
+#include <QList>
+#include <QMap>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+/// Several netlists, in practice boards that are plugged together, presented as one.
+///
+/// Every reference, part name and net name gets the suffix "#n", n being the position of its netlist in the
+/// list counted from 1; values and properties stay as they are. A single netlist gets the suffix too.
+///
+/// Two components are the same connector when the one is of a connector type and both have the same
+/// "Identifier" property, two empty ones included. The type of the other one plays no part, nor whether the
+/// two belong to different netlists. Nets that hold the same pin number (as text) of the same connector
+/// become one net. It is named by their names joined with "+" and holds all their nodes in that order. A net
+/// node whose component is not listed is logged and joins nothing.
+///
+/// All is copied and joined in the constructor, in time near-linear in the number of nodes; afterwards the
+/// object is read-only and does not touch the netlists that it was made from. Look-ups hand out the stored
+/// objects. Components and parts come in the order of their suffixed names, ascending by UTF-16 code units.
+class VELK_EXPORT MultipleEDAProvider : public EDAProvider
+{
+public:
+    static const QString DEFAULT_CONNECTOR_COMPONENT_TYPE; ///< "Connector"
+
+    /// \a netlists must be loaded and not null; they stay the caller's and may be destroyed once the
+    /// constructor has returned. A component whose type is in \a connectorTypes, upper or lower case, is a
+    /// connector; an empty list joins nothing.
+    MultipleEDAProvider(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes);
+    ~MultipleEDAProvider() override;
+    /// Copies share the model objects.
+    MultipleEDAProvider(const MultipleEDAProvider &other);
+    MultipleEDAProvider &operator=(const MultipleEDAProvider &other);
+
+    /// The joined nets, in the order in which joining finished them.
+    QList<QSharedPointer<EDANet>> getNets() const override;
+    QList<QSharedPointer<EDAComponent>> getComponents() const override;
+    /// \a ref with its suffix: "K3#2".
+    QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override;
+    QSharedPointer<EDAComponent>
+    getComponentByProperties(const QMap<QString, QString> &properties) const override;
+    QList<QSharedPointer<EDAPart>> getParts() const override;
+    /// \a name with its suffix: "Relay#2".
+    QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
+
+private:
+    void prepareParts();
+    void prepareComponents();
+    void prepareNets();
+    bool isConnectorComponent(const QSharedPointer<EDAComponent> &component) const;
+
+    QList<EDAProvider *> providers;
+    QList<QString> connectorComponentTypes;
+    QList<QSharedPointer<EDANet>> nets;
+    QMap<QString, QSharedPointer<EDAPart>> parts;
+    QMap<QString, QSharedPointer<EDAComponent>> components;
+};
+}
+
+#endif
