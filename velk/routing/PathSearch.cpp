@@ -1,0 +1,188 @@
+#include <velk/routing/PathSearch.h>
+
+#include <velk/model/RoutingLog.h>
+
+using namespace Qt::StringLiterals;
+
+namespace Velk {
+
+namespace {
+
+// The limits are documented to wrap: the largest int has a negative successor. Unsigned, since overflow of
+// signed numbers is undefined.
+int successor(int limit)
+{
+    return static_cast<int>(static_cast<unsigned int>(limit) + 1U);
+}
+}
+
+PathSearch::PathSearch(const Routing &configuredRouting, const NodeWithComponent &sourceNode,
+                       const QSharedPointer<EDANetNode> &destinationNode)
+    : routing(configuredRouting)
+    , source(sourceNode)
+    , destination(destinationNode)
+{
+}
+
+QList<RoutingPath> PathSearch::run()
+{
+    searchNode(source.component, source.node);
+    while (!branch.isEmpty()) {
+        Level &level = branch.last();
+        if (!level.exits.isEmpty()) {
+            // Copies, since the branch may move in memory when it grows.
+            const auto component = level.crossed;
+            const auto exit = level.exits.takeFirst();
+            searchNode(component, exit);
+        } else if (!level.entries.isEmpty()) {
+            crossNextComponent(level);
+        } else {
+            leaveNet();
+        }
+    }
+    return paths;
+}
+
+// The component is the one over which the node was reached.
+void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component,
+                            const QSharedPointer<EDANetNode> &node)
+{
+    const auto net = findNetContainingNode(node);
+    if (net.isNull()) {
+        qCDebug(routingLog).noquote()
+            << u"No net found when searching for Node(Component.Ref=%1,PinNumber=%2)"_s.arg(node->ref,
+                                                                                            node->pin);
+        return;
+    }
+    if (visited.contains(net.data()))
+        return;
+    const bool found = net->containsNode(destination);
+    logNodeSearch(component, net, found);
+    // Ask for the destination before the limit: a path may end one net beyond the last that is searched
+    // further.
+    if (found) {
+        paths.append(currentPath());
+        return;
+    }
+    const qsizetype additionalNodesBefore = additionalNodes.size();
+    if (node != source.node)
+        additionalNodes += findAdditionalNodes(net, node);
+    if (pathLimitReached(visited.size() + 1)) {
+        additionalNodes.resize(additionalNodesBefore);
+        return;
+    }
+    visited.insert(net.data());
+    branch.append(Level{net, additionalNodesBefore, switchableNodes(net, node), {}});
+}
+
+void PathSearch::crossNextComponent(Level &level) const
+{
+    const auto entry = level.entries.takeFirst();
+    level.crossed = entry.component;
+    level.exits = getOtherNodesOfComponent(entry.component, entry.node->pin);
+}
+
+void PathSearch::leaveNet()
+{
+    const Level level = branch.takeLast();
+    visited.remove(level.net.data());
+    additionalNodes.resize(level.additionalNodesBefore);
+}
+
+RoutingPath PathSearch::currentPath() const
+{
+    RoutingPath path;
+    path.switchingComponents.reserve(branch.size());
+    for (const Level &level : branch)
+        path.switchingComponents.append(level.crossed);
+    path.additionalNodes = additionalNodes;
+    return path;
+}
+
+QSharedPointer<EDANet> PathSearch::findNetContainingNode(const QSharedPointer<EDANetNode> &node) const
+{
+    const auto nets = routing.provider->getNets();
+    for (const auto &net : nets) {
+        if (net->containsNode(node))
+            return net;
+    }
+    return {};
+}
+
+QList<NodeWithComponent>
+PathSearch::otherNodesWithComponentOfNet(const QSharedPointer<EDANet> &net,
+                                         const QSharedPointer<EDANetNode> &node) const
+{
+    QList<NodeWithComponent> result;
+    const auto otherNodes = net->otherNodes(node);
+    for (const auto &other : otherNodes) {
+        const auto component = routing.provider->getComponentByRef(other->ref);
+        if (component)
+            result.append({other, component});
+        else
+            qCDebug(routingLog).noquote() << u"No component found for component.ref '%1'"_s.arg(other->ref);
+    }
+    return result;
+}
+
+QList<NodeWithComponent> PathSearch::switchableNodes(const QSharedPointer<EDANet> &net,
+                                                     const QSharedPointer<EDANetNode> &node) const
+{
+    QList<NodeWithComponent> result;
+    const auto others = otherNodesWithComponentOfNet(net, node);
+    for (const auto &other : others) {
+        if (routing.isComponentSwitchable(other.component))
+            result.append(other);
+    }
+    return result;
+}
+
+QList<QSharedPointer<EDANetNode>>
+PathSearch::findAdditionalNodes(const QSharedPointer<EDANet> &net,
+                                const QSharedPointer<EDANetNode> &node) const
+{
+    QList<QSharedPointer<EDANetNode>> result;
+    const auto others = otherNodesWithComponentOfNet(net, node);
+    for (const auto &other : others) {
+        if (other.node != source.node && other.node != destination &&
+            routing.isComponentInterface(other.component))
+            result.append(other.node);
+    }
+    return result;
+}
+
+QList<QSharedPointer<EDANetNode>>
+PathSearch::getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
+                                     const QString &pinNumber) const
+{
+    const auto part = routing.provider->getPartByName(component->part);
+    if (part.isNull()) {
+        qCDebug(routingLog).noquote()
+            << u"No part found for name '%1' of component '%2'"_s.arg(component->part, component->ref);
+        return {};
+    }
+    QList<QSharedPointer<EDANetNode>> result;
+    for (const auto &pin : std::as_const(part->pins)) {
+        if (pin->number != pinNumber)
+            result.append(EDANetNode::create(component->ref, pin->number));
+    }
+    return result;
+}
+
+bool PathSearch::pathLimitReached(qsizetype visitedNets) const
+{
+    return visitedNets > successor(routing.maxSwitchingComponentsPerPath) ||
+           additionalNodes.size() > routing.maxAdditionalNodesPerPath;
+}
+
+void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component,
+                               const QSharedPointer<EDANet> &net, bool found) const
+{
+    if (!routingLog().isDebugEnabled())
+        return;
+    const QString depth(visited.size() + 1, u'|');
+    qCDebug(routingLog).noquote() << u"%1[%2]\t(%3) %4"_s.arg(
+        depth, EDAComponent::propertiesToString(component->properties), net->name,
+        found ? u"found"_s : QString());
+}
+}

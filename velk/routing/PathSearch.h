@@ -1,0 +1,63 @@
+#ifndef VELK_ROUTING_PATHSEARCH_H
+#define VELK_ROUTING_PATHSEARCH_H
+
+#include <velk/routing/NodeWithComponent.h>
+#include <velk/routing/Routing.h>
+
+#include <QSet>
+
+namespace Velk {
+
+/// The depth-first search of one query. The current branch lies on a stack of its own, so that its depth is
+/// bounded by memory and not by the program's stack.
+class PathSearch
+{
+public:
+    PathSearch(const Routing &routing, const NodeWithComponent &source,
+               const QSharedPointer<EDANetNode> &destination);
+
+    /// All paths, in the order in which they are found. Call it once.
+    QList<RoutingPath> run();
+
+private:
+    /// A net on the current branch and what is still to be crossed from it.
+    struct Level
+    {
+        QSharedPointer<EDANet>
+            net; ///< kept alive while it counts as visited, so that no other gets its address
+        qsizetype additionalNodesBefore;
+        QList<NodeWithComponent> entries;          ///< switchable components that are not yet crossed
+        QSharedPointer<EDAComponent> crossed;      ///< the one being crossed
+        QList<QSharedPointer<EDANetNode>> exits{}; ///< its pins that are not yet left by
+    };
+
+    void searchNode(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANetNode> &node);
+    void crossNextComponent(Level &level) const;
+    void leaveNet();
+    RoutingPath currentPath() const;
+
+    QSharedPointer<EDANet> findNetContainingNode(const QSharedPointer<EDANetNode> &node) const;
+    QList<NodeWithComponent> otherNodesWithComponentOfNet(const QSharedPointer<EDANet> &net,
+                                                          const QSharedPointer<EDANetNode> &node) const;
+    QList<NodeWithComponent> switchableNodes(const QSharedPointer<EDANet> &net,
+                                             const QSharedPointer<EDANetNode> &node) const;
+    QList<QSharedPointer<EDANetNode>> findAdditionalNodes(const QSharedPointer<EDANet> &net,
+                                                          const QSharedPointer<EDANetNode> &node) const;
+    QList<QSharedPointer<EDANetNode>> getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
+                                                               const QString &pinNumber) const;
+    bool pathLimitReached(qsizetype visitedNets) const;
+    void logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
+                       bool found) const;
+
+    const Routing &routing;
+    const NodeWithComponent source;
+    const QSharedPointer<EDANetNode> destination;
+
+    QList<Level> branch;
+    QSet<const EDANet *> visited; ///< the nets of the branch; identity decides, equal nets are different ones
+    QList<QSharedPointer<EDANetNode>> additionalNodes; ///< of the whole branch
+    QList<RoutingPath> paths;
+};
+}
+
+#endif

@@ -1,0 +1,104 @@
+#include <velk/routing/Routing.h>
+
+#include <velk/model/EDAException.h>
+#include <velk/routing/PathSearch.h>
+
+#include <algorithm>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+
+namespace Velk {
+
+int Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH = 5;
+int Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH = 3;
+
+const QString Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY = u"Relay"_s;
+const QString Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR = u"Resistor"_s;
+const QString Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE = u"Source"_s;
+const QString Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT = u"DUT"_s;
+
+namespace {
+
+NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QString> &properties,
+                           const QString &pinNumberOrName)
+{
+    const auto component = provider.getComponentByProperties(properties);
+    if (component.isNull())
+        throw EDAComponentNotFoundException(properties);
+    const auto part = provider.getPartByName(component->part);
+    if (part.isNull())
+        throw EDAPartNotFoundException(component, component->part);
+    const auto pin = part->getPinByNumberOrName(pinNumberOrName);
+    if (pin.isNull())
+        throw EDAPinNotFoundException(part, component, pinNumberOrName);
+    return {EDANetNode::create(component->ref, pin->number), component};
+}
+
+bool comesFirst(const RoutingPath &a, const RoutingPath &b)
+{
+    const auto key = [](const RoutingPath &path) {
+        return std::tuple(path.switchingComponents.size(), path.additionalNodes.size());
+    };
+    return key(a) < key(b);
+}
+}
+
+Routing::Routing(EDAProvider *netlist)
+    : provider(netlist)
+    , maxSwitchingComponentsPerPath(DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
+    , maxAdditionalNodesPerPath(DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
+    , switchableTypes{DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR}
+    , interfaceTypes{DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT}
+{
+}
+
+Routing::~Routing() = default;
+Routing::Routing(const Routing &other) = default;
+Routing &Routing::operator=(const Routing &other) = default;
+Routing::Routing(Routing &&other) noexcept = default;
+Routing &Routing::operator=(Routing &&other) noexcept = default;
+
+void Routing::setComponentTypesThatAreSwitchable(const QList<QString> &types)
+{
+    switchableTypes = types;
+}
+
+void Routing::setComponentTypesThatAreInterfaces(const QList<QString> &types)
+{
+    interfaceTypes = types;
+}
+
+void Routing::setMaxSwitchingComponentsPerPath(int limit)
+{
+    maxSwitchingComponentsPerPath = limit;
+}
+
+void Routing::setMaxAdditionalNodesPerPath(int limit)
+{
+    maxAdditionalNodesPerPath = limit;
+}
+
+bool Routing::isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const
+{
+    return switchableTypes.contains(component->type(), Qt::CaseInsensitive);
+}
+
+bool Routing::isComponentInterface(const QSharedPointer<EDAComponent> &component) const
+{
+    return interfaceTypes.contains(component->type(), Qt::CaseInsensitive);
+}
+
+QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProperties,
+                                      const QString &sourcePin,
+                                      const QMap<QString, QString> &destinationProperties,
+                                      const QString &destinationPin) const
+{
+    const auto source = findNode(*provider, sourceProperties, sourcePin);
+    const auto destination = findNode(*provider, destinationProperties, destinationPin);
+    auto paths = PathSearch(*this, source, destination.node).run();
+    // Stable, so that the same netlist always gives the same order.
+    std::stable_sort(paths.begin(), paths.end(), comesFirst);
+    return paths;
+}
+}

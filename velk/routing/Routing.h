@@ -1,0 +1,93 @@
+#ifndef VELK_ROUTING_ROUTING_H
+#define VELK_ROUTING_ROUTING_H
+
+#include <velk/VelkExport.h>
+#include <velk/model/EDAProvider.h>
+#include <velk/routing/RoutingPath.h>
+
+#include <QList>
+#include <QMap>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+/// Finds the chains of switchable components (relays and resistors by default) that lead from a pin of one
+/// component to a pin of another, on any provider.
+///
+/// From a net the search crosses every switchable component to the nets of its other pins, never visiting a
+/// net twice on one path. Pins of interface components (sources and DUTs by default) that lie on the nets it
+/// passes are collected as additional nodes, since switching the path connects them too; those on the net of
+/// the source pin and on the net of the destination pin are not.
+///
+/// The two limits bound the search, whose effort grows exponentially with them where a system has many loops:
+/// - A net is searched further while it was reached over at most maxSwitchingComponentsPerPath components.
+/// The
+///   destination is looked for before that is tested, so paths of up to *one more* are found: 6 by default.
+///   A negative limit, and 2147483647, whose successor is negative, leave direct connections only.
+/// - A branch ends where it has collected more than maxAdditionalNodesPerPath additional nodes. A negative
+/// limit
+///   leaves direct connections only.
+///
+/// A Routing keeps no state between calls but this configuration, so concurrent findPaths() calls on one
+/// object are as safe as the provider's queries are; the setters must not run meanwhile.
+///
+/// Every net visited is logged in the category "routing" at debug level, which is on unless Qt's logging
+/// rules say otherwise, and costs more than the search itself.
+class VELK_EXPORT Routing
+{
+public:
+    /// Read when a Routing is constructed; changing them changes those constructed later.
+    static int DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH; ///< 5
+    static int DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH;     ///< 3
+
+    static const QString DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY;    ///< "Relay"
+    static const QString DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR; ///< "Resistor"
+    static const QString DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE;    ///< "Source"
+    static const QString DEFAULT_INTERFACE_COMPONENT_TYPE_DUT;       ///< "DUT"
+
+    /// \a netlist stays the caller's, must outlive all queries and is asked nothing before the first.
+    explicit Routing(EDAProvider *netlist);
+    ~Routing();
+    Routing(const Routing &other);
+    Routing &operator=(const Routing &other);
+    Routing(Routing &&other) noexcept;
+    Routing &operator=(Routing &&other) noexcept;
+
+    /// Replaces the list as a whole. Types are compared without regard to case; with an empty list no
+    /// component has that role.
+    void setComponentTypesThatAreSwitchable(const QList<QString> &types);
+    void setComponentTypesThatAreInterfaces(const QList<QString> &types);
+
+    /// Any value is taken as it is; see above for what it means.
+    void setMaxSwitchingComponentsPerPath(int limit);
+    void setMaxAdditionalNodesPerPath(int limit);
+
+    /// All paths from a pin of the first component that matches \a sourceProperties to a pin of the first one
+    /// that matches \a destinationProperties. A pin is given by its number or else by its name.
+    ///
+    /// The paths with the fewest switching components come first, among them those with the fewest additional
+    /// nodes, among equals those found first: by the order of a net's nodes, then of a part's pins. No path
+    /// is an empty list. Two pins on one net have the one path without switching components.
+    ///
+    /// Throws EDAComponentNotFoundException, EDAPartNotFoundException or EDAPinNotFoundException for what the
+    /// netlist lacks, the source being looked up first. What is unknown further on is logged and passed over.
+    QList<RoutingPath> findPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
+                                 const QMap<QString, QString> &destinationProperties,
+                                 const QString &destinationPin) const;
+
+private:
+    friend class PathSearch;
+
+    bool isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const;
+    bool isComponentInterface(const QSharedPointer<EDAComponent> &component) const;
+
+    EDAProvider *provider;
+    int maxSwitchingComponentsPerPath;
+    int maxAdditionalNodesPerPath;
+    QList<QString> switchableTypes;
+    QList<QString> interfaceTypes;
+};
+}
+
+#endif
