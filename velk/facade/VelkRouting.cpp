@@ -1,0 +1,175 @@
+#include <velk/facade/VelkRouting.h>
+
+#include <velk/facade/VelkRoutingPrivate.h>
+#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadReader.h>
+#include <velk/model/EDAException.h>
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace Velk {
+
+namespace {
+
+QList<QString> toQt(const std::vector<std::string> &texts)
+{
+    QList<QString> result;
+    result.reserve(static_cast<qsizetype>(texts.size()));
+    for (const auto &text : texts)
+        result.append(QString::fromStdString(text));
+    return result;
+}
+
+QMap<QString, QString> toQt(const std::map<std::string, std::string> &properties)
+{
+    QMap<QString, QString> result;
+    for (const auto &[key, value] : properties)
+        result.insert(QString::fromStdString(key), QString::fromStdString(value));
+    return result;
+}
+
+VelkComponentInfo toInfo(const EDAComponent &component)
+{
+    VelkComponentInfo info{
+        component.ref.toStdString(), component.value.toStdString(), component.part.toStdString(), {}};
+    for (auto it = component.properties.cbegin(); it != component.properties.cend(); ++it)
+        info.properties.emplace(it.key().toStdString(), it.value().toStdString());
+    return info;
+}
+
+VelkPinInfo toInfo(const EDAPin &pin)
+{
+    return {pin.number.toStdString(), pin.name.toStdString(), pin.type.toStdString()};
+}
+
+VelkRoutingPath toInfo(const RoutingPath &path, const EDAProvider &provider)
+{
+    VelkRoutingPath info;
+    for (const auto &component : path.switchingComponents)
+        info.switchingComponents.push_back(toInfo(*component));
+    for (const auto &node : path.additionalNodes) {
+        const auto component = provider.getComponentByRef(node->ref);
+        if (component.isNull())
+            continue;
+        const auto part = provider.getPartByName(component->part);
+        if (part.isNull())
+            continue;
+        const auto pin = part->getPinByNumber(node->pin);
+        info.additionalConnections.push_back({toInfo(*component), pin ? toInfo(*pin) : VelkPinInfo{}});
+    }
+    return info;
+}
+
+VelkRoutingException exceptionWith(const QString &message)
+{
+    return VelkRoutingException(message.toStdString());
+}
+
+std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName)
+{
+    QFile file(fileName);
+    KiCadReader reader(&file);
+    const KiCadError error = reader.read();
+    if (error == KiCadError::SyntaxError) {
+        throw exceptionWith(u"Syntax error in KiCad file '%1' at line %2, column %3"_s.arg(
+            file.fileName(), QString::number(reader.getErrorLine()),
+            QString::number(reader.getErrorColumn())));
+    }
+    if (error != KiCadError::NoError)
+        throw exceptionWith(u"%1 (%2)"_s.arg(kiCadErrorText(error), fileName));
+    auto parser = std::make_unique<KiCadNetParser>(reader.getRoot());
+    parser->parse();
+    return parser;
+}
+}
+
+VelkRoutingException::VelkRoutingException(const std::string &message)
+    : m_message(message)
+{
+}
+
+VelkRoutingException::~VelkRoutingException() = default;
+VelkRoutingException::VelkRoutingException(const VelkRoutingException &other) = default;
+VelkRoutingException &VelkRoutingException::operator=(const VelkRoutingException &other) = default;
+VelkRoutingException::VelkRoutingException(VelkRoutingException &&other) noexcept = default;
+VelkRoutingException &VelkRoutingException::operator=(VelkRoutingException &&other) noexcept = default;
+
+std::string VelkRoutingException::message() const
+{
+    return m_message;
+}
+
+VelkRoutingPrivate::VelkRoutingPrivate(const std::vector<std::string> &netlistFileNames,
+                                       const std::vector<std::string> &connectorComponentTypes)
+{
+    QList<EDAProvider *> loaded;
+    for (const auto &fileName : netlistFileNames) {
+        parsers.push_back(loadNetlist(QString::fromStdString(fileName)));
+        loaded.append(parsers.back().get());
+    }
+    const auto connectorTypes = connectorComponentTypes.empty()
+                                    ? QList<QString>{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}
+                                    : toQt(connectorComponentTypes);
+    provider = std::make_unique<MultipleEDAProvider>(loaded, connectorTypes);
+    routing = std::make_unique<Routing>(provider.get());
+}
+
+VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames)
+    : VelkRouting(netlistFileNames, {})
+{
+}
+
+VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames,
+                         const std::vector<std::string> &connectorComponentTypes)
+try : d(new VelkRoutingPrivate(netlistFileNames, connectorComponentTypes)) {
+} catch (const EDAException &exception) {
+    throw exceptionWith(exception.message());
+}
+
+VelkRouting::~VelkRouting()
+{
+    delete d;
+}
+
+VelkRouting &VelkRouting::operator=(const VelkRouting &other) = default;
+
+std::vector<VelkRoutingPath> VelkRouting::getRoutes(
+    const std::map<std::string, std::string> &sourceProperties, const std::string &sourcePin,
+    const std::map<std::string, std::string> &destinationProperties, const std::string &destinationPin) const
+try {
+    const auto paths =
+        d->routing->findPaths(toQt(sourceProperties), QString::fromStdString(sourcePin),
+                              toQt(destinationProperties), QString::fromStdString(destinationPin));
+    std::vector<VelkRoutingPath> routes;
+    routes.reserve(static_cast<std::size_t>(paths.size()));
+    for (const auto &path : paths)
+        routes.push_back(toInfo(path, *d->provider));
+    return routes;
+} catch (const EDAException &exception) {
+    throw exceptionWith(exception.message());
+}
+
+void VelkRouting::setInterfaceTypes(const std::vector<std::string> &types)
+{
+    d->routing->setComponentTypesThatAreInterfaces(toQt(types));
+}
+
+void VelkRouting::setSwitchableTypes(const std::vector<std::string> &types)
+{
+    d->routing->setComponentTypesThatAreSwitchable(toQt(types));
+}
+
+// The limits go on bit by bit: above the largest int they turn negative, which the search takes as "direct
+// only".
+void VelkRouting::setMaxAdditionalConnectionsPerPath(unsigned int limit)
+{
+    d->routing->setMaxAdditionalNodesPerPath(static_cast<int>(limit));
+}
+
+void VelkRouting::setMaxSwitchingComponentsPerPath(unsigned int limit)
+{
+    d->routing->setMaxSwitchingComponentsPerPath(static_cast<int>(limit));
+}
+}

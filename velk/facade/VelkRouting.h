@@ -1,0 +1,123 @@
+#ifndef VELK_FACADE_VELKROUTING_H
+#define VELK_FACADE_VELKROUTING_H
+
+#include <velk/VelkExport.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace Velk {
+
+class VelkRoutingPrivate;
+
+/// A component of the netlist. All texts of these records are UTF-8.
+struct VelkComponentInfo
+{
+    std::string ref;   ///< reference designator with the number of its netlist file: "K3#1"
+    std::string value; ///< as drawn: "10k"
+    std::string part;  ///< name of its library part with the number of the file: "Relay_SPST#1"
+    std::map<std::string, std::string> properties; ///< property name to value; "CompType" is the type
+};
+
+/// A pin of a component.
+struct VelkPinInfo
+{
+    std::string number; ///< as text: "1", "A1"
+    std::string name;   ///< may be empty
+    std::string type;   ///< electrical type as KiCad writes it: "passive"
+};
+
+/// A pin that a route connects besides the two that were asked for.
+struct VelkConnectionInfo
+{
+    VelkComponentInfo component;
+    VelkPinInfo pin; ///< all empty where the component's part does not list the pin
+};
+
+/// One way from the source pin to the destination pin.
+struct VelkRoutingPath
+{
+    /// The components to switch on, from source to destination; empty where the two pins lie on one net.
+    std::vector<VelkComponentInfo> switchingComponents;
+    /// Pins of other interface components on the nets in between, in the order in which they were met.
+    std::vector<VelkConnectionInfo> additionalConnections;
+};
+
+/// The one type that VelkRouting throws. Not a std::exception: catch it by this type.
+class VELK_EXPORT VelkRoutingException
+{
+public:
+    explicit VelkRoutingException(const std::string &message);
+    ~VelkRoutingException();
+    VelkRoutingException(const VelkRoutingException &other);
+    VelkRoutingException &operator=(const VelkRoutingException &other);
+    VelkRoutingException(VelkRoutingException &&other) noexcept;
+    VelkRoutingException &operator=(VelkRoutingException &&other) noexcept;
+
+    /// What is wrong, in one line of English (UTF-8).
+    std::string message() const;
+
+private:
+    std::string m_message;
+};
+
+/// Loads KiCad netlists and answers which routes lead from one pin to another, for callers without Qt.
+///
+///     Velk::VelkRouting routing({"instruments.net", "matrix.net", "adapter.net"});
+///     const auto routes = routing.getRoutes({{"Dev", "SMU"}, {"DevNo", "1"}}, "FORCE_HI",
+///                                           {{"CompType", "DUT"}, {"Bench", "1"}}, "IN_P");
+///
+/// The files are joined where their nets meet at the same pin number of connectors with the same "Identifier"
+/// property; one file alone is treated alike. References, part names and net names carry the suffix "#n", n
+/// being the position of the file counted from 1.
+///
+/// By default components whose "CompType" is "Relay" or "Resistor" can be switched through, and "Source" and
+/// "DUT" are interfaces. Types are compared without regard to case.
+///
+/// Use one object in one thread at a time. Every net that a query visits is logged through Qt's logging
+/// category "routing"; the environment variable QT_LOGGING_RULES="routing.debug=false" silences that.
+class VELK_EXPORT VelkRouting
+{
+public:
+    /// Loads the files in order, with "Connector" as the connector type. Throws VelkRoutingException for the
+    /// first file that cannot be read, is malformed or lacks an element.
+    explicit VelkRouting(const std::vector<std::string> &netlistFileNames);
+    /// The same with these connector types; an empty list stands for "Connector".
+    VelkRouting(const std::vector<std::string> &netlistFileNames,
+                const std::vector<std::string> &connectorComponentTypes);
+    ~VelkRouting();
+    VelkRouting(const VelkRouting &other) = delete;
+    /// Copies a pointer only: both objects then share what \a other owns, and what this one owned is not
+    /// released. See to it that just one of the two is ever destroyed.
+    VelkRouting &operator=(const VelkRouting &other);
+
+    /// All routes from a pin of the first component (by reference) that has all of \a sourceProperties to one
+    /// of the first that has all of \a destinationProperties. A pin is given by number or else by name. An
+    /// empty property value also matches a component without that property.
+    ///
+    /// Routes with the fewest switching components come first, among them those with the fewest additional
+    /// connections. No route is an empty vector. Throws VelkRoutingException where component, part or pin is
+    /// unknown.
+    std::vector<VelkRoutingPath> getRoutes(const std::map<std::string, std::string> &sourceProperties,
+                                           const std::string &sourcePin,
+                                           const std::map<std::string, std::string> &destinationProperties,
+                                           const std::string &destinationPin) const;
+
+    /// Replace the default types as a whole; an empty list means that no component has that role.
+    void setInterfaceTypes(const std::vector<std::string> &types);
+    void setSwitchableTypes(const std::vector<std::string> &types);
+
+    /// 3 by default: a route that would connect more additional pins is not followed. Above 2147483647 only
+    /// direct connections are found.
+    void setMaxAdditionalConnectionsPerPath(unsigned int limit);
+    /// 5 by default. The destination is looked for before the limit is tested, so a limit of 5 finds routes
+    /// of up to 6 switching components. From 2147483647 on only direct connections are found.
+    void setMaxSwitchingComponentsPerPath(unsigned int limit);
+
+private:
+    VelkRoutingPrivate *d;
+};
+}
+
+#endif

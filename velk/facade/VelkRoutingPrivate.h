@@ -1,0 +1,26 @@
+#ifndef VELK_FACADE_VELKROUTINGPRIVATE_H
+#define VELK_FACADE_VELKROUTINGPRIVATE_H
+
+#include <velk/facade/VelkRouting.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <memory>
+#include <vector>
+
+namespace Velk {
+
+/// What a VelkRouting owns, in the order in which each builds on the one before.
+class VelkRoutingPrivate
+{
+public:
+    VelkRoutingPrivate(const std::vector<std::string> &netlistFileNames,
+                       const std::vector<std::string> &connectorComponentTypes);
+
+    std::vector<std::unique_ptr<EDAProvider>> parsers;
+    std::unique_ptr<MultipleEDAProvider> provider;
+    std::unique_ptr<Routing> routing;
+};
+}
+
+#endif
