@@ -1,0 +1,15 @@
+#ifndef VELK_CLI_COMMANDERROR_H
+#define VELK_CLI_COMMANDERROR_H
+
+#include <QString>
+
+namespace VelkCli {
+
+/// Ends the command with one line on standard error and the exit status 2.
+struct CommandError
+{
+    QString message; ///< what is wrong and in which file, without a line break
+};
+}
+
+#endif

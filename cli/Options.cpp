@@ -1,0 +1,82 @@
+#include "cli/Options.h"
+
+#include "cli/CommandError.h"
+
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+NetlistOptions::NetlistOptions()
+    : connectorTypes{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE.toStdString()}
+    , switchableTypes{Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY.toStdString(),
+                      Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR.toStdString()}
+    , interfaceTypes{Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE.toStdString(),
+                     Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT.toStdString()}
+{
+}
+
+void NetlistOptions::addTo(CLI::App &command, const std::vector<std::string> &formats)
+{
+    addRepeatable(command, "--connector", connectorTypes, "CompType at which boards are joined")
+        ->type_name("TYPE")
+        ->capture_default_str();
+    addRepeatable(command, "--switchable", switchableTypes, "CompType that a route may pass through")
+        ->type_name("TYPE")
+        ->capture_default_str();
+    addRepeatable(command, "--interface", interfaceTypes,
+                  "CompType whose pins a route lists as side connections")
+        ->type_name("TYPE")
+        ->capture_default_str();
+    command.add_option("--format", format, "Form of the output")
+        ->check(CLI::IsMember(formats))
+        ->type_name("")
+        ->capture_default_str();
+    command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")
+        ->type_name("FILE");
+    command
+        .add_option("NETLIST", files,
+                    "KiCad netlist files, one for each board, in the order of their numbers #1, #2, ...")
+        ->required()
+        ->type_name("");
+}
+
+CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
+                           const std::string &description)
+{
+    return command.add_option(name, values, description)->allow_extra_args(false);
+}
+
+QString toQString(const std::string &text)
+{
+    return QString::fromStdString(text);
+}
+
+QStringList toQStringList(const std::vector<std::string> &texts)
+{
+    QStringList result;
+    for (const auto &text : texts)
+        result.append(toQString(text));
+    return result;
+}
+
+QMap<QString, QString> parseProperties(const QString &option, const std::vector<std::string> &texts)
+{
+    QMap<QString, QString> properties;
+    for (const QString &text : toQStringList(texts)) {
+        const qsizetype sign = text.indexOf(u'=');
+        if (sign <= 0)
+            throw CommandError{u"%1 %2: expected KEY=VALUE"_s.arg(option, text)};
+        const QString key = text.left(sign);
+        const QString value = text.mid(sign + 1);
+        if (properties.value(key, value) != value)
+            throw CommandError{
+                u"%1 %2: %3 has another value already, and both have to match"_s.arg(option, text, key)};
+        properties.insert(key, value);
+    }
+    return properties;
+}
+}

@@ -1,0 +1,42 @@
+#ifndef VELK_CLI_OPTIONS_H
+#define VELK_CLI_OPTIONS_H
+
+#include <CLI/CLI.hpp>
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <string>
+#include <vector>
+
+namespace VelkCli {
+
+/// The options that every command on netlists has.
+struct NetlistOptions
+{
+    std::vector<std::string> files;
+    std::vector<std::string> connectorTypes;
+    std::vector<std::string> switchableTypes;
+    std::vector<std::string> interfaceTypes;
+    std::string format = "text";
+    std::string outputFile;
+
+    /// With the types that the library has as defaults.
+    NetlistOptions();
+    void addTo(CLI::App &command, const std::vector<std::string> &formats);
+};
+
+/// An option that may be given several times and takes one argument each time.
+CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
+                           const std::string &description);
+
+QString toQString(const std::string &text);
+QStringList toQStringList(const std::vector<std::string> &texts);
+
+/// Splits each "KEY=VALUE" at its first equals sign. Throws a CommandError that names \a option for a text
+/// without a key or without the sign, and for a key that is given two different values.
+QMap<QString, QString> parseProperties(const QString &option, const std::vector<std::string> &texts);
+}
+
+#endif

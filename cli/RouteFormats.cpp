@@ -1,0 +1,125 @@
+#include "cli/RouteFormats.h"
+
+#include "cli/Json.h"
+#include "cli/Netlist.h"
+#include "cli/Table.h"
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+QString switchCount(qsizetype count)
+{
+    if (count == 0)
+        return u"no switch"_s;
+    return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
+}
+
+QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
+{
+    QStringList refs;
+    for (const auto &component : components)
+        refs.append(component->ref);
+    return refs;
+}
+
+QStringList pinTexts(const EDAProvider &netlist, const QList<QSharedPointer<EDANetNode>> &nodes)
+{
+    QStringList texts;
+    for (const auto &node : nodes)
+        texts.append(pinText(netlist, node->ref, node->pin));
+    return texts;
+}
+
+QString endText(const RouteReport &report, const QSharedPointer<EDANetNode> &end)
+{
+    return pinText(report.netlist, end->ref, end->pin);
+}
+
+QString routeText(const RouteReport &report, const RoutingPath &path)
+{
+    QStringList stations = refsOf(path.switchingComponents);
+    stations.prepend(endText(report, report.source));
+    stations.append(endText(report, report.destination));
+    QString remarks = switchCount(path.switchingComponents.size());
+    if (!path.additionalNodes.isEmpty())
+        remarks += u"; also connects "_s + pinTexts(report.netlist, path.additionalNodes).join(u", "_s);
+    return u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks);
+}
+
+// "274 routes: 1 of 2 switches, 21 of 4, 252 of 6". The paths are sorted by their number of switches.
+QString countText(const QList<RoutingPath> &paths)
+{
+    QStringList counts;
+    for (qsizetype first = 0; first < paths.size();) {
+        const qsizetype switches = paths.at(first).switchingComponents.size();
+        qsizetype end = first;
+        while (end < paths.size() && paths.at(end).switchingComponents.size() == switches)
+            ++end;
+        counts.append(u"%1 of %2"_s.arg(QString::number(end - first), counts.isEmpty()
+                                                                          ? switchCount(switches)
+                                                                          : QString::number(switches)));
+        first = end;
+    }
+    return u"%1: %2"_s.arg(paths.size() == 1 ? u"1 route"_s : u"%1 routes"_s.arg(paths.size()),
+                           counts.join(u", "_s));
+}
+
+QJsonObject connectionToJson(const EDAProvider &netlist, const EDANetNode &node)
+{
+    const auto component = netlist.getComponentByRef(node.ref);
+    const auto part = netlist.getPartByName(component->part);
+    const auto pin = part ? part->getPinByNumber(node.pin) : nullptr;
+    return {{u"component"_s, componentToJson(*component)}, {u"pin"_s, pinToJson(pin ? *pin : EDAPin())}};
+}
+}
+
+QByteArray routesToText(const RouteReport &report)
+{
+    if (report.paths.isEmpty()) {
+        return u"no route from %1 to %2\n"_s
+            .arg(endText(report, report.source), endText(report, report.destination))
+            .toUtf8();
+    }
+    const auto numberWidth = QString::number(report.paths.size()).size();
+    QByteArray text;
+    for (qsizetype i = 0; i < report.paths.size(); ++i) {
+        const QString number = QString::number(i + 1).rightJustified(numberWidth);
+        text += u"%1. %2\n"_s.arg(number, routeText(report, report.paths.at(i))).toUtf8();
+    }
+    return text + countText(report.paths).toUtf8() + '\n';
+}
+
+QByteArray routesToJson(const RouteReport &report)
+{
+    QJsonArray routes;
+    for (const auto &path : report.paths) {
+        QJsonArray switchingComponents;
+        for (const auto &component : path.switchingComponents)
+            switchingComponents.append(componentToJson(*component));
+        QJsonArray additionalConnections;
+        for (const auto &node : path.additionalNodes)
+            additionalConnections.append(connectionToJson(report.netlist, *node));
+        routes.append(QJsonObject{{u"switchingComponents"_s, switchingComponents},
+                                  {u"additionalConnections"_s, additionalConnections}});
+    }
+    return jsonDocument(u"routes"_s, routes);
+}
+
+QByteArray routesToCsv(const RouteReport &report)
+{
+    Table table{{u"route"_s, u"switches"_s, u"source"_s, u"switching components"_s, u"dut"_s,
+                 u"additional connections"_s},
+                {}};
+    for (const auto &path : report.paths) {
+        table.rows.append({QString::number(table.rows.size() + 1),
+                           QString::number(path.switchingComponents.size()), endText(report, report.source),
+                           refsOf(path.switchingComponents).join(u' '), endText(report, report.destination),
+                           pinTexts(report.netlist, path.additionalNodes).join(u' ')});
+    }
+    return toCsv(table);
+}
+}

@@ -1,0 +1,30 @@
+#ifndef VELK_CLI_ROUTEFORMATS_H
+#define VELK_CLI_ROUTEFORMATS_H
+
+#include <velk/model/EDAProvider.h>
+#include <velk/routing/RoutingPath.h>
+
+#include <QByteArray>
+
+namespace VelkCli {
+
+/// The answer to one query, with the netlist that it came from.
+struct RouteReport
+{
+    const Velk::EDAProvider &netlist;
+    QSharedPointer<Velk::EDANetNode> source;
+    QSharedPointer<Velk::EDANetNode> destination;
+    QList<Velk::RoutingPath> paths;
+};
+
+/// A numbered line for each route and a line with the count.
+QByteArray routesToText(const RouteReport &report);
+
+/// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}
+QByteArray routesToJson(const RouteReport &report);
+
+/// A row for each route; cells that list several things separate them with blanks.
+QByteArray routesToCsv(const RouteReport &report);
+}
+
+#endif

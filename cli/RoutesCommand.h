@@ -1,0 +1,32 @@
+#ifndef VELK_CLI_ROUTESCOMMAND_H
+#define VELK_CLI_ROUTESCOMMAND_H
+
+#include "cli/Options.h"
+
+namespace VelkCli {
+
+/// velk routes: the routes between two pins.
+class RoutesCommand
+{
+public:
+    /// Adds the subcommand with its options to \a app.
+    explicit RoutesCommand(CLI::App &app);
+
+    bool isChosen() const;
+    /// Returns the exit status: 0 when there are routes, 1 when there are none. Throws a CommandError.
+    int run() const;
+
+private:
+    NetlistOptions netlist;
+    std::vector<std::string> sourceProperties;
+    std::string sourcePin;
+    std::vector<std::string> dutProperties;
+    std::string dutPin;
+    int maxSwitches;
+    int maxConnections;
+    bool trace = false;
+    CLI::App *command;
+};
+}
+
+#endif

@@ -1,0 +1,65 @@
+#include "cli/Table.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace VelkCli {
+
+namespace {
+
+QString csvCell(const QString &cell)
+{
+    const bool needsQuotes =
+        std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return u"\",\r\n"_s.contains(c); });
+    if (!needsQuotes)
+        return cell;
+    return u"\"%1\""_s.arg(QString(cell).replace(u'"', u"\"\""_s));
+}
+
+QString csvLine(const QStringList &cells)
+{
+    QStringList quoted;
+    for (const QString &cell : cells)
+        quoted.append(csvCell(cell));
+    return quoted.join(u',') + u'\n';
+}
+
+QList<qsizetype> columnWidths(const Table &table)
+{
+    QList<qsizetype> widths(table.heading.size(), 0);
+    const auto widen = [&](const QStringList &cells) {
+        for (qsizetype i = 0; i < cells.size(); ++i)
+            widths[i] = std::max(widths[i], cells.at(i).size());
+    };
+    widen(table.heading);
+    std::for_each(table.rows.cbegin(), table.rows.cend(), widen);
+    return widths;
+}
+}
+
+QByteArray toText(const Table &table)
+{
+    const auto widths = columnWidths(table);
+    const auto line = [&](const QStringList &cells) {
+        QString text;
+        for (qsizetype i = 0; i < cells.size(); ++i)
+            text += cells.at(i).leftJustified(widths.at(i) + 2);
+        while (text.endsWith(u' '))
+            text.chop(1);
+        return text + u'\n';
+    };
+    QString text = line(table.heading);
+    for (const auto &row : table.rows)
+        text += line(row);
+    return text.toUtf8();
+}
+
+QByteArray toCsv(const Table &table)
+{
+    QString text = csvLine(table.heading);
+    for (const auto &row : table.rows)
+        text += csvLine(row);
+    return text.toUtf8();
+}
+}

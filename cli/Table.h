@@ -1,0 +1,25 @@
+#ifndef VELK_CLI_TABLE_H
+#define VELK_CLI_TABLE_H
+
+#include <QByteArray>
+#include <QList>
+#include <QStringList>
+
+namespace VelkCli {
+
+/// Rows under a heading, every row with as many cells as the heading.
+struct Table
+{
+    QStringList heading;
+    QList<QStringList> rows;
+};
+
+/// Columns padded with blanks, for eyes.
+QByteArray toText(const Table &table);
+
+/// RFC 4180, in UTF-8 with a line feed after each row: a cell with a comma, a quote or a line break is
+/// quoted.
+QByteArray toCsv(const Table &table);
+}
+
+#endif

@@ -1,0 +1,14 @@
+#ifndef VELK_CLI_TRACE_H
+#define VELK_CLI_TRACE_H
+
+namespace VelkCli {
+
+/// Sends what Velk and Qt log to standard error, one line each, and silences the category "routing" whatever
+/// the environment's logging rules say. Call it first of all.
+void setUpLogging();
+
+/// Switches the category "routing" on or off.
+void setTraceEnabled(bool enabled);
+}
+
+#endif

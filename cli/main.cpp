@@ -1,0 +1,58 @@
+#include "cli/CommandError.h"
+#include "cli/ListCommand.h"
+#include "cli/RoutesCommand.h"
+#include "cli/Trace.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <string>
+
+namespace {
+
+constexpr int exitFailure = 2;
+
+int fail(const char *message)
+{
+    std::fprintf(stderr, "velk: %s\n", message);
+    return exitFailure;
+}
+
+std::string usageMessage(const CLI::App *app, const CLI::Error &error)
+{
+    std::string command = "velk";
+    for (const CLI::App *subcommand : app->get_subcommands())
+        command += " " + subcommand->get_name();
+    return std::string("velk: ") + error.what() + " (see " + command + " --help)\n";
+}
+}
+
+int main(int argc, char **argv)
+{
+    VelkCli::setUpLogging();
+
+    CLI::App app(
+        "Finds the chains of relays and resistors between two pins of a test system that is drawn in\n"
+        "KiCad, one netlist for each board, joined where the boards plug together.",
+        "velk");
+    app.set_version_flag("--version", "velk " VELK_VERSION);
+    app.require_subcommand(1);
+    app.failure_message(usageMessage);
+    const VelkCli::RoutesCommand routes(app);
+    const VelkCli::ListCommand list(app);
+    app.footer("Example, from the source folder:\n"
+               "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
+               "\nvelk routes --help and velk list --help tell more.");
+
+    try {
+        app.parse(argc, argv);
+        return routes.isChosen() ? routes.run() : list.run();
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? 0 : exitFailure;
+    } catch (const VelkCli::CommandError &error) {
+        return fail(qUtf8Printable(error.message));
+    } catch (const std::exception &exception) {
+        return fail(exception.what());
+    }
+}

@@ -1,0 +1,82 @@
+// Prints the routes from the first channel of the function generator to the AUX pin of the DUT on bench 1,
+// and how many relays of the system lie on none of them. Uses the Qt classes, which give access to the joined
+// netlist.
+//
+//     qt-example instruments.net matrix.net adapter.net
+
+#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadReader.h>
+#include <velk/model/EDAException.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QSet>
+#include <QTextStream>
+
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::unique_ptr<Velk::KiCadNetParser> load(const QString &fileName)
+{
+    QFile file(fileName);
+    Velk::KiCadReader reader(&file);
+    if (const auto error = reader.read(); error != Velk::KiCadError::NoError)
+        throw Velk::EDAException(u"%1: %2"_s.arg(fileName, Velk::kiCadErrorText(error)));
+    auto parser = std::make_unique<Velk::KiCadNetParser>(reader.getRoot());
+    parser->parse();
+    return parser;
+}
+
+int printRoutes(const QStringList &fileNames)
+{
+    std::vector<std::unique_ptr<Velk::KiCadNetParser>> parsers;
+    QList<Velk::EDAProvider *> boards;
+    for (const QString &fileName : fileNames) {
+        parsers.push_back(load(fileName));
+        boards.append(parsers.back().get());
+    }
+    Velk::MultipleEDAProvider system(boards, {Velk::MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
+
+    const Velk::Routing routing(&system);
+    const auto paths = routing.findPaths({{u"Dev"_s, u"FGEN"_s}, {u"Channel"_s, u"1"_s}}, u"OUT"_s,
+                                         {{u"CompType"_s, u"DUT"_s}, {u"Bench"_s, u"1"_s}}, u"AUX"_s);
+
+    QTextStream out(stdout);
+    QSet<QString> used;
+    for (const auto &path : paths) {
+        out << "switch on:";
+        for (const auto &component : path.switchingComponents) {
+            out << ' ' << component->ref;
+            used.insert(component->ref);
+        }
+        out << '\n';
+    }
+    int unused = 0;
+    const auto components = system.getComponents();
+    for (const auto &component : components)
+        unused += component->type() == u"Relay"_s && !used.contains(component->ref) ? 1 : 0;
+    out << unused << " relays are on none of these routes\n";
+    return paths.isEmpty() ? 1 : 0;
+}
+}
+
+int main(int argc, char **argv)
+{
+    // Without this every net that the search visits is logged.
+    QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
+    QStringList fileNames;
+    for (int i = 1; i < argc; ++i)
+        fileNames.append(QFile::decodeName(argv[i]));
+    try {
+        return printRoutes(fileNames);
+    } catch (const Velk::EDAException &exception) {
+        QTextStream(stderr) << exception.message() << '\n';
+        return 2;
+    }
+}
