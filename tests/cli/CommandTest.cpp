@@ -1,0 +1,181 @@
+#include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Result
+{
+    int status;
+    QString output;
+    QString errors;
+};
+
+Result velk(const QStringList &arguments)
+{
+    QProcess process;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_LOGGING_RULES"_s, u"*.debug=true"_s); // must not wake the trace
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(QStringLiteral(VELK_SOURCE_DIR));
+    process.start(QStringLiteral(VELK_COMMAND), arguments);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return {-1, {}, u"the command crashed or hangs"_s};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+const QStringList demo{u"examples/demo/instruments.net"_s, u"examples/demo/matrix.net"_s,
+                       u"examples/demo/adapter.net"_s};
+
+/// A query on the demo system, its text split at blanks.
+Result routes(const char *options)
+{
+    return velk(QStringList{u"routes"_s} + QString::fromLatin1(options).split(u' ') + demo);
+}
+}
+
+class CommandTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void routesAsText_data() { addRowsFrom("command_routes.txt", {"arguments", "status", "expected"}); }
+    void routesAsText()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, expected);
+        const Result result = velk(QStringList{u"routes"_s} + arguments.split(u' ') + demo);
+        QCOMPARE(result.errors, QString());
+        QTEST(QString::number(result.status), "status");
+        QCOMPARE(result.output, expected.replace(u'/', u'\n'));
+    }
+
+    void routesAsJson()
+    {
+        const Result result =
+            routes("--source Dev=FGEN --source Channel=1 --source-pin OUT --dut CompType=DUT "
+                   "--dut Bench=1 --dut-pin AUX --format json");
+        const auto json = QJsonDocument::fromJson(result.output.toUtf8())[u"routes"_s].toArray();
+        QCOMPARE(json.size(), 22);
+        const auto relay = json.at(0)[u"switchingComponents"_s][1].toObject();
+        QCOMPARE(relay.keys(), (QStringList{u"part"_s, u"properties"_s, u"ref"_s, u"value"_s}));
+        QCOMPARE(relay[u"ref"_s].toString() + u' ' + relay[u"properties"_s][u"CompType"_s].toString(),
+                 u"K404#2 Relay"_s);
+        QVERIFY(json.at(0)[u"additionalConnections"_s].toArray().isEmpty());
+        const auto connection = json.last()[u"additionalConnections"_s][0].toObject();
+        QVERIFY(!connection[u"component"_s][u"ref"_s].toString().isEmpty());
+        QCOMPARE(connection[u"pin"_s].toObject().keys(), (QStringList{u"name"_s, u"number"_s, u"type"_s}));
+    }
+
+    void routesAsCsvAndDrawing()
+    {
+        QCOMPARE(routes("--source Dev=DMM --source-pin HI --dut CompType=DUT --dut Bench=2 --dut-pin OUT "
+                        "--max-switches 1 --format csv")
+                     .output,
+                 u"route,switches,source,switching components,dut,additional connections\n"
+                 "1,2,U2#1.HI,K1#1 K307#2,J2#3.OUT,\n2,2,U2#1.HI,R3#1 K307#2,J2#3.OUT,\n"_s);
+        const QString drawing = routes("--source Dev=FGEN --source Channel=2 --source-pin OUT --dut "
+                                       "CompType=DUT --dut Bench=2 --dut-pin IN_P --format dot")
+                                    .output;
+        QVERIFY(drawing.startsWith(u"graph routes {\n"_s));
+        QCOMPARE(drawing.count(u"\"component K503#2\" [label=\"K503#2\""_s), 1);
+        QVERIFY(drawing.contains(u"-- \"component K503#2\" [label=\"11\"];"_s));
+        QCOMPARE(drawing.count(u"label=\"12\""_s), 0); // the contact that leads elsewhere
+    }
+
+    void trace()
+    {
+        const Result result =
+            routes("--source Dev=PSU --source-pin S+ --dut Bench=1 --dut-pin SENSE+ --trace");
+        QVERIFY(result.errors.startsWith(u"|["_s));
+        QVERIFY(result.errors.endsWith(u"]\t(V_S+#3+/PSU1_SP#1+/VSENSE_P#2) found\n"_s));
+        QCOMPARE(result.errors.count(u'\n'), 1);
+    }
+
+    void lists()
+    {
+        QCOMPARE(velk(QStringList{u"list"_s, u"types"_s, u"--format"_s, u"csv"_s} + demo).output,
+                 u"type,count,switchable,interface,connector\nConnector,4,false,false,true\nDUT,2,false,true,"
+                 u"false\n"
+                 "Fuse,1,false,false,false\nLoad,2,false,false,false\nRelay,42,true,false,false\n"
+                 "Resistor,7,true,false,false\nSource,6,false,true,false\n"_s);
+        const auto list = [](const QString &what, const QStringList &options = {}) {
+            const auto text =
+                velk(QStringList{u"list"_s, what, u"--format"_s, u"json"_s} + options + demo).output;
+            return QJsonDocument::fromJson(text.toUtf8())[what].toArray();
+        };
+        QCOMPARE(list(u"components"_s).size(), 64);
+        QCOMPARE(
+            list(u"components"_s, {u"--where"_s, u"CompType=Source"_s, u"--where"_s, u"Group=SMU"_s}).size(),
+            2);
+        QCOMPARE(list(u"nets"_s).size(), 59);
+        QCOMPARE(list(u"nets"_s)[0][u"nodes"_s][0].toObject().keys(), (QStringList{u"pin"_s, u"ref"_s}));
+        QVERIFY(list(u"parts"_s)[0][u"pins"_s][0].toObject().contains(u"number"_s));
+        QCOMPARE(velk(QStringList{u"list"_s, u"components"_s, u"--where"_s, u"Dev=PSU"_s, u"--format"_s,
+                                  u"csv"_s} +
+                      demo)
+                     .output.section(u'\n', 0, 0)
+                     .section(u',', 0, 4),
+                 u"ref,value,part,CompType,Dev"_s);
+        QVERIFY(velk(QStringList{u"list"_s, u"nets"_s} + demo)
+                    .output.contains(
+                        u"  J1#3.SENSE+ X2#3.Pin_21 U5#1.S+ X1#1.Pin_21 X1#2.Pin_21 X2#2.Pin_21\n"_s));
+    }
+
+    void refuses_data() { addRowsFrom("command_failures.txt", {"arguments", "expected"}); }
+    void refuses()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, expected);
+        arguments.replace(u"QUERY"_s,
+                          u"routes --source Dev=PSU --dut Bench=1 --dut-pin SENSE+ --source-pin"_s);
+        arguments.replace(u"DEMO"_s, demo.join(u' '));
+        const Result result = velk(arguments.split(u' ', Qt::SkipEmptyParts));
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.output, QString());
+        QVERIFY2(result.errors.startsWith(u"velk: "_s) && result.errors.contains(expected),
+                 qPrintable(result.errors));
+        QCOMPARE(result.errors.count(u'\n'), 1);
+    }
+
+    void writesFiles()
+    {
+        QTemporaryDir folder;
+        const QString name = folder.filePath(u"out.csv"_s);
+        const QStringList arguments = QStringList{u"list"_s, u"types"_s, u"--format"_s, u"csv"_s} + demo;
+        const Result result = velk(arguments + QStringList{u"-o"_s, name});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output, QString());
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readAll()), velk(arguments).output);
+    }
+
+    void helpAndVersion()
+    {
+        for (const QStringList &command : {QStringList(), {u"routes"_s}, {u"list"_s}}) {
+            const Result result = velk(command + QStringList{u"--help"_s});
+            QCOMPARE(result.status, 0);
+            QCOMPARE(result.errors, QString());
+            // The example works as it stands.
+            QString example = result.output.section(u"  velk "_s, 1).section(u"\n\n"_s, 0, 0);
+            const Result run = velk(example.remove(u'\\').simplified().split(u' '));
+            QCOMPARE(run.status, 0);
+            QVERIFY(!run.output.isEmpty());
+        }
+        QVERIFY(velk({u"--version"_s}).output.startsWith(u"velk "_s));
+    }
+};
+
+VELK_TEST(CommandTest)
+
+#include "CommandTest.moc"

@@ -1,0 +1,155 @@
+#include "tests/support/TestRegistry.h"
+
+#include <velk/facade/VelkRouting.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <exception>
+#include <type_traits>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+static_assert(!std::is_copy_constructible_v<VelkRouting> && std::is_copy_assignable_v<VelkRouting>);
+static_assert(!std::is_base_of_v<std::exception, VelkRoutingException>);
+
+namespace {
+
+// Two relays in series, a load beside the first net and two DUTs on the net between.
+const QByteArray netlist = R"((export
+  (components
+    (comp (ref "U1") (value "smu") (libsource (part "S")) (property (name "CompType") (value "Source")))
+    (comp (ref "K1") (value "5 V") (libsource (part "K")) (property (name "CompType") (value "relay"))
+      (property (name "Card") (value "1")))
+    (comp (ref "K2") (value "") (libsource (part "K")) (property (name "CompType") (value "Relay")))
+    (comp (ref "J1") (value "") (libsource (part "S")) (property (name "CompType") (value "Dut")))
+    (comp (ref "J2") (value "Ω") (libsource (part "S")) (property (name "CompType") (value "DUT"))))
+  (libparts
+    (libpart (part "S") (pins (pin (num "1") (name "HI") (type "output"))))
+    (libpart (part "K") (pins (pin (num "1") (name "") (type "passive")) (pin (num "2") (name "") (type "passive")))))
+  (nets
+    (net (name "A") (node (ref "U1") (pin "1")) (node (ref "K1") (pin "1")))
+    (net (name "B") (node (ref "K1") (pin "2")) (node (ref "K2") (pin "1")) (node (ref "J2") (pin "1")))
+    (net (name "C") (node (ref "K2") (pin "2")) (node (ref "J1") (pin "1"))))))";
+
+std::string describe(const VelkComponentInfo &component)
+{
+    std::string text = component.ref + " '" + component.value + "' " + component.part;
+    for (const auto &[key, value] : component.properties)
+        text += " " + key + "=" + value;
+    return text;
+}
+}
+
+class VelkRoutingTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void returnsRecords()
+    {
+        const auto routes = query(VelkRouting({write("a.net", netlist)}));
+        QCOMPARE(routes.size(), std::size_t(1));
+        QCOMPARE(routes[0].switchingComponents.size(), std::size_t(2));
+        QCOMPARE(describe(routes[0].switchingComponents[0]),
+                 std::string("K1#1 '5 V' K#1 Card=1 CompType=relay"));
+        QCOMPARE(describe(routes[0].switchingComponents[1]), std::string("K2#1 '' K#1 CompType=Relay"));
+        QCOMPARE(routes[0].additionalConnections.size(), std::size_t(1));
+        const auto &connection = routes[0].additionalConnections[0];
+        QCOMPARE(describe(connection.component), std::string("J2#1 'Ω' S#1 CompType=DUT"));
+        QCOMPARE(connection.pin.number + connection.pin.name + connection.pin.type, std::string("1HIoutput"));
+    }
+
+    void configures()
+    {
+        VelkRouting routing({write("a.net", netlist)});
+        routing.setMaxAdditionalConnectionsPerPath(0);
+        QVERIFY(query(routing).empty());
+        routing.setInterfaceTypes({"Source"});
+        QCOMPARE(query(routing).size(), std::size_t(1));
+        QVERIFY(query(routing)[0].additionalConnections.empty());
+        for (const unsigned int directOnly : {4294967295U, 2147483648U, 2147483647U}) {
+            routing.setMaxSwitchingComponentsPerPath(directOnly);
+            QVERIFY(query(routing).empty());
+        }
+        routing.setMaxSwitchingComponentsPerPath(1);
+        QCOMPARE(query(routing).size(), std::size_t(1));
+        routing.setMaxAdditionalConnectionsPerPath(4294967295U);
+        QVERIFY(query(routing).empty());
+        routing.setMaxAdditionalConnectionsPerPath(3);
+        routing.setSwitchableTypes({"Fuse"});
+        QVERIFY(query(routing).empty());
+    }
+
+    void refusesFiles_data()
+    {
+        QTest::addColumn<QByteArray>("content"); // null for no file
+        QTest::addColumn<QString>("expected");   // %1 stands for the file name
+        QTest::newRow("missing") << QByteArray() << u"Could not open KiCad (%1)"_s;
+        QTest::newRow("syntax error")
+            << QByteArray("(export\n ))") << u"Syntax error in KiCad file '%1' at line 2, column 3"_s;
+        QTest::newRow("empty") << QByteArray("")
+                               << u"Could not find KiCad token for path '/export/libparts'"_s;
+        QTest::newRow("no components") << QByteArray("(export (libparts))")
+                                       << u"Could not find KiCad token for path '/export/components'"_s;
+    }
+    void refusesFiles()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, expected);
+        const std::string good = write("good.net", netlist);
+        const std::string bad =
+            content.isNull() ? folder.filePath(u"none.net"_s).toStdString() : write("bad.net", content);
+        QCOMPARE(failure([&] {
+                     VelkRouting({good, bad});
+                 }),
+                 expected.replace(u"%1"_s, QString::fromStdString(bad)));
+    }
+
+    void refusesQueries()
+    {
+        const VelkRouting routing({write("a.net", netlist)});
+        QCOMPARE(failure([&] {
+                     routing.getRoutes({{"Dev", "X"}}, "1", {}, "1");
+                 }),
+                 u"No component matching properties 'Dev=X' found"_s);
+        QCOMPARE(failure([&] {
+                     routing.getRoutes({{"CompType", "Source"}}, "7", {}, "1");
+                 }),
+                 u"No pin '7' found for part 'S#1' of component 'U1#1'"_s);
+        QCOMPARE(failure([&] { VelkRouting({}).getRoutes({}, "1", {}, "1"); }),
+                 u"No component matching properties '' found"_s);
+    }
+
+private:
+    static std::vector<VelkRoutingPath> query(const VelkRouting &routing)
+    {
+        return routing.getRoutes({{"CompType", "Source"}}, "HI", {{"CompType", "Dut"}}, "1");
+    }
+
+    std::string write(const char *name, const QByteArray &content)
+    {
+        QFile file(folder.filePath(QString::fromLatin1(name)));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", name);
+        return file.fileName().toStdString();
+    }
+
+    template <typename Action>
+    static QString failure(Action action)
+    {
+        try {
+            action();
+        } catch (const VelkRoutingException &exception) {
+            return QString::fromStdString(exception.message());
+        }
+        return {};
+    }
+
+    QTemporaryDir folder;
+};
+
+VELK_TEST(VelkRoutingTest)
+
+#include "VelkRoutingTest.moc"

@@ -1,0 +1,95 @@
+#include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
+
+#include <velk/kicad/KiCadReader.h>
+
+#include <QScopedArrayPointer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+class KiCadTokenTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void find_data() { addRowsFrom("token_paths.txt", {"path", "expected"}); }
+    void find()
+    {
+        QFETCH(QString, path);
+        const auto root =
+            read("(export \"root\" (parts (part (id \"1\") (name \"R\")) (part (id \"2\") (name \"R2\"))"
+                 "(part (id \"3\") (name \"C\")) (part (id \"4\") (name \"R\"))) (sheet \"S\"))");
+        const auto token = root->find(path);
+        QTEST(token ? token->value : QString(), "expected");
+    }
+
+    void comparesTrees_data()
+    {
+        QTest::addColumn<QByteArray>("other");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("same") << QByteArray("(a (b \"1\") (c (d \"2\")))") << true;
+        QTest::newRow("deep value") << QByteArray("(a (b \"1\") (c (d \"3\")))") << false;
+        QTest::newRow("order") << QByteArray("(a (c (d \"2\")) (b \"1\"))") << false;
+        QTest::newRow("name") << QByteArray("(a (b \"1\") (c (e \"2\")))") << false;
+        QTest::newRow("one child more") << QByteArray("(a (b \"1\") (c (d \"2\") (e)))") << false;
+    }
+    void comparesTrees()
+    {
+        QFETCH(QByteArray, other);
+        const auto tree = read("(a (b \"1\") (c (d \"2\")))");
+        QTEST(tree == read(other), "expected");
+        QVERIFY(tree != QSharedPointer<KiCadToken>());
+        QVERIFY(QSharedPointer<KiCadToken>(new KiCadToken(*tree)) == tree);
+    }
+
+    void prints()
+    {
+        QCOMPARE(text(QSharedPointer<KiCadToken>::create(u"ref"_s, u"R1"_s)), "KiCadToken('ref', 'R1')");
+        QCOMPARE(text({}), "KiCadToken(nullptr)");
+        QCOMPARE(
+            text(read("(comp (ref \"R1\") (x (y \"%1\")) (z))")),
+            "KiCadToken('comp', '', [KiCadToken('ref', 'R1'), KiCadToken('x', '', [KiCadToken('y', '%1')]), "
+            "KiCadToken('z', '')])");
+    }
+
+    void appends()
+    {
+        const auto parent = QSharedPointer<KiCadToken>::create(u"comp"_s);
+        const auto child = parent->append(u"ref"_s, u"R1"_s);
+        QVERIFY(parent->append(u"value"_s)->value.isNull());
+        QCOMPARE(parent->append(child).data(), child.data());
+        QCOMPARE(parent->children.size(), 3);
+        QCOMPARE(child->find(u"/ref"_s).data(), child.data());
+    }
+
+    // Printing, comparing and destroying must not take a stack frame for each level.
+    void copesWithAnyDepth()
+    {
+        constexpr int depth = 300'000;
+        const QByteArray input = QByteArray("(a").repeated(depth);
+        const auto tree = read(input);
+        const QByteArray expected = QByteArray("KiCadToken('a', '', [").repeated(depth - 1) +
+                                    "KiCadToken('a', '')" + QByteArray("])").repeated(depth - 1);
+        QVERIFY(text(tree) == expected + ""); // without the texts in the failure message
+        QVERIFY(tree == read(input + ")"));
+        QVERIFY(tree != read(input + "(a)"));
+    }
+
+private:
+    static QSharedPointer<KiCadToken> read(const QByteArray &input)
+    {
+        // A name without closing parenthesis only becomes a token at the next parenthesis.
+        KiCadReader reader(input + (input.endsWith(')') ? "" : "()"));
+        return reader.read() == KiCadError::NoError ? reader.getRoot() : QSharedPointer<KiCadToken>();
+    }
+
+    static QByteArray text(const QSharedPointer<KiCadToken> &token)
+    {
+        return QScopedArrayPointer<char>(toString(token)).data();
+    }
+};
+
+VELK_TEST(KiCadTokenTest)
+
+#include "KiCadTokenTest.moc"

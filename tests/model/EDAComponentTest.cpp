@@ -1,0 +1,99 @@
+#include "tests/support/TestRegistry.h"
+
+#include <velk/model/EDAComponent.h>
+
+#include <QScopedArrayPointer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+class EDAComponentTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void create()
+    {
+        const auto plain = EDAComponent::create(u"K1"_s, u"10k"_s, u"Relay_SPDT"_s);
+        // Value and part change places in this text.
+        QCOMPARE(text(plain), "EDAComponent(ref='K1', value='Relay_SPDT', part='10k', properties=[])");
+
+        const auto typed = EDAComponent::create(u"K1"_s, u"5V"_s, u"ID7"_s, u"SPDT"_s, u"Relay"_s);
+        QCOMPARE(text(typed), "EDAComponent(ref='K1', value='SPDT', part='5V', "
+                              "properties=[CompType=Relay, Identifier=ID7])");
+        QCOMPARE(typed->identifier(), u"ID7"_s);
+        QCOMPARE(typed->type(), u"Relay"_s);
+        QCOMPARE(EDAComponent::create(u"K1"_s, u"5V"_s, u"ID7"_s, u"SPDT"_s)->part, u"SPDT"_s);
+
+        const auto tricky = EDAComponent::create(u"%2"_s, u"%1"_s, u"%4"_s);
+        QCOMPARE(text(tricky), "EDAComponent(ref='%2', value='%4', part='%1', properties=[])");
+        QCOMPARE(text({}), "EDAComponent(nullptr)");
+    }
+
+    void accessors()
+    {
+        const auto component = EDAComponent::create({}, {}, {});
+        QString texts;
+        for (const auto &key : {u"Bench"_s, u"Channel"_s, u"Dev"_s, u"DevNo"_s, u"Group"_s, u"Identifier"_s,
+                                u"CompType"_s, u"Card"_s, u"Module"_s, u"Slot"_s})
+            component->properties.insert(key, key + u' ');
+        texts += component->bench() + component->channel() + component->device() + component->deviceNumber() +
+                 component->group() + component->identifier() + component->type();
+        for (const auto &key : {EDAComponent::CARD, EDAComponent::MODULE, EDAComponent::SLOT, u"compType"_s})
+            texts += component->property(key);
+        QCOMPARE(texts, u"Bench Channel Dev DevNo Group Identifier CompType Card Module Slot "_s);
+    }
+
+    void matchesProperties_data()
+    {
+        QTest::addColumn<QMap<QString, QString>>("wanted");
+        QTest::addColumn<bool>("expected");
+        using Map = QMap<QString, QString>;
+        QTest::newRow("nothing wanted matches all") << Map{} << true;
+        QTest::newRow("all agree") << Map{{u"Dev"_s, u"DMM"_s}, {u"DevNo"_s, u"1"_s}} << true;
+        QTest::newRow("one differs") << Map{{u"Dev"_s, u"DMM"_s}, {u"DevNo"_s, u"2"_s}} << false;
+        QTest::newRow("case of the value") << Map{{u"Dev"_s, u"dmm"_s}} << false;
+        QTest::newRow("case of the key") << Map{{u"dev"_s, u"DMM"_s}} << false;
+        QTest::newRow("no trimming") << Map{{u"Dev"_s, u"DMM "_s}} << false;
+        QTest::newRow("empty value matches a missing property") << Map{{u"Group"_s, u""_s}} << true;
+        QTest::newRow("missing property") << Map{{u"Group"_s, u"A"_s}} << false;
+    }
+    void matchesProperties()
+    {
+        using Map = QMap<QString, QString>;
+        QFETCH(Map, wanted);
+        const auto component = EDAComponent::create(u"U1"_s, {}, {});
+        component->properties = {{u"Dev"_s, u"DMM"_s}, {u"DevNo"_s, u"1"_s}, {u"Note"_s, u"x"_s}};
+        QTEST(component->matchesProperties(wanted), "expected");
+    }
+
+    void propertiesToString()
+    {
+        QCOMPARE(EDAComponent::propertiesToString({{u"Group"_s, u"A"_s}, {u"Dev"_s, u"%2"_s}}),
+                 u"Dev=%2,Group=A"_s);
+        QCOMPARE(EDAComponent::propertiesToString({}), QString());
+    }
+
+    void comparesContents()
+    {
+        const auto a = EDAComponent::create(u"K1"_s, u"v"_s, u"i"_s, u"p"_s);
+        const auto b = a->clone();
+        QCOMPARE(a, b);
+        QVERIFY(QList{a}.contains(b));
+        b->properties.insert(u"Slot"_s, u"1"_s);
+        QVERIFY(a != b);
+        QVERIFY(!a->properties.contains(u"Slot"_s));
+        QVERIFY(a != QSharedPointer<EDAComponent>());
+        QVERIFY(QSharedPointer<EDAComponent>() == QSharedPointer<EDAComponent>());
+    }
+
+private:
+    static QByteArray text(const QSharedPointer<EDAComponent> &component)
+    {
+        return QScopedArrayPointer<char>(toString(component)).data();
+    }
+};
+
+VELK_TEST(EDAComponentTest)
+
+#include "EDAComponentTest.moc"

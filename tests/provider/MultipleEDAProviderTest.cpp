@@ -1,0 +1,188 @@
+#include "tests/support/StubProvider.h"
+#include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
+
+#include <velk/provider/MultipleEDAProvider.h>
+
+#include <QLoggingCategory>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace {
+
+QString suffixed(const QString &text, qsizetype position)
+{
+    return text + u'#' + QString::number(position + 1);
+}
+
+/// The joining as it is described: scan all pending nets for each connector node, again and again.
+QList<QSharedPointer<EDANet>> joinByScanning(const QList<EDAProvider *> &boards,
+                                             const QStringList &connectorTypes)
+{
+    QMap<QString, QSharedPointer<EDAComponent>> components;
+    QList<QSharedPointer<EDANet>> pending, joined;
+    for (qsizetype i = 0; i < boards.size(); ++i) {
+        for (const auto &component : boards.at(i)->getComponents())
+            components.insert(suffixed(component->ref, i), component);
+        for (const auto &net : boards.at(i)->getNets()) {
+            pending.append(EDANet::create(suffixed(net->name, i)));
+            for (const auto &node : std::as_const(net->nodes))
+                pending.last()->addNode(suffixed(node->ref, i), node->pin);
+        }
+    }
+    const auto meets = [&](const QSharedPointer<EDANetNode> &a, const QSharedPointer<EDANet> &net) {
+        const auto first = components.value(a->ref);
+        return std::any_of(net->nodes.cbegin(), net->nodes.cend(), [&](const auto &b) {
+            const auto second = components.value(b->ref);
+            return first && second && connectorTypes.contains(first->type(), Qt::CaseInsensitive) &&
+                   first->identifier() == second->identifier() && a->pin == b->pin;
+        });
+    };
+    while (!pending.isEmpty()) {
+        auto group = QList{pending.takeFirst()};
+        for (const auto &node : std::as_const(group.first()->nodes)) {
+            for (qsizetype i = 0; i < pending.size();)
+                meets(node, pending.at(i)) ? group.append(pending.takeAt(i)) : static_cast<void>(++i);
+            if (group.size() > 1)
+                break;
+        }
+        if (group.size() == 1) {
+            joined.append(group.first());
+            continue;
+        }
+        QStringList names;
+        const auto net = EDANet::create({});
+        for (const auto &member : std::as_const(group)) {
+            names.append(member->name);
+            net->nodes += member->nodes;
+        }
+        net->name = names.join(u'+');
+        pending.append(net);
+    }
+    return joined;
+}
+
+/// A board with few pins and identifiers, so that nets meet often.
+void fillRandomly(StubProvider &board, QRandomGenerator &random)
+{
+    const auto pick = [&](const QStringList &texts) { return texts.at(random.bounded(texts.size())); };
+    const int componentCount = random.bounded(1, 6);
+    for (int i = 0; i < componentCount; ++i) {
+        board.add(u"X%1"_s.arg(i), pick({u"Connector"_s, u"CONNECTOR"_s, u"Relay"_s, QString()}),
+                  {u"1"_s, u"2"_s}, pick({u"A"_s, u"B"_s, u"C"_s, u""_s, QString()}));
+    }
+    const int netCount = random.bounded(0, 7);
+    for (int i = 0; i < netCount; ++i) {
+        QStringList nodes;
+        for (int node = random.bounded(0, 4); node > 0; --node) // X6 is never listed
+            nodes.append(u"X%1/%2"_s.arg(random.bounded(7)).arg(random.bounded(1, 4)));
+        board.connect(u"N%1"_s.arg(i), nodes);
+    }
+}
+}
+
+class MultipleEDAProviderTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void suffixesComponentsAndParts()
+    {
+        StubProvider first, second;
+        first.add(u"R10"_s, u"Resistor"_s, {u"1"_s}, u"X1"_s)->value = u"10k"_s;
+        first.add(u"R1"_s, u"Resistor"_s, {u"1"_s});
+        second.add(u"D5"_s, u"Diode"_s, {u"1"_s});
+        second.add(u"R1"_s, u"Resistor"_s, {u"2"_s});
+        second.components.append(EDAComponent::create(u"X#1"_s, {}, {}));
+        const MultipleEDAProvider joined({&first, &second}, {});
+
+        QStringList components, parts;
+        for (const auto &component : joined.getComponents())
+            components.append(component->ref + u':' + component->part);
+        QCOMPARE(components, (QStringList{u"D5#2:PD5#2"_s, u"R1#1:PR1#1"_s, u"R1#2:PR1#2"_s,
+                                          u"R10#1:PR10#1"_s, u"X#1#2:#2"_s}));
+        for (const auto &part : joined.getParts())
+            parts.append(part->name);
+        QCOMPARE(parts, (QStringList{u"PD5#2"_s, u"PR1#1"_s, u"PR1#2"_s, u"PR10#1"_s}));
+
+        QVERIFY(joined.getComponentByRef(u"R1"_s).isNull());
+        const auto component = joined.getComponentByRef(u"R10#1"_s);
+        QCOMPARE(component->value + component->identifier(), u"10kX1"_s);
+        QCOMPARE(component.data(), joined.getComponentByProperties({{u"Identifier"_s, u"X1"_s}}).data());
+        QVERIFY(joined.getComponentByProperties({{u"Identifier"_s, u"X1#1"_s}}).isNull());
+        QCOMPARE(joined.getPartByName(u"PR1#2"_s)->pins.at(0)->number, u"2"_s);
+        QCOMPARE(first.components.at(0)->ref, u"R10"_s);
+        QCOMPARE(first.parts.at(0)->name, u"PR10"_s);
+    }
+
+    void joinsNets_data() { addCasesFrom("joining_cases.txt"); }
+    void joinsNets()
+    {
+        QFETCH(QString, input);
+        const QStringList boards = input.split(u"\n--\n"_s);
+        std::vector<StubProvider> providers(static_cast<std::size_t>(boards.size()));
+        QList<EDAProvider *> pointers;
+        for (const QString &board : boards) {
+            auto &provider = providers.at(static_cast<std::size_t>(pointers.size()));
+            for (const QString &line : board.split(u'\n')) {
+                const QStringList words = line.split(u' ');
+                if (words.at(0).endsWith(u':'))
+                    provider.connect(words.at(0).chopped(1), words.mid(1));
+                else
+                    provider.add(words.at(0), words.at(1), {},
+                                 words.at(2) == u"-"_s ? QString() : words.at(2));
+            }
+            pointers.append(&provider);
+        }
+        const MultipleEDAProvider joined(pointers, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
+        QTEST(netsToText(joined.getNets()).trimmed(), "expected");
+        for (qsizetype i = 0; i < joined.getNets().size(); ++i)
+            QCOMPARE(joined.getNets().at(i).data(), joined.getNets().at(i).data());
+    }
+
+    void nothingIsAConnectorWithoutTypes()
+    {
+        StubProvider first, second;
+        first.add(u"J1"_s, u"Connector"_s, {}, u"X"_s);
+        first.connect(u"A"_s, {u"J1/1"_s});
+        second.add(u"J1"_s, u"Connector"_s, {}, u"X"_s);
+        second.connect(u"B"_s, {u"J1/1"_s});
+        QCOMPARE(MultipleEDAProvider({&first, &second}, {}).getNets().size(), 2);
+        QCOMPARE(MultipleEDAProvider({&first, &second}, {u"Plug"_s, u"CONNECTOR"_s}).getNets().size(), 1);
+    }
+
+    void logsUnlistedComponents()
+    {
+        StubProvider board;
+        board.connect(u"A"_s, {u"Z1/1"_s});
+        QLoggingCategory::setFilterRules(u"routing.debug=true"_s);
+        QTest::ignoreMessage(QtDebugMsg,
+                             QRegularExpression(u"^No component found for component.ref 'Z1#1'$"_s));
+        const MultipleEDAProvider joined({&board}, {u"Connector"_s});
+        QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
+    }
+
+    void equalsTheScanOnRandomBoards()
+    {
+        for (quint32 seed = 0; seed < 3000; ++seed) {
+            QRandomGenerator random(seed);
+            std::vector<StubProvider> boards(static_cast<std::size_t>(random.bounded(1, 5)));
+            QList<EDAProvider *> pointers;
+            for (auto &board : boards) {
+                fillRandomly(board, random);
+                pointers.append(&board);
+            }
+            const QStringList types{u"connector"_s};
+            const QString fast = netsToText(MultipleEDAProvider(pointers, types).getNets());
+            const QString scanned = netsToText(joinByScanning(pointers, types));
+            QVERIFY2(fast == scanned, qPrintable(u"seed %1:\n%2\n%3"_s.arg(seed).arg(fast, scanned)));
+        }
+    }
+};
+
+VELK_TEST(MultipleEDAProviderTest)
+
+#include "MultipleEDAProviderTest.moc"

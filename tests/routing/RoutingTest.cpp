@@ -1,0 +1,341 @@
+#include "tests/support/StubProvider.h"
+#include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
+
+#include <velk/model/EDAException.h>
+#include <velk/routing/Routing.h>
+
+#include <QLoggingCategory>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace {
+
+/// "K1 K2 | U3/1" for each path: the components, then the additional nodes.
+QStringList toTexts(const QList<RoutingPath> &paths)
+{
+    QStringList texts;
+    for (const auto &path : paths) {
+        QStringList words;
+        for (const auto &component : path.switchingComponents)
+            words.append(component->ref);
+        words.append(u"|"_s);
+        for (const auto &node : path.additionalNodes)
+            words.append(node->ref + u'/' + node->pin);
+        texts.append(words.join(u' '));
+    }
+    return texts;
+}
+
+using Properties = QMap<QString, QString>;
+const Properties fromU1{{u"Id"_s, u"U1"_s}};
+const Properties toD1{{u"Id"_s, u"D1"_s}};
+
+/// Lines "REF TYPE PIN,PIN" and "NET: NODE NODE". Each component has its reference as the property "Id".
+std::unique_ptr<StubProvider> systemOf(const QString &description)
+{
+    auto system = std::make_unique<StubProvider>();
+    for (const QString &line : description.split(u'\n')) {
+        const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
+        if (words.at(0).endsWith(u':'))
+            system->connect(words.at(0).chopped(1), words.mid(1));
+        else
+            system->add(words.at(0), words.at(1), words.at(2).split(u','))
+                ->properties.insert(u"Id"_s, words.at(0));
+    }
+    return system;
+}
+
+/// U1 and D1 with so many relays in series between them.
+std::unique_ptr<StubProvider> chain(int relays)
+{
+    auto system = systemOf(u"U1 Source 1\nD1 DUT 1"_s);
+    QString last = u"U1/1"_s;
+    for (int i = 1; i <= relays; ++i) {
+        const QString ref = u"K%1"_s.arg(i);
+        system->add(ref, u"Relay"_s, {u"1"_s, u"2"_s});
+        system->connect(u"N%1"_s.arg(i), {last, ref + u"/1"_s});
+        last = ref + u"/2"_s;
+    }
+    system->connect(u"END"_s, {last, u"D1/1"_s});
+    return system;
+}
+
+/// The definition of a path, without any pruning: walks all ways over the nets, tests each against the rules
+/// at its end only. Nets may be passed again when \a revisits is set, for a walk of bounded length.
+class BruteForce
+{
+public:
+    BruteForce(const StubProvider &netlist, int switches, int nodes, bool revisits)
+        : system(netlist)
+        , maxSwitches(switches)
+        , maxNodes(nodes)
+        , mayRevisit(revisits)
+    {
+    }
+
+    QStringList paths()
+    {
+        walk(u"U1/1"_s, {}, {});
+        std::stable_sort(found.begin(), found.end(), [](const auto &a, const auto &b) {
+            return std::pair(a.switchingComponents.size(), a.additionalNodes.size()) <
+                   std::pair(b.switchingComponents.size(), b.additionalNodes.size());
+        });
+        return toTexts(found);
+    }
+
+private:
+    struct Visit
+    {
+        qsizetype net;
+        QList<QSharedPointer<EDANetNode>> interfaces; ///< the nodes to be collected on it
+    };
+
+    qsizetype netOf(const QString &node) const
+    {
+        const auto it = std::find_if(system.nets.cbegin(), system.nets.cend(), [&](const auto &net) {
+            return net->findNode(node.section(u'/', 0, 0), node.section(u'/', 1));
+        });
+        return it == system.nets.cend() ? -1 : it - system.nets.cbegin();
+    }
+
+    QString typeOf(const EDANetNode &node) const
+    {
+        const auto component = system.getComponentByRef(node.ref);
+        return component ? component->type().toLower() : QString();
+    }
+
+    void walk(const QString &entry, QList<Visit> visits, const QList<QSharedPointer<EDAComponent>> &crossed)
+    {
+        const qsizetype net = netOf(entry);
+        const bool again =
+            std::any_of(visits.cbegin(), visits.cend(), [&](const auto &v) { return v.net == net; });
+        if (net < 0 || (again && !mayRevisit) || visits.size() > 5)
+            return;
+        if (system.nets.at(net)->findNode(u"D1"_s, u"1"_s)) {
+            keepIfAllowed(visits, crossed);
+            return;
+        }
+        visits.append(Visit{net, {}});
+        for (const auto &node : std::as_const(system.nets.at(net)->nodes)) {
+            const QString text = node->ref + u'/' + node->pin;
+            const QStringList interfaces{u"source"_s, u"dut"_s};
+            if (entry != u"U1/1"_s && text != entry && text != u"U1/1"_s &&
+                interfaces.contains(typeOf(*node)))
+                visits.last().interfaces.append(node);
+        }
+        for (const auto &node : std::as_const(system.nets.at(net)->nodes)) {
+            const auto component = system.getComponentByRef(node->ref);
+            if (typeOf(*node) != u"relay"_s || node->ref + u'/' + node->pin == entry)
+                continue;
+            const auto part = system.getPartByName(component->part);
+            for (const auto &pin : std::as_const(part->pins)) {
+                if (pin->number != node->pin)
+                    walk(node->ref + u'/' + pin->number, visits, crossed + QList{component});
+            }
+        }
+    }
+
+    // Every net but the last had to pass both limits.
+    void keepIfAllowed(const QList<Visit> &visits, const QList<QSharedPointer<EDAComponent>> &crossed)
+    {
+        RoutingPath path{crossed, {}};
+        for (const auto &visit : visits)
+            path.additionalNodes += visit.interfaces;
+        if (crossed.isEmpty() ||
+            (crossed.size() <= qint64(maxSwitches) + 1 && path.additionalNodes.size() <= maxNodes))
+            found.append(path);
+    }
+
+    const StubProvider &system;
+    const int maxSwitches;
+    const int maxNodes;
+    const bool mayRevisit;
+    QList<RoutingPath> found;
+};
+
+/// Few nets, so that there are loops, parallel relays, nets that hold a node twice and nodes on two nets.
+std::unique_ptr<StubProvider> randomSystem(QRandomGenerator &random)
+{
+    auto system = systemOf(u"U1 Source 1\nD1 DUT 1"_s);
+    const int nets = random.bounded(2, 6);
+    QList<QStringList> nodes(nets);
+    const auto place = [&](const QString &node) { nodes[random.bounded(nets)].append(node); };
+    place(u"U1/1"_s);
+    place(u"D1/1"_s);
+    for (int i = random.bounded(1, 7); i > 0; --i) {
+        const QString ref = u"K%1"_s.arg(i);
+        const QStringList pins = QStringList{u"1"_s, u"2"_s, u"3"_s}.mid(0, random.bounded(5) == 0 ? 3 : 2);
+        system->add(ref, random.bounded(6) == 0 ? u"Fuse"_s : u"relay"_s, pins);
+        for (const QString &pin : pins) {
+            for (int copies = random.bounded(12) == 0 ? random.bounded(3) : 1; copies > 0; --copies)
+                place(ref + u'/' + pin);
+        }
+    }
+    for (int i = random.bounded(0, 5); i > 0; --i) {
+        system->add(u"J%1"_s.arg(i), random.bounded(2) == 0 ? u"Dut"_s : u"SOURCE"_s, {u"1"_s});
+        place(u"J%1/1"_s.arg(i));
+    }
+    for (int net = 0; net < nets; ++net) {
+        if (random.bounded(8) == 0)
+            nodes[net].append(u"Z1/1"_s); // listed nowhere
+        std::shuffle(nodes[net].begin(), nodes[net].end(), random);
+        system->connect(u"N%1"_s.arg(net), nodes.at(net));
+    }
+    return system;
+}
+
+QStringList caughtMessages;
+void catchMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
+{
+    caughtMessages.append(QString::fromLatin1(context.category) + u": "_s + message);
+}
+}
+
+class RoutingTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void findsPaths_data() { addCasesFrom("routing_cases.txt"); }
+    void findsPaths()
+    {
+        QFETCH(QString, input);
+        const auto netlist = systemOf(input);
+        const auto paths = Routing(netlist.get()).findPaths(fromU1, u"1"_s, toD1, u"1"_s);
+        QTEST(toTexts(paths).join(u'\n'), "expected");
+    }
+
+    void limits_data()
+    {
+        addRowsFrom("routing_limits.txt", {"relays", "maxSwitches", "maxNodes", "expected"});
+    }
+    void limits()
+    {
+        QFETCH(QString, relays);
+        QFETCH(QString, maxSwitches);
+        QFETCH(QString, maxNodes);
+        const auto netlist = chain(relays.toInt());
+        Routing routing(netlist.get());
+        routing.setMaxSwitchingComponentsPerPath(maxSwitches.toInt());
+        routing.setMaxAdditionalNodesPerPath(maxNodes.toInt());
+        QTEST(QString::number(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s).size()), "expected");
+    }
+
+    void configuration()
+    {
+        const auto netlist = systemOf(u"U1 Source 1\nD1 DUT 1\nJ1 Load 1\nF1 Fuse 1,2\nF2 Fuse 1,2\n"
+                                      "A: U1/1 F1/1\nB: F1/2 F2/1 J1/1\nC: F2/2 D1/1"_s);
+        Routing routing(netlist.get());
+        const Routing unchanged(routing);
+        routing.setComponentTypesThatAreSwitchable({u"FUSE"_s});
+        routing.setComponentTypesThatAreInterfaces({u"load"_s});
+        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)), QStringList{u"F1 F2 | J1/1"_s});
+        QCOMPARE(toTexts(Routing(routing).findPaths(fromU1, u"1"_s, fromU1, u"1"_s)), QStringList{u"|"_s});
+        routing.setComponentTypesThatAreSwitchable({});
+        QVERIFY(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s).isEmpty());
+        QVERIFY(unchanged.findPaths(fromU1, u"1"_s, toD1, u"1"_s).isEmpty());
+
+        const auto seven = chain(7);
+        Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH = 6;
+        const Routing later(seven.get());
+        Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH = 5;
+        QCOMPARE(later.findPaths(fromU1, u"1"_s, toD1, u"1"_s).size(), 1);
+    }
+
+    void resolvesTheEnds_data()
+    {
+        addRowsFrom("routing_ends.txt", {"source", "sourcePin", "destination", "destinationPin", "expected"});
+    }
+    void resolvesTheEnds()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, sourcePin);
+        QFETCH(QString, destination);
+        QFETCH(QString, destinationPin);
+        const auto netlist =
+            systemOf(u"U1 Source 1=HI,2=LO\nD1 DUT 1=IN\nP1 Source 1\nN: U1/1 D1/1\nM: U1/2"_s);
+        netlist->parts.removeLast();
+        QString outcome;
+        try {
+            const Routing routing(netlist.get());
+            outcome = toTexts(routing.findPaths({{u"Id"_s, source}}, sourcePin, {{u"Id"_s, destination}},
+                                                destinationPin))
+                          .join(u'\n');
+        } catch (const EDAException &exception) {
+            outcome = exception.message();
+        }
+        QTEST(outcome == u"|"_s ? u"PATH"_s : outcome, "expected");
+    }
+
+    void logsTheSearch()
+    {
+        const auto netlist = systemOf(u"U1 Source 1\nD1 DUT 1\nK1 Relay 1,2,3,4\nK2 Relay 1,2\n"
+                                      "A: U1/1 Z1/1 K2/1 K1/1\nB: K1/2 D1/1\nC: Z2/1 K1/3"_s);
+        netlist->parts.removeLast();
+        caughtMessages.clear();
+        QLoggingCategory::setFilterRules(u"routing.debug=true"_s);
+        const auto previous = qInstallMessageHandler(catchMessage);
+        const auto paths = Routing(netlist.get()).findPaths(fromU1, u"1"_s, toD1, u"1"_s);
+        qInstallMessageHandler(previous);
+        QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
+        QCOMPARE(toTexts(paths), QStringList{u"K1 |"_s});
+        QCOMPARE(caughtMessages.join(u'\n'),
+                 u"routing: |[CompType=Source,Id=U1]\t(A) \n"
+                 "routing: No component found for component.ref 'Z1'\n"
+                 "routing: No part found for name 'PK2' of component 'K2'\n"
+                 "routing: ||[CompType=Relay,Id=K1]\t(B) found\n"
+                 "routing: ||[CompType=Relay,Id=K1]\t(C) \n"
+                 "routing: No component found for component.ref 'Z2'\n"
+                 "routing: No component found for component.ref 'Z2'\n"
+                 "routing: No net found when searching for Node(Component.Ref=K1,PinNumber=4)"_s);
+    }
+
+    // A provider that makes new nets at every call has loops searched until a limit ends them.
+    void newNetsAreNeverRecognised()
+    {
+        const auto netlist = systemOf(u"U1 Source 1\nD1 DUT 1\nK1 Relay 1,2\nK2 Relay 1,2\nK3 Relay 1,2\n"
+                                      "A: U1/1 K1/1 K2/1\nB: K1/2 K2/2 K3/1\nC: K3/2 D1/1"_s);
+        Routing routing(netlist.get());
+        routing.setMaxSwitchingComponentsPerPath(3);
+        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
+                 (QStringList{u"K1 K3 |"_s, u"K2 K3 |"_s}));
+        netlist->makesNewNets = true;
+        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
+                 (QStringList{u"K1 K3 |"_s, u"K2 K3 |"_s, u"K1 K2 K1 K3 |"_s, u"K2 K1 K2 K3 |"_s}));
+    }
+
+    void equalsBruteForceOnRandomSystems()
+    {
+        qsizetype total = 0;
+        for (quint32 seed = 0; seed < 4000; ++seed) {
+            QRandomGenerator random(seed);
+            const auto netlist = randomSystem(random);
+            netlist->makesNewNets = random.bounded(4) == 0;
+            const int maxSwitches = random.bounded(-1, 5);
+            const int maxNodes = random.bounded(-1, 5);
+            Routing routing(netlist.get());
+            routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+            routing.setMaxAdditionalNodesPerPath(maxNodes);
+            const auto found = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
+            const auto expected = BruteForce(*netlist, maxSwitches, maxNodes, netlist->makesNewNets).paths();
+            QVERIFY2(
+                found == expected,
+                qPrintable(u"seed %1, limits %2 and %3:\n%4\nfound:\n%5\nexpected:\n%6"_s.arg(seed)
+                               .arg(maxSwitches)
+                               .arg(maxNodes)
+                               .arg(netsToText(netlist->nets), found.join(u'\n'), expected.join(u'\n'))));
+            total += found.size();
+        }
+        QVERIFY(total > 4000); // the systems do have paths
+    }
+};
+
+VELK_TEST(RoutingTest)
+
+#include "RoutingTest.moc"
