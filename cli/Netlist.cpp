@@ -19,36 +19,47 @@ namespace VelkCli {
 
 namespace {
 
-QSharedPointer<KiCadToken> readTree(const QString &fileName)
+std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName)
 {
     QFile file(fileName);
     KiCadReader reader(&file);
     switch (reader.read()) {
-    case KiCadError::NoError:
+    case KiCadNoError:
         break;
-    case KiCadError::CouldNotOpen:
+    case KiCadOpenError:
         throw CommandError{u"%1: cannot be read: %2"_s.arg(fileName, file.errorString())};
-    case KiCadError::SyntaxError:
+    case KiCadSyntaxError:
         throw CommandError{
             u"%1: %2 at line %3, column %4: a closing parenthesis without an opening one"_s.arg(
-                fileName, kiCadErrorText(KiCadError::SyntaxError), QString::number(reader.getErrorLine()),
+                fileName, kiCadErrorText(KiCadSyntaxError), QString::number(reader.getErrorLine()),
                 QString::number(reader.getErrorColumn()))};
     }
     const auto root = reader.getRoot();
     if (root.isNull() || root->name != u"export"_s)
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
-    return root;
+    auto parser = std::make_unique<KiCadNetParser>(root);
+    parser->parse();
+    // The model would silently lack what followed.
+    if (!reader.isComplete())
+        throw CommandError{
+            u"%1: ends before its last parenthesis or quote is closed; was it cut off?"_s.arg(fileName)};
+    return parser;
 }
 
 std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName)
 {
     try {
-        auto parser = std::make_unique<KiCadNetParser>(readTree(fileName));
-        parser->parse();
-        return parser;
+        return readNetlist(fileName);
     } catch (const EDAException &exception) {
         throw CommandError{u"%1: %2"_s.arg(fileName, exception.message())};
     }
+}
+
+bool isOnlyPinCalled(const QString &text, const QSharedPointer<EDAPin> &pin, const EDAPart &part)
+{
+    return std::none_of(part.pins.cbegin(), part.pins.cend(), [&](const auto &other) {
+        return other.data() != pin.data() && (other->name == text || other->number == text);
+    });
 }
 }
 
@@ -65,16 +76,10 @@ MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList
 
 QString pinText(const EDAProvider &netlist, const QString &ref, const QString &pinNumber)
 {
-    QString pinName = pinNumber;
     const auto component = netlist.getComponentByRef(ref);
     const auto part = component ? netlist.getPartByName(component->part) : nullptr;
     const auto pin = part ? part->getPinByNumber(pinNumber) : nullptr;
-    if (pin && !pin->name.isEmpty()) {
-        const auto sameName = std::count_if(part->pins.cbegin(), part->pins.cend(),
-                                            [&](const auto &other) { return other->name == pin->name; });
-        if (sameName == 1)
-            pinName = pin->name;
-    }
-    return u"%1.%2"_s.arg(ref, pinName);
+    const bool isNamed = pin && !pin->name.isEmpty() && isOnlyPinCalled(pin->name, pin, *part);
+    return u"%1.%2"_s.arg(ref, isNamed ? pin->name : pinNumber);
 }
 }

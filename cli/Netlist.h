@@ -11,8 +11,8 @@ namespace VelkCli {
 /// the first one that cannot be read or is no netlist.
 Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes);
 
-/// How people name a pin: "U1#1.HI" by its name, or by its number where the name is empty or not the only one
-/// of its kind on the component.
+/// How people name a pin: "U1#1.HI" by its name, or by its number where the name is empty or could be taken
+/// for another pin of the component.
 QString pinText(const Velk::EDAProvider &netlist, const QString &ref, const QString &pinNumber);
 }
 

@@ -31,24 +31,27 @@ struct Crossing
 class NetGraph
 {
 public:
-    explicit NetGraph(const EDAProvider &provider)
+    NetGraph(const EDAProvider &provider, const EDANetNode &destination)
         : netlist(provider)
         , nets(provider.getNets())
     {
         for (qsizetype net = 0; net < nets.size(); ++net) {
             for (const auto &node : std::as_const(nets.at(net)->nodes)) {
-                // As in the search, a node lies on the first net that holds it.
+                // As in the search, a node lies on the first net that holds it, but ends a path on any.
                 if (!netOfPin.contains({node->ref, node->pin}))
                     netOfPin.insert({node->ref, node->pin}, net);
+                if (node->matches(destination.ref, destination.pin))
+                    lastNets.insert(net);
             }
         }
     }
 
     qsizetype netOf(const EDANetNode &node) const { return netOfPin.value({node.ref, node.pin}, -1); }
     QString nameOf(qsizetype net) const { return nets.at(net)->name; }
+    bool isLast(qsizetype net) const { return lastNets.contains(net); }
 
     /// All crossings by which a path can be taken: a path does not say by which pin it leaves a component.
-    QList<Crossing> crossingsOf(const RoutingPath &path, qsizetype first, const EDANetNode &destination) const
+    QList<Crossing> crossingsOf(const RoutingPath &path, qsizetype first) const
     {
         QList<QList<Crossing>> steps;
         QSet<qsizetype> reached{first};
@@ -59,7 +62,7 @@ public:
                 reached.insert(crossing.to);
             steps.append(std::move(step));
         }
-        return thoseThatLeadTo(destination, steps);
+        return thoseThatLeadToTheEnd(steps);
     }
 
 private:
@@ -80,14 +83,10 @@ private:
         return result;
     }
 
-    QList<Crossing> thoseThatLeadTo(const EDANetNode &destination, const QList<QList<Crossing>> &steps) const
+    QList<Crossing> thoseThatLeadToTheEnd(const QList<QList<Crossing>> &steps) const
     {
         QList<Crossing> result;
-        QSet<qsizetype> wanted;
-        for (qsizetype net = 0; net < nets.size(); ++net) {
-            if (nets.at(net)->findNode(destination.ref, destination.pin))
-                wanted.insert(net);
-        }
+        QSet<qsizetype> wanted = lastNets;
         for (auto step = steps.crbegin(); step != steps.crend(); ++step) {
             QSet<qsizetype> wantedBefore;
             for (const Crossing &crossing : *step) {
@@ -104,6 +103,7 @@ private:
     const EDAProvider &netlist;
     const QList<QSharedPointer<EDANet>> nets;
     QHash<Pin, qsizetype> netOfPin;
+    QSet<qsizetype> lastNets; ///< those that hold the destination
 };
 
 QString quoted(QString text)
@@ -128,12 +128,12 @@ public:
     {
     }
 
-    void addEnd(const QSharedPointer<EDANetNode> &end, const QString &rank)
+    void addEnd(const EDANetNode &end, qsizetype net, const QString &rank)
     {
-        const QString id = quoted(u"end "_s + pinText(report.netlist, end->ref, end->pin));
+        const QString id = pinId(u"end"_s, end);
         add(u"{ rank=%1; %2 [label=%3, shape=box, style=\"rounded,filled\", fillcolor=\"#bfe3c8\"]; }"_s.arg(
-            rank, id, quoted(pinText(report.netlist, end->ref, end->pin))));
-        add(u"%1 -- %2 [penwidth=2];"_s.arg(id, addNet(graph.netOf(*end))));
+            rank, id, quoted(pinText(report.netlist, end.ref, end.pin))));
+        add(u"%1 -- %2 [penwidth=2];"_s.arg(id, addNet(net)));
     }
 
     void addCrossing(const Crossing &crossing)
@@ -147,9 +147,9 @@ public:
 
     void addSideConnection(const EDANetNode &node)
     {
-        const QString text = quoted(pinText(report.netlist, node.ref, node.pin));
-        const QString id = quoted(u"side "_s + pinText(report.netlist, node.ref, node.pin));
-        add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(id, text));
+        const QString id = pinId(u"side"_s, node);
+        add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(
+            id, quoted(pinText(report.netlist, node.ref, node.pin))));
         add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(graph.netOf(node)), id));
     }
 
@@ -175,9 +175,14 @@ private:
         statements.append(statement);
     }
 
+    static QString pinId(const QString &role, const EDANetNode &node)
+    {
+        return quoted(u"%1 %2 %3"_s.arg(role, node.ref, node.pin));
+    }
+
     QString addNet(qsizetype net)
     {
-        const QString id = quoted(u"net %1"_s.arg(net));
+        QString id = quoted(u"net %1"_s.arg(net));
         add(u"%1 [label=%2, tooltip=%3, shape=ellipse, color=\"#3b6ea5\", fontcolor=\"#3b6ea5\"];"_s.arg(
             id, quoted(netLabel(graph.nameOf(net))), quoted(graph.nameOf(net))));
         return id;
@@ -186,7 +191,7 @@ private:
     QString addComponent(const QString &ref)
     {
         const auto component = report.netlist.getComponentByRef(ref);
-        const QString id = quoted(u"component "_s + ref);
+        QString id = quoted(u"component "_s + ref);
         add(u"%1 [label=%2, tooltip=%3, shape=box, style=filled, fillcolor=\"#e8eef5\"];"_s.arg(
             id, quoted(ref), quoted(component->type() + u' ' + component->value)));
         return id;
@@ -219,16 +224,19 @@ private:
 
 QByteArray drawRoutes(const RouteReport &report)
 {
-    const NetGraph graph(report.netlist);
+    const NetGraph graph(report.netlist, *report.destination);
+    const qsizetype first = graph.netOf(*report.source);
     Drawing drawing(report, graph);
-    if (!report.paths.isEmpty()) {
-        drawing.addEnd(report.source, u"source"_s);
-        drawing.addEnd(report.destination, u"sink"_s);
-    }
     for (const auto &path : report.paths) {
-        const auto crossings = graph.crossingsOf(path, graph.netOf(*report.source), *report.destination);
-        for (const Crossing &crossing : crossings)
+        drawing.addEnd(*report.source, first, u"source"_s);
+        if (graph.isLast(first))
+            drawing.addEnd(*report.destination, first, u"sink"_s);
+        const auto crossings = graph.crossingsOf(path, first);
+        for (const Crossing &crossing : crossings) {
             drawing.addCrossing(crossing);
+            if (graph.isLast(crossing.to))
+                drawing.addEnd(*report.destination, crossing.to, u"sink"_s);
+        }
         for (const auto &node : path.additionalNodes)
             drawing.addSideConnection(*node);
     }

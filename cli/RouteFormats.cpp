@@ -68,12 +68,19 @@ QString countText(const QList<RoutingPath> &paths)
                            counts.join(u", "_s));
 }
 
-QJsonObject connectionToJson(const EDAProvider &netlist, const EDANetNode &node)
+QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPointer<EDANetNode>> &nodes)
 {
-    const auto component = netlist.getComponentByRef(node.ref);
-    const auto part = netlist.getPartByName(component->part);
-    const auto pin = part ? part->getPinByNumber(node.pin) : nullptr;
-    return {{u"component"_s, componentToJson(*component)}, {u"pin"_s, pinToJson(pin ? *pin : EDAPin())}};
+    QJsonArray connections;
+    for (const auto &node : nodes) {
+        const auto component = netlist.getComponentByRef(node->ref);
+        const auto part = netlist.getPartByName(component->part);
+        if (part.isNull())
+            continue;
+        const auto pin = part->getPinByNumber(node->pin);
+        connections.append(QJsonObject{{u"component"_s, componentToJson(*component)},
+                                       {u"pin"_s, pinToJson(pin ? *pin : EDAPin())}});
+    }
+    return connections;
 }
 }
 
@@ -100,11 +107,9 @@ QByteArray routesToJson(const RouteReport &report)
         QJsonArray switchingComponents;
         for (const auto &component : path.switchingComponents)
             switchingComponents.append(componentToJson(*component));
-        QJsonArray additionalConnections;
-        for (const auto &node : path.additionalNodes)
-            additionalConnections.append(connectionToJson(report.netlist, *node));
-        routes.append(QJsonObject{{u"switchingComponents"_s, switchingComponents},
-                                  {u"additionalConnections"_s, additionalConnections}});
+        routes.append(QJsonObject{
+            {u"switchingComponents"_s, switchingComponents},
+            {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}});
     }
     return jsonDocument(u"routes"_s, routes);
 }

@@ -26,12 +26,9 @@ std::string usageMessage(const CLI::App *app, const CLI::Error &error)
         command += " " + subcommand->get_name();
     return std::string("velk: ") + error.what() + " (see " + command + " --help)\n";
 }
-}
 
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
-    VelkCli::setUpLogging();
-
     CLI::App app(
         "Finds the chains of relays and resistors between two pins of a test system that is drawn in\n"
         "KiCad, one netlist for each board, joined where the boards plug together.",
@@ -44,12 +41,20 @@ int main(int argc, char **argv)
     app.footer("Example, from the source folder:\n"
                "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
                "\nvelk routes --help and velk list --help tell more.");
-
     try {
         app.parse(argc, argv);
         return routes.isChosen() ? routes.run() : list.run();
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? 0 : exitFailure;
+    }
+}
+}
+
+int main(int argc, char **argv)
+{
+    try {
+        VelkCli::setUpLogging();
+        return run(argc, argv);
     } catch (const VelkCli::CommandError &error) {
         return fail(qUtf8Printable(error.message));
     } catch (const std::exception &exception) {

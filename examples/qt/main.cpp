@@ -26,7 +26,7 @@ std::unique_ptr<Velk::KiCadNetParser> load(const QString &fileName)
 {
     QFile file(fileName);
     Velk::KiCadReader reader(&file);
-    if (const auto error = reader.read(); error != Velk::KiCadError::NoError)
+    if (const auto error = reader.read(); error != Velk::KiCadNoError)
         throw Velk::EDAException(u"%1: %2"_s.arg(fileName, Velk::kiCadErrorText(error)));
     auto parser = std::make_unique<Velk::KiCadNetParser>(reader.getRoot());
     parser->parse();

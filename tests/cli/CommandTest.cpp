@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -158,6 +159,20 @@ private Q_SLOTS:
         QFile file(name);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(file.readAll()), velk(arguments).output);
+    }
+
+    void refusesNetlistsThatWereCutOff()
+    {
+        QFile whole(QStringLiteral(VELK_SOURCE_DIR "/examples/demo/adapter.net"));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        const QByteArray netlist = whole.readAll().trimmed();
+        for (const qsizetype length : {netlist.size() - 1, netlist.size() - 500, qsizetype(13'250)}) {
+            QTemporaryFile file;
+            QVERIFY(file.open() && file.write(netlist.left(length)) == length && file.flush());
+            const Result result = velk({u"list"_s, u"nets"_s, file.fileName()});
+            QCOMPARE(result.status, 2);
+            QVERIFY2(result.errors.startsWith(u"velk: "_s + file.fileName()), qPrintable(result.errors));
+        }
     }
 
     void helpAndVersion()

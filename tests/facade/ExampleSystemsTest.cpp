@@ -129,7 +129,7 @@ private Q_SLOTS:
         for (const auto &name : files(demoFolder(false), demoBoards)) {
             QFile file(QString::fromStdString(name));
             KiCadReader reader(&file);
-            QCOMPARE(reader.read(), KiCadError::NoError);
+            QCOMPARE(reader.read(), KiCadNoError);
             parsers.push_back(std::make_unique<KiCadNetParser>(reader.getRoot()));
             parsers.back()->parse();
             boards.append(parsers.back().get());

@@ -56,7 +56,7 @@ private Q_SLOTS:
         KiCadReader reader(QByteArray("(a)"));
         QCOMPARE(reader.getErrorLine(), -1);
         QVERIFY(reader.getRoot().isNull());
-        QCOMPARE(reader.read(), KiCadError::NoError);
+        QCOMPARE(reader.read(), KiCadNoError);
         QCOMPARE(reader.getErrorLine(), -1);
         QCOMPARE(reader.getErrorColumn(), -1);
     }
@@ -66,18 +66,30 @@ private Q_SLOTS:
         QTemporaryDir folder;
         QFile missing(folder.filePath(u"missing.net"_s));
         KiCadReader failing(&missing);
-        QCOMPARE(failing.read(), KiCadError::CouldNotOpen);
+        QCOMPARE(failing.read(), KiCadOpenError);
 
         QFile file(QStringLiteral(VELK_TEST_DATA "/quirks/empty.net"));
         KiCadReader reader(&file);
-        QCOMPARE(reader.read(), KiCadError::NoError);
+        QCOMPARE(reader.read(), KiCadNoError);
         QVERIFY(!file.isOpen());
         QVERIFY(reader.getRoot()->find(u"/export/nets"_s));
     }
 
+    void tellsCutOffInput()
+    {
+        for (const char *input : {"(a (b)", "(a \"b", "(a))", "(a (b)) (c"}) {
+            KiCadReader reader{QByteArray(input)};
+            reader.read();
+            QVERIFY2(!reader.isComplete(), input);
+        }
+        KiCadReader reader(QByteArray("(a (b))\n"));
+        reader.read();
+        QVERIFY(reader.isComplete());
+    }
+
     void errorTexts()
     {
-        QCOMPARE(kiCadErrorText(KiCadError::NoError), u"No error"_s);
+        QCOMPARE(kiCadErrorText(KiCadNoError), u"No error"_s);
         QCOMPARE(kiCadErrorText(static_cast<KiCadError>(-1)), u"Could not open KiCad"_s);
         QCOMPARE(kiCadErrorText(static_cast<KiCadError>(-2)), u"Syntax error in KiCad"_s);
         QCOMPARE(kiCadErrorText(static_cast<KiCadError>(-3)), u"Unknown error"_s);
@@ -95,7 +107,7 @@ private:
 
     static QString outcome(KiCadReader &reader)
     {
-        if (reader.read() == KiCadError::SyntaxError)
+        if (reader.read() == KiCadSyntaxError)
             return u"error %1:%2"_s.arg(reader.getErrorLine()).arg(reader.getErrorColumn());
         return reader.getRoot() ? dump(reader.getRoot()) : u"none"_s;
     }

@@ -81,7 +81,7 @@ private:
     {
         // A name without closing parenthesis only becomes a token at the next parenthesis.
         KiCadReader reader(input + (input.endsWith(')') ? "" : "()"));
-        return reader.read() == KiCadError::NoError ? reader.getRoot() : QSharedPointer<KiCadToken>();
+        return reader.read() == KiCadNoError ? reader.getRoot() : QSharedPointer<KiCadToken>();
     }
 
     static QByteArray text(const QSharedPointer<KiCadToken> &token)

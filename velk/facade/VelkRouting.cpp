@@ -72,12 +72,12 @@ std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName)
     QFile file(fileName);
     KiCadReader reader(&file);
     const KiCadError error = reader.read();
-    if (error == KiCadError::SyntaxError) {
+    if (error == KiCadSyntaxError) {
         throw exceptionWith(u"Syntax error in KiCad file '%1' at line %2, column %3"_s.arg(
             file.fileName(), QString::number(reader.getErrorLine()),
             QString::number(reader.getErrorColumn())));
     }
-    if (error != KiCadError::NoError)
+    if (error != KiCadNoError)
         throw exceptionWith(u"%1 (%2)"_s.arg(kiCadErrorText(error), fileName));
     auto parser = std::make_unique<KiCadNetParser>(reader.getRoot());
     parser->parse();

@@ -38,9 +38,12 @@ struct VelkConnectionInfo
 /// One way from the source pin to the destination pin.
 struct VelkRoutingPath
 {
-    /// The components to switch on, from source to destination; empty where the two pins lie on one net.
+    /// The components to switch on, from source to destination; empty where the two pins lie on one net. A
+    /// component of many pins may be crossed more than once; routes that differ in the pins used alone look
+    /// the same.
     std::vector<VelkComponentInfo> switchingComponents;
-    /// Pins of other interface components on the nets in between, in the order in which they were met.
+    /// Pins of interface components on the nets in between, in the order in which they were met; other pins
+    /// of the source and of the DUT among them.
     std::vector<VelkConnectionInfo> additionalConnections;
 };
 

@@ -20,7 +20,7 @@ QString indexedPath(const QString &listPath, qsizetype index)
 
 Token requireToken(const Token &parent, const QString &path, const QString &messagePath)
 {
-    const Token token = parent ? parent->find(path) : Token();
+    Token token = parent ? parent->find(path) : Token();
     if (token.isNull())
         throw KiCadTokenNotFoundException(messagePath);
     return token;
@@ -28,7 +28,7 @@ Token requireToken(const Token &parent, const QString &path, const QString &mess
 
 QString requireText(const Token &parent, const QString &path, const QString &messagePath)
 {
-    const QString text = requireToken(parent, path, messagePath)->value;
+    QString text = requireToken(parent, path, messagePath)->value;
     if (text.isEmpty())
         throw KiCadTokenNotFoundException(messagePath);
     return text;

@@ -28,7 +28,8 @@ namespace Velk {
 ///
 /// The lists are ordered by part name, reference and net name, ascending by UTF-16 code units. All look-ups
 /// hand out copies, made anew at each call, except getComponentByProperties(), which hands out the stored
-/// object.
+/// object. Since getNets() makes new nets, a Routing directly on a parser does not recognise a net that it
+/// has visited; give it a MultipleEDAProvider over the parser instead.
 class VELK_EXPORT KiCadNetParser : public EDAProvider
 {
 public:
@@ -41,10 +42,10 @@ public:
     KiCadNetParser &operator=(const KiCadNetParser &other);
 
     /// Builds the model; call it once. Throws, for the first element that is missing:
-    /// KiCadTokenNotFoundException where the tree lacks an element (or has an empty name, reference or pin
-    /// number), EDAPartNotFoundException for a component of an unlisted part, EDAComponentNotFoundException
-    /// and EDAPinNotFoundException for a net's node on an unlisted component or pin. What was built before
-    /// stays.
+    /// KiCadTokenNotFoundException where the tree lacks an element (or has an empty reference, pin number,
+    /// part, net or property name), EDAPartNotFoundException for a component of an unlisted part,
+    /// EDAComponentNotFoundException and EDAPinNotFoundException for a net's node on an unlisted component or
+    /// pin. What was built before stays.
     void parse();
 
     QList<QSharedPointer<EDANet>> getNets() const override;

@@ -9,11 +9,11 @@ namespace Velk {
 QString kiCadErrorText(KiCadError error)
 {
     switch (error) {
-    case KiCadError::NoError:
+    case KiCadNoError:
         return u"No error"_s;
-    case KiCadError::CouldNotOpen:
+    case KiCadOpenError:
         return u"Could not open KiCad"_s;
-    case KiCadError::SyntaxError:
+    case KiCadSyntaxError:
         return u"Syntax error in KiCad"_s;
     }
     return u"Unknown error"_s;
@@ -37,28 +37,36 @@ KiCadError KiCadReader::read()
 {
     root.reset();
     stack.clear();
+    complete = false;
     if (!device->open(QIODevice::ReadOnly | QIODevice::Text))
-        return KiCadError::CouldNotOpen;
+        return KiCadOpenError;
 
     QTextStream stream(device);
     QString line;
     Pending pending;
-    KiCadError error = KiCadError::NoError;
-    for (int lineNumber = 1; error == KiCadError::NoError && stream.readLineInto(&line); ++lineNumber) {
+    KiCadError error = KiCadNoError;
+    for (int lineNumber = 1; error == KiCadNoError && stream.readLineInto(&line); ++lineNumber) {
         const qsizetype errorIndex = readLine(line, pending);
         if (errorIndex >= 0) {
             errorLine = lineNumber;
             errorColumn = static_cast<int>(errorIndex + 1);
-            error = KiCadError::SyntaxError;
+            error = KiCadSyntaxError;
         }
     }
     device->close();
+    complete =
+        error == KiCadNoError && stack.isEmpty() && pending.outsideQuotes && pending.text.trimmed().isEmpty();
     return error;
 }
 
 QSharedPointer<KiCadToken> KiCadReader::getRoot() const
 {
     return root;
+}
+
+bool KiCadReader::isComplete() const
+{
+    return complete;
 }
 
 int KiCadReader::getErrorLine() const

@@ -15,11 +15,11 @@ class QIODevice;
 namespace Velk {
 
 /// How reading ended.
-enum class KiCadError : int
+enum KiCadError : int
 {
-    NoError = 0,
-    CouldNotOpen = -1, ///< the device could not be opened
-    SyntaxError = -2,  ///< a closing parenthesis without an opening one
+    KiCadNoError = 0,
+    KiCadOpenError = -1,   ///< the device could not be opened
+    KiCadSyntaxError = -2, ///< a closing parenthesis without an opening one
 };
 
 /// "No error", "Could not open KiCad", "Syntax error in KiCad"; "Unknown error" for any other value.
@@ -54,9 +54,13 @@ public:
     /// what was read up to there.
     QSharedPointer<KiCadToken> getRoot() const;
 
+    /// True if the last read() came to the end of the input with every parenthesis and quote closed and no
+    /// text left. A netlist for which this is false was probably cut off.
+    bool isComplete() const;
+
     /// Line of the last syntax error, counted from 1; -1 when there was none.
     int getErrorLine() const;
-    /// Column of the last syntax error in characters, counted from 1; -1 when there was none.
+    /// Column of the last syntax error in UTF-16 units, counted from 1; -1 when there was none.
     int getErrorColumn() const;
 
 private:
@@ -76,6 +80,7 @@ private:
     QIODevice *device;
     QSharedPointer<KiCadToken> root;
     QList<QSharedPointer<KiCadToken>> stack;
+    bool complete = false;
     int errorLine = -1;
     int errorColumn = -1;
 };

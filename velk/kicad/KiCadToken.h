@@ -30,7 +30,7 @@ public:
     KiCadToken(KiCadToken &&other) noexcept;
     KiCadToken &operator=(KiCadToken &&other) noexcept;
 
-    /// Adds \a token as the last child and returns it.
+    /// Adds \a token, which must not be null, as the last child and returns it.
     QSharedPointer<KiCadToken> append(const QSharedPointer<KiCadToken> &token);
     /// Adds a new token as the last child and returns it.
     QSharedPointer<KiCadToken> append(const QString &childName, const QString &childValue);

@@ -39,7 +39,7 @@ EDAComponent &EDAComponent::operator=(EDAComponent &&other) noexcept = default;
 QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value,
                                                   const QString &part)
 {
-    const auto component = QSharedPointer<EDAComponent>::create();
+    auto component = QSharedPointer<EDAComponent>::create();
     component->ref = ref;
     component->value = value;
     component->part = part;
@@ -49,7 +49,7 @@ QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QStr
 QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value,
                                                   const QString &identifier, const QString &part)
 {
-    const auto component = create(ref, value, part);
+    auto component = create(ref, value, part);
     component->properties.insert(IDENTIFER, identifier);
     return component;
 }
@@ -58,7 +58,7 @@ QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QStr
                                                   const QString &identifier, const QString &part,
                                                   const QString &type)
 {
-    const auto component = create(ref, value, identifier, part);
+    auto component = create(ref, value, identifier, part);
     component->properties.insert(TYPE, type);
     return component;
 }

@@ -41,7 +41,8 @@ public:
     KiCadTokenNotFoundException(KiCadTokenNotFoundException &&other) noexcept;
     KiCadTokenNotFoundException &operator=(KiCadTokenNotFoundException &&other) noexcept;
 
-    /// Where the element should be, as "/export/components/comp[2]/ref"; indexes count from 0.
+    /// Where the element should be, as "/export/components/comp[2]/ref" or "/export/nets/net[GND]/node/pin".
+    /// A number in brackets is a position counted from 0; other text names the element.
     QString path() const;
 
 private:

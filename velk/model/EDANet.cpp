@@ -18,7 +18,7 @@ EDANet &EDANet::operator=(EDANet &&other) noexcept = default;
 
 QSharedPointer<EDANet> EDANet::create(const QString &name)
 {
-    const auto net = QSharedPointer<EDANet>::create();
+    auto net = QSharedPointer<EDANet>::create();
     net->name = name;
     return net;
 }
@@ -52,7 +52,7 @@ QList<QSharedPointer<EDANetNode>> EDANet::otherNodes(const QSharedPointer<EDANet
 
 QSharedPointer<EDANet> EDANet::clone() const
 {
-    const auto copy = create(name);
+    auto copy = create(name);
     copy->nodes.reserve(nodes.size());
     for (const auto &node : nodes)
         copy->nodes.append(node->clone());

@@ -13,7 +13,7 @@ EDANetNode &EDANetNode::operator=(EDANetNode &&other) noexcept = default;
 
 QSharedPointer<EDANetNode> EDANetNode::create(const QString &ref, const QString &pin)
 {
-    const auto node = QSharedPointer<EDANetNode>::create();
+    auto node = QSharedPointer<EDANetNode>::create();
     node->ref = ref;
     node->pin = pin;
     return node;

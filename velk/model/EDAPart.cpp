@@ -13,7 +13,7 @@ EDAPart &EDAPart::operator=(EDAPart &&other) noexcept = default;
 
 QSharedPointer<EDAPart> EDAPart::create(const QString &name, const QString &lib)
 {
-    const auto part = QSharedPointer<EDAPart>::create();
+    auto part = QSharedPointer<EDAPart>::create();
     part->name = name;
     part->lib = lib;
     return part;
@@ -21,7 +21,7 @@ QSharedPointer<EDAPart> EDAPart::create(const QString &name, const QString &lib)
 
 QSharedPointer<EDAPart> EDAPart::clone() const
 {
-    const auto copy = create(name, lib);
+    auto copy = create(name, lib);
     copy->pins.reserve(pins.size());
     for (const auto &pin : pins)
         copy->pins.append(pin->clone());

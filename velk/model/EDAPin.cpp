@@ -13,7 +13,7 @@ EDAPin &EDAPin::operator=(EDAPin &&other) noexcept = default;
 
 QSharedPointer<EDAPin> EDAPin::create(const QString &number, const QString &name, const QString &type)
 {
-    const auto pin = QSharedPointer<EDAPin>::create();
+    auto pin = QSharedPointer<EDAPin>::create();
     pin->number = number;
     pin->name = name;
     pin->type = type;

@@ -1,11 +1,6 @@
 #include <velk/provider/MultipleEDAProvider.h>
 
-#include <velk/model/RoutingLog.h>
-
-#include <QHash>
-#include <QStringList>
-
-#include <utility>
+#include <velk/provider/NetJoiner.h>
 
 using namespace Qt::StringLiterals;
 
@@ -15,8 +10,6 @@ const QString MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE = u"Connecto
 
 namespace {
 
-using Components = QMap<QString, QSharedPointer<EDAComponent>>;
-
 QString appendIndex(const QString &text, qsizetype index)
 {
     return u"%1#%2"_s.arg(text, QString::number(index));
@@ -24,89 +17,12 @@ QString appendIndex(const QString &text, qsizetype index)
 
 QSharedPointer<EDANet> copyNetWithRefExtendedByIndex(const QSharedPointer<EDANet> &net, qsizetype index)
 {
-    const auto copy = EDANet::create(appendIndex(net->name, index));
+    auto copy = EDANet::create(appendIndex(net->name, index));
     copy->nodes.reserve(net->nodes.size());
     for (const auto &node : std::as_const(net->nodes))
         copy->addNode(appendIndex(node->ref, index), node->pin);
     return copy;
 }
-
-QStringList combinedNetNames(const QList<QSharedPointer<EDANet>> &nets)
-{
-    QStringList names;
-    names.reserve(nets.size());
-    for (const auto &net : nets)
-        names.append(net->name);
-    return names;
-}
-
-QSharedPointer<EDANet> combinedNet(const QList<QSharedPointer<EDANet>> &nets)
-{
-    const auto combined = EDANet::create(combinedNetNames(nets).join(u'+'));
-    for (const auto &net : nets) {
-        for (const auto &node : std::as_const(net->nodes))
-            combined->addNode(node->ref, node->pin);
-    }
-    return combined;
-}
-
-QSharedPointer<EDAComponent> componentOfNode(const Components &components,
-                                             const QSharedPointer<EDANetNode> &node)
-{
-    const auto component = components.value(node->ref);
-    if (component.isNull())
-        qCDebug(routingLog).noquote() << u"No component found for component.ref '%1'"_s.arg(node->ref);
-    return component;
-}
-
-/// The nets still to be looked at, in order, with an index of the pins that they could be joined at. Every
-/// component's pins are in it: only the net that looks for others has to hold a connector.
-class PendingNets
-{
-public:
-    explicit PendingNets(const Components &allComponents)
-        : components(allComponents)
-    {
-    }
-
-    void append(const QSharedPointer<EDANet> &net)
-    {
-        for (const auto &node : std::as_const(net->nodes)) {
-            if (const auto component = componentOfNode(components, node))
-                positionsByPin[{component->identifier(), node->pin}].append(nets.size());
-        }
-        nets.append(net);
-    }
-
-    /// Null when none is left.
-    QSharedPointer<EDANet> takeFirst()
-    {
-        while (first < nets.size()) {
-            if (const auto net = std::exchange(nets[first++], {}))
-                return net;
-        }
-        return {};
-    }
-
-    /// Takes out and returns, in order, the nets that hold this pin of a component of this identifier.
-    QList<QSharedPointer<EDANet>> takeAllWith(const QString &identifier, const QString &pin)
-    {
-        QList<QSharedPointer<EDANet>> taken;
-        // None of these nets is left afterwards, so the entry can go: no position is ever visited twice.
-        const auto positions = positionsByPin.take({identifier, pin});
-        for (const qsizetype position : positions) {
-            if (const auto net = std::exchange(nets[position], {}))
-                taken.append(net);
-        }
-        return taken;
-    }
-
-private:
-    const Components &components;
-    QList<QSharedPointer<EDANet>> nets; ///< null where one was taken out
-    qsizetype first = 0;
-    QHash<std::pair<QString, QString>, QList<qsizetype>> positionsByPin; ///< by identifier and pin number
-};
 }
 
 MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists,
@@ -150,27 +66,14 @@ void MultipleEDAProvider::prepareComponents()
 
 void MultipleEDAProvider::prepareNets()
 {
-    PendingNets pending(components);
+    QList<QSharedPointer<EDANet>> copies;
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const auto netsOfProvider = providers.at(i)->getNets();
         for (const auto &net : netsOfProvider)
-            pending.append(copyNetWithRefExtendedByIndex(net, i + 1));
+            copies.append(copyNetWithRefExtendedByIndex(net, i + 1));
     }
-
-    while (const auto current = pending.takeFirst()) {
-        QList<QSharedPointer<EDANet>> joined{current};
-        for (const auto &node : std::as_const(current->nodes)) {
-            const auto component = componentOfNode(components, node);
-            if (component && isConnectorComponent(component))
-                joined += pending.takeAllWith(component->identifier(), node->pin);
-            if (joined.size() > 1)
-                break; // the other nodes get their turn when the joined net is looked at
-        }
-        if (joined.size() > 1)
-            pending.append(combinedNet(joined));
-        else
-            nets.append(current);
-    }
+    const auto isConnector = [this](const auto &component) { return isConnectorComponent(component); };
+    nets = NetJoiner(copies, components, isConnector).join();
 }
 
 bool MultipleEDAProvider::isConnectorComponent(const QSharedPointer<EDAComponent> &component) const

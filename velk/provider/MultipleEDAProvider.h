@@ -16,11 +16,12 @@ namespace Velk {
 /// Every reference, part name and net name gets the suffix "#n", n being the position of its netlist in the
 /// list counted from 1; values and properties stay as they are. A single netlist gets the suffix too.
 ///
-/// Two components are the same connector when the one is of a connector type and both have the same
-/// "Identifier" property, two empty ones included. The type of the other one plays no part, nor whether the
-/// two belong to different netlists. Nets that hold the same pin number (as text) of the same connector
-/// become one net. It is named by their names joined with "+" and holds all their nodes in that order. A net
-/// node whose component is not listed is logged and joins nothing.
+/// Nets that hold the same pin number (as text) of the same connector become one net, named by their names
+/// joined with "+", with all their nodes in that order. The nets are looked at in the order of the netlists.
+/// One that holds a pin of a component of a connector type is joined with all nets still to be looked at that
+/// hold this pin of a component with the same "Identifier" property; two without that property have the same.
+/// The type of the other component plays no part, nor whether it belongs to another netlist. A joined net is
+/// looked at again, last. A net node whose component is not listed is logged and joins nothing.
 ///
 /// All is copied and joined in the constructor, in time near-linear in the number of nodes; afterwards the
 /// object is read-only and does not touch the netlists that it was made from. Look-ups hand out the stored

@@ -15,19 +15,20 @@ namespace Velk {
 /// Finds the chains of switchable components (relays and resistors by default) that lead from a pin of one
 /// component to a pin of another, on any provider.
 ///
-/// From a net the search crosses every switchable component to the nets of its other pins, never visiting a
-/// net twice on one path. Pins of interface components (sources and DUTs by default) that lie on the nets it
-/// passes are collected as additional nodes, since switching the path connects them too; those on the net of
-/// the source pin and on the net of the destination pin are not.
+/// From a net the search crosses every switchable component to the nets of its other pins. It never visits a
+/// net twice on one path; a provider that makes new nets at every call, as KiCadNetParser does, defeats that,
+/// and only the limits end its loops. Pins of interface components (sources and DUTs by default) that lie on
+/// the nets passed are collected as additional nodes, since switching the path connects them too. Those on
+/// the net of the source pin and on the last net are not.
 ///
-/// The two limits bound the search, whose effort grows exponentially with them where a system has many loops:
-/// - A net is searched further while it was reached over at most maxSwitchingComponentsPerPath components.
-/// The
-///   destination is looked for before that is tested, so paths of up to *one more* are found: 6 by default.
-///   A negative limit, and 2147483647, whose successor is negative, leave direct connections only.
-/// - A branch ends where it has collected more than maxAdditionalNodesPerPath additional nodes. A negative
-/// limit
-///   leaves direct connections only.
+/// Two limits bound the search, whose effort grows exponentially with them where a system has many loops.
+///
+/// Switching components: a net is searched further while it was reached over at most this many. The
+/// destination is looked for before that is tested, so paths of up to *one more* are found, 6 by default. A
+/// negative limit, and 2147483647, whose successor is negative, leave direct connections only.
+///
+/// Additional nodes: a branch ends where it has collected more than this many. A negative limit leaves direct
+/// connections only.
 ///
 /// A Routing keeps no state between calls but this configuration, so concurrent findPaths() calls on one
 /// object are as safe as the provider's queries are; the setters must not run meanwhile.

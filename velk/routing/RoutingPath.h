@@ -13,10 +13,12 @@ namespace Velk {
 /// pins lie on one net.
 struct RoutingPath
 {
-    /// The components to switch on, from the source side to the destination side. A component with more than
-    /// two pins appears once for each path, whichever of its pins the path leaves it by.
+    /// The components to switch on, from the source side to the destination side. A component of many pins
+    /// may be crossed, and then listed, more than once. By which pins a path crosses it is not told, so paths
+    /// that differ in that alone look the same.
     QList<QSharedPointer<EDAComponent>> switchingComponents;
-    /// Pins of other interface components that the path connects too, in the order in which they were met.
+    /// Pins of interface components that the path connects besides its two ends, in the order in which they
+    /// were met; other pins of the source and of the destination component among them.
     QList<QSharedPointer<EDANetNode>> additionalNodes;
 };
 }
