@@ -53,8 +53,7 @@ Listing listComponents(const Components &components)
 
         auto others = component->properties;
         others.remove(EDAComponent::TYPE);
-        listing.text.rows.append(common +
-                                 QStringList{component->type(), EDAComponent::propertiesToString(others)});
+        listing.text.rows.append(common + QStringList{component->type(), EDAComponent::propertiesToString(others)});
 
         QStringList values;
         for (const QString &key : keys)

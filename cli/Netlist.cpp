@@ -9,7 +9,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -29,10 +28,9 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName)
     case KiCadOpenError:
         throw CommandError{u"%1: cannot be read: %2"_s.arg(fileName, file.errorString())};
     case KiCadSyntaxError:
-        throw CommandError{
-            u"%1: %2 at line %3, column %4: a closing parenthesis without an opening one"_s.arg(
-                fileName, kiCadErrorText(KiCadSyntaxError), QString::number(reader.getErrorLine()),
-                QString::number(reader.getErrorColumn()))};
+        throw CommandError{u"%1: %2 at line %3, column %4: a closing parenthesis without an opening one"_s.arg(
+            fileName, kiCadErrorText(KiCadSyntaxError), QString::number(reader.getErrorLine()),
+            QString::number(reader.getErrorColumn()))};
     }
     const auto root = reader.getRoot();
     if (root.isNull() || root->name != u"export"_s)
@@ -41,8 +39,7 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName)
     parser->parse();
     // The model would silently lack what followed.
     if (!reader.isComplete())
-        throw CommandError{
-            u"%1: ends before its last parenthesis or quote is closed; was it cut off?"_s.arg(fileName)};
+        throw CommandError{u"%1: ends before its last parenthesis or quote is closed; was it cut off?"_s.arg(fileName)};
     return parser;
 }
 
@@ -72,6 +69,14 @@ MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList
         providers.append(parsers.back().get());
     }
     return MultipleEDAProvider(providers, connectorTypes);
+}
+
+std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames)
+{
+    if (fileNames.size() == 1)
+        return loadNetlist(fileNames.first());
+    return std::make_unique<MultipleEDAProvider>(
+        loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}));
 }
 
 QString pinText(const EDAProvider &netlist, const QString &ref, const QString &pinNumber)

@@ -5,11 +5,16 @@
 
 #include <QStringList>
 
+#include <memory>
+
 namespace VelkCli {
 
 /// Reads the files and joins them at connectors of these types. Throws a CommandError that names the file for
 /// the first one that cannot be read or is no netlist.
 Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes);
+
+/// One file as it is, without the suffix "#1", or several joined.
+std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames);
 
 /// How people name a pin: "U1#1.HI" by its name, or by its number where the name is empty or could be taken
 /// for another pin of the component.

@@ -27,16 +27,14 @@ void NetlistOptions::addTo(CLI::App &command, const std::vector<std::string> &fo
     addRepeatable(command, "--switchable", switchableTypes, "CompType that a route may pass through")
         ->type_name("TYPE")
         ->capture_default_str();
-    addRepeatable(command, "--interface", interfaceTypes,
-                  "CompType whose pins a route lists as side connections")
+    addRepeatable(command, "--interface", interfaceTypes, "CompType whose pins a route lists as side connections")
         ->type_name("TYPE")
         ->capture_default_str();
     command.add_option("--format", format, "Form of the output")
         ->check(CLI::IsMember(formats))
         ->type_name("")
         ->capture_default_str();
-    command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")
-        ->type_name("FILE");
+    command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")->type_name("FILE");
     command
         .add_option("NETLIST", files,
                     "KiCad netlist files, one for each board, in the order of their numbers #1, #2, ...")
@@ -73,8 +71,7 @@ QMap<QString, QString> parseProperties(const QString &option, const std::vector<
         const QString key = text.left(sign);
         const QString value = text.mid(sign + 1);
         if (properties.value(key, value) != value)
-            throw CommandError{
-                u"%1 %2: %3 has another value already, and both have to match"_s.arg(option, text, key)};
+            throw CommandError{u"%1 %2: %3 has another value already, and both have to match"_s.arg(option, text, key)};
         properties.insert(key, value);
     }
     return properties;

@@ -206,8 +206,7 @@ private:
 
     static QString line(const QString &from, const QString &to, const QString &label)
     {
-        return label.isEmpty() ? u"%1 -- %2;"_s.arg(from, to)
-                               : u"%1 -- %2 [label=%3];"_s.arg(from, to, quoted(label));
+        return label.isEmpty() ? u"%1 -- %2;"_s.arg(from, to) : u"%1 -- %2 [label=%3];"_s.arg(from, to, quoted(label));
     }
 
     bool hasManyPins(const QString &ref) const

@@ -59,13 +59,11 @@ QString countText(const QList<RoutingPath> &paths)
         qsizetype end = first;
         while (end < paths.size() && paths.at(end).switchingComponents.size() == switches)
             ++end;
-        counts.append(u"%1 of %2"_s.arg(QString::number(end - first), counts.isEmpty()
-                                                                          ? switchCount(switches)
-                                                                          : QString::number(switches)));
+        counts.append(u"%1 of %2"_s.arg(QString::number(end - first),
+                                        counts.isEmpty() ? switchCount(switches) : QString::number(switches)));
         first = end;
     }
-    return u"%1: %2"_s.arg(paths.size() == 1 ? u"1 route"_s : u"%1 routes"_s.arg(paths.size()),
-                           counts.join(u", "_s));
+    return u"%1: %2"_s.arg(paths.size() == 1 ? u"1 route"_s : u"%1 routes"_s.arg(paths.size()), counts.join(u", "_s));
 }
 
 QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPointer<EDANetNode>> &nodes)
@@ -77,8 +75,8 @@ QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPoin
         if (part.isNull())
             continue;
         const auto pin = part->getPinByNumber(node->pin);
-        connections.append(QJsonObject{{u"component"_s, componentToJson(*component)},
-                                       {u"pin"_s, pinToJson(pin ? *pin : EDAPin())}});
+        connections.append(
+            QJsonObject{{u"component"_s, componentToJson(*component)}, {u"pin"_s, pinToJson(pin ? *pin : EDAPin())}});
     }
     return connections;
 }
@@ -87,8 +85,7 @@ QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPoin
 QByteArray routesToText(const RouteReport &report)
 {
     if (report.paths.isEmpty()) {
-        return u"no route from %1 to %2\n"_s
-            .arg(endText(report, report.source), endText(report, report.destination))
+        return u"no route from %1 to %2\n"_s.arg(endText(report, report.source), endText(report, report.destination))
             .toUtf8();
     }
     const auto numberWidth = QString::number(report.paths.size()).size();
@@ -107,22 +104,21 @@ QByteArray routesToJson(const RouteReport &report)
         QJsonArray switchingComponents;
         for (const auto &component : path.switchingComponents)
             switchingComponents.append(componentToJson(*component));
-        routes.append(QJsonObject{
-            {u"switchingComponents"_s, switchingComponents},
-            {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}});
+        routes.append(
+            QJsonObject{{u"switchingComponents"_s, switchingComponents},
+                        {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}});
     }
     return jsonDocument(u"routes"_s, routes);
 }
 
 QByteArray routesToCsv(const RouteReport &report)
 {
-    Table table{{u"route"_s, u"switches"_s, u"source"_s, u"switching components"_s, u"dut"_s,
-                 u"additional connections"_s},
-                {}};
+    Table table{
+        {u"route"_s, u"switches"_s, u"source"_s, u"switching components"_s, u"dut"_s, u"additional connections"_s}, {}};
     for (const auto &path : report.paths) {
-        table.rows.append({QString::number(table.rows.size() + 1),
-                           QString::number(path.switchingComponents.size()), endText(report, report.source),
-                           refsOf(path.switchingComponents).join(u' '), endText(report, report.destination),
+        table.rows.append({QString::number(table.rows.size() + 1), QString::number(path.switchingComponents.size()),
+                           endText(report, report.source), refsOf(path.switchingComponents).join(u' '),
+                           endText(report, report.destination),
                            pinTexts(report.netlist, path.additionalNodes).join(u' ')});
     }
     return toCsv(table);

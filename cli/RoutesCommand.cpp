@@ -42,13 +42,10 @@ RoutesCommand::RoutesCommand(CLI::App &app)
     , maxConnections(Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
     , command(app.add_subcommand("routes", "Show the routes from a source pin to a DUT pin"))
 {
-    addRepeatable(*command, "--source", sourceProperties,
-                  "Property of the source component; all given must match")
+    addRepeatable(*command, "--source", sourceProperties, "Property of the source component; all given must match")
         ->required()
         ->type_name("KEY=VALUE");
-    command->add_option("--source-pin", sourcePin, "Its pin, by number or name")
-        ->required()
-        ->type_name("PIN");
+    command->add_option("--source-pin", sourcePin, "Its pin, by number or name")->required()->type_name("PIN");
     addRepeatable(*command, "--dut", dutProperties, "Property of the DUT component; all given must match")
         ->required()
         ->type_name("KEY=VALUE");
@@ -59,18 +56,15 @@ RoutesCommand::RoutesCommand(CLI::App &app)
                      "are found")
         ->type_name("N")
         ->capture_default_str();
-    command
-        ->add_option("--max-connections", maxConnections,
-                     "Leave out routes with more side connections than N")
+    command->add_option("--max-connections", maxConnections, "Leave out routes with more side connections than N")
         ->type_name("N")
         ->capture_default_str();
     netlist.addTo(*command, {"text", "json", "csv", "dot"});
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
-    command->footer(
-        "Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n"
-        "Example, from the source folder:\n"
-        "  velk routes --source Dev=DMM --source-pin HI --dut Bench=2 --dut CompType=DUT --dut-pin OUT \\\n"
-        "    examples/demo/instruments.net examples/demo/matrix.net examples/demo/adapter.net");
+    command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n"
+                    "Example, from the source folder:\n"
+                    "  velk routes --source Dev=DMM --source-pin HI --dut Bench=2 --dut CompType=DUT --dut-pin OUT \\\n"
+                    "    examples/demo/instruments.net examples/demo/matrix.net examples/demo/adapter.net");
 }
 
 bool RoutesCommand::isChosen() const

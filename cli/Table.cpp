@@ -10,8 +10,7 @@ namespace {
 
 QString csvCell(const QString &cell)
 {
-    const bool needsQuotes =
-        std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return u"\",\r\n"_s.contains(c); });
+    const bool needsQuotes = std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return u"\",\r\n"_s.contains(c); });
     if (!needsQuotes)
         return cell;
     return u"\"%1\""_s.arg(QString(cell).replace(u'"', u"\"\""_s));

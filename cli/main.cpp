@@ -1,4 +1,5 @@
 #include "cli/CommandError.h"
+#include "cli/IniCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/RoutesCommand.h"
 #include "cli/Trace.h"
@@ -22,27 +23,31 @@ int fail(const char *message)
 std::string usageMessage(const CLI::App *app, const CLI::Error &error)
 {
     std::string command = "velk";
-    for (const CLI::App *subcommand : app->get_subcommands())
-        command += " " + subcommand->get_name();
+    while (!app->get_subcommands().empty()) {
+        app = app->get_subcommands().front();
+        command += " " + app->get_name();
+    }
     return std::string("velk: ") + error.what() + " (see " + command + " --help)\n";
 }
 
 int run(int argc, char **argv)
 {
-    CLI::App app(
-        "Finds the chains of relays and resistors between two pins of a test system that is drawn in\n"
-        "KiCad, one netlist for each board, joined where the boards plug together.",
-        "velk");
+    CLI::App app("Finds the chains of relays and resistors between two pins of a test system that is drawn in\n"
+                 "KiCad, one netlist for each board, joined where the boards plug together.",
+                 "velk");
     app.set_version_flag("--version", "velk " VELK_VERSION);
     app.require_subcommand(1);
     app.failure_message(usageMessage);
     const VelkCli::RoutesCommand routes(app);
     const VelkCli::ListCommand list(app);
+    const VelkCli::IniCommand ini(app);
     app.footer("Example, from the source folder:\n"
                "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
-               "\nvelk routes --help and velk list --help tell more.");
+               "\nvelk routes --help, velk list --help and velk ini --help tell more.");
     try {
         app.parse(argc, argv);
+        if (ini.isChosen())
+            return ini.run();
         return routes.isChosen() ? routes.run() : list.run();
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? 0 : exitFailure;

@@ -15,3 +15,15 @@ function(velk_compile_options target)
     endif()
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
 endfunction()
+
+# What the two libraries have in common besides.
+function(velk_library_options target)
+    velk_compile_options(${target})
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        VERIFY_INTERFACE_HEADER_SETS ON)
+endfunction()

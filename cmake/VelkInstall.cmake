@@ -2,7 +2,11 @@ include(CMakePackageConfigHelpers)
 
 set(VELK_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/VelkRouting)
 
-install(TARGETS VelkRouting
+set(velk_libraries VelkRouting)
+if(TARGET VelkIni)
+    list(APPEND velk_libraries VelkIni)
+endif()
+install(TARGETS ${velk_libraries}
     EXPORT VelkRoutingTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -21,8 +25,9 @@ install(FILES
     ${PROJECT_BINARY_DIR}/VelkRoutingConfigVersion.cmake
     DESTINATION ${VELK_INSTALL_CMAKEDIR})
 
+# The libraries find each other, and the command finds them, from wherever the whole installation is moved to.
+set_target_properties(${velk_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
 if(VELK_BUILD_CLI)
-    # Found from wherever the whole installation is moved to.
     file(RELATIVE_PATH relative_libdir
         ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(velk PROPERTIES INSTALL_RPATH "$ORIGIN/${relative_libdir}")

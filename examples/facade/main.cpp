@@ -13,8 +13,8 @@ int main(int argc, char **argv)
 {
     try {
         const Velk::VelkRouting routing(std::vector<std::string>(argv + 1, argv + argc));
-        const auto routes = routing.getRoutes({{"Dev", "PSU"}, {"DevNo", "1"}}, "OUT+",
-                                              {{"CompType", "DUT"}, {"Bench", "1"}}, "VCC");
+        const auto routes =
+            routing.getRoutes({{"Dev", "PSU"}, {"DevNo", "1"}}, "OUT+", {{"CompType", "DUT"}, {"Bench", "1"}}, "VCC");
         for (const auto &route : routes) {
             std::cout << "switch on:";
             for (const auto &component : route.switchingComponents)

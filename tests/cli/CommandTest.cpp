@@ -1,6 +1,7 @@
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -38,6 +39,19 @@ Result velk(const QStringList &arguments)
 const QStringList demo{u"examples/demo/instruments.net"_s, u"examples/demo/matrix.net"_s,
                        u"examples/demo/adapter.net"_s};
 
+QString read(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+void write(const QString &fileName, const QString &text)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+        qFatal("cannot write %s", qPrintable(fileName));
+}
+
 /// A query on the demo system, its text split at blanks.
 Result routes(const char *options)
 {
@@ -62,9 +76,8 @@ private Q_SLOTS:
 
     void routesAsJson()
     {
-        const Result result =
-            routes("--source Dev=FGEN --source Channel=1 --source-pin OUT --dut CompType=DUT "
-                   "--dut Bench=1 --dut-pin AUX --format json");
+        const Result result = routes("--source Dev=FGEN --source Channel=1 --source-pin OUT --dut CompType=DUT "
+                                     "--dut Bench=1 --dut-pin AUX --format json");
         const auto json = QJsonDocument::fromJson(result.output.toUtf8())[u"routes"_s].toArray();
         QCOMPARE(json.size(), 22);
         const auto relay = json.at(0)[u"switchingComponents"_s][1].toObject();
@@ -95,8 +108,7 @@ private Q_SLOTS:
 
     void trace()
     {
-        const Result result =
-            routes("--source Dev=PSU --source-pin S+ --dut Bench=1 --dut-pin SENSE+ --trace");
+        const Result result = routes("--source Dev=PSU --source-pin S+ --dut Bench=1 --dut-pin SENSE+ --trace");
         QVERIFY(result.errors.startsWith(u"|["_s));
         QVERIFY(result.errors.endsWith(u"]\t(V_S+#3+/PSU1_SP#1+/VSENSE_P#2) found\n"_s));
         QCOMPARE(result.errors.count(u'\n'), 1);
@@ -110,26 +122,21 @@ private Q_SLOTS:
                  "Fuse,1,false,false,false\nLoad,2,false,false,false\nRelay,42,true,false,false\n"
                  "Resistor,7,true,false,false\nSource,6,false,true,false\n"_s);
         const auto list = [](const QString &what, const QStringList &options = {}) {
-            const auto text =
-                velk(QStringList{u"list"_s, what, u"--format"_s, u"json"_s} + options + demo).output;
+            const auto text = velk(QStringList{u"list"_s, what, u"--format"_s, u"json"_s} + options + demo).output;
             return QJsonDocument::fromJson(text.toUtf8())[what].toArray();
         };
         QCOMPARE(list(u"components"_s).size(), 64);
-        QCOMPARE(
-            list(u"components"_s, {u"--where"_s, u"CompType=Source"_s, u"--where"_s, u"Group=SMU"_s}).size(),
-            2);
+        QCOMPARE(list(u"components"_s, {u"--where"_s, u"CompType=Source"_s, u"--where"_s, u"Group=SMU"_s}).size(), 2);
         QCOMPARE(list(u"nets"_s).size(), 59);
         QCOMPARE(list(u"nets"_s)[0][u"nodes"_s][0].toObject().keys(), (QStringList{u"pin"_s, u"ref"_s}));
         QVERIFY(list(u"parts"_s)[0][u"pins"_s][0].toObject().contains(u"number"_s));
-        QCOMPARE(velk(QStringList{u"list"_s, u"components"_s, u"--where"_s, u"Dev=PSU"_s, u"--format"_s,
-                                  u"csv"_s} +
-                      demo)
-                     .output.section(u'\n', 0, 0)
-                     .section(u',', 0, 4),
-                 u"ref,value,part,CompType,Dev"_s);
+        QCOMPARE(
+            velk(QStringList{u"list"_s, u"components"_s, u"--where"_s, u"Dev=PSU"_s, u"--format"_s, u"csv"_s} + demo)
+                .output.section(u'\n', 0, 0)
+                .section(u',', 0, 4),
+            u"ref,value,part,CompType,Dev"_s);
         QVERIFY(velk(QStringList{u"list"_s, u"nets"_s} + demo)
-                    .output.contains(
-                        u"  J1#3.SENSE+ X2#3.Pin_21 U5#1.S+ X1#1.Pin_21 X1#2.Pin_21 X2#2.Pin_21\n"_s));
+                    .output.contains(u"  J1#3.SENSE+ X2#3.Pin_21 U5#1.S+ X1#1.Pin_21 X1#2.Pin_21 X2#2.Pin_21\n"_s));
     }
 
     void refuses_data() { addRowsFrom("command_failures.txt", {"arguments", "expected"}); }
@@ -137,14 +144,12 @@ private Q_SLOTS:
     {
         QFETCH(QString, arguments);
         QFETCH(QString, expected);
-        arguments.replace(u"QUERY"_s,
-                          u"routes --source Dev=PSU --dut Bench=1 --dut-pin SENSE+ --source-pin"_s);
+        arguments.replace(u"QUERY"_s, u"routes --source Dev=PSU --dut Bench=1 --dut-pin SENSE+ --source-pin"_s);
         arguments.replace(u"DEMO"_s, demo.join(u' '));
         const Result result = velk(arguments.split(u' ', Qt::SkipEmptyParts));
         QCOMPARE(result.status, 2);
         QCOMPARE(result.output, QString());
-        QVERIFY2(result.errors.startsWith(u"velk: "_s) && result.errors.contains(expected),
-                 qPrintable(result.errors));
+        QVERIFY2(result.errors.startsWith(u"velk: "_s) && result.errors.contains(expected), qPrintable(result.errors));
         QCOMPARE(result.errors.count(u'\n'), 1);
     }
 
@@ -156,16 +161,13 @@ private Q_SLOTS:
         const Result result = velk(arguments + QStringList{u"-o"_s, name});
         QCOMPARE(result.status, 0);
         QCOMPARE(result.output, QString());
-        QFile file(name);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()), velk(arguments).output);
+        QCOMPARE(read(name), velk(arguments).output);
     }
 
     void refusesNetlistsThatWereCutOff()
     {
-        QFile whole(QStringLiteral(VELK_SOURCE_DIR "/examples/demo/adapter.net"));
-        QVERIFY(whole.open(QIODevice::ReadOnly));
-        const QByteArray netlist = whole.readAll().trimmed();
+        const QByteArray netlist =
+            read(QStringLiteral(VELK_SOURCE_DIR "/examples/demo/adapter.net")).toUtf8().trimmed();
         for (const qsizetype length : {netlist.size() - 1, netlist.size() - 500, qsizetype(13'250)}) {
             QTemporaryFile file;
             QVERIFY(file.open() && file.write(netlist.left(length)) == length && file.flush());
@@ -175,9 +177,53 @@ private Q_SLOTS:
         }
     }
 
+    void iniFiles()
+    {
+        const QString physical = velk({u"ini"_s, u"physical"_s, demo.at(0)}).output;
+        QVERIFY(physical.startsWith(u"[device->U1]\nCompType=Source\nDev=SMU\nDevNo=1\n"_s));
+        QCOMPARE(physical.count(u"[device->"_s), 6);
+        QVERIFY(velk({u"ini"_s, u"physical"_s, u"--type"_s, u"fuse"_s, demo.at(1), demo.at(0)})
+                    .output.startsWith(u"[device->F1#2]\nCompType=Fuse\n"_s));
+        const QStringList sides{u"ini"_s, u"application"_s, u"--test-system"_s, demo.at(0), u"--application"_s};
+        QVERIFY(velk(sides + QStringList{demo.at(2), demo.at(1)})
+                    .output.startsWith(
+                        u"[ResourceManager]\nTestSystemEdaNet=%1\nApplicationEdaNet=%2, %3\n\n[LogicalNames]\n"_s.arg(
+                            demo.at(0), demo.at(2), demo.at(1))));
+        QVERIFY(velk(sides + QStringList{demo.at(2), u"--test-system-name"_s, u"T"_s, u"--application-name"_s, u"A"_s})
+                    .output.startsWith(u"[ResourceManager]\nTestSystemEdaNet=T\nApplicationEdaNet=A\n"_s));
+    }
+
+    void iniWarnings_data() { addRowsFrom("ini_warnings.txt", {"text", "replacement", "status", "expected"}); }
+    void iniWarnings()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, replacement);
+        QFETCH(QString, expected);
+        QTemporaryDir folder;
+        QStringList boards;
+        for (const QString &board : {demo.at(0), demo.at(2)}) {
+            boards.append(folder.filePath(board.section(u'/', -1)));
+            write(boards.last(), read(QStringLiteral(VELK_SOURCE_DIR "/") + board).replace(text, replacement));
+        }
+        const QString output = folder.filePath(u"out.ini"_s);
+        write(output, u"as it was"_s);
+        const Result result = velk({u"ini"_s, u"application"_s, u"--test-system"_s, boards.at(0), u"--application"_s,
+                                    boards.at(1), u"-o"_s, output});
+        QTEST(QString::number(result.status), "status");
+        QCOMPARE(result.errors.isEmpty(), expected.isEmpty());
+        QVERIFY2(result.errors.contains(expected), qPrintable(result.errors));
+        QCOMPARE(read(output) == u"as it was"_s, result.status != 0);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 3);
+    }
+
     void helpAndVersion()
     {
-        for (const QStringList &command : {QStringList(), {u"routes"_s}, {u"list"_s}}) {
+        for (const QStringList &command : {QStringList(),
+                                           {u"routes"_s},
+                                           {u"list"_s},
+                                           {u"ini"_s},
+                                           {u"ini"_s, u"physical"_s},
+                                           {u"ini"_s, u"application"_s}}) {
             const Result result = velk(command + QStringList{u"--help"_s});
             QCOMPARE(result.status, 0);
             QCOMPARE(result.errors, QString());

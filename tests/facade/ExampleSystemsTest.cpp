@@ -140,8 +140,7 @@ private Q_SLOTS:
         QCOMPARE(separateNets, 111);
         QCOMPARE(system.getNets().size(), 59);
         const QStringList lines = netsToText(system.getNets()).split(u'\n');
-        QVERIFY(lines.contains(
-            u"V_S+#3+/PSU1_SP#1+/VSENSE_P#2: J1#3/7 X2#3/21 U5#1/3 X1#1/21 X1#2/21 X2#2/21"_s));
+        QVERIFY(lines.contains(u"V_S+#3+/PSU1_SP#1+/VSENSE_P#2: J1#3/7 X2#3/21 U5#1/3 X1#1/21 X1#2/21 X2#2/21"_s));
         for (const QString &name : {u"/SMU1_FL#1+/ROW2#2"_s, u"/COL1#2+COL1#3"_s, u"AGND#3+AGND#1+AGND#2"_s,
                                     u"/DMM1_SH#1+unconnected-(X1-Pin_7-Pad7)#2"_s})
             QVERIFY2(lines.filter(name + u':').size() == 1, qPrintable(name));
@@ -151,10 +150,8 @@ private Q_SLOTS:
     {
         VelkRouting routing(files(QStringLiteral(VELK_TEST_DATA "/large/"), largeBoards));
         routing.setMaxSwitchingComponentsPerPath(2);
-        QCOMPARE(routesBetween(routing, u"SMU 1 - FORCE_HI"_s, u"DUT 1 VCC"_s),
-                 QStringList{u"R1#1 K101#2 K10101#3"_s});
-        QCOMPARE(routesBetween(routing, u"DMM 2 - LO"_s, u"DUT 7 RESET"_s),
-                 QStringList{u"R16#1 K416#2 K41620#6"_s});
+        QCOMPARE(routesBetween(routing, u"SMU 1 - FORCE_HI"_s, u"DUT 1 VCC"_s), QStringList{u"R1#1 K101#2 K10101#3"_s});
+        QCOMPARE(routesBetween(routing, u"DMM 2 - LO"_s, u"DUT 7 RESET"_s), QStringList{u"R16#1 K416#2 K41620#6"_s});
         QCOMPARE(routesBetween(routing, u"FGEN 1 1 GND"_s, u"DUT 4 GND"_s), QStringList{QString()});
     }
 };

@@ -1,4 +1,5 @@
 #include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
 
 #include <velk/facade/VelkRouting.h>
 
@@ -17,22 +18,8 @@ static_assert(!std::is_base_of_v<std::exception, VelkRoutingException>);
 
 namespace {
 
-// Two relays in series, a load beside the first net and two DUTs on the net between.
-const QByteArray netlist = R"((export
-  (components
-    (comp (ref "U1") (value "smu") (libsource (part "S")) (property (name "CompType") (value "Source")))
-    (comp (ref "K1") (value "5 V") (libsource (part "K")) (property (name "CompType") (value "relay"))
-      (property (name "Card") (value "1")))
-    (comp (ref "K2") (value "") (libsource (part "K")) (property (name "CompType") (value "Relay")))
-    (comp (ref "J1") (value "") (libsource (part "S")) (property (name "CompType") (value "Dut")))
-    (comp (ref "J2") (value "Ω") (libsource (part "S")) (property (name "CompType") (value "DUT"))))
-  (libparts
-    (libpart (part "S") (pins (pin (num "1") (name "HI") (type "output"))))
-    (libpart (part "K") (pins (pin (num "1") (name "") (type "passive")) (pin (num "2") (name "") (type "passive")))))
-  (nets
-    (net (name "A") (node (ref "U1") (pin "1")) (node (ref "K1") (pin "1")))
-    (net (name "B") (node (ref "K1") (pin "2")) (node (ref "K2") (pin "1")) (node (ref "J2") (pin "1")))
-    (net (name "C") (node (ref "K2") (pin "2")) (node (ref "J1") (pin "1"))))))";
+// Two relays in series, two DUTs on the net between them.
+const QByteArray netlist = textOf("two_relays.net").toUtf8();
 
 std::string describe(const VelkComponentInfo &component)
 {
@@ -52,8 +39,7 @@ private Q_SLOTS:
         const auto routes = query(VelkRouting({write("a.net", netlist)}));
         QCOMPARE(routes.size(), std::size_t(1));
         QCOMPARE(routes[0].switchingComponents.size(), std::size_t(2));
-        QCOMPARE(describe(routes[0].switchingComponents[0]),
-                 std::string("K1#1 '5 V' K#1 Card=1 CompType=relay"));
+        QCOMPARE(describe(routes[0].switchingComponents[0]), std::string("K1#1 '5 V' K#1 Card=1 CompType=relay"));
         QCOMPARE(describe(routes[0].switchingComponents[1]), std::string("K2#1 '' K#1 CompType=Relay"));
         QCOMPARE(routes[0].additionalConnections.size(), std::size_t(1));
         const auto &connection = routes[0].additionalConnections[0];
@@ -87,10 +73,9 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("content"); // null for no file
         QTest::addColumn<QString>("expected");   // %1 stands for the file name
         QTest::newRow("missing") << QByteArray() << u"Could not open KiCad (%1)"_s;
-        QTest::newRow("syntax error")
-            << QByteArray("(export\n ))") << u"Syntax error in KiCad file '%1' at line 2, column 3"_s;
-        QTest::newRow("empty") << QByteArray("")
-                               << u"Could not find KiCad token for path '/export/libparts'"_s;
+        QTest::newRow("syntax error") << QByteArray("(export\n ))")
+                                      << u"Syntax error in KiCad file '%1' at line 2, column 3"_s;
+        QTest::newRow("empty") << QByteArray("") << u"Could not find KiCad token for path '/export/libparts'"_s;
         QTest::newRow("no components") << QByteArray("(export (libparts))")
                                        << u"Could not find KiCad token for path '/export/components'"_s;
     }
@@ -101,10 +86,7 @@ private Q_SLOTS:
         const std::string good = write("good.net", netlist);
         const std::string bad =
             content.isNull() ? folder.filePath(u"none.net"_s).toStdString() : write("bad.net", content);
-        QCOMPARE(failure([&] {
-                     VelkRouting({good, bad});
-                 }),
-                 expected.replace(u"%1"_s, QString::fromStdString(bad)));
+        QCOMPARE(failure([&] { VelkRouting({good, bad}); }), expected.replace(u"%1"_s, QString::fromStdString(bad)));
     }
 
     void refusesQueries()

@@ -13,20 +13,10 @@ using namespace Velk;
 
 namespace {
 
-const QByteArray goodNetlist = R"((export (version "E") (design (tool "x"))
-  (components
-    (comp (ref "U1") (value "") (libsource (lib "Device") (part "SMU")) (property (name "CompType") (value "Source"))
-      (property (name "dnp")) (fields (field (name "F") "text")))
-    (comp (ref "K2") (value "5V") (libsource (lib "Device") (part "Relay")) (property (name "Bench") (value "field"))
-      (sheetpath (names "/Bench=B1.Slot=3-Relays/")))
-    (comp (ref "K1") (value "5V") (libsource (lib "Device") (part "Relay"))))
-  (libparts
-    (libpart (lib "Device") (part "Relay") (pins (pin (num "1") (name "") (type ""))
-      (pin (num "2") (name "B") (type "passive"))))
-    (libpart (part "SMU") (pins (pin (num "1") (name "HI") (type "output")))))
-  (nets
-    (net (code "1") (name "/SIG") (node (ref "U1") (pin "1")) (node (ref "K1") (pin "2")))
-    (net (code "2") (name "/B") (node (ref "K1") (pin "1"))))))";
+QByteArray goodNetlist()
+{
+    return textOf("good.net").toUtf8();
+}
 
 std::unique_ptr<KiCadNetParser> parse(KiCadReader &reader)
 {
@@ -49,12 +39,11 @@ class KiCadNetParserTest : public QObject
 private Q_SLOTS:
     void buildsTheModel()
     {
-        const auto parser = parse(goodNetlist);
+        const auto parser = parse(goodNetlist());
         QStringList components;
         for (const auto &component : parser->getComponents()) {
-            components.append(
-                u"%1 '%2' %3 [%4]"_s.arg(component->ref, component->value, component->part,
-                                         EDAComponent::propertiesToString(component->properties)));
+            components.append(u"%1 '%2' %3 [%4]"_s.arg(component->ref, component->value, component->part,
+                                                       EDAComponent::propertiesToString(component->properties)));
         }
         QCOMPARE(components, (QStringList{u"K1 '5V' Relay []"_s, u"K2 '5V' Relay [Bench=B1,Slot=3]"_s,
                                           u"U1 '' SMU [CompType=Source,dnp=]"_s}));
@@ -65,14 +54,13 @@ private Q_SLOTS:
                  (QList{EDAPin::create(u"1"_s, {}, {}), EDAPin::create(u"2"_s, u"B"_s, u"passive"_s)}));
         QVERIFY(parts.at(1)->lib.isNull());
         const auto nets = parser->getNets();
-        QCOMPARE(nets,
-                 (QList{EDANet::create(u"/B"_s)->addNode(u"K1"_s, u"1"_s),
-                        EDANet::create(u"/SIG"_s)->addNode(u"U1"_s, u"1"_s)->addNode(u"K1"_s, u"2"_s)}));
+        QCOMPARE(nets, (QList{EDANet::create(u"/B"_s)->addNode(u"K1"_s, u"1"_s),
+                              EDANet::create(u"/SIG"_s)->addNode(u"U1"_s, u"1"_s)->addNode(u"K1"_s, u"2"_s)}));
     }
 
     void handsOutCopiesExceptByProperties()
     {
-        const auto parser = parse(goodNetlist);
+        const auto parser = parse(goodNetlist());
         parser->getComponents().at(0)->value = u"x"_s;
         parser->getComponentByRef(u"K1"_s)->value = u"x"_s;
         parser->getPartByName(u"SMU"_s)->pins.clear();
@@ -88,16 +76,13 @@ private Q_SLOTS:
         QVERIFY(parser->getPartByName({}).isNull());
     }
 
-    void namesWhatIsMissing_data()
-    {
-        addRowsFrom("parser_failures.txt", {"text", "replacement", "expected"});
-    }
+    void namesWhatIsMissing_data() { addRowsFrom("parser_failures.txt", {"text", "replacement", "expected"}); }
     void namesWhatIsMissing()
     {
         QFETCH(QString, text);
         QFETCH(QString, replacement);
         QFETCH(QString, expected);
-        QByteArray netlist = goodNetlist;
+        QByteArray netlist = goodNetlist();
         QVERIFY(netlist.contains(text.toUtf8()));
         netlist.replace(netlist.indexOf(text.toUtf8()), text.size(), replacement.toUtf8());
         if (expected.startsWith(u'/'))
@@ -107,13 +92,12 @@ private Q_SLOTS:
 
     void nullRootIsAnEmptyNetlist()
     {
-        QCOMPARE(failure([] { parse(QByteArray()); }),
-                 u"Could not find KiCad token for path '/export/libparts'"_s);
+        QCOMPARE(failure([] { parse(QByteArray()); }), u"Could not find KiCad token for path '/export/libparts'"_s);
     }
 
     void laterOfTwoReplacesTheEarlier()
     {
-        QByteArray netlist = goodNetlist;
+        QByteArray netlist = goodNetlist();
         netlist.replace("(ref \"K2\")", "(ref \"K1\")").replace("\"/B\"", "\"/SIG\"");
         const auto parser = parse(netlist);
         QCOMPARE(parser->getComponents().size(), 2);
@@ -149,8 +133,9 @@ private Q_SLOTS:
     void everyPrefixIsReadOrRefused()
     {
         int refused = 0;
-        for (qsizetype length = 0; length < goodNetlist.size(); ++length)
-            refused += failure([&] { parse(goodNetlist.left(length)); }).isEmpty() ? 0 : 1;
+        const QByteArray netlist = goodNetlist();
+        for (qsizetype length = 0; length < netlist.size(); ++length)
+            refused += failure([&] { parse(netlist.left(length)); }).isEmpty() ? 0 : 1;
         QVERIFY(refused > 0);
     }
 

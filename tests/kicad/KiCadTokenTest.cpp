@@ -17,9 +17,8 @@ private Q_SLOTS:
     void find()
     {
         QFETCH(QString, path);
-        const auto root =
-            read("(export \"root\" (parts (part (id \"1\") (name \"R\")) (part (id \"2\") (name \"R2\"))"
-                 "(part (id \"3\") (name \"C\")) (part (id \"4\") (name \"R\"))) (sheet \"S\"))");
+        const auto root = read("(export \"root\" (parts (part (id \"1\") (name \"R\")) (part (id \"2\") (name \"R2\"))"
+                               "(part (id \"3\") (name \"C\")) (part (id \"4\") (name \"R\"))) (sheet \"S\"))");
         const auto token = root->find(path);
         QTEST(token ? token->value : QString(), "expected");
     }
@@ -47,10 +46,9 @@ private Q_SLOTS:
     {
         QCOMPARE(text(QSharedPointer<KiCadToken>::create(u"ref"_s, u"R1"_s)), "KiCadToken('ref', 'R1')");
         QCOMPARE(text({}), "KiCadToken(nullptr)");
-        QCOMPARE(
-            text(read("(comp (ref \"R1\") (x (y \"%1\")) (z))")),
-            "KiCadToken('comp', '', [KiCadToken('ref', 'R1'), KiCadToken('x', '', [KiCadToken('y', '%1')]), "
-            "KiCadToken('z', '')])");
+        QCOMPARE(text(read("(comp (ref \"R1\") (x (y \"%1\")) (z))")),
+                 "KiCadToken('comp', '', [KiCadToken('ref', 'R1'), KiCadToken('x', '', [KiCadToken('y', '%1')]), "
+                 "KiCadToken('z', '')])");
     }
 
     void appends()
@@ -69,8 +67,8 @@ private Q_SLOTS:
         constexpr int depth = 300'000;
         const QByteArray input = QByteArray("(a").repeated(depth);
         const auto tree = read(input);
-        const QByteArray expected = QByteArray("KiCadToken('a', '', [").repeated(depth - 1) +
-                                    "KiCadToken('a', '')" + QByteArray("])").repeated(depth - 1);
+        const QByteArray expected = QByteArray("KiCadToken('a', '', [").repeated(depth - 1) + "KiCadToken('a', '')" +
+                                    QByteArray("])").repeated(depth - 1);
         QVERIFY(text(tree) == expected + ""); // without the texts in the failure message
         QVERIFY(tree == read(input + ")"));
         QVERIFY(tree != read(input + "(a)"));

@@ -69,8 +69,7 @@ private Q_SLOTS:
 
     void propertiesToString()
     {
-        QCOMPARE(EDAComponent::propertiesToString({{u"Group"_s, u"A"_s}, {u"Dev"_s, u"%2"_s}}),
-                 u"Dev=%2,Group=A"_s);
+        QCOMPARE(EDAComponent::propertiesToString({{u"Group"_s, u"A"_s}, {u"Dev"_s, u"%2"_s}}), u"Dev=%2,Group=A"_s);
         QCOMPARE(EDAComponent::propertiesToString({}), QString());
     }
 

@@ -23,10 +23,8 @@ private Q_SLOTS:
 
     void otherNodesDropsAllEqualOnes()
     {
-        const auto net = EDANet::create(u"N1"_s)
-                             ->addNode(u"K1"_s, u"1"_s)
-                             ->addNode(u"R4"_s, u"2"_s)
-                             ->addNode(u"K1"_s, u"1"_s);
+        const auto net =
+            EDANet::create(u"N1"_s)->addNode(u"K1"_s, u"1"_s)->addNode(u"R4"_s, u"2"_s)->addNode(u"K1"_s, u"1"_s);
         const auto others = net->otherNodes(EDANetNode::create(u"K1"_s, u"1"_s));
         QCOMPARE(others.size(), 1);
         QCOMPARE(others.at(0).data(), net->nodes.at(1).data());
@@ -63,8 +61,7 @@ private Q_SLOTS:
         const auto net = EDANet::create(u"GND"_s)->addNode(u"K1"_s, u"1"_s)->addNode(u"R4"_s, u"2"_s);
         QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(net)).data()),
                  "EDANet('GND', [EDANetNode(K1, 1), EDANetNode(R4, 2)])");
-        QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDANet>())).data()),
-                 "EDANet(nullptr)");
+        QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDANet>())).data()), "EDANet(nullptr)");
         QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDANetNode>())).data()),
                  "EDANetNode(nullptr)");
     }

@@ -16,8 +16,7 @@ private Q_SLOTS:
     {
         const auto part = EDAPart::create(u"R"_s, u"Device"_s);
         QVERIFY(part->getPinByNumber(u"1"_s).isNull());
-        part->pins = {EDAPin::create(u"1"_s, u"A"_s, u"passive"_s),
-                      EDAPin::create(u"2"_s, u"1"_s, u"passive"_s),
+        part->pins = {EDAPin::create(u"1"_s, u"A"_s, u"passive"_s), EDAPin::create(u"2"_s, u"1"_s, u"passive"_s),
                       EDAPin::create(u"1"_s, u"A"_s, u"output"_s)};
         // Identity, since equal pins compare equal.
         QCOMPARE(part->getPinByNumberOrName(u"1"_s).data(), part->pins.at(0).data());
@@ -38,10 +37,8 @@ private Q_SLOTS:
         QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(part)).data()), "EDAPart('R', 'Device')");
         QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(part->pins.at(0))).data()),
                  "EDAPin('3', 'OUT', 'output')");
-        QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDAPin>())).data()),
-                 "EDAPin(nullptr)");
-        QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDAPart>())).data()),
-                 "EDAPart(nullptr)");
+        QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDAPin>())).data()), "EDAPin(nullptr)");
+        QCOMPARE(QByteArray(QScopedArrayPointer<char>(toString(QSharedPointer<EDAPart>())).data()), "EDAPart(nullptr)");
     }
 
     void clonesPins()

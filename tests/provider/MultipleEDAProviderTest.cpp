@@ -20,8 +20,7 @@ QString suffixed(const QString &text, qsizetype position)
 }
 
 /// The joining as it is described: scan all pending nets for each connector node, again and again.
-QList<QSharedPointer<EDANet>> joinByScanning(const QList<EDAProvider *> &boards,
-                                             const QStringList &connectorTypes)
+QList<QSharedPointer<EDANet>> joinByScanning(const QList<EDAProvider *> &boards, const QStringList &connectorTypes)
 {
     QMap<QString, QSharedPointer<EDAComponent>> components;
     QList<QSharedPointer<EDANet>> pending, joined;
@@ -72,8 +71,8 @@ void fillRandomly(StubProvider &board, QRandomGenerator &random)
     const auto pick = [&](const QStringList &texts) { return texts.at(random.bounded(texts.size())); };
     const int componentCount = random.bounded(1, 6);
     for (int i = 0; i < componentCount; ++i) {
-        board.add(u"X%1"_s.arg(i), pick({u"Connector"_s, u"CONNECTOR"_s, u"Relay"_s, QString()}),
-                  {u"1"_s, u"2"_s}, pick({u"A"_s, u"B"_s, u"C"_s, u""_s, QString()}));
+        board.add(u"X%1"_s.arg(i), pick({u"Connector"_s, u"CONNECTOR"_s, u"Relay"_s, QString()}), {u"1"_s, u"2"_s},
+                  pick({u"A"_s, u"B"_s, u"C"_s, u""_s, QString()}));
     }
     const int netCount = random.bounded(0, 7);
     for (int i = 0; i < netCount; ++i) {
@@ -102,8 +101,8 @@ private Q_SLOTS:
         QStringList components, parts;
         for (const auto &component : joined.getComponents())
             components.append(component->ref + u':' + component->part);
-        QCOMPARE(components, (QStringList{u"D5#2:PD5#2"_s, u"R1#1:PR1#1"_s, u"R1#2:PR1#2"_s,
-                                          u"R10#1:PR10#1"_s, u"X#1#2:#2"_s}));
+        QCOMPARE(components,
+                 (QStringList{u"D5#2:PD5#2"_s, u"R1#1:PR1#1"_s, u"R1#2:PR1#2"_s, u"R10#1:PR10#1"_s, u"X#1#2:#2"_s}));
         for (const auto &part : joined.getParts())
             parts.append(part->name);
         QCOMPARE(parts, (QStringList{u"PD5#2"_s, u"PR1#1"_s, u"PR1#2"_s, u"PR10#1"_s}));
@@ -132,8 +131,7 @@ private Q_SLOTS:
                 if (words.at(0).endsWith(u':'))
                     provider.connect(words.at(0).chopped(1), words.mid(1));
                 else
-                    provider.add(words.at(0), words.at(1), {},
-                                 words.at(2) == u"-"_s ? QString() : words.at(2));
+                    provider.add(words.at(0), words.at(1), {}, words.at(2) == u"-"_s ? QString() : words.at(2));
             }
             pointers.append(&provider);
         }
@@ -159,8 +157,7 @@ private Q_SLOTS:
         StubProvider board;
         board.connect(u"A"_s, {u"Z1/1"_s});
         QLoggingCategory::setFilterRules(u"routing.debug=true"_s);
-        QTest::ignoreMessage(QtDebugMsg,
-                             QRegularExpression(u"^No component found for component.ref 'Z1#1'$"_s));
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^No component found for component.ref 'Z1#1'$"_s));
         const MultipleEDAProvider joined({&board}, {u"Connector"_s});
         QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
     }

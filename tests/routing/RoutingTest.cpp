@@ -46,8 +46,7 @@ std::unique_ptr<StubProvider> systemOf(const QString &description)
         if (words.at(0).endsWith(u':'))
             system->connect(words.at(0).chopped(1), words.mid(1));
         else
-            system->add(words.at(0), words.at(1), words.at(2).split(u','))
-                ->properties.insert(u"Id"_s, words.at(0));
+            system->add(words.at(0), words.at(1), words.at(2).split(u','))->properties.insert(u"Id"_s, words.at(0));
     }
     return system;
 }
@@ -114,8 +113,7 @@ private:
     void walk(const QString &entry, QList<Visit> visits, const QList<QSharedPointer<EDAComponent>> &crossed)
     {
         const qsizetype net = netOf(entry);
-        const bool again =
-            std::any_of(visits.cbegin(), visits.cend(), [&](const auto &v) { return v.net == net; });
+        const bool again = std::any_of(visits.cbegin(), visits.cend(), [&](const auto &v) { return v.net == net; });
         if (net < 0 || (again && !mayRevisit) || visits.size() > 5)
             return;
         if (system.nets.at(net)->findNode(u"D1"_s, u"1"_s)) {
@@ -126,8 +124,7 @@ private:
         for (const auto &node : std::as_const(system.nets.at(net)->nodes)) {
             const QString text = node->ref + u'/' + node->pin;
             const QStringList interfaces{u"source"_s, u"dut"_s};
-            if (entry != u"U1/1"_s && text != entry && text != u"U1/1"_s &&
-                interfaces.contains(typeOf(*node)))
+            if (entry != u"U1/1"_s && text != entry && text != u"U1/1"_s && interfaces.contains(typeOf(*node)))
                 visits.last().interfaces.append(node);
         }
         for (const auto &node : std::as_const(system.nets.at(net)->nodes)) {
@@ -148,8 +145,7 @@ private:
         RoutingPath path{crossed, {}};
         for (const auto &visit : visits)
             path.additionalNodes += visit.interfaces;
-        if (crossed.isEmpty() ||
-            (crossed.size() <= qint64(maxSwitches) + 1 && path.additionalNodes.size() <= maxNodes))
+        if (crossed.isEmpty() || (crossed.size() <= qint64(maxSwitches) + 1 && path.additionalNodes.size() <= maxNodes))
             found.append(path);
     }
 
@@ -211,10 +207,7 @@ private Q_SLOTS:
         QTEST(toTexts(paths).join(u'\n'), "expected");
     }
 
-    void limits_data()
-    {
-        addRowsFrom("routing_limits.txt", {"relays", "maxSwitches", "maxNodes", "expected"});
-    }
+    void limits_data() { addRowsFrom("routing_limits.txt", {"relays", "maxSwitches", "maxNodes", "expected"}); }
     void limits()
     {
         QFETCH(QString, relays);
@@ -258,15 +251,14 @@ private Q_SLOTS:
         QFETCH(QString, sourcePin);
         QFETCH(QString, destination);
         QFETCH(QString, destinationPin);
-        const auto netlist =
-            systemOf(u"U1 Source 1=HI,2=LO\nD1 DUT 1=IN\nP1 Source 1\nN: U1/1 D1/1\nM: U1/2"_s);
+        const auto netlist = systemOf(u"U1 Source 1=HI,2=LO\nD1 DUT 1=IN\nP1 Source 1\nN: U1/1 D1/1\nM: U1/2"_s);
         netlist->parts.removeLast();
         QString outcome;
         try {
             const Routing routing(netlist.get());
-            outcome = toTexts(routing.findPaths({{u"Id"_s, source}}, sourcePin, {{u"Id"_s, destination}},
-                                                destinationPin))
-                          .join(u'\n');
+            outcome =
+                toTexts(routing.findPaths({{u"Id"_s, source}}, sourcePin, {{u"Id"_s, destination}}, destinationPin))
+                    .join(u'\n');
         } catch (const EDAException &exception) {
             outcome = exception.message();
         }
@@ -303,8 +295,7 @@ private Q_SLOTS:
                                       "A: U1/1 K1/1 K2/1\nB: K1/2 K2/2 K3/1\nC: K3/2 D1/1"_s);
         Routing routing(netlist.get());
         routing.setMaxSwitchingComponentsPerPath(3);
-        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
-                 (QStringList{u"K1 K3 |"_s, u"K2 K3 |"_s}));
+        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)), (QStringList{u"K1 K3 |"_s, u"K2 K3 |"_s}));
         netlist->makesNewNets = true;
         QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
                  (QStringList{u"K1 K3 |"_s, u"K2 K3 |"_s, u"K1 K2 K1 K3 |"_s, u"K2 K1 K2 K3 |"_s}));
@@ -324,12 +315,11 @@ private Q_SLOTS:
             routing.setMaxAdditionalNodesPerPath(maxNodes);
             const auto found = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
             const auto expected = BruteForce(*netlist, maxSwitches, maxNodes, netlist->makesNewNets).paths();
-            QVERIFY2(
-                found == expected,
-                qPrintable(u"seed %1, limits %2 and %3:\n%4\nfound:\n%5\nexpected:\n%6"_s.arg(seed)
-                               .arg(maxSwitches)
-                               .arg(maxNodes)
-                               .arg(netsToText(netlist->nets), found.join(u'\n'), expected.join(u'\n'))));
+            QVERIFY2(found == expected,
+                     qPrintable(u"seed %1, limits %2 and %3:\n%4\nfound:\n%5\nexpected:\n%6"_s.arg(seed)
+                                    .arg(maxSwitches)
+                                    .arg(maxNodes)
+                                    .arg(netsToText(netlist->nets), found.join(u'\n'), expected.join(u'\n'))));
             total += found.size();
         }
         QVERIFY(total > 4000); // the systems do have paths

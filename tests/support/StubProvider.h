@@ -57,11 +57,9 @@ public:
         return firstOf(components, [&](const auto &component) { return component->ref == ref; });
     }
 
-    QSharedPointer<Velk::EDAComponent>
-    getComponentByProperties(const QMap<QString, QString> &properties) const override
+    QSharedPointer<Velk::EDAComponent> getComponentByProperties(const QMap<QString, QString> &properties) const override
     {
-        return firstOf(components,
-                       [&](const auto &component) { return component->matchesProperties(properties); });
+        return firstOf(components, [&](const auto &component) { return component->matchesProperties(properties); });
     }
 
     QList<QSharedPointer<Velk::EDAPart>> getParts() const override { return parts; }

@@ -74,8 +74,7 @@ std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName)
     const KiCadError error = reader.read();
     if (error == KiCadSyntaxError) {
         throw exceptionWith(u"Syntax error in KiCad file '%1' at line %2, column %3"_s.arg(
-            file.fileName(), QString::number(reader.getErrorLine()),
-            QString::number(reader.getErrorColumn())));
+            file.fileName(), QString::number(reader.getErrorLine()), QString::number(reader.getErrorColumn())));
     }
     if (error != KiCadNoError)
         throw exceptionWith(u"%1 (%2)"_s.arg(kiCadErrorText(error), fileName));
@@ -135,13 +134,13 @@ VelkRouting::~VelkRouting()
 
 VelkRouting &VelkRouting::operator=(const VelkRouting &other) = default;
 
-std::vector<VelkRoutingPath> VelkRouting::getRoutes(
-    const std::map<std::string, std::string> &sourceProperties, const std::string &sourcePin,
-    const std::map<std::string, std::string> &destinationProperties, const std::string &destinationPin) const
+std::vector<VelkRoutingPath> VelkRouting::getRoutes(const std::map<std::string, std::string> &sourceProperties,
+                                                    const std::string &sourcePin,
+                                                    const std::map<std::string, std::string> &destinationProperties,
+                                                    const std::string &destinationPin) const
 try {
-    const auto paths =
-        d->routing->findPaths(toQt(sourceProperties), QString::fromStdString(sourcePin),
-                              toQt(destinationProperties), QString::fromStdString(destinationPin));
+    const auto paths = d->routing->findPaths(toQt(sourceProperties), QString::fromStdString(sourcePin),
+                                             toQt(destinationProperties), QString::fromStdString(destinationPin));
     std::vector<VelkRoutingPath> routes;
     routes.reserve(static_cast<std::size_t>(paths.size()));
     for (const auto &path : paths)

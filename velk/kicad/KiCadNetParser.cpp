@@ -91,8 +91,7 @@ void KiCadNetParser::parseParts()
 void KiCadNetParser::parsePinsOfPart(const Token &libpart, const QSharedPointer<EDAPart> &part)
 {
     // Names the pin even where the whole list is missing.
-    const QString messagePath =
-        u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
+    const QString messagePath = u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
     const Token pins = requireToken(libpart, u"/libpart/pins"_s, messagePath);
     part->pins.reserve(pins->children.size());
     for (const Token &pin : std::as_const(pins->children)) {
@@ -111,8 +110,7 @@ void KiCadNetParser::parseComponents()
         const QString messagePath = indexedPath(u"/export/components/comp"_s, i);
         const QString ref = requireText(comp, u"/comp/ref"_s, messagePath + u"/ref"_s);
         const Token value = requireToken(comp, u"/comp/value"_s, messagePath + u"/value"_s);
-        const QString partName =
-            requireText(comp, u"/comp/libsource/part"_s, messagePath + u"/libsource/part"_s);
+        const QString partName = requireText(comp, u"/comp/libsource/part"_s, messagePath + u"/libsource/part"_s);
         const auto component = EDAComponent::create(ref, value->value, partName);
         parsePropertiesOfComponent(comp, component);
         parsePropertiesFromComponentSheetpath(comp, component);
@@ -125,8 +123,7 @@ void KiCadNetParser::parseComponents()
     }
 }
 
-void KiCadNetParser::parsePropertiesOfComponent(const Token &comp,
-                                                const QSharedPointer<EDAComponent> &component)
+void KiCadNetParser::parsePropertiesOfComponent(const Token &comp, const QSharedPointer<EDAComponent> &component)
 {
     const QString messagePath = u"/export/components/comp[%1]/property"_s.arg(component->ref);
     for (const Token &child : std::as_const(comp->children)) {
@@ -142,8 +139,7 @@ void KiCadNetParser::parsePropertiesFromComponentSheetpath(const Token &comp,
 {
     static const QRegularExpression propertyExpression(uR"((?<name>\w+)=(?<value>[^.]+))"_s);
 
-    const QStringList sheetNames =
-        optionalText(comp, u"/comp/sheetpath/names"_s).split(u'/', Qt::SkipEmptyParts);
+    const QStringList sheetNames = optionalText(comp, u"/comp/sheetpath/names"_s).split(u'/', Qt::SkipEmptyParts);
     for (const QString &sheetName : sheetNames) {
         auto matches = propertyExpression.globalMatch(sheetName.section(u'-', 0, -2));
         while (matches.hasNext()) {
@@ -201,8 +197,7 @@ QSharedPointer<EDAComponent> KiCadNetParser::getComponentByRef(const QString &re
     return cloneOf(components.value(ref));
 }
 
-QSharedPointer<EDAComponent>
-KiCadNetParser::getComponentByProperties(const QMap<QString, QString> &properties) const
+QSharedPointer<EDAComponent> KiCadNetParser::getComponentByProperties(const QMap<QString, QString> &properties) const
 {
     for (const auto &component : components) {
         if (component->matchesProperties(properties))

@@ -51,15 +51,13 @@ public:
     QList<QSharedPointer<EDANet>> getNets() const override;
     QList<QSharedPointer<EDAComponent>> getComponents() const override;
     QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override;
-    QSharedPointer<EDAComponent>
-    getComponentByProperties(const QMap<QString, QString> &properties) const override;
+    QSharedPointer<EDAComponent> getComponentByProperties(const QMap<QString, QString> &properties) const override;
     QList<QSharedPointer<EDAPart>> getParts() const override;
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
 
 private:
     void parseParts();
-    static void parsePinsOfPart(const QSharedPointer<KiCadToken> &libpart,
-                                const QSharedPointer<EDAPart> &part);
+    static void parsePinsOfPart(const QSharedPointer<KiCadToken> &libpart, const QSharedPointer<EDAPart> &part);
     void parseComponents();
     static void parsePropertiesOfComponent(const QSharedPointer<KiCadToken> &comp,
                                            const QSharedPointer<EDAComponent> &component);

@@ -54,8 +54,7 @@ KiCadError KiCadReader::read()
         }
     }
     device->close();
-    complete =
-        error == KiCadNoError && stack.isEmpty() && pending.outsideQuotes && pending.text.trimmed().isEmpty();
+    complete = error == KiCadNoError && stack.isEmpty() && pending.outsideQuotes && pending.text.trimmed().isEmpty();
     return error;
 }
 
@@ -84,8 +83,7 @@ qsizetype KiCadReader::readLine(const QString &line, Pending &pending)
 {
     qsizetype start = 0;
     const auto takeUpTo = [&](qsizetype end) {
-        (pending.outsideQuotes ? pending.text : pending.quoted)
-            .append(QStringView(line).mid(start, end - start));
+        (pending.outsideQuotes ? pending.text : pending.quoted).append(QStringView(line).mid(start, end - start));
         start = end + 1;
     };
     for (qsizetype i = 0; i < line.size(); ++i) {

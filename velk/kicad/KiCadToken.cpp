@@ -75,9 +75,8 @@ QSharedPointer<KiCadToken> KiCadToken::find(const QString &path)
         const auto step = steps.next();
         const QString stepName = step.captured(u"name"_s);
         const QString subname = step.captured(u"subname"_s);
-        current = subname.isEmpty()
-                      ? current->findChild(stepName, QString())
-                      : current->findLastChildWith(stepName, subname, step.captured(u"subvalue"_s));
+        current = subname.isEmpty() ? current->findChild(stepName, QString())
+                                    : current->findLastChildWith(stepName, subname, step.captured(u"subvalue"_s));
     }
     return current == nullptr || current->name.isEmpty() ? QSharedPointer<KiCadToken>() : current;
 }

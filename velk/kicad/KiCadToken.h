@@ -17,8 +17,8 @@ namespace Velk {
 class VELK_EXPORT KiCadToken : public QEnableSharedFromThis<KiCadToken>
 {
 public:
-    QString name;  ///< keyword ("comp", "ref"); never empty in a tree that was read
-    QString value; ///< quoted text; null or empty if there is none
+    QString name;                               ///< keyword ("comp", "ref"); never empty in a tree that was read
+    QString value;                              ///< quoted text; null or empty if there is none
     QList<QSharedPointer<KiCadToken>> children; ///< in file order
 
     KiCadToken();
@@ -57,10 +57,8 @@ private:
 
 /// True if both are null, or neither is and names, values and all children, in order and down to the leaves,
 /// are equal.
-VELK_EXPORT bool operator==(const QSharedPointer<Velk::KiCadToken> &a,
-                            const QSharedPointer<Velk::KiCadToken> &b);
-VELK_EXPORT bool operator!=(const QSharedPointer<Velk::KiCadToken> &a,
-                            const QSharedPointer<Velk::KiCadToken> &b);
+VELK_EXPORT bool operator==(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b);
+VELK_EXPORT bool operator!=(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b);
 
 /// Text for diagnostics in Latin-1, as "KiCadToken('comp', '', [KiCadToken('ref', 'R1')])"; the caller
 /// releases it with delete[].

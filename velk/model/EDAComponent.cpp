@@ -36,8 +36,7 @@ EDAComponent &EDAComponent::operator=(const EDAComponent &other) = default;
 EDAComponent::EDAComponent(EDAComponent &&other) noexcept = default;
 EDAComponent &EDAComponent::operator=(EDAComponent &&other) noexcept = default;
 
-QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value,
-                                                  const QString &part)
+QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value, const QString &part)
 {
     auto component = QSharedPointer<EDAComponent>::create();
     component->ref = ref;
@@ -46,17 +45,16 @@ QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QStr
     return component;
 }
 
-QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value,
-                                                  const QString &identifier, const QString &part)
+QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value, const QString &identifier,
+                                                  const QString &part)
 {
     auto component = create(ref, value, part);
     component->properties.insert(IDENTIFER, identifier);
     return component;
 }
 
-QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value,
-                                                  const QString &identifier, const QString &part,
-                                                  const QString &type)
+QSharedPointer<EDAComponent> EDAComponent::create(const QString &ref, const QString &value, const QString &identifier,
+                                                  const QString &part, const QString &type)
 {
     auto component = create(ref, value, identifier, part);
     component->properties.insert(TYPE, type);
@@ -141,7 +139,6 @@ char *toString(const QSharedPointer<Velk::EDAComponent> &component)
         return qstrdup("EDAComponent(nullptr)");
     // Value and part stand under each other's label; existing test output is compared with this text.
     const QString text = u"EDAComponent(ref='%1', value='%2', part='%3', properties=[%4])"_s.arg(
-        component->ref, component->part, component->value,
-        Velk::propertyItems(component->properties).join(u", "_s));
+        component->ref, component->part, component->value, Velk::propertyItems(component->properties).join(u", "_s));
     return qstrdup(text.toLatin1().constData());
 }

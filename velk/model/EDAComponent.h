@@ -41,12 +41,11 @@ public:
     /// A new component without properties, never null.
     static QSharedPointer<EDAComponent> create(const QString &ref, const QString &value, const QString &part);
     /// The same with the property IDENTIFER. Note the order: the identifier comes third, before \a part.
-    static QSharedPointer<EDAComponent> create(const QString &ref, const QString &value,
-                                               const QString &identifier, const QString &part);
+    static QSharedPointer<EDAComponent> create(const QString &ref, const QString &value, const QString &identifier,
+                                               const QString &part);
     /// The same with the properties IDENTIFER and TYPE.
-    static QSharedPointer<EDAComponent> create(const QString &ref, const QString &value,
-                                               const QString &identifier, const QString &part,
-                                               const QString &type);
+    static QSharedPointer<EDAComponent> create(const QString &ref, const QString &value, const QString &identifier,
+                                               const QString &part, const QString &type);
 
     /// A new component with the same contents; it shares nothing with this one.
     QSharedPointer<EDAComponent> clone() const;
@@ -75,10 +74,8 @@ public:
 
 /// True if both are null, or neither is and reference, value, part and all properties are equal. Comparing
 /// shared pointers, also within Qt containers, thus compares contents and not addresses.
-VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDAComponent> &a,
-                            const QSharedPointer<Velk::EDAComponent> &b);
-VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDAComponent> &a,
-                            const QSharedPointer<Velk::EDAComponent> &b);
+VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDAComponent> &a, const QSharedPointer<Velk::EDAComponent> &b);
+VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDAComponent> &a, const QSharedPointer<Velk::EDAComponent> &b);
 
 /// Text for diagnostics in Latin-1, in the form that Qt Test prints; the caller releases it with delete[].
 /// The part stands after "value=" and the value after "part=", which readers of such output rely on.

@@ -28,10 +28,8 @@ KiCadTokenNotFoundException::KiCadTokenNotFoundException(const QString &path)
 
 KiCadTokenNotFoundException::~KiCadTokenNotFoundException() = default;
 KiCadTokenNotFoundException::KiCadTokenNotFoundException(const KiCadTokenNotFoundException &other) = default;
-KiCadTokenNotFoundException &
-KiCadTokenNotFoundException::operator=(const KiCadTokenNotFoundException &other) = default;
-KiCadTokenNotFoundException::KiCadTokenNotFoundException(KiCadTokenNotFoundException &&other) noexcept =
-    default;
+KiCadTokenNotFoundException &KiCadTokenNotFoundException::operator=(const KiCadTokenNotFoundException &other) = default;
+KiCadTokenNotFoundException::KiCadTokenNotFoundException(KiCadTokenNotFoundException &&other) noexcept = default;
 KiCadTokenNotFoundException &
 KiCadTokenNotFoundException::operator=(KiCadTokenNotFoundException &&other) noexcept = default;
 
@@ -41,19 +39,16 @@ QString KiCadTokenNotFoundException::path() const
 }
 
 EDAComponentNotFoundException::EDAComponentNotFoundException(const QMap<QString, QString> &properties)
-    : EDAException(
-          u"No component matching properties '%1' found"_s.arg(EDAComponent::propertiesToString(properties)))
+    : EDAException(u"No component matching properties '%1' found"_s.arg(EDAComponent::propertiesToString(properties)))
     , m_properties(properties)
 {
 }
 
 EDAComponentNotFoundException::~EDAComponentNotFoundException() = default;
-EDAComponentNotFoundException::EDAComponentNotFoundException(const EDAComponentNotFoundException &other) =
-    default;
+EDAComponentNotFoundException::EDAComponentNotFoundException(const EDAComponentNotFoundException &other) = default;
 EDAComponentNotFoundException &
 EDAComponentNotFoundException::operator=(const EDAComponentNotFoundException &other) = default;
-EDAComponentNotFoundException::EDAComponentNotFoundException(EDAComponentNotFoundException &&other) noexcept =
-    default;
+EDAComponentNotFoundException::EDAComponentNotFoundException(EDAComponentNotFoundException &&other) noexcept = default;
 EDAComponentNotFoundException &
 EDAComponentNotFoundException::operator=(EDAComponentNotFoundException &&other) noexcept = default;
 
@@ -72,11 +67,9 @@ EDAPartNotFoundException::EDAPartNotFoundException(const QSharedPointer<EDACompo
 
 EDAPartNotFoundException::~EDAPartNotFoundException() = default;
 EDAPartNotFoundException::EDAPartNotFoundException(const EDAPartNotFoundException &other) = default;
-EDAPartNotFoundException &
-EDAPartNotFoundException::operator=(const EDAPartNotFoundException &other) = default;
+EDAPartNotFoundException &EDAPartNotFoundException::operator=(const EDAPartNotFoundException &other) = default;
 EDAPartNotFoundException::EDAPartNotFoundException(EDAPartNotFoundException &&other) noexcept = default;
-EDAPartNotFoundException &
-EDAPartNotFoundException::operator=(EDAPartNotFoundException &&other) noexcept = default;
+EDAPartNotFoundException &EDAPartNotFoundException::operator=(EDAPartNotFoundException &&other) noexcept = default;
 
 QSharedPointer<EDAComponent> EDAPartNotFoundException::component() const
 {
@@ -89,10 +82,8 @@ QString EDAPartNotFoundException::partName() const
 }
 
 EDAPinNotFoundException::EDAPinNotFoundException(const QSharedPointer<EDAPart> &part,
-                                                 const QSharedPointer<EDAComponent> &component,
-                                                 const QString &pin)
-    : EDAException(
-          u"No pin '%1' found for part '%2' of component '%3'"_s.arg(pin, part->name, component->ref))
+                                                 const QSharedPointer<EDAComponent> &component, const QString &pin)
+    : EDAException(u"No pin '%1' found for part '%2' of component '%3'"_s.arg(pin, part->name, component->ref))
     , m_part(part)
     , m_component(component)
     , m_pin(pin)
@@ -103,8 +94,7 @@ EDAPinNotFoundException::~EDAPinNotFoundException() = default;
 EDAPinNotFoundException::EDAPinNotFoundException(const EDAPinNotFoundException &other) = default;
 EDAPinNotFoundException &EDAPinNotFoundException::operator=(const EDAPinNotFoundException &other) = default;
 EDAPinNotFoundException::EDAPinNotFoundException(EDAPinNotFoundException &&other) noexcept = default;
-EDAPinNotFoundException &
-EDAPinNotFoundException::operator=(EDAPinNotFoundException &&other) noexcept = default;
+EDAPinNotFoundException &EDAPinNotFoundException::operator=(EDAPinNotFoundException &&other) noexcept = default;
 
 QSharedPointer<EDAPart> EDAPinNotFoundException::part() const
 {

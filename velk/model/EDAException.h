@@ -92,8 +92,8 @@ class VELK_EXPORT EDAPinNotFoundException : public EDAException
 {
 public:
     /// \a part and \a component must not be null.
-    EDAPinNotFoundException(const QSharedPointer<EDAPart> &part,
-                            const QSharedPointer<EDAComponent> &component, const QString &pin);
+    EDAPinNotFoundException(const QSharedPointer<EDAPart> &part, const QSharedPointer<EDAComponent> &component,
+                            const QString &pin);
     ~EDAPinNotFoundException();
     EDAPinNotFoundException(const EDAPinNotFoundException &other);
     EDAPinNotFoundException &operator=(const EDAPinNotFoundException &other);

@@ -15,10 +15,9 @@ namespace Velk {
 class VELK_EXPORT EDAPart
 {
 public:
-    QString name; ///< part name, by which components refer to it
-    QString lib;  ///< name of the library it comes from; may be empty
-    QList<QSharedPointer<EDAPin>>
-        pins; ///< in the order of the netlist; append to add, duplicates are allowed
+    QString name;                       ///< part name, by which components refer to it
+    QString lib;                        ///< name of the library it comes from; may be empty
+    QList<QSharedPointer<EDAPin>> pins; ///< in the order of the netlist; append to add, duplicates are allowed
 
     EDAPart();
     ~EDAPart();

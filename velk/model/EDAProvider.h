@@ -39,8 +39,7 @@ public:
 
     /// The first component, in the order of getComponents(), that EDAComponent::matchesProperties accepts, or
     /// null. An empty map gives the first component of all.
-    virtual QSharedPointer<EDAComponent>
-    getComponentByProperties(const QMap<QString, QString> &properties) const = 0;
+    virtual QSharedPointer<EDAComponent> getComponentByProperties(const QMap<QString, QString> &properties) const = 0;
 
     /// All library parts, as a list that is the caller's.
     virtual QList<QSharedPointer<EDAPart>> getParts() const = 0;

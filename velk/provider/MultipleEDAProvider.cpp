@@ -25,8 +25,7 @@ QSharedPointer<EDANet> copyNetWithRefExtendedByIndex(const QSharedPointer<EDANet
 }
 }
 
-MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists,
-                                         const QList<QString> &connectorTypes)
+MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes)
     : providers(netlists)
     , connectorComponentTypes(connectorTypes)
 {

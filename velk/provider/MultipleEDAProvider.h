@@ -45,8 +45,7 @@ public:
     QList<QSharedPointer<EDAComponent>> getComponents() const override;
     /// \a ref with its suffix: "K3#2".
     QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override;
-    QSharedPointer<EDAComponent>
-    getComponentByProperties(const QMap<QString, QString> &properties) const override;
+    QSharedPointer<EDAComponent> getComponentByProperties(const QMap<QString, QString> &properties) const override;
     QList<QSharedPointer<EDAPart>> getParts() const override;
     /// \a name with its suffix: "Relay#2".
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;

@@ -30,8 +30,7 @@ public:
     using IsConnector = std::function<bool(const QSharedPointer<EDAComponent> &)>;
 
     /// \a nets in their order; \a components by the references that the nodes use.
-    NetJoiner(const QList<QSharedPointer<EDANet>> &nets, const Components &components,
-              const IsConnector &isConnector);
+    NetJoiner(const QList<QSharedPointer<EDANet>> &nets, const Components &components, const IsConnector &isConnector);
 
     /// The nets in the order in which they are finished. Call it once.
     QList<QSharedPointer<EDANet>> join();
@@ -59,8 +58,7 @@ private:
     QList<Group> groups;      ///< by the number of the leading net
     QList<qsizetype> leaders; ///< of each net, over several steps
     QHash<ConnectorPin, QList<qsizetype>> netsByPin;
-    std::queue<std::pair<qsizetype, qsizetype>>
-        row; ///< group and place; left behind where the place has changed
+    std::queue<std::pair<qsizetype, qsizetype>> row; ///< group and place; left behind where the place has changed
     qsizetype nextPlace = 0;
 };
 }

@@ -44,14 +44,12 @@ QList<RoutingPath> PathSearch::run()
 }
 
 // The component is the one over which the node was reached.
-void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component,
-                            const QSharedPointer<EDANetNode> &node)
+void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANetNode> &node)
 {
     const auto net = findNetContainingNode(node);
     if (net.isNull()) {
-        qCDebug(routingLog).noquote()
-            << u"No net found when searching for Node(Component.Ref=%1,PinNumber=%2)"_s.arg(node->ref,
-                                                                                            node->pin);
+        qCDebug(routingLog).noquote() << u"No net found when searching for Node(Component.Ref=%1,PinNumber=%2)"_s.arg(
+            node->ref, node->pin);
         return;
     }
     if (visited.contains(net.data()))
@@ -109,9 +107,8 @@ QSharedPointer<EDANet> PathSearch::findNetContainingNode(const QSharedPointer<ED
     return {};
 }
 
-QList<NodeWithComponent>
-PathSearch::otherNodesWithComponentOfNet(const QSharedPointer<EDANet> &net,
-                                         const QSharedPointer<EDANetNode> &node) const
+QList<NodeWithComponent> PathSearch::otherNodesWithComponentOfNet(const QSharedPointer<EDANet> &net,
+                                                                  const QSharedPointer<EDANetNode> &node) const
 {
     QList<NodeWithComponent> result;
     const auto otherNodes = net->otherNodes(node);
@@ -137,28 +134,25 @@ QList<NodeWithComponent> PathSearch::switchableNodes(const QSharedPointer<EDANet
     return result;
 }
 
-QList<QSharedPointer<EDANetNode>>
-PathSearch::findAdditionalNodes(const QSharedPointer<EDANet> &net,
-                                const QSharedPointer<EDANetNode> &node) const
+QList<QSharedPointer<EDANetNode>> PathSearch::findAdditionalNodes(const QSharedPointer<EDANet> &net,
+                                                                  const QSharedPointer<EDANetNode> &node) const
 {
     QList<QSharedPointer<EDANetNode>> result;
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
-        if (other.node != source.node && other.node != destination &&
-            routing.isComponentInterface(other.component))
+        if (other.node != source.node && other.node != destination && routing.isComponentInterface(other.component))
             result.append(other.node);
     }
     return result;
 }
 
-QList<QSharedPointer<EDANetNode>>
-PathSearch::getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
-                                     const QString &pinNumber) const
+QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
+                                                                       const QString &pinNumber) const
 {
     const auto part = routing.provider->getPartByName(component->part);
     if (part.isNull()) {
-        qCDebug(routingLog).noquote()
-            << u"No part found for name '%1' of component '%2'"_s.arg(component->part, component->ref);
+        qCDebug(routingLog).noquote() << u"No part found for name '%1' of component '%2'"_s.arg(component->part,
+                                                                                                component->ref);
         return {};
     }
     QList<QSharedPointer<EDANetNode>> result;
@@ -175,14 +169,13 @@ bool PathSearch::pathLimitReached(qsizetype visitedNets) const
            additionalNodes.size() > routing.maxAdditionalNodesPerPath;
 }
 
-void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component,
-                               const QSharedPointer<EDANet> &net, bool found) const
+void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
+                               bool found) const
 {
     if (!routingLog().isDebugEnabled())
         return;
     const QString depth(visited.size() + 1, u'|');
     qCDebug(routingLog).noquote() << u"%1[%2]\t(%3) %4"_s.arg(
-        depth, EDAComponent::propertiesToString(component->properties), net->name,
-        found ? u"found"_s : QString());
+        depth, EDAComponent::propertiesToString(component->properties), net->name, found ? u"found"_s : QString());
 }
 }

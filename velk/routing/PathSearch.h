@@ -13,8 +13,7 @@ namespace Velk {
 class PathSearch
 {
 public:
-    PathSearch(const Routing &routing, const NodeWithComponent &source,
-               const QSharedPointer<EDANetNode> &destination);
+    PathSearch(const Routing &routing, const NodeWithComponent &source, const QSharedPointer<EDANetNode> &destination);
 
     /// All paths, in the order in which they are found. Call it once.
     QList<RoutingPath> run();
@@ -23,8 +22,7 @@ private:
     /// A net on the current branch and what is still to be crossed from it.
     struct Level
     {
-        QSharedPointer<EDANet>
-            net; ///< kept alive while it counts as visited, so that no other gets its address
+        QSharedPointer<EDANet> net; ///< kept alive while it counts as visited, so that no other gets its address
         qsizetype additionalNodesBefore;
         QList<NodeWithComponent> entries;          ///< switchable components that are not yet crossed
         QSharedPointer<EDAComponent> crossed;      ///< the one being crossed

@@ -89,8 +89,7 @@ bool Routing::isComponentInterface(const QSharedPointer<EDAComponent> &component
     return interfaceTypes.contains(component->type(), Qt::CaseInsensitive);
 }
 
-QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProperties,
-                                      const QString &sourcePin,
+QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                       const QMap<QString, QString> &destinationProperties,
                                       const QString &destinationPin) const
 {

@@ -1,0 +1,142 @@
+#include "cli/IniCommand.h"
+
+#include "cli/IniWarnings.h"
+#include "cli/Netlist.h"
+#include "cli/Output.h"
+
+#include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/ini/EDAPhysicalIniGenerator.h>
+
+#include <QBuffer>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+void addOutputTo(CLI::App &command, std::string &outputFile)
+{
+    command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")->type_name("FILE");
+}
+
+void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
+                const std::string &description)
+{
+    types = {defaultType.toStdString()};
+    addRepeatable(command, name, types, description)->type_name("TYPE")->capture_default_str();
+}
+
+/// The name given, or the files as they were given.
+QString netName(const std::string &name, const std::vector<std::string> &files)
+{
+    return name.empty() ? toQStringList(files).join(u", "_s) : toQString(name);
+}
+
+void print(const QStringList &warnings)
+{
+    for (const QString &warning : warnings)
+        std::fprintf(stderr, "velk: warning: %s\n", qUtf8Printable(warning));
+}
+
+/// Writes what the generator makes of the buffer, whole or not at all.
+template <typename Generate>
+void writeIni(const std::string &outputFile, Generate generate)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    generate(buffer);
+    print(duplicateKeyWarnings(buffer.data()));
+    writeOutput(toQString(outputFile), buffer.data());
+}
+}
+
+IniCommand::IniCommand(CLI::App &app)
+    : command(app.add_subcommand("ini", "Write the INI files of the test system's resource manager"))
+    , physical(command->add_subcommand("physical", "Write the physical INI: every device with its properties"))
+    , application(command->add_subcommand("application", "Write the application INI: benches and channel tables"))
+{
+    command->require_subcommand(1);
+    command->footer("Example, from the source folder:\n"
+                    "  velk ini physical examples/demo/instruments.net");
+    addPhysical();
+    addApplication();
+}
+
+void IniCommand::addPhysical()
+{
+    addTypesTo(*physical, "--type", types, EDAPhysicalIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE,
+               "CompType that is a device");
+    addOutputTo(*physical, outputFile);
+    physical
+        ->add_option("NETLIST", netlists,
+                     "KiCad netlist files; the references of several carry their numbers #1, #2, ...")
+        ->required()
+        ->type_name("");
+    physical->footer("Example, from the source folder:\n"
+                     "  velk ini physical examples/demo/instruments.net");
+}
+
+void IniCommand::addApplication()
+{
+    application
+        ->add_option("--test-system", testSystemFiles,
+                     "KiCad netlist files with the sources; the references of several carry their numbers")
+        ->required()
+        ->type_name("FILE");
+    application
+        ->add_option("--application", applicationFiles,
+                     "KiCad netlist files with the DUTs; the references of several carry their numbers")
+        ->required()
+        ->type_name("FILE");
+    addTypesTo(*application, "--dut-type", dutTypes, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
+               "CompType that is a DUT");
+    application->add_option("--test-system-name", testSystemName,
+                            "Text for TestSystemEdaNet instead of the file names");
+    application->add_option("--application-name", applicationName,
+                            "Text for ApplicationEdaNet instead of the file names");
+    addOutputTo(*application, outputFile);
+    application->footer("Example, from the source folder:\n"
+                        "  velk ini application --test-system examples/demo/instruments.net \\\n"
+                        "    --application examples/demo/adapter.net");
+}
+
+bool IniCommand::isChosen() const
+{
+    return command->parsed();
+}
+
+int IniCommand::run() const
+{
+    return physical->parsed() ? runPhysical() : runApplication();
+}
+
+int IniCommand::runPhysical() const
+{
+    const auto netlist = loadOneOrJoin(toQStringList(netlists));
+    EDAPhysicalIniGenerator generator(netlist.get());
+    generator.setComponentTypesThatAreExported(toQStringList(types));
+    writeIni(outputFile, [&](QIODevice &device) { generator.generate(&device); });
+    return 0;
+}
+
+int IniCommand::runApplication() const
+{
+    const auto testSystem = loadOneOrJoin(toQStringList(testSystemFiles));
+    const auto duts = loadOneOrJoin(toQStringList(applicationFiles));
+    checkBenchNumbers(*duts, toQStringList(dutTypes));
+    print(dutWarnings(*duts, toQStringList(dutTypes)));
+    print(sourceWarnings(*testSystem));
+
+    EDAApplicationIniGenerator generator(testSystem.get(), duts.get());
+    generator.setComponentTypesDut(toQStringList(dutTypes));
+    writeIni(outputFile, [&](QIODevice &device) {
+        generator.generate(&device, netName(testSystemName, testSystemFiles),
+                           netName(applicationName, applicationFiles));
+    });
+    return 0;
+}
+}
