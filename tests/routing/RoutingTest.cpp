@@ -3,6 +3,7 @@
 #include "tests/support/TextTable.h"
 
 #include <velk/model/EDAException.h>
+#include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
 #include <QLoggingCategory>
@@ -187,6 +188,51 @@ std::unique_ptr<StubProvider> randomSystem(QRandomGenerator &random)
     return system;
 }
 
+/// Two random boards with two connectors, where some part is unknown and some node is on a pin that its part lacks.
+std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator &random)
+{
+    std::vector<std::unique_ptr<StubProvider>> boards;
+    for (int i = 0; i < 2; ++i) {
+        boards.push_back(randomSystem(random));
+        StubProvider &board = *boards.back();
+        for (const QString &ref : {u"X1"_s, u"X2"_s}) {
+            board.add(ref, random.bounded(4) == 0 ? u"Relay"_s : u"Connector"_s, {u"1"_s, u"2"_s}, ref);
+            for (const QString &pin : {u"1"_s, u"2"_s})
+                board.nets.at(random.bounded(board.nets.size()))->addNode(ref, pin);
+        }
+        if (random.bounded(3) == 0)
+            board.nets.at(random.bounded(board.nets.size()))->addNode(u"K1"_s, u"9"_s);
+        if (random.bounded(4) == 0)
+            board.parts.removeAt(random.bounded(2, static_cast<int>(board.parts.size())));
+    }
+    return boards;
+}
+
+/// Hides what its target is besides an EDAProvider.
+class PlainProvider : public EDAProvider
+{
+public:
+    explicit PlainProvider(const EDAProvider &provider)
+        : target(provider)
+    {
+    }
+    QList<QSharedPointer<EDANet>> getNets() const override { return target.getNets(); }
+    QList<QSharedPointer<EDAComponent>> getComponents() const override { return target.getComponents(); }
+    QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override
+    {
+        return target.getComponentByRef(ref);
+    }
+    QSharedPointer<EDAComponent> getComponentByProperties(const Properties &properties) const override
+    {
+        return target.getComponentByProperties(properties);
+    }
+    QList<QSharedPointer<EDAPart>> getParts() const override { return target.getParts(); }
+    QSharedPointer<EDAPart> getPartByName(const QString &name) const override { return target.getPartByName(name); }
+
+private:
+    const EDAProvider &target;
+};
+
 QStringList caughtMessages;
 void catchMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
 {
@@ -299,6 +345,37 @@ private Q_SLOTS:
         netlist->makesNewNets = true;
         QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
                  (QStringList{u"K1 K3 |"_s, u"K2 K3 |"_s, u"K1 K2 K1 K3 |"_s, u"K2 K1 K2 K3 |"_s}));
+    }
+
+    // On joined netlists, which are indexed, branches without a way to the destination are cut.
+    void prunedSearchEqualsExhaustiveSearch()
+    {
+        qsizetype total = 0;
+        for (quint32 seed = 0; seed < 6000; ++seed) {
+            QRandomGenerator random(seed);
+            const auto boards = randomBoards(random);
+            MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
+            PlainProvider plain(joined);
+            QStringList found[2];
+            const int maxSwitches = random.bounded(8) == 0 ? 2147483646 + random.bounded(2) : random.bounded(-1, 7);
+            const int maxNodes = random.bounded(-1, 7);
+            const auto &destination =
+                random.bounded(2) == 0 ? Properties{{u"Id"_s, u"D1"_s}} : Properties{{u"Side"_s, u"2"_s}};
+            joined.getComponentByRef(u"D1#2"_s)->properties.insert(u"Side"_s, u"2"_s);
+            for (EDAProvider *provider : {static_cast<EDAProvider *>(&joined), static_cast<EDAProvider *>(&plain)}) {
+                Routing routing(provider);
+                routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+                routing.setMaxAdditionalNodesPerPath(maxNodes);
+                if (seed % 3 == 0)
+                    routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s});
+                found[provider == &plain] = toTexts(routing.findPaths(fromU1, u"1"_s, destination, u"1"_s));
+            }
+            QVERIFY2(found[0] == found[1],
+                     qPrintable(u"seed %1:\n%2\npruned:\n%3\nexhaustive:\n%4"_s.arg(seed).arg(
+                         netsToText(joined.getNets()), found[0].join(u'\n'), found[1].join(u'\n'))));
+            total += found[0].size();
+        }
+        QVERIFY(total > 6000); // the systems do have paths
     }
 
     void equalsBruteForceOnRandomSystems()

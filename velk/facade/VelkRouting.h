@@ -78,8 +78,9 @@ private:
 /// By default components whose "CompType" is "Relay" or "Resistor" can be switched through, and "Source" and
 /// "DUT" are interfaces. Types are compared without regard to case.
 ///
-/// Use one object in one thread at a time. Every net that a query visits is logged through Qt's logging
-/// category "routing"; the environment variable QT_LOGGING_RULES="routing.debug=false" silences that.
+/// Use one object in one thread at a time. Every net that a query visits is logged through Qt's logging category
+/// "routing", which costs far more than the search; the environment variable QT_LOGGING_RULES="routing.debug=false"
+/// silences that and lets the search leave out what cannot lead to a route.
 class VELK_EXPORT VelkRouting
 {
 public:

@@ -1,6 +1,9 @@
 #include <velk/provider/MultipleEDAProvider.h>
 
+#include <velk/model/NetlistIndex.h>
 #include <velk/provider/NetJoiner.h>
+
+#include <typeinfo>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +35,7 @@ MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, c
     prepareParts();
     prepareComponents();
     prepareNets();
+    index = std::make_shared<const NetlistIndex>(nets, components, parts);
 }
 
 MultipleEDAProvider::~MultipleEDAProvider() = default;
@@ -73,6 +77,12 @@ void MultipleEDAProvider::prepareNets()
     }
     const auto isConnector = [this](const auto &component) { return isConnectorComponent(component); };
     nets = NetJoiner(copies, components, isConnector).join();
+}
+
+// A derived class may answer queries in a way of its own.
+const NetlistIndex *MultipleEDAProvider::netlistIndex() const
+{
+    return typeid(*this) == typeid(MultipleEDAProvider) ? index.get() : nullptr;
 }
 
 bool MultipleEDAProvider::isConnectorComponent(const QSharedPointer<EDAComponent> &component) const

@@ -3,11 +3,14 @@
 
 #include <velk/VelkExport.h>
 #include <velk/model/EDAProvider.h>
+#include <velk/model/IndexedProvider.h>
 
 #include <QList>
 #include <QMap>
 #include <QSharedPointer>
 #include <QString>
+
+#include <memory>
 
 namespace Velk {
 
@@ -26,7 +29,7 @@ namespace Velk {
 /// All is copied and joined in the constructor, in time near-linear in the number of nodes; afterwards the
 /// object is read-only and does not touch the netlists that it was made from. Look-ups hand out the stored
 /// objects. Components and parts come in the order of their suffixed names, ascending by UTF-16 code units.
-class VELK_EXPORT MultipleEDAProvider : public EDAProvider
+class VELK_EXPORT MultipleEDAProvider : public EDAProvider, public IndexedProvider
 {
 public:
     static const QString DEFAULT_CONNECTOR_COMPONENT_TYPE; ///< "Connector"
@@ -50,6 +53,8 @@ public:
     /// \a name with its suffix: "Relay#2".
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
 
+    const NetlistIndex *netlistIndex() const override;
+
 private:
     void prepareParts();
     void prepareComponents();
@@ -61,6 +66,7 @@ private:
     QList<QSharedPointer<EDANet>> nets;
     QMap<QString, QSharedPointer<EDAPart>> parts;
     QMap<QString, QSharedPointer<EDAComponent>> components;
+    std::shared_ptr<const NetlistIndex> index;
 };
 }
 

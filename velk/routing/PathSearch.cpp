@@ -6,16 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace Velk {
 
-namespace {
-
-// The limits are documented to wrap: the largest int has a negative successor. Unsigned, since overflow of
-// signed numbers is undefined.
-int successor(int limit)
-{
-    return static_cast<int>(static_cast<unsigned int>(limit) + 1U);
-}
-}
-
 PathSearch::PathSearch(const Routing &configuredRouting, const NodeWithComponent &sourceNode,
                        const QSharedPointer<EDANetNode> &destinationNode)
     : routing(configuredRouting)
@@ -165,8 +155,7 @@ QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSh
 
 bool PathSearch::pathLimitReached(qsizetype visitedNets) const
 {
-    return visitedNets > successor(routing.maxSwitchingComponentsPerPath) ||
-           additionalNodes.size() > routing.maxAdditionalNodesPerPath;
+    return visitedNets > routing.maxNetsSearchedPerPath() || additionalNodes.size() > routing.maxAdditionalNodesPerPath;
 }
 
 void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,

@@ -1,7 +1,10 @@
 #include <velk/routing/Routing.h>
 
 #include <velk/model/EDAException.h>
+#include <velk/model/IndexedProvider.h>
+#include <velk/model/RoutingLog.h>
 #include <velk/routing/PathSearch.h>
+#include <velk/routing/PrunedPathSearch.h>
 
 #include <algorithm>
 #include <tuple>
@@ -79,6 +82,13 @@ void Routing::setMaxAdditionalNodesPerPath(int limit)
     maxAdditionalNodesPerPath = limit;
 }
 
+// One more than the limit of switches. The limit is documented to wrap, so the largest one leads to a negative number;
+// unsigned, since overflow of signed numbers is undefined.
+int Routing::maxNetsSearchedPerPath() const
+{
+    return static_cast<int>(static_cast<unsigned int>(maxSwitchingComponentsPerPath) + 1U);
+}
+
 bool Routing::isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const
 {
     return switchableTypes.contains(component->type(), Qt::CaseInsensitive);
@@ -95,9 +105,27 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
 {
     const auto source = findNode(*provider, sourceProperties, sourcePin);
     const auto destination = findNode(*provider, destinationProperties, destinationPin);
-    auto paths = PathSearch(*this, source, destination.node).run();
+    auto paths = search(source, destination.node);
     // Stable, so that the same netlist always gives the same order.
     std::stable_sort(paths.begin(), paths.end(), comesFirst);
     return paths;
+}
+
+QList<RoutingPath> Routing::search(const NodeWithComponent &source, const QSharedPointer<EDANetNode> &destination) const
+{
+    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
+    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
+    // The trace shows every net that an exhaustive search visits.
+    if (!index || routingLog().isDebugEnabled())
+        return PathSearch(*this, source, destination).run();
+
+    PrunedSearchRules rules{maxNetsSearchedPerPath(), maxAdditionalNodesPerPath, {}, {}};
+    for (const QString &type : index->componentTypes()) {
+        rules.isSwitchable.push_back(switchableTypes.contains(type, Qt::CaseInsensitive));
+        rules.isInterface.push_back(interfaceTypes.contains(type, Qt::CaseInsensitive));
+    }
+    return PrunedPathSearch(*index, rules, index->terminal(source.node->ref, source.node->pin),
+                            index->terminal(destination->ref, destination->pin))
+        .run();
 }
 }
