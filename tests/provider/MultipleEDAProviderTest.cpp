@@ -82,6 +82,19 @@ void fillRandomly(StubProvider &board, QRandomGenerator &random)
         board.connect(u"N%1"_s.arg(i), nodes);
     }
 }
+
+using Properties = QMap<QString, QString>;
+Properties randomProperties(QRandomGenerator &random)
+{
+    Properties result;
+    for (const auto &[key, values] :
+         {std::pair(u"CompType"_s, QStringList{u"Relay"_s, u"CONNECTOR"_s, u""_s, u"relay"_s}),
+          std::pair(u"Identifier"_s, QStringList{u"A"_s, u"B"_s, u""_s, u"Z"_s})}) {
+        if (random.bounded(3) > 0)
+            result.insert(key, values.at(random.bounded(values.size())));
+    }
+    return result;
+}
 }
 
 class MultipleEDAProviderTest : public QObject
@@ -173,8 +186,15 @@ private Q_SLOTS:
                 pointers.append(&board);
             }
             const QStringList types{u"connector"_s};
-            const QString fast = netsToText(MultipleEDAProvider(pointers, types).getNets());
+            const MultipleEDAProvider joined(pointers, types);
+            const QString fast = netsToText(joined.getNets());
             const QString scanned = netsToText(joinByScanning(pointers, types));
+            const Properties wanted = randomProperties(random);
+            const auto all = joined.getComponents();
+            const auto first =
+                std::find_if(all.cbegin(), all.cend(), [&](const auto &c) { return c->matchesProperties(wanted); });
+            const auto expected = first == all.cend() ? nullptr : first->data();
+            QVERIFY2(joined.getComponentByProperties(wanted).data() == expected, qPrintable(u"seed %1"_s.arg(seed)));
             QVERIFY2(fast == scanned, qPrintable(u"seed %1:\n%2\n%3"_s.arg(seed).arg(fast, scanned)));
         }
     }

@@ -354,6 +354,7 @@ private Q_SLOTS:
         for (quint32 seed = 0; seed < 6000; ++seed) {
             QRandomGenerator random(seed);
             const auto boards = randomBoards(random);
+            boards[1]->getComponentByRef(u"D1"_s)->properties.insert(u"Side"_s, u"2"_s);
             MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
             PlainProvider plain(joined);
             QStringList found[2];
@@ -361,7 +362,6 @@ private Q_SLOTS:
             const int maxNodes = random.bounded(-1, 7);
             const auto &destination =
                 random.bounded(2) == 0 ? Properties{{u"Id"_s, u"D1"_s}} : Properties{{u"Side"_s, u"2"_s}};
-            joined.getComponentByRef(u"D1#2"_s)->properties.insert(u"Side"_s, u"2"_s);
             for (EDAProvider *provider : {static_cast<EDAProvider *>(&joined), static_cast<EDAProvider *>(&plain)}) {
                 Routing routing(provider);
                 routing.setMaxSwitchingComponentsPerPath(maxSwitches);

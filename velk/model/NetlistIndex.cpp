@@ -28,7 +28,11 @@ NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDANet>> &allNets,
 
 void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDAPart> &part)
 {
-    numbersByRef.insert(component->ref, static_cast<int>(components.size()));
+    const int number = static_cast<int>(components.size());
+    numbersByRef.insert(component->ref, number);
+    const auto &properties = component->properties;
+    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
+        numbersByProperty[{it.key(), it.value()}].push_back(number);
     components.append(component);
     partsOfComponents.push_back(part);
 
@@ -71,6 +75,27 @@ void NetlistIndex::addNet(const QSharedPointer<EDANet> &net, int number)
             hiddenNets.insert(component, number);
         }
     }
+}
+
+QSharedPointer<EDAComponent> NetlistIndex::componentWith(const QMap<QString, QString> &properties) const
+{
+    const std::vector<int> *fewest = nullptr;
+    for (auto it = properties.cbegin(); it != properties.cend(); ++it) {
+        if (it.value().isEmpty())
+            continue; // also matches components without the property, so it does not narrow the choice
+        const auto having = numbersByProperty.constFind({it.key(), it.value()});
+        if (having == numbersByProperty.cend())
+            return {};
+        if (!fewest || having->size() < fewest->size())
+            fewest = &*having;
+    }
+    const auto candidateCount = fewest ? fewest->size() : static_cast<std::size_t>(components.size());
+    for (std::size_t i = 0; i < candidateCount; ++i) {
+        const auto &candidate = components.at(fewest ? (*fewest)[i] : static_cast<int>(i));
+        if (candidate->matchesProperties(properties))
+            return candidate;
+    }
+    return {};
 }
 
 QList<int> NetlistIndex::netsOfTerminal(int terminal) const

@@ -11,6 +11,7 @@
 #include <QMultiHash>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 namespace Velk {
@@ -48,6 +49,9 @@ public:
     /// The terminal of a listed component's pin, or none.
     int terminal(const QString &ref, const QString &pinNumber) const;
 
+    /// The first component that has all these properties, or null.
+    QSharedPointer<EDAComponent> componentWith(const QMap<QString, QString> &properties) const;
+
     /// Nets where the component has a node that netOfTerminal() does not lead to: a node that lies on two nets, or one
     /// on a pin that the part lacks.
     QList<int> hiddenNetsOfComponent(int component) const { return hiddenNets.values(component); }
@@ -70,6 +74,7 @@ private:
     QList<QSharedPointer<EDANet>> nets;
     QList<QSharedPointer<EDAComponent>> components;
     QHash<QString, int> numbersByRef;
+    QHash<std::pair<QString, QString>, std::vector<int>> numbersByProperty; ///< ascending, by key and value
     QHash<QString, int> typesByText;
     QList<QString> types;
     std::vector<int> typeIds;

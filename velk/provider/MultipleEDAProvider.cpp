@@ -108,11 +108,7 @@ QSharedPointer<EDAComponent> MultipleEDAProvider::getComponentByRef(const QStrin
 QSharedPointer<EDAComponent>
 MultipleEDAProvider::getComponentByProperties(const QMap<QString, QString> &properties) const
 {
-    for (const auto &component : components) {
-        if (component->matchesProperties(properties))
-            return component;
-    }
-    return {};
+    return index->componentWith(properties);
 }
 
 QList<QSharedPointer<EDAPart>> MultipleEDAProvider::getParts() const
