@@ -38,8 +38,11 @@ QString netName(const std::string &name, const std::vector<std::string> &files)
 
 void print(const QStringList &warnings)
 {
-    for (const QString &warning : warnings)
+    constexpr qsizetype most = 20;
+    for (const QString &warning : warnings.mid(0, most))
         std::fprintf(stderr, "velk: warning: %s\n", qUtf8Printable(warning));
+    if (warnings.size() > most)
+        std::fprintf(stderr, "velk: warning: %lld more of this kind\n", static_cast<long long>(warnings.size() - most));
 }
 
 /// Writes what the generator makes of the buffer, whole or not at all.
@@ -117,6 +120,7 @@ int IniCommand::run() const
 int IniCommand::runPhysical() const
 {
     const auto netlist = loadOneOrJoin(toQStringList(netlists));
+    print(deviceWarnings(*netlist, toQStringList(types)));
     EDAPhysicalIniGenerator generator(netlist.get());
     generator.setComponentTypesThatAreExported(toQStringList(types));
     writeIni(outputFile, [&](QIODevice &device) { generator.generate(&device); });

@@ -5,6 +5,7 @@
 #include <velk/ini/EDAApplicationIniGenerator.h>
 
 #include <QMap>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -33,13 +34,24 @@ QStringList partWarning(const EDAProvider &netlist, const EDAComponent &componen
     return {u"%1: its part '%2' is unknown, so none of its pins is written"_s.arg(component.ref, component.part)};
 }
 
-/// The key of an entry, up to the first "=" that no backslash precedes.
+/// For each of these properties that is missing; it leaves an empty place in the component's entries.
+QStringList propertyWarnings(const EDAComponent &component, const QStringList &keys)
+{
+    QStringList warnings;
+    for (const QString &key : keys) {
+        if (component.property(key).isEmpty())
+            warnings.append(u"%1: has no %2, which stays empty in its entries"_s.arg(component.ref, key));
+    }
+    return warnings;
+}
+
+/// The key of an entry, up to the first "=" that no backslash precedes. Where all do, the backslash is the key's own.
 QByteArray keyOf(const QByteArray &line)
 {
     qsizetype sign = line.indexOf('=');
     while (sign > 0 && line.at(sign - 1) == '\\')
         sign = line.indexOf('=', sign + 1);
-    return line.left(sign);
+    return line.left(sign < 0 ? line.indexOf('=') : sign);
 }
 }
 
@@ -54,6 +66,13 @@ void checkBenchNumbers(const EDAProvider &application, const QStringList &dutTyp
     }
 }
 
+QStringList deviceWarnings(const EDAProvider &netlist, const QStringList &types)
+{
+    if (!componentsOf(netlist, types).isEmpty())
+        return {};
+    return {u"there is no device: no component has the CompType %1"_s.arg(types.join(u" or "_s))};
+}
+
 QStringList dutWarnings(const EDAProvider &application, const QStringList &dutTypes)
 {
     QStringList warnings;
@@ -64,6 +83,7 @@ QStringList dutWarnings(const EDAProvider &application, const QStringList &dutTy
         if (dut->bench().toInt() < 1)
             warnings.append(
                 u"%1: a DUT on no bench (Bench=%2), so it is written nowhere"_s.arg(dut->ref, dut->bench()));
+        warnings += propertyWarnings(*dut, {EDAComponent::GROUP, EDAComponent::IDENTIFER});
         warnings += partWarning(application, *dut);
     }
     return warnings;
@@ -76,10 +96,7 @@ QStringList sourceWarnings(const EDAProvider &testSystem)
     if (sources.isEmpty())
         warnings.append(u"there is no source: no component has the CompType Source"_s);
     for (const auto &source : sources) {
-        for (const QString &key : {EDAComponent::DEVICE, EDAComponent::DEVICE_NUMBER}) {
-            if (source->property(key).isEmpty())
-                warnings.append(u"%1: a source without %2, which stays empty in its keys"_s.arg(source->ref, key));
-        }
+        warnings += propertyWarnings(*source, {EDAComponent::DEVICE, EDAComponent::DEVICE_NUMBER});
         warnings += partWarning(testSystem, *source);
     }
     return warnings;
@@ -89,16 +106,21 @@ QStringList duplicateKeyWarnings(const QByteArray &ini)
 {
     QStringList warnings;
     QByteArray section;
-    QMap<QByteArray, int> countOfKey;
+    QMap<QByteArray, int> countOfKey; // in the section
+    QSet<QByteArray> reported;        // many sections hold the same entries
     const auto lines = ini.split('\n');
     for (const QByteArray &line : lines) {
         if (line.startsWith('[')) {
-            section = line;
+            section = line.trimmed();
             countOfKey.clear();
-        } else if (!line.isEmpty() && !line.startsWith(';') && ++countOfKey[keyOf(line)] == 2) {
-            warnings.append(u"%1: the key %2 occurs more than once"_s.arg(QString::fromUtf8(section),
-                                                                          QString::fromUtf8(keyOf(line))));
+            continue;
         }
+        const QByteArray key = keyOf(line);
+        if (!line.contains('=') || line.startsWith(';') || ++countOfKey[key] != 2 || reported.contains(key))
+            continue;
+        reported.insert(key);
+        warnings.append(
+            u"%1: the key %2 occurs more than once"_s.arg(QString::fromUtf8(section), QString::fromUtf8(key)));
     }
     return warnings;
 }

@@ -12,12 +12,14 @@ namespace VelkCli {
 /// error.
 void checkBenchNumbers(const Velk::EDAProvider &application, const QStringList &dutTypes);
 
-/// What the application INI takes in silence and an engineer would want to know, a line each: a DUT on no
-/// bench or with an unknown part; a source without Dev or DevNo or with an unknown part.
+/// What the INI files take in silence and an engineer would want to know, a line each: no device at all; a DUT on no
+/// bench, without Group or Identifier or with an unknown part; a source without Dev or DevNo or with an unknown part.
+QStringList deviceWarnings(const Velk::EDAProvider &netlist, const QStringList &types);
 QStringList dutWarnings(const Velk::EDAProvider &application, const QStringList &dutTypes);
 QStringList sourceWarnings(const Velk::EDAProvider &testSystem);
 
-/// For each key that a section of this INI text holds more than once. Readers keep one of the values only.
+/// For each key that a section of this INI text holds more than once, with the first such section. Readers refuse the
+/// file or keep one of the values.
 QStringList duplicateKeyWarnings(const QByteArray &ini);
 }
 

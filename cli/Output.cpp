@@ -16,7 +16,10 @@ namespace {
 
 CommandError notWritten(const QString &fileName, const QFileDevice &file)
 {
-    return CommandError{u"%1: cannot be written: %2"_s.arg(fileName, file.errorString())};
+    // A write that is cut short leaves no error behind.
+    const QString reason =
+        file.error() == QFileDevice::NoError ? u"not all of it could be written"_s : file.errorString();
+    return CommandError{u"%1: cannot be written: %2"_s.arg(fileName, reason)};
 }
 
 void writeStandardOutput(const QByteArray &bytes)
@@ -36,8 +39,8 @@ void writeSpecialFile(const QString &fileName, const QByteArray &bytes)
 
 void replaceFile(const QString &fileName, const QByteArray &bytes)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    QSaveFile file(fileName); // its commit() alone does not notice a full disk, flush() does
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
         throw notWritten(fileName, file);
 }
 }

@@ -27,6 +27,10 @@ install(FILES
 
 # The libraries find each other, and the command finds them, from wherever the whole installation is moved to.
 set_target_properties(${velk_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
+if(VELK_VELKINI STREQUAL "system")
+    set_target_properties(VelkRouting PROPERTIES INSTALL_RPATH_USE_LINK_PATH ON)
+endif()
+
 if(VELK_BUILD_CLI)
     file(RELATIVE_PATH relative_libdir
         ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})

@@ -43,7 +43,7 @@ QStringList readByPython(const QString &fileName)
     QProcess python;
     python.start(u"python3"_s, {QStringLiteral(VELK_SOURCE_DIR "/tests/ini/read_ini.py"), fileName});
     if (!python.waitForFinished() || python.exitCode() != 0)
-        qFatal("python3 does not read the file: %s", python.readAllStandardError().constData());
+        return {u"python3: "_s + python.errorString() + QString::fromUtf8(python.readAllStandardError())};
     auto entries = QString::fromUtf8(python.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
     entries.sort();
     return entries;
