@@ -46,11 +46,11 @@ QString escaped(const QString &text, QStringView special = {})
 // Readers that drop blanks at the start of a line look at the first character behind them.
 QString escapedKey(const QString &key)
 {
-    const QString text = escaped(key, u"=");
+    QString text = escaped(key, u"=");
     const auto first = std::find_if(text.cbegin(), text.cend(), [](QChar c) { return !c.isSpace(); });
     if (first == text.cend() || !u"[;#"_s.contains(*first))
         return text;
-    return QString(text).insert(first - text.cbegin(), u'\\');
+    return text.insert(first - text.cbegin(), u'\\');
 }
 }
 
