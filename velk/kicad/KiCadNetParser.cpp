@@ -1,8 +1,11 @@
 #include <velk/kicad/KiCadNetParser.h>
 
+#include <velk/kicad/KiCadPath.h>
 #include <velk/model/EDAException.h>
 
+#include <QHash>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -13,30 +16,70 @@ namespace {
 
 using Token = QSharedPointer<KiCadToken>;
 
+/// The queries, each relative to the token that its first step names.
+struct Paths
+{
+    const KiCadPath libparts{u"/export/libparts"_s};
+    const KiCadPath partName{u"/libpart/part"_s};
+    const KiCadPath partLib{u"/libpart/lib"_s};
+    const KiCadPath pins{u"/libpart/pins"_s};
+    const KiCadPath pinNumber{u"/pin/num"_s};
+    const KiCadPath pinName{u"/pin/name"_s};
+    const KiCadPath pinType{u"/pin/type"_s};
+    const KiCadPath components{u"/export/components"_s};
+    const KiCadPath ref{u"/comp/ref"_s};
+    const KiCadPath value{u"/comp/value"_s};
+    const KiCadPath partOfComponent{u"/comp/libsource/part"_s};
+    const KiCadPath sheetNames{u"/comp/sheetpath/names"_s};
+    const KiCadPath property{u"/property"_s};
+    const KiCadPath propertyName{u"/property/name"_s};
+    const KiCadPath propertyValue{u"/property/value"_s};
+    const KiCadPath nets{u"/export/nets"_s};
+    const KiCadPath netName{u"/net/name"_s};
+    const KiCadPath node{u"/node"_s};
+    const KiCadPath nodeRef{u"/node/ref"_s};
+    const KiCadPath nodePin{u"/node/pin"_s};
+};
+
+const Paths &paths()
+{
+    static const Paths compiled;
+    return compiled;
+}
+
 QString indexedPath(const QString &listPath, qsizetype index)
 {
     return u"%1[%2]"_s.arg(listPath).arg(index);
 }
 
-Token requireToken(const Token &parent, const QString &path, const QString &messagePath)
+// The path for the message is a function that makes it, since it is hardly ever needed.
+template <typename MessagePath>
+Token requireToken(const Token &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
 {
-    Token token = parent ? parent->find(path) : Token();
+    Token token = parent ? path.findFrom(parent) : Token();
     if (token.isNull())
-        throw KiCadTokenNotFoundException(messagePath);
+        throw KiCadTokenNotFoundException(messagePath() + element);
     return token;
 }
 
-QString requireText(const Token &parent, const QString &path, const QString &messagePath)
+template <typename MessagePath>
+QString requireText(const Token &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
 {
-    QString text = requireToken(parent, path, messagePath)->value;
+    QString text = requireToken(parent, path, messagePath, element)->value;
     if (text.isEmpty())
-        throw KiCadTokenNotFoundException(messagePath);
+        throw KiCadTokenNotFoundException(messagePath() + element);
     return text;
 }
 
-QString optionalText(const Token &parent, const QString &path)
+Token requireList(const Token &root, const KiCadPath &path, const QString &listPath)
 {
-    const Token token = parent->find(path);
+    const auto messagePath = [&listPath] { return listPath; };
+    return requireToken(root, path, messagePath, QString());
+}
+
+QString optionalText(const Token &parent, const KiCadPath &path)
+{
+    const Token token = path.findFrom(parent);
     return token ? token->value : QString();
 }
 
@@ -57,6 +100,49 @@ QSharedPointer<Element> cloneOf(const QSharedPointer<Element> &element)
 }
 }
 
+/// Makes the nodes of nets, each checked against the component and the pin that it names.
+class KiCadNetParser::NodeFactory
+{
+public:
+    NodeFactory(const QMap<QString, QSharedPointer<EDAComponent>> &components,
+                const QMap<QString, QSharedPointer<EDAPart>> &parts)
+    {
+        for (auto it = parts.cbegin(); it != parts.cend(); ++it) {
+            KnownPart &known = partsByName[it.key()];
+            known.part = it.value();
+            for (const auto &pin : std::as_const(known.part->pins))
+                known.pinNumbers.insert(pin->number);
+        }
+        componentsByRef.reserve(components.size());
+        for (auto it = components.cbegin(); it != components.cend(); ++it)
+            componentsByRef.insert(it.key(), it.value());
+    }
+
+    QSharedPointer<EDANetNode> create(const QString &ref, const QString &pinNumber) const
+    {
+        const auto component = componentsByRef.value(ref);
+        if (component.isNull())
+            throw EDAComponentNotFoundException({{u"ref"_s, ref}});
+        const auto known = partsByName.constFind(component->part);
+        if (known == partsByName.cend())
+            throw EDAPartNotFoundException(component, component->part);
+        const auto number = known->pinNumbers.constFind(pinNumber);
+        if (number == known->pinNumbers.cend())
+            throw EDAPinNotFoundException(known->part, component, pinNumber);
+        return EDANetNode::create(component->ref, *number); // both share their texts with the model
+    }
+
+private:
+    struct KnownPart
+    {
+        QSharedPointer<EDAPart> part;
+        QSet<QString> pinNumbers;
+    };
+
+    QHash<QString, KnownPart> partsByName;
+    QHash<QString, QSharedPointer<EDAComponent>> componentsByRef;
+};
+
 KiCadNetParser::KiCadNetParser(const QSharedPointer<KiCadToken> &tree)
     : root(tree)
 {
@@ -74,15 +160,20 @@ void KiCadNetParser::parse()
     parseNets();
 }
 
+void KiCadNetParser::releaseTree()
+{
+    root.reset();
+}
+
 void KiCadNetParser::parseParts()
 {
     parts.clear();
-    const Token libparts = requireToken(root, u"/export/libparts"_s, u"/export/libparts"_s);
+    const Token libparts = requireList(root, paths().libparts, u"/export/libparts"_s);
     for (qsizetype i = 0; i < libparts->children.size(); ++i) {
         const Token &libpart = libparts->children.at(i);
-        const QString messagePath = indexedPath(u"/export/libparts/libpart"_s, i);
-        const QString name = requireText(libpart, u"/libpart/part"_s, messagePath + u"/part"_s);
-        const auto part = EDAPart::create(name, optionalText(libpart, u"/libpart/lib"_s));
+        const auto messagePath = [i] { return indexedPath(u"/export/libparts/libpart"_s, i); };
+        const QString name = requireText(libpart, paths().partName, messagePath, u"/part"_s);
+        const auto part = EDAPart::create(name, optionalText(libpart, paths().partLib));
         parts.insert(name, part);
         parsePinsOfPart(libpart, part);
     }
@@ -91,94 +182,95 @@ void KiCadNetParser::parseParts()
 void KiCadNetParser::parsePinsOfPart(const Token &libpart, const QSharedPointer<EDAPart> &part)
 {
     // Names the pin even where the whole list is missing.
-    const QString messagePath = u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
-    const Token pins = requireToken(libpart, u"/libpart/pins"_s, messagePath);
+    const auto messagePath = [&part] {
+        return u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
+    };
+    const Token pins = requireToken(libpart, paths().pins, messagePath, QString());
     part->pins.reserve(pins->children.size());
     for (const Token &pin : std::as_const(pins->children)) {
-        const QString number = requireText(pin, u"/pin/num"_s, messagePath + u"/num"_s);
-        const Token name = requireToken(pin, u"/pin/name"_s, messagePath + u"/name"_s);
-        const Token type = requireToken(pin, u"/pin/type"_s, messagePath + u"/type"_s);
+        const QString number = requireText(pin, paths().pinNumber, messagePath, u"/num"_s);
+        const Token name = requireToken(pin, paths().pinName, messagePath, u"/name"_s);
+        const Token type = requireToken(pin, paths().pinType, messagePath, u"/type"_s);
         part->pins.append(EDAPin::create(number, name->value, type->value));
     }
 }
 
 void KiCadNetParser::parseComponents()
 {
-    const Token list = requireToken(root, u"/export/components"_s, u"/export/components"_s);
+    const Token list = requireList(root, paths().components, u"/export/components"_s);
+    QHash<QString, QMap<QString, QString>> propertiesBySheetNames; // components of one sheet have the same
     for (qsizetype i = 0; i < list->children.size(); ++i) {
         const Token &comp = list->children.at(i);
-        const QString messagePath = indexedPath(u"/export/components/comp"_s, i);
-        const QString ref = requireText(comp, u"/comp/ref"_s, messagePath + u"/ref"_s);
-        const Token value = requireToken(comp, u"/comp/value"_s, messagePath + u"/value"_s);
-        const QString partName = requireText(comp, u"/comp/libsource/part"_s, messagePath + u"/libsource/part"_s);
+        const auto messagePath = [i] { return indexedPath(u"/export/components/comp"_s, i); };
+        const QString ref = requireText(comp, paths().ref, messagePath, u"/ref"_s);
+        const Token value = requireToken(comp, paths().value, messagePath, u"/value"_s);
+        const QString partName = requireText(comp, paths().partOfComponent, messagePath, u"/libsource/part"_s);
         const auto component = EDAComponent::create(ref, value->value, partName);
         parsePropertiesOfComponent(comp, component);
-        parsePropertiesFromComponentSheetpath(comp, component);
+        const QString sheetNames = optionalText(comp, paths().sheetNames);
+        if (!propertiesBySheetNames.contains(sheetNames))
+            propertiesBySheetNames.insert(sheetNames, parsePropertiesFromComponentSheetpath(sheetNames));
+        component->properties.insert(propertiesBySheetNames.value(sheetNames));
 
         const auto part = parts.value(partName);
         if (part.isNull())
             throw EDAPartNotFoundException(component, partName);
         component->part = part->name; // the same text, held in memory once
-        components.insert(ref, component);
+        components.insert(components.cend(), ref, component);
     }
 }
 
 void KiCadNetParser::parsePropertiesOfComponent(const Token &comp, const QSharedPointer<EDAComponent> &component)
 {
-    const QString messagePath = u"/export/components/comp[%1]/property"_s.arg(component->ref);
+    const auto messagePath = [&component] { return u"/export/components/comp[%1]/property"_s.arg(component->ref); };
     for (const Token &child : std::as_const(comp->children)) {
-        if (child->find(u"/property"_s).isNull())
+        if (paths().property.findFrom(child).isNull())
             continue;
-        const QString name = requireText(child, u"/property/name"_s, messagePath + u"/name"_s);
-        component->properties.insert(name, optionalText(child, u"/property/value"_s));
+        const QString name = requireText(child, paths().propertyName, messagePath, u"/name"_s);
+        component->properties.insert(name, optionalText(child, paths().propertyValue));
     }
 }
 
-void KiCadNetParser::parsePropertiesFromComponentSheetpath(const Token &comp,
-                                                           const QSharedPointer<EDAComponent> &component)
+QMap<QString, QString> KiCadNetParser::parsePropertiesFromComponentSheetpath(const QString &names)
 {
     static const QRegularExpression propertyExpression(uR"((?<name>\w+)=(?<value>[^.]+))"_s);
 
-    const QStringList sheetNames = optionalText(comp, u"/comp/sheetpath/names"_s).split(u'/', Qt::SkipEmptyParts);
+    QMap<QString, QString> properties;
+    const QStringList sheetNames = names.split(u'/', Qt::SkipEmptyParts);
     for (const QString &sheetName : sheetNames) {
         auto matches = propertyExpression.globalMatch(sheetName.section(u'-', 0, -2));
         while (matches.hasNext()) {
             const auto match = matches.next();
-            component->properties.insert(match.captured(u"name"_s), match.captured(u"value"_s));
+            properties.insert(match.captured(u"name"_s), match.captured(u"value"_s));
         }
     }
+    return properties;
 }
 
 void KiCadNetParser::parseNets()
 {
-    const Token list = requireToken(root, u"/export/nets"_s, u"/export/nets"_s);
+    const Token list = requireList(root, paths().nets, u"/export/nets"_s);
+    const NodeFactory nodeFactory(components, parts);
     for (qsizetype i = 0; i < list->children.size(); ++i) {
         const Token &netToken = list->children.at(i);
-        const QString messagePath = indexedPath(u"/export/nets/net"_s, i);
-        const auto net = EDANet::create(requireText(netToken, u"/net/name"_s, messagePath + u"/name"_s));
-        nets.insert(net->name, net);
-        parseNodesOfNet(netToken, net);
+        const auto messagePath = [i] { return indexedPath(u"/export/nets/net"_s, i); };
+        const auto net = EDANet::create(requireText(netToken, paths().netName, messagePath, u"/name"_s));
+        nets.insert(nets.cend(), net->name, net);
+        parseNodesOfNet(netToken, net, nodeFactory);
     }
 }
 
-void KiCadNetParser::parseNodesOfNet(const Token &netToken, const QSharedPointer<EDANet> &net) const
+void KiCadNetParser::parseNodesOfNet(const Token &netToken, const QSharedPointer<EDANet> &net,
+                                     const NodeFactory &nodeFactory)
 {
-    const QString messagePath = u"/export/nets/net[%1]/node"_s.arg(net->name);
+    const auto messagePath = [&net] { return u"/export/nets/net[%1]/node"_s.arg(net->name); };
+    net->nodes.reserve(netToken->children.size());
     for (const Token &child : std::as_const(netToken->children)) {
-        if (child->find(u"/node"_s).isNull())
+        if (paths().node.findFrom(child).isNull())
             continue;
-        const QString ref = requireText(child, u"/node/ref"_s, messagePath + u"/ref"_s);
-        const QString pinNumber = requireText(child, u"/node/pin"_s, messagePath + u"/pin"_s);
-        const auto component = components.value(ref);
-        if (component.isNull())
-            throw EDAComponentNotFoundException({{u"ref"_s, ref}});
-        const auto part = parts.value(component->part);
-        if (part.isNull())
-            throw EDAPartNotFoundException(component, component->part);
-        const auto pin = part->getPinByNumber(pinNumber);
-        if (pin.isNull())
-            throw EDAPinNotFoundException(part, component, pinNumber);
-        net->addNode(component->ref, pin->number);
+        const QString ref = requireText(child, paths().nodeRef, messagePath, u"/ref"_s);
+        const QString pinNumber = requireText(child, paths().nodePin, messagePath, u"/pin"_s);
+        net->nodes.append(nodeFactory.create(ref, pinNumber));
     }
 }
 

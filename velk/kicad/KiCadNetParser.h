@@ -48,6 +48,9 @@ public:
     /// pin. What was built before stays.
     void parse();
 
+    /// Lets go of the tree, which is most of the memory and needed by parse() alone.
+    void releaseTree();
+
     QList<QSharedPointer<EDANet>> getNets() const override;
     QList<QSharedPointer<EDAComponent>> getComponents() const override;
     QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override;
@@ -56,15 +59,17 @@ public:
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
 
 private:
+    class NodeFactory;
+
     void parseParts();
     static void parsePinsOfPart(const QSharedPointer<KiCadToken> &libpart, const QSharedPointer<EDAPart> &part);
     void parseComponents();
     static void parsePropertiesOfComponent(const QSharedPointer<KiCadToken> &comp,
                                            const QSharedPointer<EDAComponent> &component);
-    static void parsePropertiesFromComponentSheetpath(const QSharedPointer<KiCadToken> &comp,
-                                                      const QSharedPointer<EDAComponent> &component);
+    static QMap<QString, QString> parsePropertiesFromComponentSheetpath(const QString &names);
     void parseNets();
-    void parseNodesOfNet(const QSharedPointer<KiCadToken> &netToken, const QSharedPointer<EDANet> &net) const;
+    static void parseNodesOfNet(const QSharedPointer<KiCadToken> &netToken, const QSharedPointer<EDANet> &net,
+                                const NodeFactory &nodeFactory);
 
     QSharedPointer<KiCadToken> root;
     QMap<QString, QSharedPointer<EDAPart>> parts;

@@ -6,7 +6,6 @@
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QList>
 #include <QSharedPointer>
 #include <QString>
 
@@ -64,22 +63,10 @@ public:
     int getErrorColumn() const;
 
 private:
-    /// What has been read of the next token. Lives as long as one read(): texts go on across line breaks.
-    struct Pending
-    {
-        QString text;   ///< outside quotes
-        QString quoted; ///< inside quotes
-        bool outsideQuotes = true;
-    };
-
-    qsizetype readLine(const QString &line, Pending &pending);
-    void addToken(QString &text, QString &quoted);
-
     QByteArray data;
     QBuffer buffer;
     QIODevice *device;
     QSharedPointer<KiCadToken> root;
-    QList<QSharedPointer<KiCadToken>> stack;
     bool complete = false;
     int errorLine = -1;
     int errorColumn = -1;

@@ -1,6 +1,6 @@
 #include <velk/kicad/KiCadToken.h>
 
-#include <QRegularExpression>
+#include <velk/kicad/KiCadPath.h>
 
 #include <utility>
 
@@ -27,6 +27,8 @@ KiCadToken::~KiCadToken()
     // their children to its list instead of descending, so the stack stays flat however deep the tree is.
     thread_local QList<QSharedPointer<KiCadToken>> *pending = nullptr;
 
+    if (children.isEmpty())
+        return;
     if (pending) {
         pending->append(std::move(children));
         return;
@@ -61,43 +63,7 @@ QSharedPointer<KiCadToken> KiCadToken::append(const QString &childName)
 
 QSharedPointer<KiCadToken> KiCadToken::find(const QString &path)
 {
-    static const QRegularExpression stepExpression(
-        uR"(\/(?<name>[^\[\/]+)(?:\[(?<subname>[^=]+)='(?<subvalue>[^']+)'\])?)"_s);
-
-    // Above this token, so that the first step can name it like any other child; nameless, so that a path
-    // without a step is known at the end.
-    const auto anchor = QSharedPointer<KiCadToken>::create();
-    anchor->append(sharedFromThis());
-
-    auto current = anchor;
-    auto steps = stepExpression.globalMatch(path);
-    while (current && steps.hasNext()) {
-        const auto step = steps.next();
-        const QString stepName = step.captured(u"name"_s);
-        const QString subname = step.captured(u"subname"_s);
-        current = subname.isEmpty() ? current->findChild(stepName, QString())
-                                    : current->findLastChildWith(stepName, subname, step.captured(u"subvalue"_s));
-    }
-    return current == nullptr || current->name.isEmpty() ? QSharedPointer<KiCadToken>() : current;
-}
-
-QSharedPointer<KiCadToken> KiCadToken::findChild(const QString &childName, const QString &childValue) const
-{
-    for (const auto &child : children) {
-        if (child->name == childName && (childValue.isNull() || child->value == childValue))
-            return child;
-    }
-    return {};
-}
-
-QSharedPointer<KiCadToken> KiCadToken::findLastChildWith(const QString &childName, const QString &subname,
-                                                         const QString &subvalue) const
-{
-    for (auto child = children.crbegin(); child != children.crend(); ++child) {
-        if ((*child)->name == childName && (*child)->findChild(subname, subvalue))
-            return *child;
-    }
-    return {};
+    return KiCadPath(path).findFrom(sharedFromThis());
 }
 
 namespace {

@@ -47,11 +47,6 @@ public:
     /// Text that is no part of a step, such as the index in "/comp[2]", is ignored; a path without any step
     /// finds nothing. The token must be owned by a QSharedPointer.
     QSharedPointer<KiCadToken> find(const QString &path);
-
-private:
-    QSharedPointer<KiCadToken> findChild(const QString &childName, const QString &childValue) const;
-    QSharedPointer<KiCadToken> findLastChildWith(const QString &childName, const QString &subname,
-                                                 const QString &subvalue) const;
 };
 }
 

@@ -1,0 +1,36 @@
+#ifndef VELK_KICAD_KICADPATH_H
+#define VELK_KICAD_KICADPATH_H
+
+#include <velk/kicad/KiCadToken.h>
+
+#include <QList>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+/// A path query of KiCadToken::find(), taken apart once to be asked many times.
+class KiCadPath
+{
+public:
+    explicit KiCadPath(const QString &path);
+
+    /// What token->find() finds; \a token must not be null.
+    QSharedPointer<KiCadToken> findFrom(const QSharedPointer<KiCadToken> &token) const;
+
+private:
+    struct Step
+    {
+        QString name;
+        QString subname; ///< empty without a filter
+        QString subvalue;
+
+        bool matches(const KiCadToken &token) const;
+        QSharedPointer<KiCadToken> findIn(const QList<QSharedPointer<KiCadToken>> &children) const;
+    };
+
+    QList<Step> steps;
+};
+}
+
+#endif

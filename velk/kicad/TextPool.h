@@ -1,0 +1,33 @@
+#ifndef VELK_KICAD_TEXTPOOL_H
+#define VELK_KICAD_TEXTPOOL_H
+
+#include <QHash>
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+namespace Velk {
+
+/// Lets equal texts share their memory, as far as they come up again before another text has taken their place. So it
+/// needs neither more memory nor more time where all texts differ.
+class TextPool
+{
+public:
+    /// A null text for an empty one.
+    QString textOf(QStringView text)
+    {
+        if (text.isEmpty())
+            return {};
+        QString &recent = recentTexts[qHash(text) % recentTexts.size()];
+        if (recent != text)
+            recent = text.toString();
+        return recent;
+    }
+
+private:
+    std::vector<QString> recentTexts = std::vector<QString>(4096);
+};
+}
+
+#endif
