@@ -37,6 +37,7 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName)
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
     auto parser = std::make_unique<KiCadNetParser>(root);
     parser->parse();
+    parser->releaseTree();
     // The model would silently lack what followed.
     if (!reader.isComplete())
         throw CommandError{u"%1: ends before its last parenthesis or quote is closed; was it cut off?"_s.arg(fileName)};

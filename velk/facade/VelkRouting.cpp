@@ -80,6 +80,7 @@ std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName)
         throw exceptionWith(u"%1 (%2)"_s.arg(kiCadErrorText(error), fileName));
     auto parser = std::make_unique<KiCadNetParser>(reader.getRoot());
     parser->parse();
+    parser->releaseTree();
     return parser;
 }
 }
