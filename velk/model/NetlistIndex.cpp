@@ -2,7 +2,6 @@
 
 #include <velk/model/IndexedProvider.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace Velk {
@@ -12,90 +11,86 @@ IndexedProvider::~IndexedProvider() = default;
 IndexedProvider::IndexedProvider(const IndexedProvider &other) = default;
 IndexedProvider &IndexedProvider::operator=(const IndexedProvider &other) = default;
 
-NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDANet>> &allNets,
-                           const QMap<QString, QSharedPointer<EDAComponent>> &componentsByRef,
-                           const QMap<QString, QSharedPointer<EDAPart>> &partsByName)
-    : nets(allNets)
+NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents,
+                           const QList<QSharedPointer<EDAPart>> &allParts)
+    : components(allComponents)
+    , componentsByProperty(allComponents)
 {
-    for (const auto &component : componentsByRef)
-        addComponent(component, partsByName.value(component->part));
+    for (const auto &part : allParts)
+        addPart(part);
+    componentsByRef.reserve(components.size());
+    for (const auto &component : std::as_const(components))
+        addComponent(component);
     firstPins.push_back(static_cast<int>(pinTerminals.size()));
     terminalNets.assign(pinTerminals.size(), none);
-    for (int net = 0; net < netCount(); ++net)
-        addNet(nets.at(net), net);
-    firstNodes.push_back(static_cast<int>(nodeTerminals.size()));
 }
 
-void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDAPart> &part)
+void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
 {
-    const int number = static_cast<int>(components.size());
-    numbersByRef.insert(component->ref, number);
-    const auto &properties = component->properties;
-    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
-        numbersByProperty[{it.key(), it.value()}].push_back(number);
-    components.append(component);
+    partsByName.insert(part->name, static_cast<int>(parts.size()));
+    parts.push_back({part, {}});
+    auto &positions = parts.back().positions;
+    for (qsizetype i = part->pins.size() - 1; i >= 0; --i)
+        positions.insert(part->pins.at(i)->number, static_cast<int>(i));
+}
+
+void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
+{
+    componentsByRef.insert(component->ref, static_cast<int>(typesOfComponents.size()));
+    typesOfComponents.push_back(typeNumber(component->type()));
+    firstPins.push_back(static_cast<int>(pinTerminals.size()));
+    const int part = partsByName.value(component->part, none);
     partsOfComponents.push_back(part);
+    if (part != none)
+        addPinsOf(parts[toSize(part)]);
+}
 
-    const QString type = component->type();
-    if (!typesByText.contains(type)) {
-        typesByText.insert(type, static_cast<int>(types.size()));
-        types.append(type);
-    }
-    typeIds.push_back(typesByText.value(type));
-
+void NetlistIndex::addPinsOf(const IndexedPart &indexedPart)
+{
     const int first = static_cast<int>(pinTerminals.size());
-    firstPins.push_back(first);
-    if (part.isNull())
+    for (const auto &pin : std::as_const(indexedPart.part->pins))
+        pinTerminals.push_back(first + indexedPart.positions.value(pin->number));
+}
+
+int NetlistIndex::typeNumber(const QString &type)
+{
+    const auto known = typesByText.constFind(type);
+    if (known != typesByText.cend())
+        return *known;
+    types.append(type);
+    return *typesByText.insert(type, static_cast<int>(types.size()) - 1);
+}
+
+void NetlistIndex::addNet(const QSharedPointer<EDANet> &net)
+{
+    nets.append(net);
+    firstNodes.push_back(firstNodes.back());
+}
+
+void NetlistIndex::addNode(const NumberedNode &node)
+{
+    nodes.push_back(node);
+    ++firstNodes.back();
+    if (node.component == none)
         return;
-    auto &positions = pinsByPart[part.data()];
-    if (positions.isEmpty()) {
-        for (qsizetype i = part->pins.size() - 1; i >= 0; --i)
-            positions.insert(part->pins.at(i)->number, static_cast<int>(i));
-    }
-    for (const auto &pin : std::as_const(part->pins))
-        pinTerminals.push_back(first + positions.value(pin->number));
-}
-
-void NetlistIndex::addNet(const QSharedPointer<EDANet> &net, int number)
-{
-    firstNodes.push_back(static_cast<int>(nodeTerminals.size()));
-    for (const auto &node : std::as_const(net->nodes)) {
-        const int component = numbersByRef.value(node->ref, none);
-        const int nodeTerminal = terminal(node->ref, node->pin);
-        nodeComponents.push_back(component);
-        nodeTerminals.push_back(nodeTerminal);
-        if (component == none)
-            continue;
-        if (nodeTerminal == none) {
-            hiddenNets.insert(component, number);
-        } else if (netOfTerminal(nodeTerminal) == none) {
-            terminalNets[toSize(nodeTerminal)] = number;
-        } else if (netOfTerminal(nodeTerminal) != number && !furtherNets.contains(nodeTerminal, number)) {
-            furtherNets.insert(nodeTerminal, number);
-            hiddenNets.insert(component, number);
-        }
+    const int net = netCount() - 1;
+    if (node.terminal == none) {
+        hiddenNets.insert(node.component, net);
+    } else if (netOfTerminal(node.terminal) == none) {
+        terminalNets[toSize(node.terminal)] = net;
+    } else if (netOfTerminal(node.terminal) != net && !furtherNets.contains(node.terminal, net)) {
+        furtherNets.insert(node.terminal, net);
+        hiddenNets.insert(node.component, net);
     }
 }
 
-QSharedPointer<EDAComponent> NetlistIndex::componentWith(const QMap<QString, QString> &properties) const
+NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNumber) const
 {
-    const std::vector<int> *fewest = nullptr;
-    for (auto it = properties.cbegin(); it != properties.cend(); ++it) {
-        if (it.value().isEmpty())
-            continue; // also matches components without the property, so it does not narrow the choice
-        const auto having = numbersByProperty.constFind({it.key(), it.value()});
-        if (having == numbersByProperty.cend())
-            return {};
-        if (!fewest || having->size() < fewest->size())
-            fewest = &*having;
-    }
-    const auto candidateCount = fewest ? fewest->size() : static_cast<std::size_t>(components.size());
-    for (std::size_t i = 0; i < candidateCount; ++i) {
-        const auto &candidate = components.at(fewest ? (*fewest)[i] : static_cast<int>(i));
-        if (candidate->matchesProperties(properties))
-            return candidate;
-    }
-    return {};
+    const int component = componentsByRef.value(ref, none);
+    if (component == none || partsOfComponents[toSize(component)] == none)
+        return {component, none};
+    const int position = parts[toSize(partsOfComponents[toSize(component)])].positions.value(pinNumber, none);
+    return {component, position == none ? none : firstPin(component) + position};
 }
 
 QList<int> NetlistIndex::netsOfTerminal(int terminal) const
@@ -106,13 +101,20 @@ QList<int> NetlistIndex::netsOfTerminal(int terminal) const
     return result;
 }
 
-int NetlistIndex::terminal(const QString &ref, const QString &pinNumber) const
+QSharedPointer<EDAComponent> NetlistIndex::componentOf(const QString &ref) const
 {
-    const int component = numbersByRef.value(ref, none);
-    if (component == none || partsOfComponents[toSize(component)].isNull())
-        return none;
-    const auto positions = pinsByPart.constFind(partsOfComponents[toSize(component)].data());
-    const int position = positions->value(pinNumber, none);
-    return position == none ? none : firstPin(component) + position;
+    const int number = componentsByRef.value(ref, none);
+    return number == none ? nullptr : components.at(number);
+}
+
+QSharedPointer<EDAPart> NetlistIndex::partOf(const QString &name) const
+{
+    const int number = partsByName.value(name, none);
+    return number == none ? nullptr : parts[toSize(number)].part;
+}
+
+QSharedPointer<EDAComponent> NetlistIndex::componentWith(const QMap<QString, QString> &wanted) const
+{
+    return componentsByProperty.firstWith(wanted);
 }
 }

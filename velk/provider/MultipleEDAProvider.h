@@ -59,13 +59,12 @@ private:
     void prepareParts();
     void prepareComponents();
     void prepareNets();
-    bool isConnectorComponent(const QSharedPointer<EDAComponent> &component) const;
 
     QList<EDAProvider *> providers;
     QList<QString> connectorComponentTypes;
     QList<QSharedPointer<EDANet>> nets;
-    QMap<QString, QSharedPointer<EDAPart>> parts;
-    QMap<QString, QSharedPointer<EDAComponent>> components;
+    QList<QSharedPointer<EDAPart>> parts;           ///< by name
+    QList<QSharedPointer<EDAComponent>> components; ///< by reference
     std::shared_ptr<const NetlistIndex> index;
 };
 }

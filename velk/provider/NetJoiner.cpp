@@ -1,127 +1,92 @@
 #include <velk/provider/NetJoiner.h>
 
-#include <velk/model/RoutingLog.h>
-
-#include <QStringList>
-
 #include <algorithm>
-
-using namespace Qt::StringLiterals;
 
 namespace Velk {
 
 namespace {
 
-constexpr qsizetype notInTheRow = -1;
+constexpr qint64 notInTheRow = -1;
 }
 
-NetJoiner::NetJoiner(const QList<QSharedPointer<EDANet>> &allNets, const Components &components,
-                     const IsConnector &isConnector)
-    : nets(allNets)
+void NetJoiner::addNet()
 {
-    groups.reserve(nets.size());
-    leaders.reserve(nets.size());
-    for (qsizetype net = 0; net < nets.size(); ++net) {
-        groups.append(Group{{net}, {}, notInTheRow});
-        leaders.append(net);
-        indexNodes(net, components, isConnector);
-        putAtEnd(net);
-    }
+    const int net = static_cast<int>(groups.size());
+    groups.push_back(Group{{net}, {}, notInTheRow});
+    leaders.push_back(net);
+    putAtEnd(net);
 }
 
-void NetJoiner::indexNodes(qsizetype net, const Components &components, const IsConnector &isConnector)
+void NetJoiner::addPin(const ConnectorPin &pin, bool isOfConnector)
 {
-    for (const auto &node : std::as_const(nets.at(net)->nodes)) {
-        const auto component = components.value(node->ref);
-        if (component.isNull()) {
-            qCDebug(routingLog).noquote() << u"No component found for component.ref '%1'"_s.arg(node->ref);
-            continue;
-        }
-        // Every component can be met at its pins; only a connector looks for others.
-        const ConnectorPin pin{component->identifier(), node->pin};
-        netsByPin[pin].append(net);
-        if (isConnector(component))
-            groups[net].untriedPins.push_back(pin);
-    }
+    netsByPin[pin].push_back(leaders.back());
+    if (isOfConnector)
+        groups.back().untriedPins.push_back(pin);
 }
 
-QList<QSharedPointer<EDANet>> NetJoiner::join()
+std::vector<std::list<int>> NetJoiner::join()
 {
-    QList<QSharedPointer<EDANet>> finished;
+    std::vector<std::list<int>> finished;
     while (!row.empty()) {
-        const auto [group, place] = row.front();
+        const auto [number, place] = row.front();
         row.pop();
-        if (groups.at(group).place != place)
+        if (group(number).place != place)
             continue;
-        groups[group].place = notInTheRow;
-        QList<qsizetype> others;
-        while (others.isEmpty() && !groups.at(group).untriedPins.empty())
-            others = takeOthersOnNextPin(group);
-        if (others.isEmpty())
-            finished.append(combinedNet(groups.at(group)));
+        group(number).place = notInTheRow;
+        std::vector<int> others;
+        while (others.empty() && !group(number).untriedPins.empty())
+            others = takeOthersOnNextPin(number);
+        if (others.empty())
+            finished.push_back(std::move(group(number).members));
         else
-            joinGroups(group, others);
+            joinGroups(number, others);
     }
     return finished;
 }
 
 // In the order of the row.
-QList<qsizetype> NetJoiner::takeOthersOnNextPin(qsizetype group)
+std::vector<int> NetJoiner::takeOthersOnNextPin(int number)
 {
-    const ConnectorPin pin = groups.at(group).untriedPins.front();
-    groups[group].untriedPins.pop_front();
-    QList<qsizetype> others;
+    const ConnectorPin pin = group(number).untriedPins.front();
+    group(number).untriedPins.pop_front();
+    std::vector<int> others;
     const auto netsOnPin = netsByPin.take(pin);
-    for (const qsizetype net : netsOnPin) {
-        const qsizetype other = leaderOf(net);
-        if (isWaiting(other))
-            others.append(other);
+    for (const int net : netsOnPin) {
+        const int other = leaderOf(net);
+        if (group(other).place != notInTheRow)
+            others.push_back(other);
     }
-    std::sort(others.begin(), others.end(),
-              [&](qsizetype a, qsizetype b) { return groups.at(a).place < groups.at(b).place; });
+    std::sort(others.begin(), others.end(), [this](int a, int b) { return group(a).place < group(b).place; });
     others.erase(std::unique(others.begin(), others.end()), others.end());
     return others;
 }
 
-void NetJoiner::joinGroups(qsizetype first, const QList<qsizetype> &others)
+void NetJoiner::joinGroups(int first, const std::vector<int> &others)
 {
-    Group &joined = groups[first];
-    for (const qsizetype other : others) {
-        Group &group = groups[other];
-        joined.members.splice(joined.members.end(), group.members);
-        joined.untriedPins.splice(joined.untriedPins.end(), group.untriedPins);
-        group.place = notInTheRow;
-        leaders[other] = first;
+    Group &joined = group(first);
+    for (const int number : others) {
+        Group &other = group(number);
+        joined.members.splice(joined.members.end(), other.members);
+        joined.untriedPins.splice(joined.untriedPins.end(), other.untriedPins);
+        other.place = notInTheRow;
+        leaders[static_cast<std::size_t>(number)] = first;
     }
     putAtEnd(first);
 }
 
-qsizetype NetJoiner::leaderOf(qsizetype net)
+int NetJoiner::leaderOf(int net)
 {
-    while (leaders.at(net) != net) {
-        leaders[net] = leaders.at(leaders.at(net)); // halves the way for those who ask next
-        net = leaders.at(net);
+    const auto leader = [this](int number) -> int & { return leaders[static_cast<std::size_t>(number)]; };
+    while (leader(net) != net) {
+        leader(net) = leader(leader(net)); // halves the way for those who ask next
+        net = leader(net);
     }
     return net;
 }
 
-void NetJoiner::putAtEnd(qsizetype group)
+void NetJoiner::putAtEnd(int number)
 {
-    groups[group].place = nextPlace++;
-    row.emplace(group, groups.at(group).place);
-}
-
-QSharedPointer<EDANet> NetJoiner::combinedNet(const Group &group) const
-{
-    if (group.members.size() == 1)
-        return nets.at(group.members.front());
-    QStringList names;
-    auto combined = EDANet::create({});
-    for (const qsizetype member : group.members) {
-        names.append(nets.at(member)->name);
-        combined->nodes += nets.at(member)->nodes;
-    }
-    combined->name = names.join(u'+');
-    return combined;
+    group(number).place = nextPlace++;
+    row.emplace(number, group(number).place);
 }
 }

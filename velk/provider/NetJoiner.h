@@ -1,18 +1,13 @@
 #ifndef VELK_PROVIDER_NETJOINER_H
 #define VELK_PROVIDER_NETJOINER_H
 
-#include <velk/model/EDAComponent.h>
-#include <velk/model/EDANet.h>
-
 #include <QHash>
-#include <QList>
-#include <QMap>
 #include <QString>
 
-#include <functional>
 #include <list>
 #include <queue>
 #include <utility>
+#include <vector>
 
 namespace Velk {
 
@@ -20,46 +15,43 @@ namespace Velk {
 /// if one of its connector pins, tried in the order of its nodes, is on others in the row, it is joined with
 /// all of those and goes to the end of the row, else it is finished.
 ///
-/// Joined nets are groups of the nets given and become nets only when they are finished, and no pin is tried
-/// twice: afterwards a single group holds it. So the time is near-linear in the number of nodes, whatever
-/// joins with what.
+/// Joined nets are groups of the nets given, and no pin is tried twice: afterwards a single group holds it. So the
+/// time is near-linear in the number of nodes, whatever joins with what.
 class NetJoiner
 {
 public:
-    using Components = QMap<QString, QSharedPointer<EDAComponent>>;
-    using IsConnector = std::function<bool(const QSharedPointer<EDAComponent> &)>;
+    using ConnectorPin = std::pair<int, QString>; ///< number of the identifier, and pin number
 
-    /// \a nets in their order; \a components by the references that the nodes use.
-    NetJoiner(const QList<QSharedPointer<EDANet>> &nets, const Components &components, const IsConnector &isConnector);
+    /// Adds a net to the end of the row; nets count from 0.
+    void addNet();
+    /// The net added last has a node on this pin. Every component can be met at its pins; only a connector looks for
+    /// others.
+    void addPin(const ConnectorPin &pin, bool isOfConnector);
 
-    /// The nets in the order in which they are finished. Call it once.
-    QList<QSharedPointer<EDANet>> join();
+    /// The nets in the order in which they are finished, each as those of which it is made, in the order of its name.
+    /// Call it once.
+    std::vector<std::list<int>> join();
 
 private:
-    using ConnectorPin = std::pair<QString, QString>; ///< identifier and pin number
-
-    /// Nets that have been joined so far, led by the one of them that is its name in leaderOf.
+    /// Nets that have been joined so far, led by the one of them that is its name in leaderOf().
     struct Group
     {
-        std::list<qsizetype> members;        ///< in the order of the joined net's name
+        std::list<int> members;              ///< in the order of the joined net's name
         std::list<ConnectorPin> untriedPins; ///< of its connectors, in node order
-        qsizetype place;                     ///< in the row; larger is later
+        qint64 place;                        ///< in the row; larger is later
     };
 
-    void indexNodes(qsizetype net, const Components &components, const IsConnector &isConnector);
-    QList<qsizetype> takeOthersOnNextPin(qsizetype group);
-    void joinGroups(qsizetype first, const QList<qsizetype> &others);
-    qsizetype leaderOf(qsizetype net);
-    bool isWaiting(qsizetype group) const { return groups.at(group).place >= 0; }
-    void putAtEnd(qsizetype group);
-    QSharedPointer<EDANet> combinedNet(const Group &group) const;
+    std::vector<int> takeOthersOnNextPin(int group);
+    void joinGroups(int first, const std::vector<int> &others);
+    int leaderOf(int net);
+    void putAtEnd(int group);
+    Group &group(int number) { return groups[static_cast<std::size_t>(number)]; }
 
-    const QList<QSharedPointer<EDANet>> nets;
-    QList<Group> groups;      ///< by the number of the leading net
-    QList<qsizetype> leaders; ///< of each net, over several steps
-    QHash<ConnectorPin, QList<qsizetype>> netsByPin;
-    std::queue<std::pair<qsizetype, qsizetype>> row; ///< group and place; left behind where the place has changed
-    qsizetype nextPlace = 0;
+    std::vector<Group> groups; ///< by the number of the leading net
+    std::vector<int> leaders;  ///< of each net, over several steps
+    QHash<ConnectorPin, std::vector<int>> netsByPin;
+    std::queue<std::pair<int, qint64>> row; ///< group and place; left behind where the place has changed
+    qint64 nextPlace = 0;
 };
 }
 

@@ -100,7 +100,7 @@ void PrunedPathSearch::measureAcross(int net, int distance)
         scratch.queue.push_back(other);
     };
     for (int node = index.firstNode(net); node < index.firstNode(net + 1); ++node) {
-        const int component = index.componentOfNode(node);
+        const int component = index.numberedNode(node).component;
         if (component == NetlistIndex::none || scratch.crossed.has(component) ||
             !rules.isSwitchable[static_cast<std::size_t>(index.typeOf(component))])
             continue;
@@ -154,8 +154,8 @@ void PrunedPathSearch::enterNextComponent()
 {
     Level &level = branch.back();
     const int node = level.nextNode++;
-    const int component = index.componentOfNode(node);
-    const int entry = index.terminalOfNode(node);
+    const int component = index.numberedNode(node).component;
+    const int entry = index.numberedNode(node).terminal;
     const bool isArrival = entry == level.arrival; // equal nodes are one terminal
     if (component == NetlistIndex::none || isArrival ||
         !rules.isSwitchable[static_cast<std::size_t>(index.typeOf(component))])
@@ -187,10 +187,10 @@ QList<QSharedPointer<EDANetNode>> PrunedPathSearch::additionalNodesWith(int net,
 {
     auto result = branch.back().additionalNodes;
     for (int node = index.firstNode(net); node < index.firstNode(net + 1); ++node) {
-        const int component = index.componentOfNode(node);
+        const int component = index.numberedNode(node).component;
         if (component == NetlistIndex::none || !rules.isInterface[static_cast<std::size_t>(index.typeOf(component))])
             continue;
-        const int terminal = index.terminalOfNode(node);
+        const int terminal = index.numberedNode(node).terminal;
         if (terminal == NetlistIndex::none || (terminal != arrival && terminal != source && terminal != destination))
             result.append(index.node(net, node));
     }

@@ -124,8 +124,8 @@ QList<RoutingPath> Routing::search(const NodeWithComponent &source, const QShare
         rules.isSwitchable.push_back(switchableTypes.contains(type, Qt::CaseInsensitive));
         rules.isInterface.push_back(interfaceTypes.contains(type, Qt::CaseInsensitive));
     }
-    return PrunedPathSearch(*index, rules, index->terminal(source.node->ref, source.node->pin),
-                            index->terminal(destination->ref, destination->pin))
+    return PrunedPathSearch(*index, rules, index->numberedNode(source.node->ref, source.node->pin).terminal,
+                            index->numberedNode(destination->ref, destination->pin).terminal)
         .run();
 }
 }
