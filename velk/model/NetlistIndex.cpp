@@ -6,6 +6,16 @@
 
 namespace Velk {
 
+namespace {
+
+/// Equal texts get the same number, counted from 0.
+int numberOf(const QString &text, QHash<QString, int> &numbers)
+{
+    const auto known = numbers.constFind(text);
+    return known != numbers.cend() ? *known : *numbers.insert(text, static_cast<int>(numbers.size()));
+}
+}
+
 IndexedProvider::IndexedProvider() = default;
 IndexedProvider::~IndexedProvider() = default;
 IndexedProvider::IndexedProvider(const IndexedProvider &other) = default;
@@ -14,13 +24,17 @@ IndexedProvider &IndexedProvider::operator=(const IndexedProvider &other) = defa
 NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents,
                            const QList<QSharedPointer<EDAPart>> &allParts)
     : components(allComponents)
-    , componentsByProperty(allComponents)
 {
     for (const auto &part : allParts)
         addPart(part);
     componentsByRef.reserve(components.size());
+    typesOfComponents.reserve(toSize(componentCount()));
+    identifiersOfComponents.reserve(toSize(componentCount()));
+    partsOfComponents.reserve(toSize(componentCount()));
+    firstPins.reserve(toSize(componentCount()) + 1);
     for (const auto &component : std::as_const(components))
         addComponent(component);
+    componentsByProperty.finish();
     firstPins.push_back(static_cast<int>(pinTerminals.size()));
     terminalNets.assign(pinTerminals.size(), none);
 }
@@ -37,7 +51,11 @@ void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
 void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
 {
     componentsByRef.insert(component->ref, static_cast<int>(typesOfComponents.size()));
-    typesOfComponents.push_back(typeNumber(component->type()));
+    componentsByProperty.add(component);
+    typesOfComponents.push_back(numberOf(component->type(), typesByText));
+    if (typesByText.size() > types.size())
+        types.append(component->type());
+    identifiersOfComponents.push_back(numberOf(component->identifier(), identifiersByText));
     firstPins.push_back(static_cast<int>(pinTerminals.size()));
     const int part = partsByName.value(component->part, none);
     partsOfComponents.push_back(part);
@@ -52,13 +70,11 @@ void NetlistIndex::addPinsOf(const IndexedPart &indexedPart)
         pinTerminals.push_back(first + indexedPart.positions.value(pin->number));
 }
 
-int NetlistIndex::typeNumber(const QString &type)
+void NetlistIndex::reserveNets(qsizetype netCount, qsizetype nodeCount)
 {
-    const auto known = typesByText.constFind(type);
-    if (known != typesByText.cend())
-        return *known;
-    types.append(type);
-    return *typesByText.insert(type, static_cast<int>(types.size()) - 1);
+    nets.reserve(netCount);
+    firstNodes.reserve(static_cast<std::size_t>(netCount) + 1);
+    nodes.reserve(static_cast<std::size_t>(nodeCount));
 }
 
 void NetlistIndex::addNet(const QSharedPointer<EDANet> &net)

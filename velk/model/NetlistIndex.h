@@ -36,6 +36,7 @@ public:
     /// References, and part names, must be unique.
     NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents, const QList<QSharedPointer<EDAPart>> &parts);
 
+    void reserveNets(qsizetype netCount, qsizetype nodeCount);
     /// Adds a net; its nodes are to be added next, in their order.
     void addNet(const QSharedPointer<EDANet> &net);
     void addNode(const NumberedNode &node);
@@ -63,6 +64,9 @@ public:
     /// Distinct component types, and which of them a component has.
     const QList<QString> &componentTypes() const { return types; }
     int typeOf(int component) const { return typesOfComponents[toSize(component)]; }
+    /// Equal identifiers have one number, from 0 to identifierCount() - 1; to have none is one too.
+    int identifierOf(int component) const { return identifiersOfComponents[toSize(component)]; }
+    int identifierCount() const { return static_cast<int>(identifiersByText.size()); }
 
     const QSharedPointer<EDAComponent> &component(int number) const { return components.at(number); }
     const QSharedPointer<EDANetNode> &node(int net, int number) const
@@ -88,7 +92,6 @@ private:
     void addPart(const QSharedPointer<EDAPart> &part);
     void addComponent(const QSharedPointer<EDAComponent> &component);
     void addPinsOf(const IndexedPart &indexedPart);
-    int typeNumber(const QString &type);
 
     std::vector<IndexedPart> parts;
     QHash<QString, int> partsByName;
@@ -99,6 +102,8 @@ private:
     QHash<QString, int> typesByText;
     QList<QString> types;
     std::vector<int> typesOfComponents;
+    QHash<QString, int> identifiersByText;
+    std::vector<int> identifiersOfComponents;
     std::vector<int> partsOfComponents; ///< none if unknown
     std::vector<int> firstPins;
     std::vector<int> pinTerminals;

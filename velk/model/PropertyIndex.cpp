@@ -8,35 +8,33 @@
 
 namespace Velk {
 
-PropertyIndex::PropertyIndex(const QList<QSharedPointer<EDAComponent>> &allComponents)
-    : components(allComponents)
+void PropertyIndex::add(const QSharedPointer<EDAComponent> &component)
 {
-    std::size_t count = 0;
-    for (const auto &component : std::as_const(components))
-        count += static_cast<std::size_t>(component->properties.size());
-    while (bucketMask < count)
-        bucketMask = bucketMask * 2 + 1;
-
-    std::vector<std::pair<std::size_t, int>> found; // bucket and component
-    found.reserve(count);
-    bucketStarts.assign(bucketMask + 2, 0);
-    for (int number = 0; number < static_cast<int>(components.size()); ++number) {
-        const auto &properties = components.at(number)->properties;
-        for (auto it = properties.cbegin(); it != properties.cend(); ++it) {
-            found.emplace_back(bucketOf(it.key(), it.value()), number);
-            ++bucketStarts[found.back().first];
-        }
-    }
-    // The counts become ends, and each end the start while its bucket is filled from the back.
-    std::partial_sum(bucketStarts.begin(), bucketStarts.end(), bucketStarts.begin());
-    entries.resize(count);
-    for (auto it = found.crbegin(); it != found.crend(); ++it)
-        entries[--bucketStarts[it->first]] = it->second;
+    const int number = static_cast<int>(components.size());
+    components.append(component);
+    for (auto it = component->properties.cbegin(); it != component->properties.cend(); ++it)
+        entries.push_back({hashOf(it.key(), it.value()), number});
 }
 
-std::size_t PropertyIndex::bucketOf(const QString &key, const QString &value) const
+// Sorts the entries into buckets by counting.
+void PropertyIndex::finish()
 {
-    return qHashMulti(0, key, value) & bucketMask;
+    while (bucketMask < entries.size())
+        bucketMask = bucketMask * 2 + 1;
+    bucketStarts.assign(std::size_t(bucketMask) + 2, 0);
+    for (const Entry &entry : entries)
+        ++bucketStarts[bucketOf(entry.hash)];
+    // The counts become ends, and each end the start while its bucket is filled from the back.
+    std::partial_sum(bucketStarts.begin(), bucketStarts.end(), bucketStarts.begin());
+    std::vector<Entry> sorted(entries.size());
+    for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry)
+        sorted[--bucketStarts[bucketOf(entry->hash)]] = *entry;
+    entries = std::move(sorted);
+}
+
+quint32 PropertyIndex::hashOf(const QString &key, const QString &value) const
+{
+    return static_cast<quint32>(qHashMulti(seed, key, value));
 }
 
 // None where no wanted property narrows the choice: an empty value also matches components without the property.
@@ -46,7 +44,7 @@ std::optional<std::size_t> PropertyIndex::smallestBucketFor(const QMap<QString, 
     for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
         if (it.value().isEmpty())
             continue;
-        const std::size_t bucket = bucketOf(it.key(), it.value());
+        const std::size_t bucket = bucketOf(hashOf(it.key(), it.value()));
         if (!smallest || sizeOf(bucket) < sizeOf(*smallest))
             smallest = bucket;
     }
@@ -62,7 +60,7 @@ QSharedPointer<EDAComponent> PropertyIndex::firstWith(const QMap<QString, QStrin
         return found == components.cend() ? nullptr : *found;
     }
     for (std::size_t i = bucketStarts[*bucket]; i < bucketStarts[*bucket + 1]; ++i) {
-        const auto &component = components.at(entries[i]);
+        const auto &component = components.at(entries[i].component);
         if (isWanted(component))
             return component;
     }

@@ -3,6 +3,7 @@
 
 #include <velk/model/EDAComponent.h>
 
+#include <QHashFunctions>
 #include <QList>
 #include <QMap>
 #include <QSharedPointer>
@@ -18,20 +19,31 @@ namespace Velk {
 class PropertyIndex
 {
 public:
-    explicit PropertyIndex(const QList<QSharedPointer<EDAComponent>> &allComponents);
+    /// Components count from 0 in the order of these calls.
+    void add(const QSharedPointer<EDAComponent> &component);
+    /// Makes the table of all that were added.
+    void finish();
 
     /// The first component that has all these properties, or null.
     QSharedPointer<EDAComponent> firstWith(const QMap<QString, QString> &wanted) const;
 
 private:
-    std::size_t bucketOf(const QString &key, const QString &value) const;
+    struct Entry
+    {
+        quint32 hash; ///< of key and value
+        int component;
+    };
+
+    quint32 hashOf(const QString &key, const QString &value) const;
+    std::size_t bucketOf(quint32 hash) const { return hash & bucketMask; }
     std::size_t sizeOf(std::size_t bucket) const { return bucketStarts[bucket + 1] - bucketStarts[bucket]; }
     std::optional<std::size_t> smallestBucketFor(const QMap<QString, QString> &wanted) const;
 
     QList<QSharedPointer<EDAComponent>> components;
-    std::size_t bucketMask = 0;
-    std::vector<std::size_t> bucketStarts; ///< in entries; one more than there are buckets
-    std::vector<int> entries;              ///< numbers of components, ascending in each bucket
+    const std::size_t seed = QHashSeed::globalSeed(); ///< as it was when the table was made
+    quint32 bucketMask = 0;
+    std::vector<quint32> bucketStarts; ///< in entries; one more than there are buckets
+    std::vector<Entry> entries;        ///< ascending by component in each bucket
 };
 }
 

@@ -5,10 +5,10 @@
 #include <velk/provider/NetJoiner.h>
 
 #include <QHash>
+#include <QStringBuilder>
 #include <QStringList>
 
 #include <algorithm>
-#include <list>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -21,9 +21,10 @@ const QString MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE = u"Connecto
 
 namespace {
 
-QString appendIndex(const QString &text, qsizetype index)
+/// What makes names of the netlist at this position unique.
+QString suffixOf(qsizetype position)
 {
-    return text + u'#' + QString::number(index);
+    return u'#' + QString::number(position + 1);
 }
 
 /// The nets of all netlists with their names made unique, and their nodes in numbers.
@@ -33,25 +34,25 @@ public:
     explicit NetCopies(const NetlistIndex &components)
         : index(components)
     {
+        ref.reserve(64);
     }
 
-    void add(const QSharedPointer<EDANet> &net, qsizetype netlist)
+    void add(const QSharedPointer<EDANet> &net, const QString &suffix)
     {
-        const auto copy = EDANet::create(appendIndex(net->name, netlist));
+        const auto copy = EDANet::create(net->name % suffix);
         copy->nodes.reserve(net->nodes.size());
-        const QString suffix = appendIndex({}, netlist);
-        QString ref;
         for (const auto &node : std::as_const(net->nodes)) {
-            ref.resize(0); // keeps its memory for the next
+            ref.resize(0);
             ref.append(node->ref).append(suffix);
             nodes.push_back(index.numberedNode(ref, node->pin));
-            copy->nodes.append(EDANetNode::create(textOf(ref, nodes.back().component), node->pin));
+            copy->nodes.append(EDANetNode::create(textOfRef(nodes.back().component), node->pin));
         }
         nets.append(copy);
         firstNodes.push_back(static_cast<int>(nodes.size()));
     }
 
     int count() const { return static_cast<int>(nets.size()); }
+    qsizetype nodeCount() const { return static_cast<qsizetype>(nodes.size()); }
     const QSharedPointer<EDANet> &net(int number) const { return nets.at(number); }
     /// The nodes of a net are firstNode(net) to firstNode(net + 1) - 1.
     int firstNode(int number) const { return firstNodes[static_cast<std::size_t>(number)]; }
@@ -59,7 +60,7 @@ public:
 
 private:
     // Shared with the component.
-    QString textOf(const QString &ref, int component) const
+    QString textOfRef(int component) const
     {
         if (component != NetlistIndex::none)
             return index.component(component)->ref;
@@ -71,63 +72,58 @@ private:
     QList<QSharedPointer<EDANet>> nets;
     std::vector<NumberedNode> nodes;
     std::vector<int> firstNodes = {0};
+    QString ref; ///< of the node being added; keeps its memory for the next
 };
 
-/// Numbers the identifiers of connectors. The pins of components without one of these can join nothing.
-class ConnectorIdentifiers
+/// Tells which components are connectors and which can be met by one.
+class Connectors
 {
 public:
-    ConnectorIdentifiers(const NetlistIndex &components, const QList<QString> &connectorTypes)
+    Connectors(const NetlistIndex &components, const QList<QString> &connectorTypes)
         : index(components)
     {
         for (const QString &type : components.componentTypes())
             isConnectorType.push_back(connectorTypes.contains(type, Qt::CaseInsensitive));
-        QHash<QString, int> numbers;
+        isOfConnector.resize(static_cast<std::size_t>(components.identifierCount()));
         for (int i = 0; i < components.componentCount(); ++i) {
             if (isConnector(i))
-                numbers.insert(components.component(i)->identifier(), i);
+                isOfConnector[static_cast<std::size_t>(components.identifierOf(i))] = true;
         }
-        for (int i = 0; i < components.componentCount(); ++i)
-            identifiers.push_back(numbers.value(components.component(i)->identifier(), NetlistIndex::none));
     }
 
     bool isConnector(int component) const { return isConnectorType[static_cast<std::size_t>(index.typeOf(component))]; }
-    /// NetlistIndex::none where the component's identifier is none of a connector.
-    int identifierOf(int component) const { return identifiers[static_cast<std::size_t>(component)]; }
+    /// Whether the component has the identifier of a connector, of its own or another's.
+    bool canJoin(int component) const { return isOfConnector[static_cast<std::size_t>(index.identifierOf(component))]; }
 
 private:
     const NetlistIndex &index;
     std::vector<bool> isConnectorType;
-    std::vector<int> identifiers; ///< by component
+    std::vector<bool> isOfConnector; ///< by identifier
 };
 
-std::vector<std::list<int>> joinCopies(const NetCopies &copies, const NetlistIndex &index,
-                                       const QList<QString> &connectorTypes)
+void giveTo(NetJoiner &joiner, const NetCopies &copies, const NetlistIndex &index, const Connectors &connectors)
 {
-    const ConnectorIdentifiers connectors(index, connectorTypes);
-    NetJoiner joiner;
     for (int net = 0; net < copies.count(); ++net) {
         joiner.addNet();
-        for (int node = copies.firstNode(net); node < copies.firstNode(net + 1); ++node) {
+        const int first = copies.firstNode(net);
+        for (int node = first; node < copies.firstNode(net + 1); ++node) {
             const int component = copies.numberedNode(node).component;
-            if (component == NetlistIndex::none)
+            if (component == NetlistIndex::none || !connectors.canJoin(component))
                 continue;
-            const int identifier = connectors.identifierOf(component);
-            if (identifier != NetlistIndex::none)
-                joiner.addPin({identifier, copies.net(net)->nodes.at(node - copies.firstNode(net))->pin},
-                              connectors.isConnector(component));
+            const QString &pin = copies.net(net)->nodes.at(node - first)->pin;
+            joiner.addPin({index.identifierOf(component), pin}, connectors.isConnector(component));
         }
     }
-    return joiner.join();
 }
 
-QSharedPointer<EDANet> combinedNet(const NetCopies &copies, const std::list<int> &members)
+/// The copies that are joined to one net, from the first on.
+QSharedPointer<EDANet> combinedNet(const NetCopies &copies, const NetJoiner &joiner, int first)
 {
-    if (members.size() == 1)
-        return copies.net(members.front());
+    if (joiner.nextMember(first) == NetJoiner::none)
+        return copies.net(first);
     QStringList names;
     auto combined = EDANet::create({});
-    for (const int member : members) {
+    for (int member = first; member != NetJoiner::none; member = joiner.nextMember(member)) {
         names.append(copies.net(member)->name);
         combined->nodes += copies.net(member)->nodes;
     }
@@ -135,16 +131,15 @@ QSharedPointer<EDANet> combinedNet(const NetCopies &copies, const std::list<int>
     return combined;
 }
 
-/// Ascending by this text; of several with the same the last.
+/// Brings the elements into ascending order of this text and keeps the last of those with the same.
 template <typename Element>
-QList<QSharedPointer<Element>> sortedBy(QString Element::*text, QList<QSharedPointer<Element>> elements)
+void sortBy(QString Element::*text, QList<QSharedPointer<Element>> &elements)
 {
     const auto isLess = [text](const auto &a, const auto &b) { return (*a).*text < (*b).*text; };
     const auto isEqual = [text](const auto &a, const auto &b) { return (*a).*text == (*b).*text; };
     std::stable_sort(elements.begin(), elements.end(), isLess);
     const auto firstKept = std::unique(elements.rbegin(), elements.rend(), isEqual).base();
     elements.erase(elements.begin(), firstKept);
-    return elements;
 }
 }
 
@@ -164,27 +159,34 @@ MultipleEDAProvider &MultipleEDAProvider::operator=(const MultipleEDAProvider &o
 void MultipleEDAProvider::prepareParts()
 {
     for (qsizetype i = 0; i < providers.size(); ++i) {
+        const QString suffix = suffixOf(i);
         const auto partsOfProvider = providers.at(i)->getParts();
         for (const auto &part : partsOfProvider) {
             parts.append(part->clone());
-            parts.last()->name = appendIndex(part->name, i + 1);
+            parts.last()->name = part->name % suffix;
         }
     }
-    parts = sortedBy(&EDAPart::name, std::move(parts));
+    sortBy(&EDAPart::name, parts);
 }
 
 void MultipleEDAProvider::prepareComponents()
 {
     for (qsizetype i = 0; i < providers.size(); ++i) {
+        const QString suffix = suffixOf(i);
+        QHash<QString, QString> partNames; // shared by the components
         const auto componentsOfProvider = providers.at(i)->getComponents();
+        components.reserve(components.size() + componentsOfProvider.size());
         for (const auto &component : componentsOfProvider) {
             const auto copy = component->clone();
-            copy->ref = appendIndex(component->ref, i + 1);
-            copy->part = appendIndex(component->part, i + 1);
+            QString &partName = partNames[component->part];
+            if (partName.isEmpty())
+                partName = component->part % suffix;
+            copy->ref = component->ref % suffix;
+            copy->part = partName;
             components.append(copy);
         }
     }
-    components = sortedBy(&EDAComponent::ref, std::move(components));
+    sortBy(&EDAComponent::ref, components);
 }
 
 void MultipleEDAProvider::prepareNets()
@@ -192,16 +194,21 @@ void MultipleEDAProvider::prepareNets()
     const auto numbers = std::make_shared<NetlistIndex>(components, parts);
     NetCopies copies(*numbers);
     for (qsizetype i = 0; i < providers.size(); ++i) {
+        const QString suffix = suffixOf(i);
         const auto netsOfProvider = providers.at(i)->getNets();
         for (const auto &net : netsOfProvider)
-            copies.add(net, i + 1);
+            copies.add(net, suffix);
     }
-    const auto joinedNets = joinCopies(copies, *numbers, connectorComponentTypes);
-    nets.reserve(static_cast<qsizetype>(joinedNets.size()));
-    for (const auto &members : joinedNets) {
-        nets.append(combinedNet(copies, members));
+    NetJoiner joiner(copies.count());
+    giveTo(joiner, copies, *numbers, Connectors(*numbers, connectorComponentTypes));
+
+    const auto finishedNets = joiner.join();
+    nets.reserve(static_cast<qsizetype>(finishedNets.size()));
+    numbers->reserveNets(static_cast<qsizetype>(finishedNets.size()), copies.nodeCount());
+    for (const int first : finishedNets) {
+        nets.append(combinedNet(copies, joiner, first));
         numbers->addNet(nets.last());
-        for (const int member : members) {
+        for (int member = first; member != NetJoiner::none; member = joiner.nextMember(member)) {
             for (int node = copies.firstNode(member); node < copies.firstNode(member + 1); ++node)
                 numbers->addNode(copies.numberedNode(node));
         }

@@ -5,7 +5,6 @@
 #include <QString>
 
 #include <list>
-#include <queue>
 #include <utility>
 #include <vector>
 
@@ -20,7 +19,11 @@ namespace Velk {
 class NetJoiner
 {
 public:
+    static constexpr int none = -1;
+
     using ConnectorPin = std::pair<int, QString>; ///< number of the identifier, and pin number
+
+    explicit NetJoiner(int netCount);
 
     /// Adds a net to the end of the row; nets count from 0.
     void addNet();
@@ -28,30 +31,32 @@ public:
     /// others.
     void addPin(const ConnectorPin &pin, bool isOfConnector);
 
-    /// The nets in the order in which they are finished, each as those of which it is made, in the order of its name.
-    /// Call it once.
-    std::vector<std::list<int>> join();
+    /// The joined nets in the order in which they are finished, each as the first net of which it is made. Call it
+    /// once.
+    std::vector<int> join();
+    /// The net that follows this one in its joined net, or none. Nets are in the order of the joined net's name.
+    int nextMember(int net) const { return groups[toSize(net)].nextMember; }
 
 private:
     /// Nets that have been joined so far, led by the one of them that is its name in leaderOf().
     struct Group
     {
-        std::list<int> members;              ///< in the order of the joined net's name
+        int lastMember;
+        int nextMember;                      ///< of the net, in whatever group it is
         std::list<ConnectorPin> untriedPins; ///< of its connectors, in node order
         qint64 place;                        ///< in the row; larger is later
     };
 
+    static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
     std::vector<int> takeOthersOnNextPin(int group);
     void joinGroups(int first, const std::vector<int> &others);
     int leaderOf(int net);
     void putAtEnd(int group);
-    Group &group(int number) { return groups[static_cast<std::size_t>(number)]; }
 
     std::vector<Group> groups; ///< by the number of the leading net
     std::vector<int> leaders;  ///< of each net, over several steps
     QHash<ConnectorPin, std::vector<int>> netsByPin;
-    std::queue<std::pair<int, qint64>> row; ///< group and place; left behind where the place has changed
-    qint64 nextPlace = 0;
+    std::vector<std::pair<int, qint64>> row; ///< group and place; left behind where the place has changed
 };
 }
 
