@@ -59,7 +59,10 @@ public:
     QList<int> netsOfTerminal(int terminal) const;
     /// Nets where the component has a node that netOfTerminal() does not lead to: a node that lies on two nets, or one
     /// on a pin that the part lacks.
-    QList<int> hiddenNetsOfComponent(int component) const { return hiddenNets.values(component); }
+    QList<int> hiddenNetsOfComponent(int component) const
+    {
+        return hiddenNets.isEmpty() ? QList<int>() : hiddenNets.values(component);
+    }
 
     /// Distinct component types, and which of them a component has.
     const QList<QString> &componentTypes() const { return types; }

@@ -105,27 +105,32 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
 {
     const auto source = findNode(*provider, sourceProperties, sourcePin);
     const auto destination = findNode(*provider, destinationProperties, destinationPin);
-    auto paths = search(source, destination.node);
+    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
+    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
+    // The trace shows every net that an exhaustive search visits.
+    if (index && !routingLog().isDebugEnabled()) {
+        const auto rules = rulesFor(*index, source, destination);
+        return PrunedPathSearch(*index, rules).run();
+    }
+    auto paths = PathSearch(*this, source, destination.node).run();
     // Stable, so that the same netlist always gives the same order.
     std::stable_sort(paths.begin(), paths.end(), comesFirst);
     return paths;
 }
 
-QList<RoutingPath> Routing::search(const NodeWithComponent &source, const QSharedPointer<EDANetNode> &destination) const
+SearchRules Routing::rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
+                              const NodeWithComponent &destination) const
 {
-    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
-    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
-    // The trace shows every net that an exhaustive search visits.
-    if (!index || routingLog().isDebugEnabled())
-        return PathSearch(*this, source, destination).run();
-
-    PrunedSearchRules rules{maxNetsSearchedPerPath(), maxAdditionalNodesPerPath, {}, {}};
-    for (const QString &type : index->componentTypes()) {
-        rules.isSwitchable.push_back(switchableTypes.contains(type, Qt::CaseInsensitive));
-        rules.isInterface.push_back(interfaceTypes.contains(type, Qt::CaseInsensitive));
+    SearchRules rules{index.numberedNode(source.node->ref, source.node->pin).terminal,
+                      index.numberedNode(destination.node->ref, destination.node->pin).terminal,
+                      maxNetsSearchedPerPath(),
+                      maxAdditionalNodesPerPath,
+                      {},
+                      {}};
+    for (const QString &type : index.componentTypes()) {
+        rules.switchableTypes.push_back(switchableTypes.contains(type, Qt::CaseInsensitive));
+        rules.interfaceTypes.push_back(interfaceTypes.contains(type, Qt::CaseInsensitive));
     }
-    return PrunedPathSearch(*index, rules, index->numberedNode(source.node->ref, source.node->pin).terminal,
-                            index->numberedNode(destination->ref, destination->pin).terminal)
-        .run();
+    return rules;
 }
 }

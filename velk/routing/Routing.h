@@ -12,7 +12,9 @@
 
 namespace Velk {
 
+class NetlistIndex;
 struct NodeWithComponent;
+struct SearchRules;
 
 /// Finds the chains of switchable components (relays and resistors by default) that lead from a pin of one
 /// component to a pin of another, on any provider.
@@ -84,7 +86,8 @@ public:
 private:
     friend class PathSearch;
 
-    QList<RoutingPath> search(const NodeWithComponent &source, const QSharedPointer<EDANetNode> &destination) const;
+    SearchRules rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
+                         const NodeWithComponent &destination) const;
     int maxNetsSearchedPerPath() const;
     bool isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const;
     bool isComponentInterface(const QSharedPointer<EDAComponent> &component) const;

@@ -1,0 +1,49 @@
+#ifndef VELK_ROUTING_SEARCHBOUNDS_H
+#define VELK_ROUTING_SEARCHBOUNDS_H
+
+#include <velk/routing/SearchMemory.h>
+#include <velk/routing/SearchRules.h>
+
+namespace Velk {
+
+/// What it takes at least to get from a net to the destination: so many switches, and so many additional nodes
+/// collected on the way. A branch that has too little left of either is not entered.
+class SearchBounds
+{
+public:
+    /// All three must stay.
+    SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, SearchMemory &memory);
+
+    /// Looks at the surroundings of the destination, as far as a path can be long. Call it first.
+    void measure();
+
+    /// Whether the net holds the destination.
+    bool isLast(int net) const { return switches.has(net) && switches.value(net) == 0; }
+    /// Whether a branch may enter this net, having switched so many components and collected so many additional nodes
+    /// before it.
+    bool allow(int net, qsizetype switched, qsizetype collected) const
+    {
+        return switches.has(net) && switched + switches.value(net) <= rules.maxNetsSearched &&
+               (!isCollecting ||
+                (additionalNodes.has(net) && collected + additionalNodes.value(net) <= rules.maxAdditionalNodes));
+    }
+
+private:
+    void measureSwitches();
+    void measureAdditionalNodes();
+    int additionalNodesOn(int net) const;
+    template <typename Visit>
+    void crossFrom(int net, Visit visit);
+
+    const NetlistIndex &index;
+    const SearchRules &rules;
+    const int sourceNet;
+    Marks &switches;
+    Marks &additionalNodes;
+    Marks &crossed;
+    std::vector<int> &nets;
+    bool isCollecting = false; ///< some net that a branch may enter has additional nodes
+};
+}
+
+#endif
