@@ -52,8 +52,8 @@ void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
 {
     componentsByRef.insert(component->ref, static_cast<int>(typesOfComponents.size()));
     componentsByProperty.add(component);
-    typesOfComponents.push_back(numberOf(component->type(), typesByText));
-    if (typesByText.size() > types.size())
+    typesOfComponents.push_back(numberOf(component->type(), typesByText) + 1);
+    if (typesByText.size() == types.size())
         types.append(component->type());
     identifiersOfComponents.push_back(numberOf(component->identifier(), identifiersByText));
     firstPins.push_back(static_cast<int>(pinTerminals.size()));
@@ -103,10 +103,11 @@ void NetlistIndex::addNode(const NumberedNode &node)
 NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNumber) const
 {
     const int component = componentsByRef.value(ref, none);
-    if (component == none || partsOfComponents[toSize(component)] == none)
-        return {component, none};
-    const int position = parts[toSize(partsOfComponents[toSize(component)])].positions.value(pinNumber, none);
-    return {component, position == none ? none : firstPin(component) + position};
+    if (component == none)
+        return {none, none, unlisted};
+    const int part = partsOfComponents[toSize(component)];
+    const int position = part == none ? none : parts[toSize(part)].positions.value(pinNumber, none);
+    return {component, position == none ? none : firstPin(component) + position, typeOf(component)};
 }
 
 QList<int> NetlistIndex::netsOfTerminal(int terminal) const

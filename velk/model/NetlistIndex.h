@@ -21,6 +21,7 @@ struct NumberedNode
 {
     int component; ///< NetlistIndex::none if it is not listed
     int terminal;  ///< NetlistIndex::none if the component's part lacks the pin
+    int type;      ///< of the component; NetlistIndex::unlisted if that is not listed
 };
 
 /// A netlist in numbers. It is made for the components first, then gets the nets, and is not changed any more.
@@ -32,6 +33,7 @@ class NetlistIndex
 {
 public:
     static constexpr int none = -1;
+    static constexpr int unlisted = 0; ///< the type of components that are not listed; others count from 1
 
     /// References, and part names, must be unique.
     NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents, const QList<QSharedPointer<EDAPart>> &parts);
@@ -64,7 +66,7 @@ public:
         return hiddenNets.isEmpty() ? QList<int>() : hiddenNets.values(component);
     }
 
-    /// Distinct component types, and which of them a component has.
+    /// The text of each type, the first one being that of unlisted components, and which of them a component has.
     const QList<QString> &componentTypes() const { return types; }
     int typeOf(int component) const { return typesOfComponents[toSize(component)]; }
     /// Equal identifiers have one number, from 0 to identifierCount() - 1; to have none is one too.
@@ -103,7 +105,7 @@ private:
     QHash<QString, int> componentsByRef;
     PropertyIndex componentsByProperty;
     QHash<QString, int> typesByText;
-    QList<QString> types;
+    QList<QString> types = {QString()};
     std::vector<int> typesOfComponents;
     QHash<QString, int> identifiersByText;
     std::vector<int> identifiersOfComponents;

@@ -17,11 +17,10 @@ class FoundPaths
 public:
     /// A path without switching components.
     void add();
-    /// A path over the components, each step telling its \a component, and with the last step's \a additionalNodes.
+    /// A path over the \a component of each step.
     template <typename Step>
-    void add(const std::vector<Step> &steps)
+    void add(const std::vector<Step> &steps, const QList<QSharedPointer<EDANetNode>> &nodes)
     {
-        const auto &nodes = steps.back().additionalNodes;
         Group &group = groups[{static_cast<qsizetype>(steps.size()), nodes.size()}];
         for (const Step &step : steps)
             group.components.push_back(step.component);

@@ -44,7 +44,7 @@ void PrunedPathSearch::enterSourceNet()
     if (bounds.isLast(net))
         paths.add();
     else if (rules.maxNetsSearched >= 1 && rules.maxAdditionalNodes >= 0 && bounds.allow(net, 0, 0))
-        enterNet(net, rules.source, {});
+        enterNet(net, rules.source, 0);
 }
 
 void PrunedPathSearch::crossToNextPin()
@@ -55,22 +55,26 @@ void PrunedPathSearch::crossToNextPin()
     if (net == NetlistIndex::none || memory.onBranch.has(net))
         return;
     if (bounds.isLast(net)) {
-        paths.add(branch);
+        paths.add(branch, additionalNodes);
         return;
     }
-    if (!bounds.allow(net, static_cast<qsizetype>(branch.size()), level.additionalNodes.size()))
+    const qsizetype collected = additionalNodes.size();
+    if (!bounds.allow(net, static_cast<qsizetype>(branch.size()), collected))
         return;
-    const auto additionalNodes = additionalNodesWith(net, exit);
-    if (additionalNodes.size() <= rules.maxAdditionalNodes)
-        enterNet(net, exit, additionalNodes);
+    collectAdditionalNodes(net, exit);
+    if (additionalNodes.size() <= rules.maxAdditionalNodes) {
+        enterNet(net, exit, collected);
+    } else {
+        additionalNodes.resize(collected);
+        bounds.noteUselessBranch();
+    }
 }
 
 void PrunedPathSearch::enterNextComponent()
 {
     Level &level = branch.back();
     const NumberedNode &node = index.numberedNode(level.nextNode++);
-    const bool isArrival = node.terminal == level.arrival; // equal nodes are one terminal
-    if (node.component == NetlistIndex::none || isArrival || !rules.isSwitchable(index, node.component))
+    if (!rules.roleOf(node).isSwitchable || node.terminal == level.arrival) // equal nodes are one terminal
         return;
     level.component = node.component;
     level.entry = node.terminal;
@@ -78,28 +82,27 @@ void PrunedPathSearch::enterNextComponent()
     level.endPin = index.firstPin(node.component + 1);
 }
 
-void PrunedPathSearch::enterNet(int net, int arrival, const QList<QSharedPointer<EDANetNode>> &additionalNodes)
+void PrunedPathSearch::enterNet(int net, int arrival, qsizetype additionalNodesBefore)
 {
     memory.onBranch.set(net);
     branch.push_back(Level{net, arrival, index.firstNode(net), index.firstNode(net + 1), NetlistIndex::none,
-                           NetlistIndex::none, 0, 0, additionalNodes});
+                           NetlistIndex::none, 0, 0, additionalNodesBefore});
 }
 
 void PrunedPathSearch::leaveNet()
 {
-    memory.onBranch.unset(branch.back().net);
+    const Level &level = branch.back();
+    memory.onBranch.unset(level.net);
+    if (additionalNodes.size() > level.additionalNodesBefore)
+        additionalNodes.resize(level.additionalNodesBefore);
     branch.pop_back();
 }
 
-QList<QSharedPointer<EDANetNode>> PrunedPathSearch::additionalNodesWith(int net, int arrival) const
+void PrunedPathSearch::collectAdditionalNodes(int net, int arrival)
 {
-    auto result = branch.back().additionalNodes;
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
-        const NumberedNode &node = index.numberedNode(i);
-        if (node.component != NetlistIndex::none && rules.isInterface(index, node.component) &&
-            rules.isAdditional(node, arrival))
-            result.append(index.node(net, i));
+        if (rules.isAdditional(index.numberedNode(i), arrival))
+            additionalNodes.append(index.node(net, i));
     }
-    return result;
 }
 }

@@ -31,22 +31,22 @@ private:
         int entry;     ///< the terminal by which that is entered
         int nextPin;   ///< of it
         int endPin;
-        QList<QSharedPointer<EDANetNode>>
-            additionalNodes; ///< of the branch up to here; mostly shared with the level below
+        qsizetype additionalNodesBefore; ///< how many the branch had before this net
     };
 
     void enterSourceNet();
     void crossToNextPin();
     void enterNextComponent();
-    void enterNet(int net, int arrival, const QList<QSharedPointer<EDANetNode>> &additionalNodes);
+    void enterNet(int net, int arrival, qsizetype additionalNodesBefore);
     void leaveNet();
-    QList<QSharedPointer<EDANetNode>> additionalNodesWith(int net, int arrival) const;
+    void collectAdditionalNodes(int net, int arrival);
 
     const NetlistIndex &index;
     const SearchRules &rules;
     SearchMemory &memory;
     SearchBounds bounds;
     std::vector<Level> branch;
+    QList<QSharedPointer<EDANetNode>> additionalNodes; ///< of the branch; shared by all paths that have the same
     FoundPaths paths;
 };
 }

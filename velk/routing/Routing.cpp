@@ -125,12 +125,13 @@ SearchRules Routing::rulesFor(const NetlistIndex &index, const NodeWithComponent
                       index.numberedNode(destination.node->ref, destination.node->pin).terminal,
                       maxNetsSearchedPerPath(),
                       maxAdditionalNodesPerPath,
-                      {},
                       {}};
-    for (const QString &type : index.componentTypes()) {
-        rules.switchableTypes.push_back(switchableTypes.contains(type, Qt::CaseInsensitive));
-        rules.interfaceTypes.push_back(interfaceTypes.contains(type, Qt::CaseInsensitive));
-    }
+    const auto &types = index.componentTypes();
+    rules.roles.reserve(static_cast<std::size_t>(types.size()));
+    for (const QString &type : types)
+        rules.roles.push_back(
+            {switchableTypes.contains(type, Qt::CaseInsensitive), interfaceTypes.contains(type, Qt::CaseInsensitive)});
+    rules.roles[NetlistIndex::unlisted] = {false, false};
     return rules;
 }
 }

@@ -16,15 +16,8 @@ SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searc
 {
 }
 
-void SearchBounds::measure()
-{
-    measureSwitches();
-    if (isCollecting)
-        measureAdditionalNodes();
-}
-
 // Breadth first from the nets of the destination.
-void SearchBounds::measureSwitches()
+void SearchBounds::measure()
 {
     switches.clear(index.netCount());
     crossed.clear(index.componentCount());
@@ -46,16 +39,21 @@ void SearchBounds::measureSwitches()
             return;
         if (net == sourceNet)
             continue; // no branch comes back to it
-        const int collected = count == 0 ? 0 : additionalNodesOn(net);
-        isCollecting = isCollecting || collected > 0;
-        if (collected <= rules.maxAdditionalNodes)
+        if (count == 0 || additionalNodesOn(net) <= rules.maxAdditionalNodes)
             crossFrom(net, [&](int other) { reach(other, count + 1); });
     }
 }
 
-// The same with the nets in the order of what has to be collected.
+void SearchBounds::noteUselessBranch()
+{
+    if (++uselessBranches == nets.size())
+        measureAdditionalNodes();
+}
+
+// Nearest first in terms of what has to be collected, from the nets of the destination.
 void SearchBounds::measureAdditionalNodes()
 {
+    areNodesMeasured = true;
     additionalNodes.clear(index.netCount());
     crossed.clear(index.componentCount());
     using CountAndNet = std::pair<int, int>;
@@ -89,8 +87,7 @@ int SearchBounds::additionalNodesOn(int net) const
     int count = 0;
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         const NumberedNode &node = index.numberedNode(i);
-        if (node.component != NetlistIndex::none && rules.isInterface(index, node.component) &&
-            !rules.isSwitchable(index, node.component) && rules.isAdditional(node, NetlistIndex::none))
+        if (rules.isAdditional(node, NetlistIndex::none) && !rules.roleOf(node).isSwitchable)
             ++count;
     }
     return count;
@@ -101,9 +98,10 @@ int SearchBounds::additionalNodesOn(int net) const
 template <typename Visit>
 void SearchBounds::crossFrom(int net, Visit visit)
 {
-    for (int node = index.firstNode(net); node < index.firstNode(net + 1); ++node) {
-        const int component = index.numberedNode(node).component;
-        if (component == NetlistIndex::none || crossed.has(component) || !rules.isSwitchable(index, component))
+    for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
+        const NumberedNode &node = index.numberedNode(i);
+        const int component = node.component;
+        if (!rules.roleOf(node).isSwitchable || crossed.has(component))
             continue;
         crossed.set(component);
         for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {

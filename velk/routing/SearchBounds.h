@@ -16,6 +16,9 @@ public:
 
     /// Looks at the surroundings of the destination, as far as a path can be long. Call it first.
     void measure();
+    /// Tells that a branch which was allowed had to collect too much. Where that happens often, it is worth measuring
+    /// what has to be collected, which is not known before.
+    void noteUselessBranch();
 
     /// Whether the net holds the destination.
     bool isLast(int net) const { return switches.has(net) && switches.value(net) == 0; }
@@ -24,12 +27,11 @@ public:
     bool allow(int net, qsizetype switched, qsizetype collected) const
     {
         return switches.has(net) && switched + switches.value(net) <= rules.maxNetsSearched &&
-               (!isCollecting ||
+               (!areNodesMeasured ||
                 (additionalNodes.has(net) && collected + additionalNodes.value(net) <= rules.maxAdditionalNodes));
     }
 
 private:
-    void measureSwitches();
     void measureAdditionalNodes();
     int additionalNodesOn(int net) const;
     template <typename Visit>
@@ -42,7 +44,8 @@ private:
     Marks &additionalNodes;
     Marks &crossed;
     std::vector<int> &nets;
-    bool isCollecting = false; ///< some net that a branch may enter has additional nodes
+    std::size_t uselessBranches = 0;
+    bool areNodesMeasured = false;
 };
 }
 
