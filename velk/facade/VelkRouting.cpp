@@ -30,38 +30,6 @@ QMap<QString, QString> toQt(const std::map<std::string, std::string> &properties
     return result;
 }
 
-VelkComponentInfo toInfo(const EDAComponent &component)
-{
-    VelkComponentInfo info{
-        component.ref.toStdString(), component.value.toStdString(), component.part.toStdString(), {}};
-    for (auto it = component.properties.cbegin(); it != component.properties.cend(); ++it)
-        info.properties.emplace(it.key().toStdString(), it.value().toStdString());
-    return info;
-}
-
-VelkPinInfo toInfo(const EDAPin &pin)
-{
-    return {pin.number.toStdString(), pin.name.toStdString(), pin.type.toStdString()};
-}
-
-VelkRoutingPath toInfo(const RoutingPath &path, const EDAProvider &provider)
-{
-    VelkRoutingPath info;
-    for (const auto &component : path.switchingComponents)
-        info.switchingComponents.push_back(toInfo(*component));
-    for (const auto &node : path.additionalNodes) {
-        const auto component = provider.getComponentByRef(node->ref);
-        if (component.isNull())
-            continue;
-        const auto part = provider.getPartByName(component->part);
-        if (part.isNull())
-            continue;
-        const auto pin = part->getPinByNumber(node->pin);
-        info.additionalConnections.push_back({toInfo(*component), pin ? toInfo(*pin) : VelkPinInfo{}});
-    }
-    return info;
-}
-
 VelkRoutingException exceptionWith(const QString &message)
 {
     return VelkRoutingException(message.toStdString());
@@ -114,6 +82,7 @@ VelkRoutingPrivate::VelkRoutingPrivate(const std::vector<std::string> &netlistFi
                                     : toQt(connectorComponentTypes);
     provider = std::make_unique<MultipleEDAProvider>(loaded, connectorTypes);
     routing = std::make_unique<Routing>(provider.get());
+    records = std::make_unique<RouteRecords>(*provider);
 }
 
 VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames)
@@ -142,11 +111,7 @@ std::vector<VelkRoutingPath> VelkRouting::getRoutes(const std::map<std::string, 
 try {
     const auto paths = d->routing->findPaths(toQt(sourceProperties), QString::fromStdString(sourcePin),
                                              toQt(destinationProperties), QString::fromStdString(destinationPin));
-    std::vector<VelkRoutingPath> routes;
-    routes.reserve(static_cast<std::size_t>(paths.size()));
-    for (const auto &path : paths)
-        routes.push_back(toInfo(path, *d->provider));
-    return routes;
+    return d->records->of(paths);
 } catch (const EDAException &exception) {
     throw exceptionWith(exception.message());
 }

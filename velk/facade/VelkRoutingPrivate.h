@@ -1,7 +1,7 @@
 #ifndef VELK_FACADE_VELKROUTINGPRIVATE_H
 #define VELK_FACADE_VELKROUTINGPRIVATE_H
 
-#include <velk/facade/VelkRouting.h>
+#include <velk/facade/RouteRecords.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
@@ -20,6 +20,7 @@ public:
     std::vector<std::unique_ptr<EDAProvider>> parsers;
     std::unique_ptr<MultipleEDAProvider> provider;
     std::unique_ptr<Routing> routing;
+    std::unique_ptr<RouteRecords> records;
 };
 }
 
