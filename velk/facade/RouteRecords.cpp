@@ -46,6 +46,7 @@ VelkRoutingPath RouteRecords::of(const RoutingPath &path)
     record.switchingComponents.reserve(static_cast<std::size_t>(path.switchingComponents.size()));
     for (const auto &component : path.switchingComponents)
         record.switchingComponents.push_back(of(component));
+    record.additionalConnections.reserve(static_cast<std::size_t>(path.additionalNodes.size()));
     for (const auto &node : path.additionalNodes) {
         if (const auto &connection = of(node))
             record.additionalConnections.push_back(*connection);

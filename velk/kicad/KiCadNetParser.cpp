@@ -8,6 +8,8 @@
 #include <QSet>
 #include <QStringList>
 
+#include <typeinfo>
+
 using namespace Qt::StringLiterals;
 
 namespace Velk {
@@ -306,5 +308,26 @@ QList<QSharedPointer<EDAPart>> KiCadNetParser::getParts() const
 QSharedPointer<EDAPart> KiCadNetParser::getPartByName(const QString &name) const
 {
     return cloneOf(parts.value(name));
+}
+
+// A derived class may answer in a way of its own.
+bool KiCadNetParser::isDerived() const
+{
+    return typeid(*this) != typeid(KiCadNetParser);
+}
+
+QList<QSharedPointer<EDANet>> KiCadNetParser::ownNets() const
+{
+    return isDerived() ? getNets() : nets.values();
+}
+
+QList<QSharedPointer<EDAComponent>> KiCadNetParser::ownComponents() const
+{
+    return isDerived() ? getComponents() : components.values();
+}
+
+QList<QSharedPointer<EDAPart>> KiCadNetParser::ownParts() const
+{
+    return isDerived() ? getParts() : parts.values();
 }
 }

@@ -4,6 +4,7 @@
 #include <velk/VelkExport.h>
 #include <velk/kicad/KiCadToken.h>
 #include <velk/model/EDAProvider.h>
+#include <velk/model/ElementOwner.h>
 
 #include <QMap>
 #include <QSharedPointer>
@@ -30,7 +31,7 @@ namespace Velk {
 /// hand out copies, made anew at each call, except getComponentByProperties(), which hands out the stored
 /// object. Since getNets() makes new nets, a Routing directly on a parser does not recognise a net that it
 /// has visited; give it a MultipleEDAProvider over the parser instead.
-class VELK_EXPORT KiCadNetParser : public EDAProvider
+class VELK_EXPORT KiCadNetParser : public EDAProvider, public ElementOwner
 {
 public:
     /// Over the tree that KiCadReader::getRoot() returned; empty until parse(). A null \a tree is a netlist
@@ -58,9 +59,14 @@ public:
     QList<QSharedPointer<EDAPart>> getParts() const override;
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
 
+    QList<QSharedPointer<EDANet>> ownNets() const override;
+    QList<QSharedPointer<EDAComponent>> ownComponents() const override;
+    QList<QSharedPointer<EDAPart>> ownParts() const override;
+
 private:
     class NodeFactory;
 
+    bool isDerived() const;
     void parseParts();
     static void parsePinsOfPart(const QSharedPointer<KiCadToken> &libpart, const QSharedPointer<EDAPart> &part);
     void parseComponents();

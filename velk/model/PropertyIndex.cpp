@@ -23,12 +23,12 @@ void PropertyIndex::finish()
         bucketMask = bucketMask * 2 + 1;
     bucketStarts.assign(std::size_t(bucketMask) + 2, 0);
     for (const Entry &entry : entries)
-        ++bucketStarts[bucketOf(entry.hash)];
+        ++bucketStarts[bucketNumber(entry.hash)];
     // The counts become ends, and each end the start while its bucket is filled from the back.
     std::partial_sum(bucketStarts.begin(), bucketStarts.end(), bucketStarts.begin());
     std::vector<Entry> sorted(entries.size());
     for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry)
-        sorted[--bucketStarts[bucketOf(entry->hash)]] = *entry;
+        sorted[--bucketStarts[bucketNumber(entry->hash)]] = *entry;
     entries = std::move(sorted);
 }
 
@@ -37,32 +37,43 @@ quint32 PropertyIndex::hashOf(const QString &key, const QString &value) const
     return static_cast<quint32>(qHashMulti(seed, key, value));
 }
 
-// None where no wanted property narrows the choice: an empty value also matches components without the property.
-std::optional<std::size_t> PropertyIndex::smallestBucketFor(const QMap<QString, QString> &wanted) const
+// The smallest first. None for an empty value: it also matches components without the property.
+QVarLengthArray<PropertyIndex::Bucket> PropertyIndex::bucketsFor(const QMap<QString, QString> &wanted) const
 {
-    std::optional<std::size_t> smallest;
+    QVarLengthArray<Bucket> buckets;
     for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
         if (it.value().isEmpty())
             continue;
-        const std::size_t bucket = bucketOf(hashOf(it.key(), it.value()));
-        if (!smallest || sizeOf(bucket) < sizeOf(*smallest))
-            smallest = bucket;
+        const quint32 hash = hashOf(it.key(), it.value());
+        const std::size_t number = bucketNumber(hash);
+        buckets.append({hash, entries.data() + bucketStarts[number], entries.data() + bucketStarts[number + 1]});
     }
-    return smallest;
+    std::sort(buckets.begin(), buckets.end());
+    return buckets;
+}
+
+bool PropertyIndex::Bucket::contains(int component) const
+{
+    const auto comesBefore = [](const Entry &entry, int number) { return entry.component < number; };
+    const auto *const found = std::lower_bound(begin, end, component, comesBefore);
+    return found != end && found->component == component;
 }
 
 QSharedPointer<EDAComponent> PropertyIndex::firstWith(const QMap<QString, QString> &wanted) const
 {
-    const auto isWanted = [&wanted](const auto &component) { return component->matchesProperties(wanted); };
-    const auto bucket = smallestBucketFor(wanted);
-    if (!bucket) {
-        const auto found = std::find_if(components.cbegin(), components.cend(), isWanted);
+    const auto buckets = bucketsFor(wanted);
+    if (buckets.isEmpty()) {
+        const auto found = std::find_if(components.cbegin(), components.cend(), [&wanted](const auto &component) {
+            return component->matchesProperties(wanted);
+        });
         return found == components.cend() ? nullptr : *found;
     }
-    for (std::size_t i = bucketStarts[*bucket]; i < bucketStarts[*bucket + 1]; ++i) {
-        const auto &component = components.at(entries[i].component);
-        if (isWanted(component))
-            return component;
+    const Bucket &fewest = buckets.first();
+    for (const auto *entry = fewest.begin; entry != fewest.end; ++entry) {
+        const auto hasEntry = [entry](const Bucket &bucket) { return bucket.contains(entry->component); };
+        if (entry->hash == fewest.hash && std::all_of(buckets.begin() + 1, buckets.end(), hasEntry) &&
+            components.at(entry->component)->matchesProperties(wanted))
+            return components.at(entry->component);
     }
     return {};
 }

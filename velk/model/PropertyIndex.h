@@ -8,8 +8,8 @@
 #include <QMap>
 #include <QSharedPointer>
 #include <QString>
+#include <QVarLengthArray>
 
-#include <optional>
 #include <vector>
 
 namespace Velk {
@@ -34,10 +34,20 @@ private:
         int component;
     };
 
+    /// Components that probably have one wanted property, among others.
+    struct Bucket
+    {
+        quint32 hash;
+        const Entry *begin;
+        const Entry *end;
+
+        bool operator<(const Bucket &other) const { return end - begin < other.end - other.begin; }
+        bool contains(int component) const;
+    };
+
     quint32 hashOf(const QString &key, const QString &value) const;
-    std::size_t bucketOf(quint32 hash) const { return hash & bucketMask; }
-    std::size_t sizeOf(std::size_t bucket) const { return bucketStarts[bucket + 1] - bucketStarts[bucket]; }
-    std::optional<std::size_t> smallestBucketFor(const QMap<QString, QString> &wanted) const;
+    std::size_t bucketNumber(quint32 hash) const { return hash & bucketMask; }
+    QVarLengthArray<Bucket> bucketsFor(const QMap<QString, QString> &wanted) const;
 
     QList<QSharedPointer<EDAComponent>> components;
     const std::size_t seed = QHashSeed::globalSeed(); ///< as it was when the table was made

@@ -1,5 +1,6 @@
 #include <velk/provider/MultipleEDAProvider.h>
 
+#include <velk/model/ElementOwner.h>
 #include <velk/model/NetlistIndex.h>
 #include <velk/model/RoutingLog.h>
 #include <velk/provider/NetJoiner.h>
@@ -20,6 +21,26 @@ namespace Velk {
 const QString MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE = u"Connector"_s;
 
 namespace {
+
+// Only copies of what they give are kept and handed out, so none need be made on the way.
+
+QList<QSharedPointer<EDAPart>> partsOf(const EDAProvider &provider)
+{
+    const auto *owner = dynamic_cast<const ElementOwner *>(&provider);
+    return owner ? owner->ownParts() : provider.getParts();
+}
+
+QList<QSharedPointer<EDAComponent>> componentsOf(const EDAProvider &provider)
+{
+    const auto *owner = dynamic_cast<const ElementOwner *>(&provider);
+    return owner ? owner->ownComponents() : provider.getComponents();
+}
+
+QList<QSharedPointer<EDANet>> netsOf(const EDAProvider &provider)
+{
+    const auto *owner = dynamic_cast<const ElementOwner *>(&provider);
+    return owner ? owner->ownNets() : provider.getNets();
+}
 
 /// What makes names of the netlist at this position unique.
 QString suffixOf(qsizetype position)
@@ -160,7 +181,7 @@ void MultipleEDAProvider::prepareParts()
 {
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
-        const auto partsOfProvider = providers.at(i)->getParts();
+        const auto partsOfProvider = partsOf(*providers.at(i));
         for (const auto &part : partsOfProvider) {
             parts.append(part->clone());
             parts.last()->name = part->name % suffix;
@@ -174,7 +195,7 @@ void MultipleEDAProvider::prepareComponents()
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
         QHash<QString, QString> partNames; // shared by the components
-        const auto componentsOfProvider = providers.at(i)->getComponents();
+        const auto componentsOfProvider = componentsOf(*providers.at(i));
         components.reserve(components.size() + componentsOfProvider.size());
         for (const auto &component : componentsOfProvider) {
             const auto copy = component->clone();
@@ -195,7 +216,7 @@ void MultipleEDAProvider::prepareNets()
     NetCopies copies(*numbers);
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
-        const auto netsOfProvider = providers.at(i)->getNets();
+        const auto netsOfProvider = netsOf(*providers.at(i));
         for (const auto &net : netsOfProvider)
             copies.add(net, suffix);
     }

@@ -4,6 +4,8 @@ namespace Velk {
 
 namespace {
 
+constexpr std::size_t usualDepth = 8;
+
 SearchMemory &memoryOfThread()
 {
     thread_local SearchMemory memory;
@@ -22,6 +24,7 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRule
 QList<RoutingPath> PrunedPathSearch::run()
 {
     memory.onBranch.clear(index.netCount());
+    branch.reserve(usualDepth);
     bounds.measure();
     enterSourceNet();
     while (!branch.empty()) {
