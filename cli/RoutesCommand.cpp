@@ -5,8 +5,8 @@
 #include "cli/Output.h"
 #include "cli/RouteDrawing.h"
 #include "cli/RouteFormats.h"
-#include "cli/Trace.h"
 
+#include <velk/facade/VelkRouting.h>
 #include <velk/model/EDAException.h>
 #include <velk/routing/Routing.h>
 
@@ -74,7 +74,7 @@ bool RoutesCommand::isChosen() const
 
 int RoutesCommand::run() const
 {
-    setTraceEnabled(trace);
+    VelkRouting::setTraceEnabled(trace);
     const auto source = parseProperties(QStringLiteral("--source"), sourceProperties);
     const auto dut = parseProperties(QStringLiteral("--dut"), dutProperties);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes));

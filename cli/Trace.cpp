@@ -1,6 +1,7 @@
 #include "cli/Trace.h"
 
-#include <QLoggingCategory>
+#include <velk/facade/VelkRouting.h>
+
 #include <QString>
 
 #include <cstdio>
@@ -8,16 +9,6 @@
 namespace VelkCli {
 
 namespace {
-
-bool traceEnabled = false;
-QLoggingCategory::CategoryFilter defaultFilter = nullptr;
-
-void filterCategory(QLoggingCategory *category)
-{
-    defaultFilter(category);
-    if (qstrcmp(category->categoryName(), "routing") == 0)
-        category->setEnabled(QtDebugMsg, traceEnabled);
-}
 
 // Qt's own handler may send everything to the system's journal instead.
 void printMessage(QtMsgType, const QMessageLogContext &, const QString &message)
@@ -29,13 +20,6 @@ void printMessage(QtMsgType, const QMessageLogContext &, const QString &message)
 void setUpLogging()
 {
     qInstallMessageHandler(printMessage);
-    defaultFilter = QLoggingCategory::installFilter(nullptr);
-    setTraceEnabled(false);
-}
-
-void setTraceEnabled(bool enabled)
-{
-    traceEnabled = enabled;
-    QLoggingCategory::installFilter(filterCategory); // applies it to the categories that exist
+    Velk::VelkRouting::setTraceEnabled(false);
 }
 }

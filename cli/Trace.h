@@ -3,12 +3,9 @@
 
 namespace VelkCli {
 
-/// Sends what Velk and Qt log to standard error, one line each, and silences the category "routing" whatever
+/// Sends what Velk and Qt log to standard error, one line each, and silences the trace of the search, whatever
 /// the environment's logging rules say. Call it first of all.
 void setUpLogging();
-
-/// Switches the category "routing" on or off.
-void setTraceEnabled(bool enabled);
 }
 
 #endif

@@ -68,6 +68,21 @@ private Q_SLOTS:
         QVERIFY(query(routing).empty());
     }
 
+    void traceCanBeSwitched()
+    {
+        const VelkRouting routing({write("a.net", netlist)});
+        static int messages;
+        const auto previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) { ++messages; });
+        for (const bool enabled : {true, false}) {
+            messages = 0;
+            VelkRouting::setTraceEnabled(enabled);
+            query(routing);
+            QCOMPARE(messages > 0, enabled);
+        }
+        qInstallMessageHandler(previous);
+    }
+
     void refusesFiles_data()
     {
         QTest::addColumn<QByteArray>("content"); // null for no file

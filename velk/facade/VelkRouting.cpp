@@ -4,6 +4,7 @@
 #include <velk/kicad/KiCadNetParser.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
+#include <velk/model/RoutingLog.h>
 
 #include <QFile>
 
@@ -114,6 +115,11 @@ try {
     return d->records->of(paths);
 } catch (const EDAException &exception) {
     throw exceptionWith(exception.message());
+}
+
+void VelkRouting::setTraceEnabled(bool enabled)
+{
+    setRoutingLogEnabled(enabled);
 }
 
 void VelkRouting::setInterfaceTypes(const std::vector<std::string> &types)

@@ -78,9 +78,11 @@ private:
 /// By default components whose "CompType" is "Relay" or "Resistor" can be switched through, and "Source" and
 /// "DUT" are interfaces. Types are compared without regard to case.
 ///
-/// Use one object in one thread at a time. Every net that a query visits is logged through Qt's logging category
-/// "routing", which costs far more than the search; the environment variable QT_LOGGING_RULES="routing.debug=false"
-/// silences that and lets the search leave out what cannot lead to a route.
+/// Use one object in one thread at a time.
+///
+/// By default every net that a query visits is logged, which costs far more than the search: with the trace on, each
+/// query looks through all nets at every step and prints a line for each net that it visits. Switch it off with
+/// setTraceEnabled(false) unless you need it.
 class VELK_EXPORT VelkRouting
 {
 public:
@@ -107,6 +109,13 @@ public:
                                            const std::string &sourcePin,
                                            const std::map<std::string, std::string> &destinationProperties,
                                            const std::string &destinationPin) const;
+
+    /// Switches the trace on or off, for all objects of the process: the debug messages of Qt's logging category
+    /// "routing". It is on unless Qt's logging rules say otherwise, for instance the environment variable
+    /// QT_LOGGING_RULES="routing.debug=false". Where a program changes those rules later, or makes its
+    /// QCoreApplication later, they decide again. The routes are the same with and without it. Not to be called while
+    /// another thread is searching.
+    static void setTraceEnabled(bool enabled);
 
     /// Replace the default types as a whole; an empty list means that no component has that role.
     void setInterfaceTypes(const std::vector<std::string> &types);

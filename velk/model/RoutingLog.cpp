@@ -2,5 +2,22 @@
 
 namespace Velk {
 
-Q_LOGGING_CATEGORY(routingLog, "routing", QtDebugMsg)
+namespace {
+
+QLoggingCategory &category()
+{
+    static QLoggingCategory routing("routing", QtDebugMsg);
+    return routing;
+}
+}
+
+const QLoggingCategory &routingLog()
+{
+    return category();
+}
+
+void setRoutingLogEnabled(bool enabled)
+{
+    category().setEnabled(QtDebugMsg, enabled);
+}
 }
