@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <future>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -376,6 +377,26 @@ private Q_SLOTS:
             total += found[0].size();
         }
         QVERIFY(total > 6000); // the systems do have paths
+    }
+
+    // What each thread works with is its own; the thread sanitizer looks on.
+    void threadsShareARouting()
+    {
+        QRandomGenerator random(7);
+        const auto boards = randomBoards(random);
+        MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
+        const Routing routing(&joined);
+        const auto expected = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
+        QVERIFY(!expected.isEmpty());
+        const auto findManyTimes = [&routing, &expected] {
+            int equal = 0;
+            for (int i = 0; i < 200; ++i)
+                equal += toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)) == expected;
+            return equal;
+        };
+        auto other = std::async(std::launch::async, findManyTimes);
+        QCOMPARE(findManyTimes(), 200);
+        QCOMPARE(other.get(), 200);
     }
 
     void equalsBruteForceOnRandomSystems()
