@@ -1,0 +1,167 @@
+#include "benchmarks/System.h"
+
+#include "benchmarks/NetlistText.h"
+
+#include <QFile>
+#include <QHash>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+
+namespace VelkBenchmarks {
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+System::System(const Workload &workload)
+    : queries(workload.queries)
+    , routeCount(workload.routeCount)
+    , maxSwitches(workload.maxSwitches)
+    , maxAdditionalNodes(workload.maxAdditionalNodes)
+    , provider(workload.providers(), {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE})
+    , routing(&provider)
+    , graph(provider)
+{
+    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+    routing.setMaxAdditionalNodesPerPath(maxAdditionalNodes);
+}
+
+QList<RoutingPath> System::findPaths(const Query &query) const
+{
+    return routing.findPaths(query.source, query.sourcePin, query.destination, query.destinationPin);
+}
+
+std::vector<NumberedPath> System::floorPaths(const Query &query) const
+{
+    return Floor(graph, maxSwitches, maxAdditionalNodes).findPaths(sourceTerminal(query), destinationTerminal(query));
+}
+
+QList<RoutingPath> System::materialise(const std::vector<NumberedPath> &paths) const
+{
+    QList<RoutingPath> result;
+    result.reserve(static_cast<qsizetype>(paths.size()));
+    for (const auto &numbers : paths) {
+        RoutingPath &path = result.emplaceBack();
+        path.switchingComponents.reserve(static_cast<qsizetype>(numbers.components.size()));
+        for (const int component : numbers.components)
+            path.switchingComponents.append(graph.components[static_cast<std::size_t>(component)]);
+        path.additionalNodes.reserve(static_cast<qsizetype>(numbers.additionalNodes.size()));
+        for (const int node : numbers.additionalNodes)
+            path.additionalNodes.append(graph.nodes[static_cast<std::size_t>(node)]);
+    }
+    return result;
+}
+
+std::vector<std::vector<int>> System::comparable(const QList<RoutingPath> &paths) const
+{
+    QHash<const EDAComponent *, int> numbers;
+    for (std::size_t i = 0; i < graph.components.size(); ++i)
+        numbers.insert(graph.components[i].data(), static_cast<int>(i));
+    std::vector<std::vector<int>> result;
+    for (const auto &path : paths) {
+        auto &row = result.emplace_back();
+        for (const auto &component : path.switchingComponents)
+            row.push_back(numbers.value(component.data(), SystemGraph::none));
+    }
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+std::vector<std::vector<int>> System::comparable(const std::vector<NumberedPath> &paths)
+{
+    std::vector<std::vector<int>> result;
+    result.reserve(paths.size());
+    for (const auto &path : paths)
+        result.push_back(path.components);
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+namespace {
+
+/// After something big has been made or released, the heap takes a while to put what was freed in order.
+template <typename Task>
+void warmUp(Task task)
+{
+    const auto start = std::chrono::steady_clock::now();
+    while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(300))
+        task();
+}
+
+std::string nameOfSystem;
+std::unique_ptr<System> system;
+std::string nameOfFacade;
+Facade facade;
+
+}
+
+Facade facadeOn(const Workload &workload, const std::vector<std::string> &files)
+{
+    Facade result{std::make_unique<VelkRouting>(files), {}, static_cast<std::size_t>(workload.routeCount)};
+    for (const auto &query : workload.queries)
+        result.queries.emplace_back(query);
+    return result;
+}
+
+Facade facadeOn(const Workload &workload)
+{
+    const QTemporaryDir folder;
+    std::vector<std::string> names;
+    for (const auto &board : workload.boards) {
+        QFile file(folder.filePath(QString::number(names.size()) + u".net"_s));
+        const QByteArray text = netlistText(*board);
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            throw std::runtime_error("cannot write the netlists");
+        names.push_back(file.fileName().toStdString());
+    }
+    return facadeOn(workload, names);
+}
+
+const System &keptSystem(const std::string &name, const std::function<Workload()> &make)
+{
+    if (nameOfSystem != name) {
+        system.reset();
+        system = std::make_unique<System>(make());
+        warmUp([] { system->findPaths(system->queries.front()); });
+        nameOfSystem = name;
+    }
+    return *system;
+}
+
+const Facade &keptFacade(const std::string &name, const std::function<Facade()> &make)
+{
+    if (nameOfFacade != name) {
+        facade = {};
+        facade = make();
+        warmUp([] { facade.queries.front().getRoutes(*facade.routing); });
+        nameOfFacade = name;
+    }
+    return facade;
+}
+
+namespace {
+
+std::map<std::string, std::string> toStandard(const QMap<QString, QString> &properties)
+{
+    std::map<std::string, std::string> result;
+    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
+        result.emplace(it.key().toStdString(), it.value().toStdString());
+    return result;
+}
+}
+
+FacadeQuery::FacadeQuery(const Query &query)
+    : source(toStandard(query.source))
+    , sourcePin(query.sourcePin.toStdString())
+    , destination(toStandard(query.destination))
+    , destinationPin(query.destinationPin.toStdString())
+{
+}
+
+std::vector<VelkRoutingPath> FacadeQuery::getRoutes(const VelkRouting &routing) const
+{
+    return routing.getRoutes(source, sourcePin, destination, destinationPin);
+}
+}

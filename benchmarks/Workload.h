@@ -1,0 +1,58 @@
+#ifndef VELK_BENCHMARKS_WORKLOAD_H
+#define VELK_BENCHMARKS_WORKLOAD_H
+
+#include "benchmarks/Board.h"
+
+#include <QMap>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace VelkBenchmarks {
+
+/// What findPaths() is asked.
+struct Query
+{
+    QMap<QString, QString> source;
+    QString sourcePin;
+    QMap<QString, QString> destination;
+    QString destinationPin;
+};
+
+/// A test system as boards that are plugged together, and queries on it. The same arguments always make the same one.
+struct Workload
+{
+    std::vector<std::unique_ptr<Board>> boards;
+    std::vector<Query> queries; ///< all with routeCount routes
+    qsizetype routeCount = 0;
+    int maxSwitches = 5; ///< limits to search with
+    int maxAdditionalNodes = 3;
+
+    QList<Velk::EDAProvider *> providers() const;
+    qsizetype nodeCount() const;
+};
+
+/// The properties of the components. Their number weighs on whatever copies or indexes components.
+enum class Properties
+{
+    AsExported, ///< about as many as KiCad writes for a drawn system
+    Few,        ///< what selects the component, and its type
+};
+
+/// Multiplexer trees on 8 boards, of about this many nodes in all. The system grows by further trees, instruments and
+/// DUTs, each the same, so what surrounds a query does not depend on the size. Each query has 8 routes: 4 of 3 switches
+/// and 4 of 5.
+Workload sparseSystem(qsizetype nodes, Properties properties = Properties::AsExported);
+
+/// Crosspoint matrices, the columns of one being the rows of the next: {10, 12, 8} is a matrix of 10 rows and 12
+/// columns before one of 12 rows and 8 columns. Two source pins lie on the first rows of the first, two DUT pins on the
+/// first columns of the last, so a route from one to another may have the remaining two as additional nodes.
+Workload crosspointCascade(const std::vector<int> &lines, int maxSwitches, qsizetype routeCount);
+
+/// The files of the exported system that the tests use too: 2,000 relays in five matrices. Its query has 346 routes.
+std::vector<std::string> exportedNetlists();
+Workload exportedSystem();
+}
+
+#endif

@@ -1,0 +1,38 @@
+#include "benchmarks/Suite.h"
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char **argv)
+{
+    using namespace VelkBenchmarks;
+
+    // The trace is on by default and costs far more than what is measured.
+    QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
+
+    std::vector<char *> arguments(argv, argv + argc);
+    const auto isQuick = [](const char *argument) { return std::strcmp(argument, "--quick") == 0; };
+    const auto quick = std::remove_if(arguments.begin(), arguments.end(), isQuick);
+    const Suite suite = quick == arguments.end() ? Suite::full() : Suite::quick();
+    arguments.erase(quick, arguments.end());
+
+    registerReading(suite);
+    registerJoining(suite);
+    registerQueries(suite);
+    registerThreads(suite);
+
+    int count = static_cast<int>(arguments.size());
+    benchmark::AddCustomContext("main_size", std::to_string(suite.mainSize));
+    benchmark::AddCustomContext("quick", suite.isQuick ? "yes" : "no");
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
