@@ -105,7 +105,7 @@ Facade facadeOn(const Workload &workload, const std::vector<std::string> &files)
     return result;
 }
 
-Facade facadeOn(const Workload &workload)
+Facade facadeOn(Workload workload)
 {
     const QTemporaryDir folder;
     std::vector<std::string> names;
@@ -116,6 +116,8 @@ Facade facadeOn(const Workload &workload)
             throw std::runtime_error("cannot write the netlists");
         names.push_back(file.fileName().toStdString());
     }
+    // Released before loading, so that the heap is tidied up by what follows and not by the first query.
+    workload.boards.clear();
     return facadeOn(workload, names);
 }
 

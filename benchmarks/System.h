@@ -71,7 +71,7 @@ struct Facade
 
 Facade facadeOn(const Workload &workload, const std::vector<std::string> &files);
 /// Writes the boards as netlists first.
-Facade facadeOn(const Workload &workload);
+Facade facadeOn(Workload workload);
 
 /// The facade of that name. The last one is kept.
 const Facade &keptFacade(const std::string &name, const std::function<Facade()> &make);

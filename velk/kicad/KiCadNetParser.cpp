@@ -56,32 +56,34 @@ QString indexedPath(const QString &listPath, qsizetype index)
 
 // The path for the message is a function that makes it, since it is hardly ever needed.
 template <typename MessagePath>
-Token requireToken(const Token &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
+KiCadToken &requireToken(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
 {
-    Token token = parent ? path.findFrom(parent) : Token();
-    if (token.isNull())
+    KiCadToken *token = path.findFrom(parent);
+    if (!token)
         throw KiCadTokenNotFoundException(messagePath() + element);
-    return token;
+    return *token;
 }
 
 template <typename MessagePath>
-QString requireText(const Token &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
+QString requireText(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
 {
-    QString text = requireToken(parent, path, messagePath, element)->value;
+    const QString &text = requireToken(parent, path, messagePath, element).value;
     if (text.isEmpty())
         throw KiCadTokenNotFoundException(messagePath() + element);
     return text;
 }
 
-Token requireList(const Token &root, const KiCadPath &path, const QString &listPath)
+const QList<Token> &requireList(const Token &root, const KiCadPath &path, const QString &listPath)
 {
+    if (root.isNull())
+        throw KiCadTokenNotFoundException(listPath);
     const auto messagePath = [&listPath] { return listPath; };
-    return requireToken(root, path, messagePath, QString());
+    return requireToken(*root, path, messagePath, QString()).children;
 }
 
-QString optionalText(const Token &parent, const KiCadPath &path)
+QString optionalText(KiCadToken &parent, const KiCadPath &path)
 {
-    const Token token = path.findFrom(parent);
+    const KiCadToken *token = path.findFrom(parent);
     return token ? token->value : QString();
 }
 
@@ -170,9 +172,9 @@ void KiCadNetParser::releaseTree()
 void KiCadNetParser::parseParts()
 {
     parts.clear();
-    const Token libparts = requireList(root, paths().libparts, u"/export/libparts"_s);
-    for (qsizetype i = 0; i < libparts->children.size(); ++i) {
-        const Token &libpart = libparts->children.at(i);
+    const auto &libparts = requireList(root, paths().libparts, u"/export/libparts"_s);
+    for (qsizetype i = 0; i < libparts.size(); ++i) {
+        KiCadToken &libpart = *libparts.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/libparts/libpart"_s, i); };
         const QString name = requireText(libpart, paths().partName, messagePath, u"/part"_s);
         const auto part = EDAPart::create(name, optionalText(libpart, paths().partLib));
@@ -181,33 +183,33 @@ void KiCadNetParser::parseParts()
     }
 }
 
-void KiCadNetParser::parsePinsOfPart(const Token &libpart, const QSharedPointer<EDAPart> &part)
+void KiCadNetParser::parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part)
 {
     // Names the pin even where the whole list is missing.
     const auto messagePath = [&part] {
         return u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
     };
-    const Token pins = requireToken(libpart, paths().pins, messagePath, QString());
-    part->pins.reserve(pins->children.size());
-    for (const Token &pin : std::as_const(pins->children)) {
-        const QString number = requireText(pin, paths().pinNumber, messagePath, u"/num"_s);
-        const Token name = requireToken(pin, paths().pinName, messagePath, u"/name"_s);
-        const Token type = requireToken(pin, paths().pinType, messagePath, u"/type"_s);
-        part->pins.append(EDAPin::create(number, name->value, type->value));
+    const auto &pins = requireToken(libpart, paths().pins, messagePath, QString()).children;
+    part->pins.reserve(pins.size());
+    for (const Token &pin : pins) {
+        const QString number = requireText(*pin, paths().pinNumber, messagePath, u"/num"_s);
+        const QString &name = requireToken(*pin, paths().pinName, messagePath, u"/name"_s).value;
+        const QString &type = requireToken(*pin, paths().pinType, messagePath, u"/type"_s).value;
+        part->pins.append(EDAPin::create(number, name, type));
     }
 }
 
 void KiCadNetParser::parseComponents()
 {
-    const Token list = requireList(root, paths().components, u"/export/components"_s);
+    const auto &list = requireList(root, paths().components, u"/export/components"_s);
     QHash<QString, QMap<QString, QString>> propertiesBySheetNames; // components of one sheet have the same
-    for (qsizetype i = 0; i < list->children.size(); ++i) {
-        const Token &comp = list->children.at(i);
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        KiCadToken &comp = *list.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/components/comp"_s, i); };
         const QString ref = requireText(comp, paths().ref, messagePath, u"/ref"_s);
-        const Token value = requireToken(comp, paths().value, messagePath, u"/value"_s);
+        const QString &value = requireToken(comp, paths().value, messagePath, u"/value"_s).value;
         const QString partName = requireText(comp, paths().partOfComponent, messagePath, u"/libsource/part"_s);
-        const auto component = EDAComponent::create(ref, value->value, partName);
+        const auto component = EDAComponent::create(ref, value, partName);
         parsePropertiesOfComponent(comp, component);
         const QString sheetNames = optionalText(comp, paths().sheetNames);
         if (!propertiesBySheetNames.contains(sheetNames))
@@ -222,14 +224,14 @@ void KiCadNetParser::parseComponents()
     }
 }
 
-void KiCadNetParser::parsePropertiesOfComponent(const Token &comp, const QSharedPointer<EDAComponent> &component)
+void KiCadNetParser::parsePropertiesOfComponent(KiCadToken &comp, const QSharedPointer<EDAComponent> &component)
 {
     const auto messagePath = [&component] { return u"/export/components/comp[%1]/property"_s.arg(component->ref); };
-    for (const Token &child : std::as_const(comp->children)) {
-        if (paths().property.findFrom(child).isNull())
+    for (const Token &child : std::as_const(comp.children)) {
+        if (!paths().property.findFrom(*child))
             continue;
-        const QString name = requireText(child, paths().propertyName, messagePath, u"/name"_s);
-        component->properties.insert(name, optionalText(child, paths().propertyValue));
+        const QString name = requireText(*child, paths().propertyName, messagePath, u"/name"_s);
+        component->properties.insert(name, optionalText(*child, paths().propertyValue));
     }
 }
 
@@ -251,10 +253,10 @@ QMap<QString, QString> KiCadNetParser::parsePropertiesFromComponentSheetpath(con
 
 void KiCadNetParser::parseNets()
 {
-    const Token list = requireList(root, paths().nets, u"/export/nets"_s);
+    const auto &list = requireList(root, paths().nets, u"/export/nets"_s);
     const NodeFactory nodeFactory(components, parts);
-    for (qsizetype i = 0; i < list->children.size(); ++i) {
-        const Token &netToken = list->children.at(i);
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        KiCadToken &netToken = *list.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/nets/net"_s, i); };
         const auto net = EDANet::create(requireText(netToken, paths().netName, messagePath, u"/name"_s));
         nets.insert(nets.cend(), net->name, net);
@@ -262,16 +264,16 @@ void KiCadNetParser::parseNets()
     }
 }
 
-void KiCadNetParser::parseNodesOfNet(const Token &netToken, const QSharedPointer<EDANet> &net,
+void KiCadNetParser::parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
                                      const NodeFactory &nodeFactory)
 {
     const auto messagePath = [&net] { return u"/export/nets/net[%1]/node"_s.arg(net->name); };
-    net->nodes.reserve(netToken->children.size());
-    for (const Token &child : std::as_const(netToken->children)) {
-        if (paths().node.findFrom(child).isNull())
+    net->nodes.reserve(netToken.children.size());
+    for (const Token &child : std::as_const(netToken.children)) {
+        if (!paths().node.findFrom(*child))
             continue;
-        const QString ref = requireText(child, paths().nodeRef, messagePath, u"/ref"_s);
-        const QString pinNumber = requireText(child, paths().nodePin, messagePath, u"/pin"_s);
+        const QString ref = requireText(*child, paths().nodeRef, messagePath, u"/ref"_s);
+        const QString pinNumber = requireText(*child, paths().nodePin, messagePath, u"/pin"_s);
         net->nodes.append(nodeFactory.create(ref, pinNumber));
     }
 }

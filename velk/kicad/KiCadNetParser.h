@@ -68,13 +68,12 @@ private:
 
     bool isDerived() const;
     void parseParts();
-    static void parsePinsOfPart(const QSharedPointer<KiCadToken> &libpart, const QSharedPointer<EDAPart> &part);
+    static void parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part);
     void parseComponents();
-    static void parsePropertiesOfComponent(const QSharedPointer<KiCadToken> &comp,
-                                           const QSharedPointer<EDAComponent> &component);
+    static void parsePropertiesOfComponent(KiCadToken &comp, const QSharedPointer<EDAComponent> &component);
     static QMap<QString, QString> parsePropertiesFromComponentSheetpath(const QString &names);
     void parseNets();
-    static void parseNodesOfNet(const QSharedPointer<KiCadToken> &netToken, const QSharedPointer<EDANet> &net,
+    static void parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
                                 const NodeFactory &nodeFactory);
 
     QSharedPointer<KiCadToken> root;

@@ -20,11 +20,11 @@ KiCadPath::KiCadPath(const QString &path)
     }
 }
 
-QSharedPointer<KiCadToken> KiCadPath::findFrom(const QSharedPointer<KiCadToken> &token) const
+KiCadToken *KiCadPath::findFrom(KiCadToken &token) const
 {
-    if (steps.isEmpty() || !steps.first().matches(*token))
-        return {};
-    auto current = token;
+    if (steps.isEmpty() || !steps.first().matches(token))
+        return nullptr;
+    KiCadToken *current = &token;
     for (qsizetype i = 1; current && i < steps.size(); ++i)
         current = steps.at(i).findIn(current->children);
     return current;
@@ -40,14 +40,14 @@ bool KiCadPath::Step::matches(const KiCadToken &token) const
 }
 
 // With a filter the last child that matches is taken, without one the first.
-QSharedPointer<KiCadToken> KiCadPath::Step::findIn(const QList<QSharedPointer<KiCadToken>> &children) const
+KiCadToken *KiCadPath::Step::findIn(const QList<QSharedPointer<KiCadToken>> &children) const
 {
     const auto isMatch = [this](const auto &child) { return matches(*child); };
     if (subname.isEmpty()) {
         const auto first = std::find_if(children.cbegin(), children.cend(), isMatch);
-        return first == children.cend() ? QSharedPointer<KiCadToken>() : *first;
+        return first == children.cend() ? nullptr : first->data();
     }
     const auto last = std::find_if(children.crbegin(), children.crend(), isMatch);
-    return last == children.crend() ? QSharedPointer<KiCadToken>() : *last;
+    return last == children.crend() ? nullptr : last->data();
 }
 }

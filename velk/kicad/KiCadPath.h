@@ -15,8 +15,8 @@ class KiCadPath
 public:
     explicit KiCadPath(const QString &path);
 
-    /// What token->find() finds; \a token must not be null.
-    QSharedPointer<KiCadToken> findFrom(const QSharedPointer<KiCadToken> &token) const;
+    /// What token.find() finds; null if nothing.
+    KiCadToken *findFrom(KiCadToken &token) const;
 
 private:
     struct Step
@@ -26,7 +26,7 @@ private:
         QString subvalue;
 
         bool matches(const KiCadToken &token) const;
-        QSharedPointer<KiCadToken> findIn(const QList<QSharedPointer<KiCadToken>> &children) const;
+        KiCadToken *findIn(const QList<QSharedPointer<KiCadToken>> &children) const;
     };
 
     QList<Step> steps;

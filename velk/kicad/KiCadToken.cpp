@@ -63,7 +63,8 @@ QSharedPointer<KiCadToken> KiCadToken::append(const QString &childName)
 
 QSharedPointer<KiCadToken> KiCadToken::find(const QString &path)
 {
-    return KiCadPath(path).findFrom(sharedFromThis());
+    KiCadToken *const found = KiCadPath(path).findFrom(*this);
+    return found ? found->sharedFromThis() : QSharedPointer<KiCadToken>();
 }
 
 namespace {

@@ -8,8 +8,9 @@ namespace Velk {
 
 bool KiCadTreeBuilder::read(QStringView piece)
 {
-    const auto isMark = [](char16_t c) { return c == u'(' || c == u')' || c == u'"' || c == u'\n'; };
-    const auto isMarkInQuotes = [](char16_t c) { return c == u'"' || c == u'\n'; };
+    // The first test is for speed: nearly all text comes after the marks.
+    const auto isMark = [](char16_t c) { return c <= u')' && (c == u'(' || c == u')' || c == u'"' || c == u'\n'); };
+    const auto isMarkInQuotes = [](char16_t c) { return c <= u'"' && (c == u'"' || c == u'\n'); };
 
     const char16_t *start = piece.utf16();
     const char16_t *const end = start + piece.size();
