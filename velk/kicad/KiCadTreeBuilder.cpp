@@ -6,72 +6,111 @@
 
 namespace Velk {
 
+namespace {
+
+using Position = const char16_t *;
+
+// In both, the first comparison decides for nearly all of the text.
+
+Position findMarkInText(Position start, Position end)
+{
+    return std::find_if(start, end,
+                        [](char16_t c) { return c <= u')' && (c == u'(' || c == u')' || c == u'"' || c == u'\n'); });
+}
+
+Position findMarkInQuotes(Position start, Position end)
+{
+    return std::find_if(start, end, [](char16_t c) { return c <= u'"' && (c == u'"' || c == u'\n'); });
+}
+
+Position skipSpaces(Position start, Position end)
+{
+    return std::find_if(start, end, [](char16_t c) { return c != u' '; });
+}
+
+void append(std::u16string &text, QStringView run)
+{
+    text.append(run.utf16(), static_cast<std::size_t>(run.size()));
+}
+}
+
 bool KiCadTreeBuilder::read(QStringView piece)
 {
-    // The first test is for speed: nearly all text comes after the marks.
-    const auto isMark = [](char16_t c) { return c <= u')' && (c == u'(' || c == u')' || c == u'"' || c == u'\n'); };
-    const auto isMarkInQuotes = [](char16_t c) { return c <= u'"' && (c == u'"' || c == u'\n'); };
-
-    const char16_t *start = piece.utf16();
-    const char16_t *const end = start + piece.size();
+    Position start = piece.utf16();
+    const Position end = start + piece.size();
+    lineStart = start;
     while (start != end) {
-        const char16_t *const mark =
-            outsideQuotes ? std::find_if(start, end, isMark) : std::find_if(start, end, isMarkInQuotes);
-        (outsideQuotes ? text : quoted).append(start, mark);
-        currentColumn += static_cast<int>(mark - start);
-        if (mark == end)
-            return true;
-        if (!readMark(*mark))
+        if (outsideQuotes && text.empty())
+            start = skipSpaces(start, end);
+        const Position mark = outsideQuotes ? findMarkInText(start, end) : findMarkInQuotes(start, end);
+        const QStringView run(start, mark);
+        if (mark == end || *mark == u'"' || *mark == u'\n')
+            append(outsideQuotes ? text : quoted, run);
+        else if (!readParenthesis(mark, run))
             return false;
+        if (mark == end)
+            break;
+        if (*mark == u'"')
+            outsideQuotes = !outsideQuotes;
+        else if (*mark == u'\n')
+            startLine(mark + 1);
         start = mark + 1;
     }
+    unitsBefore += end - lineStart;
     return true;
 }
 
-bool KiCadTreeBuilder::readMark(char16_t mark)
+void KiCadTreeBuilder::startLine(const char16_t *start)
 {
-    if (mark == u'\n') {
-        ++currentLine;
-        currentColumn = 1;
+    ++currentLine;
+    unitsBefore = 0;
+    lineStart = start;
+}
+
+bool KiCadTreeBuilder::readParenthesis(const char16_t *parenthesis, QStringView textBefore)
+{
+    addToken(textBefore);
+    if (*parenthesis == u'(')
         return true;
+    if (stack.empty()) {
+        currentColumn = static_cast<int>(unitsBefore + (parenthesis - lineStart) + 1);
+        return false;
     }
-    if (mark == u'"') {
-        outsideQuotes = !outsideQuotes;
-    } else {
-        addToken();
-        if (mark == u')') {
-            if (stack.empty())
-                return false;
-            closeToken();
-        }
-    }
-    ++currentColumn;
+    closeToken();
     return true;
 }
 
-void KiCadTreeBuilder::addToken()
+void KiCadTreeBuilder::addToken(QStringView lastText)
 {
-    const QStringView name = QStringView(text).trimmed();
-    if (name.isEmpty())
-        return; // quoted stays: what follows a closed sub-list goes to the next token
-    stack.push_back(
-        {QSharedPointer<KiCadToken>::create(texts.textOf(name), texts.textOf(quoted)), finishedChildren.size()});
+    QStringView name = lastText;
+    if (!text.empty()) {
+        append(text, lastText);
+        name = text;
+    }
+    name = name.trimmed();
+    if (!name.isEmpty()) {
+        stack.push_back(
+            {QSharedPointer<KiCadToken>::create(texts.textOf(name), texts.textOf(quoted)), finishedChildren.size()});
+        if (root.isNull())
+            root = stack.back().token;
+        quoted.clear(); // else it stays: what follows a closed sub-list goes to the next token
+    }
     text.clear();
-    quoted.clear();
-    if (root.isNull())
-        root = stack.back().token;
 }
 
 void KiCadTreeBuilder::closeToken()
 {
-    const auto [token, firstChild] = std::move(stack.back());
+    OpenToken closed = std::move(stack.back());
     stack.pop_back();
-    const auto first = finishedChildren.begin() + static_cast<std::ptrdiff_t>(firstChild);
-    token->children.reserve(finishedChildren.end() - first);
-    std::move(first, finishedChildren.end(), std::back_inserter(token->children));
-    finishedChildren.erase(first, finishedChildren.end());
+    const auto first = finishedChildren.begin() + static_cast<std::ptrdiff_t>(closed.firstChild);
+    if (first != finishedChildren.end()) {
+        auto &children = closed.token->children;
+        children.reserve(finishedChildren.end() - first);
+        std::move(first, finishedChildren.end(), std::back_inserter(children));
+        finishedChildren.erase(first, finishedChildren.end());
+    }
     if (!stack.empty())
-        finishedChildren.push_back(token);
+        finishedChildren.push_back(std::move(closed.token));
 }
 
 bool KiCadTreeBuilder::isComplete() const

@@ -16,7 +16,7 @@ namespace Velk {
 class KiCadTreeBuilder
 {
 public:
-    /// Reads on. False at a ")" that closes nothing; line() and column() tell where it is, and no more is read.
+    /// Reads on. False at a ")" that closes nothing; line() and column() then tell where it is, and no more is read.
     bool read(QStringView text);
 
     /// Whether every parenthesis and quote has been closed and no text is left.
@@ -34,12 +34,13 @@ private:
         std::size_t firstChild; ///< among the finished children
     };
 
-    bool readMark(char16_t mark);
-    void addToken();
+    void startLine(const char16_t *start);
+    bool readParenthesis(const char16_t *parenthesis, QStringView textBefore);
+    void addToken(QStringView lastText);
     void closeToken();
 
     TextPool texts;
-    std::u16string text;   ///< of the next token, outside quotes
+    std::u16string text;   ///< of the next token, outside quotes, as far as a quote or a line end has followed
     std::u16string quoted; ///< of the next token, inside quotes
     bool outsideQuotes = true;
     QSharedPointer<KiCadToken> root;
@@ -49,6 +50,8 @@ private:
     std::vector<QSharedPointer<KiCadToken>> finishedChildren;
     int currentLine = 1;
     int currentColumn = 1;
+    const char16_t *lineStart = nullptr; ///< in the piece being read, or that piece's start
+    qsizetype unitsBefore = 0;           ///< of the current line in earlier pieces
 };
 }
 
