@@ -1,9 +1,15 @@
 #include <velk/routing/SearchBounds.h>
 
+#include <limits>
 #include <queue>
 #include <utility>
 
 namespace Velk {
+
+namespace {
+
+constexpr int neverEnough = std::numeric_limits<int>::max();
+}
 
 SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, SearchMemory &memory)
     : index(netlist)
@@ -39,7 +45,9 @@ void SearchBounds::measure()
             return;
         if (net == sourceNet)
             continue; // no branch comes back to it
-        if (count == 0 || additionalNodesOn(net) <= rules.maxAdditionalNodes)
+        if (count > 0 && additionalNodesOn(net) > rules.maxAdditionalNodes)
+            switches.set(net, neverEnough); // no branch gets beyond it
+        else
             crossFrom(net, [&](int other) { reach(other, count + 1); });
     }
 }
