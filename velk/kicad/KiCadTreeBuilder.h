@@ -17,7 +17,7 @@ class KiCadTreeBuilder
 {
 public:
     /// Reads on. False at a ")" that closes nothing; line() and column() then tell where it is, and no more is read.
-    bool read(QStringView text);
+    bool read(QStringView piece);
 
     /// Whether every parenthesis and quote has been closed and no text is left.
     bool isComplete() const;
