@@ -48,10 +48,10 @@ private:
     };
 
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
-    std::vector<int> takeOthersOnNextPin(int group);
+    std::vector<int> takeOthersOnNextPin(int number);
     void joinGroups(int first, const std::vector<int> &others);
     int leaderOf(int net);
-    void putAtEnd(int group);
+    void putAtEnd(int number);
 
     std::vector<Group> groups; ///< by the number of the leading net
     std::vector<int> leaders;  ///< of each net, over several steps
