@@ -7,8 +7,42 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
+
+namespace {
+
+/// A pipe that brings a few bytes at a time, or a device that claims to hold a lot and fails when it is read.
+class Pipe : public QIODevice
+{
+public:
+    explicit Pipe(const QByteArray &bytes, qint64 claimedSize = 0)
+        : rest(bytes)
+        , claimed(claimedSize)
+    {
+    }
+    bool isSequential() const override { return claimed == 0; }
+    qint64 size() const override { return claimed; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        if (rest.isEmpty())
+            return -1;
+        const qint64 count = qMin(qMin(maxSize, qint64(3)), qint64(rest.size()));
+        std::copy_n(rest.constData(), count, data);
+        rest.remove(0, count);
+        return count;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray rest;
+    qint64 claimed;
+};
+}
 
 class KiCadReaderTest : public QObject
 {
@@ -46,6 +80,19 @@ private Q_SLOTS:
         QCOMPARE(reader.read(), KiCadNoError);
         QVERIFY(!file.isOpen());
         QVERIFY(reader.getRoot()->find(u"/export/nets"_s));
+    }
+
+    void readsPipesAndFailingDevices()
+    {
+        Pipe pipe("(a (b \"\xc3\xa4\xe2\x82\xac\") (c d))"); // characters cut between two reads
+        KiCadReader reader(&pipe);
+        QCOMPARE(outcome(reader), u"a=(b=ä€ c d=)"_s);
+        QVERIFY(reader.isComplete());
+
+        Pipe failing("(a (b c", 100);
+        KiCadReader cut(&failing);
+        QCOMPARE(outcome(cut), u"a="_s);
+        QVERIFY(!cut.isComplete());
     }
 
     void tellsCutOffInput()

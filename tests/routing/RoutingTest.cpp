@@ -189,6 +189,24 @@ std::unique_ptr<StubProvider> randomSystem(QRandomGenerator &random)
     return system;
 }
 
+/// Adds parallel relays, and interfaces at which many of the branches over them end.
+void crowd(StubProvider &system, QRandomGenerator &random)
+{
+    const auto place = [&](const QString &ref, const QString &pin) {
+        system.nets.at(random.bounded(system.nets.size()))->addNode(ref, pin);
+    };
+    for (int i = 0; i < 10; ++i) {
+        const QString relay = u"L%1"_s.arg(i);
+        system.add(relay, u"Relay"_s, {u"1"_s, u"2"_s});
+        place(relay, u"1"_s);
+        place(relay, u"2"_s);
+    }
+    for (const QString &source : {u"S1"_s, u"S2"_s, u"S3"_s}) {
+        system.add(source, u"Source"_s, {u"1"_s});
+        place(source, u"1"_s);
+    }
+}
+
 /// Two random boards with two connectors, where some part is unknown and some node is on a pin that its part lacks.
 std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator &random)
 {
@@ -196,6 +214,8 @@ std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator &random
     for (int i = 0; i < 2; ++i) {
         boards.push_back(randomSystem(random));
         StubProvider &board = *boards.back();
+        if (random.bounded(3) == 0)
+            crowd(board, random);
         for (const QString &ref : {u"X1"_s, u"X2"_s}) {
             board.add(ref, random.bounded(4) == 0 ? u"Relay"_s : u"Connector"_s, {u"1"_s, u"2"_s}, ref);
             for (const QString &pin : {u"1"_s, u"2"_s})
@@ -382,7 +402,7 @@ private Q_SLOTS:
     // What each thread works with is its own; the thread sanitizer looks on.
     void threadsShareARouting()
     {
-        QRandomGenerator random(7);
+        QRandomGenerator random(8);
         const auto boards = randomBoards(random);
         MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
         const Routing routing(&joined);

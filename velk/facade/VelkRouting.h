@@ -78,7 +78,8 @@ private:
 /// By default components whose "CompType" is "Relay" or "Resistor" can be switched through, and "Source" and
 /// "DUT" are interfaces. Types are compared without regard to case.
 ///
-/// Use one object in one thread at a time.
+/// Use one object in one thread at a time, and likewise two objects of which one was assigned to the other: queries
+/// keep the records of components for later ones.
 ///
 /// By default every net that a query visits is logged, which costs far more than the search: with the trace on, each
 /// query looks through all nets at every step and prints a line for each net that it visits. Switch it off with

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <typeinfo>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -212,9 +213,10 @@ void KiCadNetParser::parseComponents()
         const auto component = EDAComponent::create(ref, value, partName);
         parsePropertiesOfComponent(comp, component);
         const QString sheetNames = optionalText(comp, paths().sheetNames);
-        if (!propertiesBySheetNames.contains(sheetNames))
-            propertiesBySheetNames.insert(sheetNames, parsePropertiesFromComponentSheetpath(sheetNames));
-        component->properties.insert(propertiesBySheetNames.value(sheetNames));
+        auto sheet = propertiesBySheetNames.constFind(sheetNames);
+        if (sheet == propertiesBySheetNames.cend())
+            sheet = propertiesBySheetNames.insert(sheetNames, parsePropertiesFromComponentSheetpath(sheetNames));
+        component->properties.insert(*sheet);
 
         const auto part = parts.value(partName);
         if (part.isNull())

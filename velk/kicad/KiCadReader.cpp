@@ -50,8 +50,11 @@ KiCadError KiCadReader::read()
     QTextStream stream(device);
     KiCadTreeBuilder builder;
     bool isGood = true;
-    while (isGood && !stream.atEnd())
-        isGood = builder.read(stream.read(textUnitsAtOnce));
+    QString piece;
+    do { // until nothing comes: a pipe does not tell its end, and a device that fails never comes to it
+        piece = stream.read(textUnitsAtOnce);
+        isGood = builder.read(piece);
+    } while (isGood && !piece.isEmpty());
     device->close();
     complete = isGood && builder.isComplete();
     root = builder.finish();

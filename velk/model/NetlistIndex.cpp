@@ -94,7 +94,7 @@ void NetlistIndex::addNode(const NumberedNode &node)
         hiddenNets.insert(node.component, net);
     } else if (netOfTerminal(node.terminal) == none) {
         terminalNets[toSize(node.terminal)] = net;
-    } else if (netOfTerminal(node.terminal) != net && !furtherNets.contains(node.terminal, net)) {
+    } else if (netOfTerminal(node.terminal) != net && furtherNets.value(node.terminal, none) != net) { // the latest
         furtherNets.insert(node.terminal, net);
         hiddenNets.insert(node.component, net);
     }

@@ -27,8 +27,9 @@ namespace Velk {
 /// looked at again, last. A net node whose component is not listed is logged and joins nothing.
 ///
 /// All is copied and joined in the constructor, in time near-linear in the number of nodes; afterwards the
-/// object is read-only and does not touch the netlists that it was made from. Look-ups hand out the stored
-/// objects. Components and parts come in the order of their suffixed names, ascending by UTF-16 code units.
+/// object is read-only and does not touch the netlists that it was made from. Look-ups hand out the stored objects,
+/// which must not be changed, since the search relies on them. Components and parts come in the order of their suffixed
+/// names, ascending by UTF-16 code units.
 class VELK_EXPORT MultipleEDAProvider : public EDAProvider, public IndexedProvider
 {
 public:

@@ -1,5 +1,7 @@
 #include <velk/routing/FoundPaths.h>
 
+#include <utility>
+
 namespace Velk {
 
 void FoundPaths::add()

@@ -110,7 +110,8 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
     // The trace shows every net that an exhaustive search visits.
     if (index && !routingLog().isDebugEnabled()) {
         const auto rules = rulesFor(*index, source, destination);
-        return PrunedPathSearch(*index, rules).run();
+        if (rules.hasEnds())
+            return PrunedPathSearch(*index, rules).run();
     }
     auto paths = PathSearch(*this, source, destination.node).run();
     // Stable, so that the same netlist always gives the same order.

@@ -41,7 +41,8 @@ struct SearchRules;
 /// otherwise. Switch it off where time counts, with QLoggingCategory::setFilterRules("routing.debug=false"): a search
 /// on a MultipleEDAProvider then enters no branch that cannot reach the destination, which on large systems is
 /// thousands of times faster, with the same result. Each thread that searches keeps some 30 bytes of working memory for
-/// every net. Any other provider is searched exhaustively, looking through all its nets at every step.
+/// every net and 8 for every component. Any other provider is searched exhaustively, looking through all its nets at
+/// every step.
 class VELK_EXPORT Routing
 {
 public:

@@ -1,5 +1,6 @@
 #include <velk/routing/SearchBounds.h>
 
+#include <functional>
 #include <limits>
 #include <queue>
 #include <utility>
@@ -8,6 +9,7 @@ namespace Velk {
 
 namespace {
 
+/// For a net within reach that no branch may enter, whatever is left to it.
 constexpr int neverEnough = std::numeric_limits<int>::max();
 }
 
@@ -17,6 +19,7 @@ SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searc
     , sourceNet(netlist.netOfTerminal(searchRules.source))
     , switches(memory.switches)
     , additionalNodes(memory.additionalNodes)
+    , ownAdditionalNodes(memory.ownAdditionalNodes)
     , crossed(memory.crossed)
     , nets(memory.nets)
 {
@@ -26,6 +29,7 @@ SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searc
 void SearchBounds::measure()
 {
     switches.clear(index.netCount());
+    ownAdditionalNodes.clear(index.netCount());
     crossed.clear(index.componentCount());
     nets.clear();
     const auto reach = [this](int net, int count) {
@@ -88,9 +92,17 @@ void SearchBounds::measureAdditionalNodes()
     }
 }
 
+// Counted once, since many components may lead to the same net.
+int SearchBounds::additionalNodesOn(int net)
+{
+    if (!ownAdditionalNodes.has(net))
+        ownAdditionalNodes.set(net, countAdditionalNodesOn(net));
+    return ownAdditionalNodes.value(net);
+}
+
 // A node by which the net may be entered is not collected. It belongs to a switchable component, so these are left
 // out, even where they are interfaces too.
-int SearchBounds::additionalNodesOn(int net) const
+int SearchBounds::countAdditionalNodesOn(int net) const
 {
     int count = 0;
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {

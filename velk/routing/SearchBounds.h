@@ -33,7 +33,8 @@ public:
 
 private:
     void measureAdditionalNodes();
-    int additionalNodesOn(int net) const;
+    int additionalNodesOn(int net);
+    int countAdditionalNodesOn(int net) const;
     template <typename Visit>
     void crossFrom(int net, Visit visit);
 
@@ -42,6 +43,7 @@ private:
     const int sourceNet;
     Marks &switches;
     Marks &additionalNodes;
+    Marks &ownAdditionalNodes;
     Marks &crossed;
     std::vector<int> &nets;
     std::size_t uselessBranches = 0;

@@ -23,6 +23,8 @@ struct SearchRules
     int maxAdditionalNodes;
     std::vector<Role> roles; ///< by type
 
+    /// False where a pin was added to a part after the index had been made.
+    bool hasEnds() const { return source != NetlistIndex::none && destination != NetlistIndex::none; }
     const Role &roleOf(const NumberedNode &node) const { return roles[static_cast<std::size_t>(node.type)]; }
     /// Whether a branch that arrives at its net by this terminal collects the node.
     bool isAdditional(const NumberedNode &node, int arrival) const
