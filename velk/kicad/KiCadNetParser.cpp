@@ -1,6 +1,7 @@
 #include <velk/kicad/KiCadNetParser.h>
 
-#include <velk/kicad/KiCadPath.h>
+#include <velk/kicad/KiCadNetlistPaths.h>
+#include <velk/kicad/KiCadRepair.h>
 #include <velk/model/EDAException.h>
 
 #include <QHash>
@@ -18,37 +19,6 @@ namespace Velk {
 namespace {
 
 using Token = QSharedPointer<KiCadToken>;
-
-/// The queries, each relative to the token that its first step names.
-struct Paths
-{
-    const KiCadPath libparts{u"/export/libparts"_s};
-    const KiCadPath partName{u"/libpart/part"_s};
-    const KiCadPath partLib{u"/libpart/lib"_s};
-    const KiCadPath pins{u"/libpart/pins"_s};
-    const KiCadPath pinNumber{u"/pin/num"_s};
-    const KiCadPath pinName{u"/pin/name"_s};
-    const KiCadPath pinType{u"/pin/type"_s};
-    const KiCadPath components{u"/export/components"_s};
-    const KiCadPath ref{u"/comp/ref"_s};
-    const KiCadPath value{u"/comp/value"_s};
-    const KiCadPath partOfComponent{u"/comp/libsource/part"_s};
-    const KiCadPath sheetNames{u"/comp/sheetpath/names"_s};
-    const KiCadPath property{u"/property"_s};
-    const KiCadPath propertyName{u"/property/name"_s};
-    const KiCadPath propertyValue{u"/property/value"_s};
-    const KiCadPath nets{u"/export/nets"_s};
-    const KiCadPath netName{u"/net/name"_s};
-    const KiCadPath node{u"/node"_s};
-    const KiCadPath nodeRef{u"/node/ref"_s};
-    const KiCadPath nodePin{u"/node/pin"_s};
-};
-
-const Paths &paths()
-{
-    static const Paths compiled;
-    return compiled;
-}
 
 QString indexedPath(const QString &listPath, qsizetype index)
 {
@@ -74,18 +44,21 @@ QString requireText(KiCadToken &parent, const KiCadPath &path, MessagePath messa
     return text;
 }
 
+// Some symbols have pins without a number, which cannot be told apart.
+template <typename MessagePath>
+QString requirePinNumber(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element,
+                         KiCadReadingMode mode)
+{
+    return mode == KiCadReadingMode::Tolerant ? requireToken(parent, path, messagePath, element).value
+                                              : requireText(parent, path, messagePath, element);
+}
+
 const QList<Token> &requireList(const Token &root, const KiCadPath &path, const QString &listPath)
 {
     if (root.isNull())
         throw KiCadTokenNotFoundException(listPath);
     const auto messagePath = [&listPath] { return listPath; };
     return requireToken(*root, path, messagePath, QString()).children;
-}
-
-QString optionalText(KiCadToken &parent, const KiCadPath &path)
-{
-    const KiCadToken *token = path.findFrom(parent);
-    return token ? token->value : QString();
 }
 
 template <typename Element>
@@ -148,8 +121,9 @@ private:
     QHash<QString, QSharedPointer<EDAComponent>> componentsByRef;
 };
 
-KiCadNetParser::KiCadNetParser(const QSharedPointer<KiCadToken> &tree)
+KiCadNetParser::KiCadNetParser(const QSharedPointer<KiCadToken> &tree, KiCadReadingMode readingMode)
     : root(tree)
+    , mode(readingMode)
 {
 }
 
@@ -159,10 +133,17 @@ KiCadNetParser &KiCadNetParser::operator=(const KiCadNetParser &other) = default
 
 void KiCadNetParser::parse()
 {
+    if (mode == KiCadReadingMode::Tolerant)
+        repairs = KiCadRepair(root).run();
     // Components are resolved against the parts, nodes against both.
     parseParts();
     parseComponents();
     parseNets();
+}
+
+QStringList KiCadNetParser::warnings() const
+{
+    return repairs;
 }
 
 void KiCadNetParser::releaseTree()
@@ -173,46 +154,46 @@ void KiCadNetParser::releaseTree()
 void KiCadNetParser::parseParts()
 {
     parts.clear();
-    const auto &libparts = requireList(root, paths().libparts, u"/export/libparts"_s);
+    const auto &libparts = requireList(root, kiCadPaths().libparts, u"/export/libparts"_s);
     for (qsizetype i = 0; i < libparts.size(); ++i) {
         KiCadToken &libpart = *libparts.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/libparts/libpart"_s, i); };
-        const QString name = requireText(libpart, paths().partName, messagePath, u"/part"_s);
-        const auto part = EDAPart::create(name, optionalText(libpart, paths().partLib));
+        const QString name = requireText(libpart, kiCadPaths().partName, messagePath, u"/part"_s);
+        const auto part = EDAPart::create(name, kiCadPaths().partLib.textFrom(libpart));
         parts.insert(name, part);
         parsePinsOfPart(libpart, part);
     }
 }
 
-void KiCadNetParser::parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part)
+void KiCadNetParser::parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const
 {
     // Names the pin even where the whole list is missing.
     const auto messagePath = [&part] {
         return u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
     };
-    const auto &pins = requireToken(libpart, paths().pins, messagePath, QString()).children;
+    const auto &pins = requireToken(libpart, kiCadPaths().pins, messagePath, QString()).children;
     part->pins.reserve(pins.size());
     for (const Token &pin : pins) {
-        const QString number = requireText(*pin, paths().pinNumber, messagePath, u"/num"_s);
-        const QString &name = requireToken(*pin, paths().pinName, messagePath, u"/name"_s).value;
-        const QString &type = requireToken(*pin, paths().pinType, messagePath, u"/type"_s).value;
+        const QString number = requirePinNumber(*pin, kiCadPaths().pinNumber, messagePath, u"/num"_s, mode);
+        const QString &name = requireToken(*pin, kiCadPaths().pinName, messagePath, u"/name"_s).value;
+        const QString &type = requireToken(*pin, kiCadPaths().pinType, messagePath, u"/type"_s).value;
         part->pins.append(EDAPin::create(number, name, type));
     }
 }
 
 void KiCadNetParser::parseComponents()
 {
-    const auto &list = requireList(root, paths().components, u"/export/components"_s);
+    const auto &list = requireList(root, kiCadPaths().components, u"/export/components"_s);
     QHash<QString, QMap<QString, QString>> propertiesBySheetNames; // components of one sheet have the same
     for (qsizetype i = 0; i < list.size(); ++i) {
         KiCadToken &comp = *list.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/components/comp"_s, i); };
-        const QString ref = requireText(comp, paths().ref, messagePath, u"/ref"_s);
-        const QString &value = requireToken(comp, paths().value, messagePath, u"/value"_s).value;
-        const QString partName = requireText(comp, paths().partOfComponent, messagePath, u"/libsource/part"_s);
+        const QString ref = requireText(comp, kiCadPaths().ref, messagePath, u"/ref"_s);
+        const QString &value = requireToken(comp, kiCadPaths().value, messagePath, u"/value"_s).value;
+        const QString partName = requireText(comp, kiCadPaths().partOfComponent, messagePath, u"/libsource/part"_s);
         const auto component = EDAComponent::create(ref, value, partName);
         parsePropertiesOfComponent(comp, component);
-        const QString sheetNames = optionalText(comp, paths().sheetNames);
+        const QString sheetNames = kiCadPaths().sheetNames.textFrom(comp);
         auto sheet = propertiesBySheetNames.constFind(sheetNames);
         if (sheet == propertiesBySheetNames.cend())
             sheet = propertiesBySheetNames.insert(sheetNames, parsePropertiesFromComponentSheetpath(sheetNames));
@@ -230,10 +211,10 @@ void KiCadNetParser::parsePropertiesOfComponent(KiCadToken &comp, const QSharedP
 {
     const auto messagePath = [&component] { return u"/export/components/comp[%1]/property"_s.arg(component->ref); };
     for (const Token &child : std::as_const(comp.children)) {
-        if (!paths().property.findFrom(*child))
+        if (!kiCadPaths().property.findFrom(*child))
             continue;
-        const QString name = requireText(*child, paths().propertyName, messagePath, u"/name"_s);
-        component->properties.insert(name, optionalText(*child, paths().propertyValue));
+        const QString name = requireText(*child, kiCadPaths().propertyName, messagePath, u"/name"_s);
+        component->properties.insert(name, kiCadPaths().propertyValue.textFrom(*child));
     }
 }
 
@@ -255,27 +236,27 @@ QMap<QString, QString> KiCadNetParser::parsePropertiesFromComponentSheetpath(con
 
 void KiCadNetParser::parseNets()
 {
-    const auto &list = requireList(root, paths().nets, u"/export/nets"_s);
+    const auto &list = requireList(root, kiCadPaths().nets, u"/export/nets"_s);
     const NodeFactory nodeFactory(components, parts);
     for (qsizetype i = 0; i < list.size(); ++i) {
         KiCadToken &netToken = *list.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/nets/net"_s, i); };
-        const auto net = EDANet::create(requireText(netToken, paths().netName, messagePath, u"/name"_s));
+        const auto net = EDANet::create(requireText(netToken, kiCadPaths().netName, messagePath, u"/name"_s));
         nets.insert(nets.cend(), net->name, net);
         parseNodesOfNet(netToken, net, nodeFactory);
     }
 }
 
 void KiCadNetParser::parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
-                                     const NodeFactory &nodeFactory)
+                                     const NodeFactory &nodeFactory) const
 {
     const auto messagePath = [&net] { return u"/export/nets/net[%1]/node"_s.arg(net->name); };
     net->nodes.reserve(netToken.children.size());
     for (const Token &child : std::as_const(netToken.children)) {
-        if (!paths().node.findFrom(*child))
+        if (!kiCadPaths().node.findFrom(*child))
             continue;
-        const QString ref = requireText(*child, paths().nodeRef, messagePath, u"/ref"_s);
-        const QString pinNumber = requireText(*child, paths().nodePin, messagePath, u"/pin"_s);
+        const QString ref = requireText(*child, kiCadPaths().nodeRef, messagePath, u"/ref"_s);
+        const QString pinNumber = requirePinNumber(*child, kiCadPaths().nodePin, messagePath, u"/pin"_s, mode);
         net->nodes.append(nodeFactory.create(ref, pinNumber));
     }
 }

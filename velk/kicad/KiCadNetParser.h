@@ -2,6 +2,7 @@
 #define VELK_KICAD_KICADNETPARSER_H
 
 #include <velk/VelkExport.h>
+#include <velk/kicad/KiCadReadingMode.h>
 #include <velk/kicad/KiCadToken.h>
 #include <velk/model/EDAProvider.h>
 #include <velk/model/ElementOwner.h>
@@ -9,6 +10,7 @@
 #include <QMap>
 #include <QSharedPointer>
 #include <QString>
+#include <QStringList>
 
 namespace Velk {
 
@@ -27,6 +29,14 @@ namespace Velk {
 /// is searched for key=value pairs, a value reaching to the next full stop. They override the component's own
 /// properties. Where a part name, reference or net name occurs twice, the later one replaces the earlier.
 ///
+/// Tolerant reading also takes what KiCad writes besides, each time with a warning: a part without pins, a pin without
+/// a number (there, and in nodes, it is empty), parts of one name from several libraries (those that differ from the
+/// last one are named "LIBRARY:NAME", and each component gets that of its own library), a component of an unlisted part
+/// (it gets the part with that alias, or else one of the pins that the nets name), a node on an unlisted component
+/// (dropped) or pin (added to the part), a missing value, pin name or pin type (empty), a net without a name (it gets
+/// one after its first node); what lacks the name to be known by is dropped. KiCad 4 and 5 have no properties, so their
+/// components' fields are taken as such. All else is as it would be by default.
+///
 /// The lists are ordered by part name, reference and net name, ascending by UTF-16 code units. All look-ups
 /// hand out copies, made anew at each call, except getComponentByProperties(), which hands out the stored
 /// object. Since getNets() makes new nets, a Routing directly on a parser does not recognise a net that it
@@ -36,7 +46,8 @@ class VELK_EXPORT KiCadNetParser : public EDAProvider, public ElementOwner
 public:
     /// Over the tree that KiCadReader::getRoot() returned; empty until parse(). A null \a tree is a netlist
     /// in which everything is missing.
-    explicit KiCadNetParser(const QSharedPointer<KiCadToken> &tree);
+    explicit KiCadNetParser(const QSharedPointer<KiCadToken> &tree,
+                            KiCadReadingMode readingMode = KiCadReadingMode::Default);
     ~KiCadNetParser() override;
     /// Copies share the model objects.
     KiCadNetParser(const KiCadNetParser &other);
@@ -46,8 +57,13 @@ public:
     /// KiCadTokenNotFoundException where the tree lacks an element (or has an empty reference, pin number,
     /// part, net or property name), EDAPartNotFoundException for a component of an unlisted part,
     /// EDAComponentNotFoundException and EDAPinNotFoundException for a net's node on an unlisted component or
-    /// pin. What was built before stays.
+    /// pin. What was built before stays. Tolerant reading throws for missing lists only ("/export/libparts",
+    /// "/export/components", "/export/nets") and completes the tree itself.
     void parse();
+
+    /// What tolerant reading has completed or dropped, in the order of parts, components and nets, each as in
+    /// "/export/nets/net[GND]/node/ref: component 'K1' is not listed, so the node is dropped".
+    QStringList warnings() const;
 
     /// Lets go of the tree, which is most of the memory and needed by parse() alone.
     void releaseTree();
@@ -68,15 +84,16 @@ private:
 
     bool isDerived() const;
     void parseParts();
-    static void parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part);
+    void parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const;
     void parseComponents();
     static void parsePropertiesOfComponent(KiCadToken &comp, const QSharedPointer<EDAComponent> &component);
     static QMap<QString, QString> parsePropertiesFromComponentSheetpath(const QString &names);
     void parseNets();
-    static void parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
-                                const NodeFactory &nodeFactory);
+    void parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net, const NodeFactory &nodeFactory) const;
 
     QSharedPointer<KiCadToken> root;
+    KiCadReadingMode mode;
+    QStringList repairs;
     QMap<QString, QSharedPointer<EDAPart>> parts;
     QMap<QString, QSharedPointer<EDAComponent>> components;
     QMap<QString, QSharedPointer<EDANet>> nets;

@@ -30,6 +30,12 @@ KiCadToken *KiCadPath::findFrom(KiCadToken &token) const
     return current;
 }
 
+QString KiCadPath::textFrom(KiCadToken &token) const
+{
+    const KiCadToken *found = findFrom(token);
+    return found ? found->value : QString();
+}
+
 bool KiCadPath::Step::matches(const KiCadToken &token) const
 {
     if (token.name != name)

@@ -17,6 +17,8 @@ public:
 
     /// What token.find() finds; null if nothing.
     KiCadToken *findFrom(KiCadToken &token) const;
+    /// The value of what token.find() finds; a null text if nothing.
+    QString textFrom(KiCadToken &token) const;
 
 private:
     struct Step

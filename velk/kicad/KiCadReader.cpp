@@ -1,5 +1,6 @@
 #include <velk/kicad/KiCadReader.h>
 
+#include <velk/kicad/KiCadTolerantTreeBuilder.h>
 #include <velk/kicad/KiCadTreeBuilder.h>
 
 #include <QTextStream>
@@ -26,15 +27,17 @@ QString kiCadErrorText(KiCadError error)
     return u"Unknown error"_s;
 }
 
-KiCadReader::KiCadReader(const QByteArray &bytes)
+KiCadReader::KiCadReader(const QByteArray &bytes, KiCadReadingMode readingMode)
     : data(bytes)
     , device(&buffer)
+    , mode(readingMode)
 {
     buffer.setData(data);
 }
 
-KiCadReader::KiCadReader(QIODevice *input)
+KiCadReader::KiCadReader(QIODevice *input, KiCadReadingMode readingMode)
     : device(input)
+    , mode(readingMode)
 {
 }
 
@@ -47,8 +50,13 @@ KiCadError KiCadReader::read()
     if (!device->open(QIODevice::ReadOnly | QIODevice::Text))
         return KiCadOpenError;
 
+    return mode == KiCadReadingMode::Default ? buildTree(KiCadTreeBuilder()) : buildTree(KiCadTolerantTreeBuilder());
+}
+
+template <typename Builder>
+KiCadError KiCadReader::buildTree(Builder builder)
+{
     QTextStream stream(device);
-    KiCadTreeBuilder builder;
     bool isGood = true;
     QString piece;
     do { // until nothing comes: a pipe does not tell its end, and a device that fails never comes to it

@@ -2,6 +2,7 @@
 #define VELK_KICAD_KICADREADER_H
 
 #include <velk/VelkExport.h>
+#include <velk/kicad/KiCadReadingMode.h>
 #include <velk/kicad/KiCadToken.h>
 
 #include <QBuffer>
@@ -18,7 +19,7 @@ enum KiCadError : int
 {
     KiCadNoError = 0,
     KiCadOpenError = -1,   ///< the device could not be opened
-    KiCadSyntaxError = -2, ///< a closing parenthesis without an opening one
+    KiCadSyntaxError = -2, ///< a parenthesis out of place
 };
 
 /// "No error", "Could not open KiCad", "Syntax error in KiCad"; "Unknown error" for any other value.
@@ -27,20 +28,28 @@ VELK_EXPORT QString kiCadErrorText(KiCadError error);
 /// Reads a KiCad netlist (an S-expression in UTF-8) into a tree of KiCadToken. It knows the lexical form
 /// only; KiCadNetParser knows the elements.
 ///
-/// Values are the quoted texts: (num "1") is a token "num" with the value "1", whereas (num 1) is one named
+/// By default values are the quoted texts: (num "1") is a token "num" with the value "1", whereas (num 1) is one named
 /// "num 1" without a value. There is no escape character: every double quote opens or closes a text, and a
 /// backslash is a character like others. A line break is dropped without a separator, inside quotes too. A
-/// quoted text that follows a sub-list, as "y" in (a (b "x") "y"), goes to the value of the next token made.
-/// Parentheses or quotes that are still open at the end of the input are not an error.
+/// quoted text that follows a sub-list, as "y" in (a (b "x") "y"), goes to the value of the next token made. The one
+/// syntax error is a closing parenthesis without an opening one.
+///
+/// Tolerant reading takes words as KiCad does. They are separated by white space and stand bare or in quotes; the first
+/// one in a list is the token's name, the second one its value, also after a sub-list, and others are dropped. In
+/// quotes a backslash escapes as in C: a quote, a backslash, one of the letters a b f n r t v, x with up to two
+/// hexadecimal digits, up to three octal digits; numbers are bytes of UTF-8. A line break in quotes stays. A line that
+/// begins with # is a comment. A list that does not begin with a word is a syntax error too.
+///
+/// In both modes parentheses or quotes that are still open at the end of the input are not an error.
 ///
 /// Time and memory grow in proportion to the input.
 class VELK_EXPORT KiCadReader
 {
 public:
     /// Reads from a copy of \a bytes.
-    explicit KiCadReader(const QByteArray &bytes);
+    explicit KiCadReader(const QByteArray &bytes, KiCadReadingMode readingMode = KiCadReadingMode::Default);
     /// Reads from \a input, which the caller owns and keeps alive and has not opened.
-    explicit KiCadReader(QIODevice *input);
+    explicit KiCadReader(QIODevice *input, KiCadReadingMode readingMode = KiCadReadingMode::Default);
     ~KiCadReader();
     KiCadReader(const KiCadReader &) = delete;
     KiCadReader &operator=(const KiCadReader &) = delete;
@@ -63,9 +72,13 @@ public:
     int getErrorColumn() const;
 
 private:
+    template <typename Builder>
+    KiCadError buildTree(Builder builder);
+
     QByteArray data;
     QBuffer buffer;
     QIODevice *device;
+    KiCadReadingMode mode;
     QSharedPointer<KiCadToken> root;
     bool complete = false;
     int errorLine = -1;

@@ -1,8 +1,6 @@
 #include <velk/kicad/KiCadTreeBuilder.h>
 
 #include <algorithm>
-#include <iterator>
-#include <utility>
 
 namespace Velk {
 
@@ -72,11 +70,11 @@ bool KiCadTreeBuilder::readParenthesis(const char16_t *parenthesis, QStringView 
     addToken(textBefore);
     if (*parenthesis == u'(')
         return true;
-    if (stack.empty()) {
+    if (tokens.isEmpty()) {
         currentColumn = static_cast<int>(unitsBefore + (parenthesis - lineStart) + 1);
         return false;
     }
-    closeToken();
+    tokens.close();
     return true;
 }
 
@@ -89,39 +87,14 @@ void KiCadTreeBuilder::addToken(QStringView lastText)
     }
     name = name.trimmed();
     if (!name.isEmpty()) {
-        stack.push_back(
-            {QSharedPointer<KiCadToken>::create(texts.textOf(name), texts.textOf(quoted)), finishedChildren.size()});
-        if (root.isNull())
-            root = stack.back().token;
+        tokens.open(name, quoted);
         quoted.clear(); // else it stays: what follows a closed sub-list goes to the next token
     }
     text.clear();
 }
 
-void KiCadTreeBuilder::closeToken()
-{
-    OpenToken closed = std::move(stack.back());
-    stack.pop_back();
-    const auto first = finishedChildren.begin() + static_cast<std::ptrdiff_t>(closed.firstChild);
-    if (first != finishedChildren.end()) {
-        auto &children = closed.token->children;
-        children.reserve(finishedChildren.end() - first);
-        std::move(first, finishedChildren.end(), std::back_inserter(children));
-        finishedChildren.erase(first, finishedChildren.end());
-    }
-    if (!stack.empty())
-        finishedChildren.push_back(std::move(closed.token));
-}
-
 bool KiCadTreeBuilder::isComplete() const
 {
-    return stack.empty() && outsideQuotes && QStringView(text).trimmed().isEmpty();
-}
-
-QSharedPointer<KiCadToken> KiCadTreeBuilder::finish()
-{
-    while (!stack.empty())
-        closeToken();
-    return root;
+    return tokens.isEmpty() && outsideQuotes && QStringView(text).trimmed().isEmpty();
 }
 }
