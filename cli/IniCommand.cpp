@@ -3,6 +3,7 @@
 #include "cli/IniWarnings.h"
 #include "cli/Netlist.h"
 #include "cli/Output.h"
+#include "cli/Warnings.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
@@ -36,15 +37,6 @@ QString netName(const std::string &name, const std::vector<std::string> &files)
     return name.empty() ? toQStringList(files).join(u", "_s) : toQString(name);
 }
 
-void print(const QStringList &warnings)
-{
-    constexpr qsizetype most = 20;
-    for (const QString &warning : warnings.mid(0, most))
-        std::fprintf(stderr, "velk: warning: %s\n", qUtf8Printable(warning));
-    if (warnings.size() > most)
-        std::fprintf(stderr, "velk: warning: %lld more of this kind\n", static_cast<long long>(warnings.size() - most));
-}
-
 /// Writes what the generator makes of the buffer, whole or not at all.
 template <typename Generate>
 void writeIni(const std::string &outputFile, Generate generate)
@@ -52,7 +44,7 @@ void writeIni(const std::string &outputFile, Generate generate)
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     generate(buffer);
-    print(duplicateKeyWarnings(buffer.data()));
+    printWarnings(duplicateKeyWarnings(buffer.data()));
     writeOutput(toQString(outputFile), buffer.data());
 }
 }
@@ -71,6 +63,7 @@ IniCommand::IniCommand(CLI::App &app)
 
 void IniCommand::addPhysical()
 {
+    addTolerantTo(*physical, tolerant);
     addTypesTo(*physical, "--type", types, EDAPhysicalIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE,
                "CompType that is a device");
     addOutputTo(*physical, outputFile);
@@ -95,6 +88,7 @@ void IniCommand::addApplication()
                      "KiCad netlist files with the DUTs; the references of several carry their numbers")
         ->required()
         ->type_name("FILE");
+    addTolerantTo(*application, tolerant);
     addTypesTo(*application, "--dut-type", dutTypes, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
                "CompType that is a DUT");
     application->add_option("--test-system-name", testSystemName,
@@ -119,8 +113,8 @@ int IniCommand::run() const
 
 int IniCommand::runPhysical() const
 {
-    const auto netlist = loadOneOrJoin(toQStringList(netlists));
-    print(deviceWarnings(*netlist, toQStringList(types)));
+    const auto netlist = loadOneOrJoin(toQStringList(netlists), readingMode(tolerant));
+    printWarnings(deviceWarnings(*netlist, toQStringList(types)));
     EDAPhysicalIniGenerator generator(netlist.get());
     generator.setComponentTypesThatAreExported(toQStringList(types));
     writeIni(outputFile, [&](QIODevice &device) { generator.generate(&device); });
@@ -129,11 +123,11 @@ int IniCommand::runPhysical() const
 
 int IniCommand::runApplication() const
 {
-    const auto testSystem = loadOneOrJoin(toQStringList(testSystemFiles));
-    const auto duts = loadOneOrJoin(toQStringList(applicationFiles));
+    const auto testSystem = loadOneOrJoin(toQStringList(testSystemFiles), readingMode(tolerant));
+    const auto duts = loadOneOrJoin(toQStringList(applicationFiles), readingMode(tolerant));
     checkBenchNumbers(*duts, toQStringList(dutTypes));
-    print(dutWarnings(*duts, toQStringList(dutTypes)));
-    print(sourceWarnings(*testSystem));
+    printWarnings(dutWarnings(*duts, toQStringList(dutTypes)));
+    printWarnings(sourceWarnings(*testSystem));
 
     EDAApplicationIniGenerator generator(testSystem.get(), duts.get());
     generator.setComponentTypesDut(toQStringList(dutTypes));

@@ -30,6 +30,7 @@ private:
     std::string testSystemName;
     std::string applicationName;
     std::string outputFile;
+    bool tolerant = false;
     CLI::App *command;
     CLI::App *physical;
     CLI::App *application;

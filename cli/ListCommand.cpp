@@ -181,7 +181,8 @@ bool ListCommand::isChosen() const
 int ListCommand::run() const
 {
     const auto properties = parseProperties(u"--where"_s, where);
-    const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes));
+    const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
+                                       readingMode(netlist.tolerant));
     const QString listed = toQString(what);
     writeOutput(toQString(netlist.outputFile),
                 format(listWhat(listed, properties, provider, netlist), netlist.format, listed));

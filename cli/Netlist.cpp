@@ -1,12 +1,14 @@
 #include "cli/Netlist.h"
 
 #include "cli/CommandError.h"
+#include "cli/Warnings.h"
 
 #include <velk/kicad/KiCadNetParser.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <vector>
@@ -18,25 +20,35 @@ namespace VelkCli {
 
 namespace {
 
-std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName)
+QString syntaxErrorText(KiCadReadingMode mode)
+{
+    return mode == KiCadReadingMode::Default ? u"a closing parenthesis without an opening one"_s
+                                             : u"a parenthesis that closes nothing, or a list without a name"_s;
+}
+
+std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadingMode mode)
 {
     QFile file(fileName);
-    KiCadReader reader(&file);
+    KiCadReader reader(&file, mode);
     switch (reader.read()) {
     case KiCadNoError:
         break;
     case KiCadOpenError:
         throw CommandError{u"%1: cannot be read: %2"_s.arg(fileName, file.errorString())};
     case KiCadSyntaxError:
-        throw CommandError{u"%1: %2 at line %3, column %4: a closing parenthesis without an opening one"_s.arg(
+        throw CommandError{u"%1: %2 at line %3, column %4: %5"_s.arg(
             fileName, kiCadErrorText(KiCadSyntaxError), QString::number(reader.getErrorLine()),
-            QString::number(reader.getErrorColumn()))};
+            QString::number(reader.getErrorColumn()), syntaxErrorText(mode))};
     }
     const auto root = reader.getRoot();
     if (root.isNull() || root->name != u"export"_s)
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
-    auto parser = std::make_unique<KiCadNetParser>(root);
-    parser->parse();
+    auto parser = std::make_unique<KiCadNetParser>(root, mode);
+    try {
+        parser->parse();
+    } catch (const EDAException &exception) {
+        throw CommandError{u"%1: %2"_s.arg(fileName, exception.message())};
+    }
     parser->releaseTree();
     // The model would silently lack what followed.
     if (!reader.isComplete())
@@ -44,12 +56,32 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName)
     return parser;
 }
 
-std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName)
+// A pipe cannot be read twice.
+bool canBeReadTolerantly(const QString &fileName)
+{
+    if (!QFileInfo(fileName).isFile())
+        return false;
+    try {
+        readNetlist(fileName, KiCadReadingMode::Tolerant);
+        return true;
+    } catch (const CommandError &) {
+        return false;
+    }
+}
+
+std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName, KiCadReadingMode mode)
 {
     try {
-        return readNetlist(fileName);
-    } catch (const EDAException &exception) {
-        throw CommandError{u"%1: %2"_s.arg(fileName, exception.message())};
+        auto parser = readNetlist(fileName, mode);
+        QStringList warnings = parser->warnings();
+        for (QString &warning : warnings)
+            warning.prepend(fileName + u": "_s);
+        printWarnings(warnings);
+        return parser;
+    } catch (const CommandError &error) {
+        if (mode == KiCadReadingMode::Tolerant || !canBeReadTolerantly(fileName))
+            throw;
+        throw CommandError{error.message + u"; try --tolerant, which can read this file"_s};
     }
 }
 
@@ -61,23 +93,23 @@ bool isOnlyPinCalled(const QString &text, const QSharedPointer<EDAPin> &pin, con
 }
 }
 
-MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes)
+MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes, KiCadReadingMode mode)
 {
     std::vector<std::unique_ptr<KiCadNetParser>> parsers;
     QList<EDAProvider *> providers;
     for (const QString &fileName : fileNames) {
-        parsers.push_back(loadNetlist(fileName));
+        parsers.push_back(loadNetlist(fileName, mode));
         providers.append(parsers.back().get());
     }
     return MultipleEDAProvider(providers, connectorTypes);
 }
 
-std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames)
+std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadReadingMode mode)
 {
     if (fileNames.size() == 1)
-        return loadNetlist(fileNames.first());
+        return loadNetlist(fileNames.first(), mode);
     return std::make_unique<MultipleEDAProvider>(
-        loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}));
+        loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}, mode));
 }
 
 QString pinText(const EDAProvider &netlist, const QString &ref, const QString &pinNumber)

@@ -1,6 +1,7 @@
 #ifndef VELK_CLI_NETLIST_H
 #define VELK_CLI_NETLIST_H
 
+#include <velk/kicad/KiCadReadingMode.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
 #include <QStringList>
@@ -10,11 +11,12 @@
 namespace VelkCli {
 
 /// Reads the files and joins them at connectors of these types. Throws a CommandError that names the file for
-/// the first one that cannot be read or is no netlist.
-Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes);
+/// the first one that cannot be read or is no netlist. Prints what tolerant reading warns of.
+Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes,
+                                       Velk::KiCadReadingMode mode);
 
 /// One file as it is, without the suffix "#1", or several joined.
-std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames);
+std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
 
 /// How people name a pin: "U1#1.HI" by its name, or by its number where the name is empty or could be taken
 /// for another pin of the component.

@@ -30,6 +30,7 @@ void NetlistOptions::addTo(CLI::App &command, const std::vector<std::string> &fo
     addRepeatable(command, "--interface", interfaceTypes, "CompType whose pins a route lists as side connections")
         ->type_name("TYPE")
         ->capture_default_str();
+    addTolerantTo(command, tolerant);
     command.add_option("--format", format, "Form of the output")
         ->check(CLI::IsMember(formats))
         ->type_name("")
@@ -46,6 +47,17 @@ CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vect
                            const std::string &description)
 {
     return command.add_option(name, values, description)->allow_extra_args(false);
+}
+
+void addTolerantTo(CLI::App &command, bool &tolerant)
+{
+    command.add_flag("--tolerant", tolerant,
+                     "Read whatever KiCad 4 to 10 write; what had to be completed is a warning");
+}
+
+KiCadReadingMode readingMode(bool tolerant)
+{
+    return tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default;
 }
 
 QString toQString(const std::string &text)

@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <velk/kicad/KiCadReadingMode.h>
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -21,6 +23,7 @@ struct NetlistOptions
     std::vector<std::string> interfaceTypes;
     std::string format = "text";
     std::string outputFile;
+    bool tolerant = false;
 
     /// With the types that the library has as defaults.
     NetlistOptions();
@@ -30,6 +33,9 @@ struct NetlistOptions
 /// An option that may be given several times and takes one argument each time.
 CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
                            const std::string &description);
+
+void addTolerantTo(CLI::App &command, bool &tolerant);
+Velk::KiCadReadingMode readingMode(bool tolerant);
 
 QString toQString(const std::string &text);
 QStringList toQStringList(const std::vector<std::string> &texts);

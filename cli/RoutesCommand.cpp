@@ -77,7 +77,8 @@ int RoutesCommand::run() const
     VelkRouting::setTraceEnabled(trace);
     const auto source = parseProperties(QStringLiteral("--source"), sourceProperties);
     const auto dut = parseProperties(QStringLiteral("--dut"), dutProperties);
-    auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes));
+    auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
+                                 readingMode(netlist.tolerant));
 
     Routing routing(&provider);
     routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));

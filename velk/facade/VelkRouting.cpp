@@ -36,10 +36,11 @@ VelkRoutingException exceptionWith(const QString &message)
     return VelkRoutingException(message.toStdString());
 }
 
-std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName)
+std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName, KiCadReadingMode mode,
+                                         std::vector<std::string> &warnings)
 {
     QFile file(fileName);
-    KiCadReader reader(&file);
+    KiCadReader reader(&file, mode);
     const KiCadError error = reader.read();
     if (error == KiCadSyntaxError) {
         throw exceptionWith(u"Syntax error in KiCad file '%1' at line %2, column %3"_s.arg(
@@ -47,8 +48,13 @@ std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName)
     }
     if (error != KiCadNoError)
         throw exceptionWith(u"%1 (%2)"_s.arg(kiCadErrorText(error), fileName));
-    auto parser = std::make_unique<KiCadNetParser>(reader.getRoot());
+    auto parser = std::make_unique<KiCadNetParser>(reader.getRoot(), mode);
     parser->parse();
+    QStringList texts = parser->warnings();
+    if (mode == KiCadReadingMode::Tolerant && !reader.isComplete())
+        texts.prepend(u"ends before its last parenthesis or quote is closed"_s);
+    for (const QString &text : std::as_const(texts))
+        warnings.push_back(u"%1: %2"_s.arg(fileName, text).toStdString());
     parser->releaseTree();
     return parser;
 }
@@ -71,11 +77,12 @@ std::string VelkRoutingException::message() const
 }
 
 VelkRoutingPrivate::VelkRoutingPrivate(const std::vector<std::string> &netlistFileNames,
-                                       const std::vector<std::string> &connectorComponentTypes)
+                                       const std::vector<std::string> &connectorComponentTypes, VelkReadingMode mode)
 {
+    const auto readingMode = mode == VelkReadingMode::Tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default;
     QList<EDAProvider *> loaded;
     for (const auto &fileName : netlistFileNames) {
-        parsers.push_back(loadNetlist(QString::fromStdString(fileName)));
+        parsers.push_back(loadNetlist(QString::fromStdString(fileName), readingMode, warnings));
         loaded.append(parsers.back().get());
     }
     const auto connectorTypes = connectorComponentTypes.empty()
@@ -93,7 +100,13 @@ VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames)
 
 VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames,
                          const std::vector<std::string> &connectorComponentTypes)
-try : d(new VelkRoutingPrivate(netlistFileNames, connectorComponentTypes)) {
+    : VelkRouting(netlistFileNames, connectorComponentTypes, VelkReadingMode::Default)
+{
+}
+
+VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames,
+                         const std::vector<std::string> &connectorComponentTypes, VelkReadingMode mode)
+try : d(new VelkRoutingPrivate(netlistFileNames, connectorComponentTypes, mode)) {
 } catch (const EDAException &exception) {
     throw exceptionWith(exception.message());
 }
@@ -115,6 +128,11 @@ try {
     return d->records->of(paths);
 } catch (const EDAException &exception) {
     throw exceptionWith(exception.message());
+}
+
+std::vector<std::string> VelkRouting::warnings() const
+{
+    return d->warnings;
 }
 
 void VelkRouting::setTraceEnabled(bool enabled)

@@ -65,6 +65,13 @@ private:
     std::string m_message;
 };
 
+/// How netlists are read.
+enum class VelkReadingMode
+{
+    Default,  ///< values are quoted, without escapes, and a missing element is an error
+    Tolerant, ///< whatever KiCad 4 to 10 write; what had to be completed or dropped is a warning
+};
+
 /// Loads KiCad netlists and answers which routes lead from one pin to another, for callers without Qt.
 ///
 ///     Velk::VelkRouting routing({"instruments.net", "matrix.net", "adapter.net"});
@@ -93,6 +100,9 @@ public:
     /// The same with these connector types; an empty list stands for "Connector".
     VelkRouting(const std::vector<std::string> &netlistFileNames,
                 const std::vector<std::string> &connectorComponentTypes);
+    /// The same in this mode.
+    VelkRouting(const std::vector<std::string> &netlistFileNames,
+                const std::vector<std::string> &connectorComponentTypes, VelkReadingMode mode);
     ~VelkRouting();
     VelkRouting(const VelkRouting &other) = delete;
     /// Copies a pointer only: both objects then share what \a other owns, and what this one owned is not
@@ -110,6 +120,10 @@ public:
                                            const std::string &sourcePin,
                                            const std::map<std::string, std::string> &destinationProperties,
                                            const std::string &destinationPin) const;
+
+    /// What tolerant reading has completed or dropped, in the order of the files, each as in
+    /// "boards/matrix.net: /export/nets/net[GND]/node/ref: component 'K1' is not listed, so the node is dropped".
+    std::vector<std::string> warnings() const;
 
     /// Switches the trace on or off, for all objects of the process: the debug messages of Qt's logging category
     /// "routing". It is on unless Qt's logging rules say otherwise, for instance the environment variable
