@@ -58,6 +58,18 @@ private Q_SLOTS:
         QTEST(outcome(reader), "expected"); // again from the start
     }
 
+    void readsTolerantly_data() { addRowsFrom("tolerant_inputs.txt", {"input", "expected"}); }
+    void readsTolerantly()
+    {
+        QFETCH(QString, input);
+        QFETCH(QString, expected);
+        for (QString *text : {&input, &expected})
+            text->replace(u'¶', u'\n').replace(u'␍', u'\r').replace(u'␉', u'\t');
+        KiCadReader reader(input.toUtf8(), KiCadReadingMode::Tolerant);
+        QCOMPARE(outcome(reader), expected);
+        QCOMPARE(outcome(reader), expected); // again from the start
+    }
+
     void positionChangesWithErrorsOnly()
     {
         KiCadReader reader(QByteArray("(a)"));
@@ -102,9 +114,16 @@ private Q_SLOTS:
             reader.read();
             QVERIFY2(!reader.isComplete(), input);
         }
-        KiCadReader reader(QByteArray("(a (b))\n"));
-        reader.read();
-        QVERIFY(reader.isComplete());
+        for (const char *input : {"(a (b", "(a \"b", "(a", "(", "x (a)", "(a) x "}) {
+            KiCadReader reader(QByteArray(input), KiCadReadingMode::Tolerant);
+            reader.read();
+            QVERIFY2(!reader.isComplete(), input);
+        }
+        for (const auto mode : {KiCadReadingMode::Default, KiCadReadingMode::Tolerant}) {
+            KiCadReader reader(QByteArray("(a (b))\n"), mode);
+            reader.read();
+            QVERIFY(reader.isComplete());
+        }
     }
 
     void errorTexts()
