@@ -193,6 +193,21 @@ private Q_SLOTS:
                     .output.startsWith(u"[ResourceManager]\nTestSystemEdaNet=T\nApplicationEdaNet=A\n"_s));
     }
 
+    void tolerantReading()
+    {
+        const Result parts = velk({u"list"_s, u"parts"_s, u"--tolerant"_s, u"tests/data/kicad5.net"_s});
+        QCOMPARE(parts.status, 0);
+        QCOMPARE(parts.output.count(u'\n'), 4); // with the headings
+        QCOMPARE(parts.errors.count(u"velk: warning: tests/data/kicad5.net: /export/components/comp["_s), 2);
+
+        QTemporaryDir folder; // with a long list of warnings
+        const QString many = folder.filePath(u"many.net"_s);
+        write(many, u"(export (components) (libparts %1) (nets))"_s.arg(u"(libpart (part x))"_s.repeated(30)));
+        const QStringList errors = velk({u"list"_s, u"nets"_s, u"--tolerant"_s, many}).errors.split(u'\n');
+        QCOMPARE(errors.size(), 22);
+        QCOMPARE(errors.at(20), u"velk: warning: 10 more of this kind"_s);
+    }
+
     void iniWarnings_data() { addRowsFrom("ini_warnings.txt", {"text", "replacement", "status", "expected"}); }
     void iniWarnings()
     {

@@ -47,6 +47,21 @@ private Q_SLOTS:
         QCOMPARE(connection.pin.number + connection.pin.name + connection.pin.type, std::string("1HIoutput"));
     }
 
+    void readsTolerantly()
+    {
+        const std::string file = QStringLiteral(VELK_TEST_DATA "/kicad5.net").toStdString();
+        QVERIFY_EXCEPTION_THROWN(VelkRouting({file}), VelkRoutingException);
+        const VelkRouting routing({file}, {}, VelkReadingMode::Tolerant);
+        QCOMPARE(routing.getRoutes({{"CompType", ""}}, "HI", {{"CompType", "Resistor"}}, "1").size(), std::size_t(1));
+        QCOMPARE(routing.warnings().size(), std::size_t(2));
+        QCOMPARE(routing.warnings()[0],
+                 file + ": /export/components/comp[R1]/libsource/part: 'R_Small' is an alias of 'R'");
+
+        const VelkRouting cutOff({write("cut.net", netlist.chopped(2))}, {}, VelkReadingMode::Tolerant);
+        QVERIFY(cutOff.warnings().at(0).find("ends before its last parenthesis") != std::string::npos);
+        QVERIFY(VelkRouting({write("a.net", netlist)}).warnings().empty());
+    }
+
     void configures()
     {
         VelkRouting routing({write("a.net", netlist)});
