@@ -38,14 +38,6 @@ bool haveSamePins(KiCadToken &a, KiCadToken &b)
     const auto &others = paths.pins.findFrom(b)->children;
     return std::equal(pins.cbegin(), pins.cend(), others.cbegin(), others.cend(), isSamePin);
 }
-
-template <typename IsUsed>
-QString unusedName(QString name, IsUsed isUsed)
-{
-    while (isUsed(name))
-        name += u'_';
-    return name;
-}
 }
 
 KiCadRepair::KiCadRepair(const QSharedPointer<KiCadToken> &tree)
@@ -65,6 +57,16 @@ QStringList KiCadRepair::run()
         repairNets();
     }
     return warnings;
+}
+
+// Counts through all names, so that a million alike take no longer than others.
+template <typename Names>
+QString KiCadRepair::unusedName(const QString &name, const Names &used)
+{
+    QString unused = name;
+    while (used.contains(unused))
+        unused = u"%1_%2"_s.arg(name).arg(++lastSuffix);
+    return unused;
 }
 
 void KiCadRepair::repairParts()
@@ -141,8 +143,7 @@ void KiCadRepair::tellPartsApart()
 void KiCadRepair::rename(int number)
 {
     const Part &part = parts[static_cast<std::size_t>(number)];
-    const QString name = unusedName(u"%1:%2"_s.arg(part.lib, part.name),
-                                    [this](const QString &text) { return partsByName.contains(text); });
+    const QString name = unusedName(u"%1:%2"_s.arg(part.lib, part.name), partsByName);
     warn(u"/export/libparts/libpart[name=%1,lib=%2]"_s.arg(part.name, part.lib),
          u"another library has a part of this name, so this one is named '%1'"_s.arg(name));
     kiCadPaths().partName.findFrom(*part.token)->value = name;
@@ -265,8 +266,7 @@ void KiCadRepair::nameNet(KiCadToken &net, const QString &path)
     const QString name = node == children.cend() ? u"Net-()"_s
                                                  : u"Net-(%1-Pad%2)"_s.arg(kiCadPaths().nodeRef.textFrom(**node),
                                                                            kiCadPaths().nodePin.textFrom(**node));
-    (token ? token : net.append(u"name"_s).data())->value =
-        unusedName(name, [this](const QString &text) { return netNames.contains(text); });
+    (token ? token : net.append(u"name"_s).data())->value = unusedName(name, netNames);
     netNames.insert(kiCadPaths().netName.textFrom(net));
     warn(path + u"/name"_s, u"missing, so the net is named '%1'"_s.arg(kiCadPaths().netName.textFrom(net)));
 }

@@ -57,6 +57,8 @@ private:
     static void addPin(Part &part, const QString &number);
     void nameNet(KiCadToken &net, const QString &path);
 
+    template <typename Names>
+    QString unusedName(const QString &name, const Names &used);
     void complete(KiCadToken &parent, const KiCadPath &path, const QString &element, const QString &messagePath);
     void warn(const QString &path, const QString &text);
 
@@ -69,6 +71,7 @@ private:
     QHash<QString, int> aliases;
     QHash<QString, int> partsOfComponents;
     QSet<QString> netNames;
+    int lastSuffix = 0;
     bool hasFieldsOnly = false; ///< as KiCad 4 and 5 write them, instead of properties
     QStringList warnings;
 };
