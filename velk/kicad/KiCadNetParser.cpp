@@ -20,11 +20,6 @@ namespace {
 
 using Token = QSharedPointer<KiCadToken>;
 
-QString indexedPath(const QString &listPath, qsizetype index)
-{
-    return u"%1[%2]"_s.arg(listPath).arg(index);
-}
-
 // The path for the message is a function that makes it, since it is hardly ever needed.
 template <typename MessagePath>
 KiCadToken &requireToken(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)

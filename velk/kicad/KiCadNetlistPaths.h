@@ -41,6 +41,12 @@ inline const KiCadNetlistPaths &kiCadPaths()
     static const KiCadNetlistPaths paths;
     return paths;
 }
+
+/// A path for messages: "/export/nets/net[3]", counted from 0.
+inline QString indexedPath(const QString &listPath, qsizetype index)
+{
+    return QStringLiteral("%1[%2]").arg(listPath, QString::number(index));
+}
 }
 
 #endif

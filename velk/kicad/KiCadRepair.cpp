@@ -12,11 +12,6 @@ namespace {
 
 using Token = QSharedPointer<KiCadToken>;
 
-QString indexedPath(const QString &listPath, qsizetype index)
-{
-    return u"%1[%2]"_s.arg(listPath).arg(index);
-}
-
 void setPart(KiCadToken &comp, const QString &name)
 {
     if (KiCadToken *part = kiCadPaths().partOfComponent.findFrom(comp)) {
@@ -65,7 +60,7 @@ QString KiCadRepair::unusedName(const QString &name, const Names &used)
 {
     QString unused = name;
     while (used.contains(unused))
-        unused = u"%1_%2"_s.arg(name).arg(++lastSuffix);
+        unused = u"%1_%2"_s.arg(name, QString::number(++lastSuffix));
     return unused;
 }
 
