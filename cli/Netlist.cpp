@@ -44,15 +44,17 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadin
     if (root.isNull() || root->name != u"export"_s)
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
     auto parser = std::make_unique<KiCadNetParser>(root, mode);
+    const QString cutOff = u"the file does not end with the parenthesis that closes it; was it cut off?"_s;
     try {
         parser->parse();
     } catch (const EDAException &exception) {
-        throw CommandError{u"%1: %2"_s.arg(fileName, exception.message())};
+        throw CommandError{
+            u"%1: %2%3"_s.arg(fileName, exception.message(), reader.isComplete() ? QString() : u"; "_s + cutOff)};
     }
     parser->releaseTree();
     // The model would silently lack what followed.
     if (!reader.isComplete())
-        throw CommandError{u"%1: ends before its last parenthesis or quote is closed; was it cut off?"_s.arg(fileName)};
+        throw CommandError{u"%1: %2"_s.arg(fileName, cutOff)};
     return parser;
 }
 
@@ -65,6 +67,8 @@ bool canBeReadTolerantly(const QString &fileName)
         readNetlist(fileName, KiCadReadingMode::Tolerant);
         return true;
     } catch (const CommandError &) {
+        return false;
+    } catch (const std::exception &) { // out of memory: the first error is what counts
         return false;
     }
 }

@@ -1,15 +1,40 @@
 #include "cli/Warnings.h"
 
+#include <QMap>
+#include <QRegularExpression>
+
 #include <cstdio>
+
+using namespace Qt::StringLiterals;
 
 namespace VelkCli {
 
+namespace {
+
+/// What a warning says, without the place and the names.
+QString kindOf(const QString &warning)
+{
+    static const QRegularExpression name(u"'[^']*'"_s);
+    return warning.mid(warning.lastIndexOf(u": "_s) + 2).replace(name, u"'...'"_s);
+}
+
+void print(const QString &warning)
+{
+    std::fprintf(stderr, "velk: warning: %s\n", qUtf8Printable(warning));
+}
+}
+
 void printWarnings(const QStringList &warnings)
 {
-    constexpr qsizetype most = 20;
-    for (const QString &warning : warnings.mid(0, most))
-        std::fprintf(stderr, "velk: warning: %s\n", qUtf8Printable(warning));
-    if (warnings.size() > most)
-        std::fprintf(stderr, "velk: warning: %lld more of this kind\n", static_cast<long long>(warnings.size() - most));
+    constexpr int mostOfAKind = 10;
+    QMap<QString, int> counts;
+    for (const QString &warning : warnings) {
+        if (++counts[kindOf(warning)] <= mostOfAKind)
+            print(warning);
+    }
+    for (auto kind = counts.cbegin(); kind != counts.cend(); ++kind) {
+        if (kind.value() > mostOfAKind)
+            print(u"%1 more: %2"_s.arg(QString::number(kind.value() - mostOfAKind), kind.key()));
+    }
 }
 }

@@ -107,15 +107,15 @@ private Q_SLOTS:
         QCOMPARE(outcome.model, u"K1 'G6K-2F-Y' G6K-2 [CompType=Relay,Note=0.1\" pitch]\n"
                                 "R1 '10k' R [Bench=2,CompType=Resistor]\n"
                                 "U1 '~' SMU []\n"
-                                "G6K-2 of Relay: 3=~:passive 4=NO#:passive\n"
-                                "R of Device: 1=~:passive 2=~:passive\n"
+                                "G6K-2 of Relay: 3=:passive 4=NO#:passive\n"
+                                "R of Device: 1=:passive 2=:passive\n"
                                 "SMU of instruments-rescue: HI=:\n"
                                 "/OUT: R1/1 K1/4\n"
                                 "GND: R1/2\n"
                                 "Net-(K1-Pad3): U1/HI K1/3\n"_s);
         QCOMPARE(outcome.warnings,
                  u"/export/components/comp[R1]/libsource/part: 'R_Small' is an alias of 'R'; "
-                 "/export/components/comp[U1]/libsource/part: 'SMU' is not listed, so it is taken as a part of the "
+                 "/export/components/comp[U1]/libsource/part: 'SMU' is not listed, so it is taken as a part with the "
                  "pins that the nets name"_s);
     }
 

@@ -29,13 +29,14 @@ namespace Velk {
 /// is searched for key=value pairs, a value reaching to the next full stop. They override the component's own
 /// properties. Where a part name, reference or net name occurs twice, the later one replaces the earlier.
 ///
-/// Tolerant reading also takes what KiCad writes besides, each time with a warning: a part without pins, a pin without
-/// a number (there, and in nodes, it is empty), parts of one name from several libraries (those that differ from the
-/// last one are named "LIBRARY:NAME", and each component gets that of its own library), a component of an unlisted part
-/// (it gets the part with that alias, or else one of the pins that the nets name), a node on an unlisted component
-/// (dropped) or pin (added to the part), a missing value, pin name or pin type (empty), a net without a name (it gets
-/// one after its first node); what lacks the name to be known by is dropped. KiCad 4 and 5 have no properties, so their
-/// components' fields are taken as such. All else is as it would be by default.
+/// Tolerant reading also takes what KiCad writes besides, with a warning where it had to complete or drop something: a
+/// part without pins, a pin without a number (it is empty; two such pins of a part are taken for one, by nets and joins
+/// too), parts of one name from several libraries (those with other pins than the last one are named "LIBRARY:NAME",
+/// and each component gets that of its own library), a component of an unlisted part (it gets the part with that alias,
+/// or else one with the pins that the nets name), a node on an unlisted component (dropped) or pin (added to the part),
+/// a missing value, pin name or pin type (empty), a net without a name (it gets one after its first node); what lacks
+/// the name to be known by is dropped. KiCad 4 and 5 write fields instead of properties and "~" for no pin name, and
+/// are taken so. All else is as it would be by default.
 ///
 /// The lists are ordered by part name, reference and net name, ascending by UTF-16 code units. All look-ups
 /// hand out copies, made anew at each call, except getComponentByProperties(), which hands out the stored
@@ -58,7 +59,8 @@ public:
     /// part, net or property name), EDAPartNotFoundException for a component of an unlisted part,
     /// EDAComponentNotFoundException and EDAPinNotFoundException for a net's node on an unlisted component or
     /// pin. What was built before stays. Tolerant reading throws for missing lists only ("/export/libparts",
-    /// "/export/components", "/export/nets") and completes the tree itself.
+    /// "/export/components", "/export/nets"). It completes the tree that it was given, which a second parser then finds
+    /// complete.
     void parse();
 
     /// What tolerant reading has completed or dropped, in the order of parts, components and nets, each as in

@@ -12,6 +12,30 @@ namespace {
 
 using Token = QSharedPointer<KiCadToken>;
 
+/// A name as it stands in warnings: there may be as many of them as there are elements.
+QString shortened(const QString &name)
+{
+    constexpr qsizetype most = 100;
+    return name.size() <= most ? name : name.left(most) + u'…';
+}
+
+QString pathOf(const QString &list, const QString &name)
+{
+    return u"%1[%2]"_s.arg(list, shortened(name));
+}
+
+QString partPath(KiCadToken &libpart)
+{
+    return pathOf(u"/export/libparts/libpart"_s,
+                  u"name=%1,lib=%2"_s.arg(shortened(kiCadPaths().partName.textFrom(libpart)),
+                                          shortened(kiCadPaths().partLib.textFrom(libpart))));
+}
+
+std::pair<QString, QString> libraryAndNameOf(KiCadToken &libpart)
+{
+    return {kiCadPaths().partLib.textFrom(libpart), kiCadPaths().partName.textFrom(libpart)};
+}
+
 void setPart(KiCadToken &comp, const QString &name)
 {
     if (KiCadToken *part = kiCadPaths().partOfComponent.findFrom(comp)) {
@@ -44,7 +68,7 @@ QStringList KiCadRepair::run()
 {
     if (root.isNull())
         return {};
-    hasFieldsOnly = kiCadPaths().version.textFrom(*root) == u"D"_s;
+    isOld = kiCadPaths().version.textFrom(*root) == u"D"_s;
     libparts = kiCadPaths().libparts.findFrom(*root);
     if (libparts) {
         repairParts();
@@ -64,6 +88,15 @@ QString KiCadRepair::unusedName(const QString &name, const Names &used)
     return unused;
 }
 
+template <typename MessagePath>
+void KiCadRepair::complete(KiCadToken &parent, const KiCadPath &path, const QString &element, MessagePath messagePath)
+{
+    if (path.findFrom(parent))
+        return;
+    parent.append(element);
+    warn(u"%1/%2"_s.arg(messagePath(), element), u"missing, taken as empty"_s);
+}
+
 void KiCadRepair::repairParts()
 {
     qsizetype position = 0;
@@ -76,28 +109,36 @@ void KiCadRepair::repairParts()
     });
     for (const Token &libpart : std::as_const(libparts->children))
         addPart(libpart);
-    tellPartsApart();
+    for (const Token &libpart : std::as_const(libparts->children))
+        tellApart(libpart);
 }
 
 void KiCadRepair::addPart(const Token &libpart)
 {
-    const int number = static_cast<int>(parts.size());
-    parts.push_back(
-        {libpart, kiCadPaths().partLib.textFrom(*libpart), kiCadPaths().partName.textFrom(*libpart), {}, false});
-    Part &part = parts.back();
-    repairPins(part);
-    partsByName.insert(part.name, number);
-    if (const KiCadToken *list = kiCadPaths().aliases.findFrom(*libpart)) {
-        for (const Token &alias : list->children) {
-            aliasesByLibrary.insert({part.lib, alias->value}, number);
-            aliases.insert(alias->value, number);
-        }
-    }
+    const auto part = std::make_shared<Part>(Part{libpart, {}, false});
+    repairPins(*part, partPath(*libpart));
+    const LibraryAndName known = libraryAndNameOf(*libpart);
+    partsByLibrary.insert(known, part);
+    partsByName.insert(known.second, part);
 }
 
-void KiCadRepair::repairPins(Part &part)
+template <typename MessagePath>
+void KiCadRepair::repairPinNumber(KiCadToken &pin, Part &part, MessagePath messagePath)
 {
-    const QString path = u"/export/libparts/libpart[name=%1,lib=%2]"_s.arg(part.name, part.lib);
+    if (!kiCadPaths().pinNumber.findFrom(pin))
+        pin.append(u"num"_s);
+    const QString number = kiCadPaths().pinNumber.textFrom(pin);
+    if (number.isEmpty()) {
+        warn(messagePath() + u"/num"_s,
+             part.pinNumbers.contains(number)
+                 ? u"empty like that of another pin, so nets and joins take the two for one pin"_s
+                 : u"empty, so the pin has no number"_s);
+    }
+    part.pinNumbers.insert(number);
+}
+
+void KiCadRepair::repairPins(Part &part, const QString &path)
+{
     if (!kiCadPaths().pins.findFrom(*part.token)) {
         part.token->append(u"pins"_s);
         warn(path + u"/pins"_s, u"missing, so the part has no pins"_s);
@@ -105,44 +146,49 @@ void KiCadRepair::repairPins(Part &part)
     auto &pins = kiCadPaths().pins.findFrom(*part.token)->children;
     qsizetype position = 0;
     pins.removeIf([&](const Token &pin) {
-        const QString pinPath = indexedPath(path + u"/pins/pin"_s, position++);
+        const auto pinPath = [&path, index = position++] { return indexedPath(path + u"/pins/pin"_s, index); };
         if (pin->name != u"pin"_s) {
-            warn(pinPath, u"'%1' is no pin and dropped"_s.arg(pin->name));
+            warn(pinPath(), u"'%1' is no pin and dropped"_s.arg(shortened(pin->name)));
             return true;
         }
-        complete(*pin, kiCadPaths().pinNumber, u"num"_s, pinPath);
         complete(*pin, kiCadPaths().pinName, u"name"_s, pinPath);
         complete(*pin, kiCadPaths().pinType, u"type"_s, pinPath);
-        const QString number = kiCadPaths().pinNumber.textFrom(*pin);
-        part.pinNumbers.insert(number);
-        if (number.isEmpty())
-            warn(pinPath + u"/num"_s, u"empty, so the pin has no number"_s);
+        repairPinNumber(*pin, part, pinPath);
+        if (KiCadToken *name = kiCadPaths().pinName.findFrom(*pin); isOld && name->value == u"~"_s)
+            name->value.clear();
         return false;
     });
 }
 
-// The parser knows parts by their names alone, the last one of a name.
-void KiCadRepair::tellPartsApart()
+// The parser knows parts by their names alone. Of several with one name it keeps the last one.
+void KiCadRepair::tellApart(const Token &libpart)
 {
-    for (int number = 0; number < static_cast<int>(parts.size()); ++number) {
-        const Part &part = parts[static_cast<std::size_t>(number)];
-        const int lastNumber = partsByName.value(part.name);
-        const Part &last = parts[static_cast<std::size_t>(lastNumber)];
-        const bool isTheSame = part.lib == last.lib || haveSamePins(*part.token, *last.token);
-        partsByLibrary.insert({part.lib, part.name}, isTheSame ? lastNumber : number);
-        if (!isTheSame)
-            rename(number);
+    const LibraryAndName known = libraryAndNameOf(*libpart);
+    const PartPointer last = partsByName.value(known.second);
+    const PartPointer part = partsByLibrary.value(known);
+    if (part == last || haveSamePins(*part->token, *last->token))
+        partsByLibrary.insert(known, last);
+    else
+        rename(*libpart, known);
+    if (const KiCadToken *list = kiCadPaths().aliases.findFrom(*libpart)) {
+        for (const Token &alias : list->children) {
+            aliasesByLibrary.insert({known.first, alias->value}, partsByLibrary.value(known));
+            aliases.insert(alias->value, partsByLibrary.value(known));
+        }
     }
 }
 
-void KiCadRepair::rename(int number)
+void KiCadRepair::rename(KiCadToken &libpart, const LibraryAndName &known)
 {
-    const Part &part = parts[static_cast<std::size_t>(number)];
-    const QString name = unusedName(u"%1:%2"_s.arg(part.lib, part.name), partsByName);
-    warn(u"/export/libparts/libpart[name=%1,lib=%2]"_s.arg(part.name, part.lib),
-         u"another library has a part of this name, so this one is named '%1'"_s.arg(name));
-    kiCadPaths().partName.findFrom(*part.token)->value = name;
-    partsByName.insert(name, number);
+    QString &name = newNames[known];
+    if (name.isEmpty()) {
+        name = unusedName(u"%1:%2"_s.arg(known.first, known.second), partsByName);
+        partsByName.insert(name, partsByLibrary.value(known));
+        ambiguousNames.insert(known.second);
+        warn(partPath(libpart),
+             u"another library has a part of this name, so this one is named '%1'"_s.arg(shortened(name)));
+    }
+    kiCadPaths().partName.findFrom(libpart)->value = name;
 }
 
 void KiCadRepair::repairComponents()
@@ -152,14 +198,17 @@ void KiCadRepair::repairComponents()
         return;
     qsizetype position = 0;
     list->children.removeIf([&](const Token &comp) {
-        const QString indexed = indexedPath(u"/export/components/comp"_s, position++);
+        const qsizetype index = position++;
         const QString ref = kiCadPaths().ref.textFrom(*comp);
         if (ref.isEmpty()) {
-            warn(indexed + u"/ref"_s, u"missing, so the component is dropped"_s);
+            warn(indexedPath(u"/export/components/comp"_s, index) + u"/ref"_s,
+                 u"missing, so the component is dropped"_s);
             return true;
         }
-        const QString path = u"/export/components/comp[%1]"_s.arg(ref);
-        complete(*comp, kiCadPaths().value, u"value"_s, path);
+        const QString path = pathOf(u"/export/components/comp"_s, ref);
+        if (partsOfComponents.contains(ref))
+            warn(path, u"listed twice, and the later one holds"_s);
+        complete(*comp, kiCadPaths().value, u"value"_s, [&path] { return path; });
         resolvePart(*comp, ref, path);
         repairProperties(*comp, path);
         return false;
@@ -170,42 +219,56 @@ void KiCadRepair::resolvePart(KiCadToken &comp, const QString &ref, const QStrin
 {
     const LibraryAndName wanted{kiCadPaths().libOfComponent.textFrom(comp),
                                 kiCadPaths().partOfComponent.textFrom(comp)};
-    int number = partOf(wanted);
-    if (number == none) {
-        number = makeUpPart({wanted.first, wanted.second.isEmpty() ? ref : wanted.second});
+    PartPointer part = findPart(wanted, path + u"/libsource/part"_s);
+    if (!part && wanted.second.isEmpty()) {
+        part = makeUpPart(wanted.first, unusedName(ref, partsByName));
         warn(path + u"/libsource/part"_s,
-             u"'%1' is not listed, so it is taken as a part of the pins that the nets name"_s.arg(wanted.second));
+             u"missing, so the part is taken as '%1' with the pins that the nets name"_s.arg(shortened(part->name())));
+    } else if (!part) {
+        part = makeUpPart(wanted.first, wanted.second);
+        warn(path + u"/libsource/part"_s,
+             u"'%1' is not listed, so it is taken as a part with the pins that the nets name"_s.arg(
+                 shortened(wanted.second)));
     }
-    const Part &part = parts[static_cast<std::size_t>(number)];
-    if (part.name != wanted.second && !part.isMadeUp)
-        warn(path + u"/libsource/part"_s, u"'%1' is an alias of '%2'"_s.arg(wanted.second, part.name));
-    partsOfComponents.insert(ref, number);
-    setPart(comp, kiCadPaths().partName.textFrom(*part.token));
+    partsOfComponents.insert(ref, part);
+    setPart(comp, part->name());
 }
 
-// An alias of the component's own library means more than a part of another one.
-int KiCadRepair::partOf(const LibraryAndName &wanted) const
+// An alias in the component's own library means more than a part of another one.
+KiCadRepair::PartPointer KiCadRepair::findPart(const LibraryAndName &wanted, const QString &path)
 {
-    if (partsByLibrary.contains(wanted))
-        return partsByLibrary.value(wanted);
-    if (aliasesByLibrary.contains(wanted))
-        return aliasesByLibrary.value(wanted);
-    if (partsByName.contains(wanted.second))
+    if (wanted.second.isEmpty())
+        return {};
+    if (const PartPointer part = partsByLibrary.value(wanted))
+        return part;
+    PartPointer part = aliasesByLibrary.value(wanted);
+    if (!part && partsByName.contains(wanted.second)) {
+        if (ambiguousNames.contains(wanted.second))
+            warn(path, u"library '%1' does not list '%2', so the last one of several is taken"_s.arg(
+                           shortened(wanted.first), shortened(wanted.second)));
         return partsByName.value(wanted.second);
-    return aliases.value(wanted.second, none);
+    }
+    if (!part)
+        part = aliases.value(wanted.second);
+    if (part)
+        warn(path, u"'%1' is an alias of '%2'"_s.arg(shortened(wanted.second), shortened(part->name())));
+    return part;
 }
 
-int KiCadRepair::makeUpPart(const LibraryAndName &wanted)
+KiCadRepair::PartPointer KiCadRepair::makeUpPart(const QString &lib, const QString &name)
 {
     const Token libpart = libparts->append(u"libpart"_s);
-    libpart->append(u"lib"_s, wanted.first);
-    libpart->append(u"part"_s, wanted.second);
+    libpart->append(u"lib"_s, lib);
+    libpart->append(u"part"_s, name);
     libpart->append(u"pins"_s);
-    const int number = static_cast<int>(parts.size());
-    parts.push_back({libpart, wanted.first, wanted.second, {}, true});
-    partsByLibrary.insert(wanted, number);
-    partsByName.insert(wanted.second, number);
-    return number;
+    const auto part = std::make_shared<Part>(Part{libpart, {}, true});
+    partsByName.insert(name, part);
+    return part;
+}
+
+QString KiCadRepair::Part::name() const
+{
+    return kiCadPaths().partName.textFrom(*token);
 }
 
 void KiCadRepair::repairProperties(KiCadToken &comp, const QString &path)
@@ -216,8 +279,17 @@ void KiCadRepair::repairProperties(KiCadToken &comp, const QString &path)
         warn(path + u"/property/name"_s, u"missing, so the property is dropped"_s);
         return true;
     });
-    const KiCadToken *fields = hasFieldsOnly ? kiCadPaths().fields.findFrom(comp) : nullptr;
-    if (!fields)
+    if (isOld)
+        addFieldsAsProperties(comp);
+}
+
+void KiCadRepair::addFieldsAsProperties(KiCadToken &comp)
+{
+    const KiCadToken *fields = kiCadPaths().fields.findFrom(comp);
+    const bool hasProperties = std::any_of(comp.children.cbegin(), comp.children.cend(), [](const Token &child) {
+        return kiCadPaths().property.findFrom(*child) != nullptr;
+    });
+    if (!fields || hasProperties)
         return;
     for (const Token &field : std::as_const(fields->children)) {
         const QString name = kiCadPaths().fieldName.textFrom(*field);
@@ -240,7 +312,7 @@ void KiCadRepair::repairNets()
     list->children.removeIf([&](const Token &net) {
         const QString path = indexedPath(u"/export/nets/net"_s, position++);
         if (net->name != u"net"_s) {
-            warn(path, u"'%1' is no net and dropped"_s.arg(net->name));
+            warn(path, u"'%1' is no net and dropped"_s.arg(shortened(net->name)));
             return true;
         }
         nameNet(*net, path);
@@ -252,43 +324,46 @@ void KiCadRepair::repairNets()
 // After its first node, as KiCad names nets without a label.
 void KiCadRepair::nameNet(KiCadToken &net, const QString &path)
 {
-    KiCadToken *token = kiCadPaths().netName.findFrom(net);
-    if (token && !token->value.isEmpty())
+    if (!kiCadPaths().netName.textFrom(net).isEmpty())
         return;
     const auto &children = std::as_const(net.children);
     const auto node = std::find_if(children.cbegin(), children.cend(),
                                    [](const Token &child) { return kiCadPaths().node.findFrom(*child); });
-    const QString name = node == children.cend() ? u"Net-()"_s
-                                                 : u"Net-(%1-Pad%2)"_s.arg(kiCadPaths().nodeRef.textFrom(**node),
-                                                                           kiCadPaths().nodePin.textFrom(**node));
-    (token ? token : net.append(u"name"_s).data())->value = unusedName(name, netNames);
-    netNames.insert(kiCadPaths().netName.textFrom(net));
-    warn(path + u"/name"_s, u"missing, so the net is named '%1'"_s.arg(kiCadPaths().netName.textFrom(net)));
+    const QString wanted = node == children.cend() ? u"Net-()"_s
+                                                   : u"Net-(%1-Pad%2)"_s.arg(kiCadPaths().nodeRef.textFrom(**node),
+                                                                             kiCadPaths().nodePin.textFrom(**node));
+    const QString name = unusedName(wanted, netNames);
+    netNames.insert(name);
+    if (!kiCadPaths().netName.findFrom(net))
+        net.append(u"name"_s);
+    kiCadPaths().netName.findFrom(net)->value = name;
+    warn(path + u"/name"_s, u"missing, so the net is named '%1'"_s.arg(shortened(name)));
 }
 
 void KiCadRepair::repairNodes(KiCadToken &net)
 {
-    const QString path = u"/export/nets/net[%1]/node"_s.arg(kiCadPaths().netName.textFrom(net));
+    const QString netName = kiCadPaths().netName.textFrom(net);
     net.children.removeIf(
-        [&](const Token &child) { return kiCadPaths().node.findFrom(*child) && !repairNode(*child, path); });
+        [&](const Token &child) { return kiCadPaths().node.findFrom(*child) && !repairNode(*child, netName); });
 }
 
-bool KiCadRepair::repairNode(KiCadToken &node, const QString &path)
+bool KiCadRepair::repairNode(KiCadToken &node, const QString &netName)
 {
+    const auto path = [&netName] { return pathOf(u"/export/nets/net"_s, netName) + u"/node"_s; };
     const QString ref = kiCadPaths().nodeRef.textFrom(node);
-    const int number = partsOfComponents.value(ref, none);
-    if (number == none) {
-        warn(path + u"/ref"_s, u"component '%1' is not listed, so the node is dropped"_s.arg(ref));
+    const PartPointer part = partsOfComponents.value(ref);
+    if (!part) {
+        warn(path() + u"/ref"_s, u"component '%1' is not listed, so the node is dropped"_s.arg(shortened(ref)));
         return false;
     }
     complete(node, kiCadPaths().nodePin, u"pin"_s, path);
     const QString pinNumber = kiCadPaths().nodePin.textFrom(node);
-    Part &part = parts[static_cast<std::size_t>(number)];
-    if (!part.pinNumbers.contains(pinNumber)) {
-        if (!part.isMadeUp)
-            warn(path + u"/pin"_s,
-                 u"part '%1' of component '%2' has no pin '%3', so it is given one"_s.arg(part.name, ref, pinNumber));
-        addPin(part, pinNumber);
+    if (!part->pinNumbers.contains(pinNumber)) {
+        if (!part->isMadeUp) {
+            warn(path() + u"/pin"_s, u"part '%1' of component '%2' has no pin '%3', so it is given one"_s.arg(
+                                         shortened(part->name()), shortened(ref), shortened(pinNumber)));
+        }
+        addPin(*part, pinNumber);
     }
     return true;
 }
@@ -300,15 +375,6 @@ void KiCadRepair::addPin(Part &part, const QString &number)
     pin->append(u"num"_s, number);
     pin->append(u"name"_s);
     pin->append(u"type"_s);
-}
-
-void KiCadRepair::complete(KiCadToken &parent, const KiCadPath &path, const QString &element,
-                           const QString &messagePath)
-{
-    if (path.findFrom(parent))
-        return;
-    parent.append(element);
-    warn(u"%1/%2"_s.arg(messagePath, element), u"missing, taken as empty"_s);
 }
 
 void KiCadRepair::warn(const QString &path, const QString &text)

@@ -10,8 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <utility>
-#include <vector>
 
 namespace Velk {
 
@@ -26,53 +26,57 @@ public:
     QStringList run();
 
 private:
-    using LibraryAndName = std::pair<QString, QString>;
-
     struct Part
     {
         QSharedPointer<KiCadToken> token;
-        QString lib;
-        QString name; ///< in the file
         QSet<QString> pinNumbers;
         bool isMadeUp = false;
-    };
 
-    static constexpr int none = -1;
+        QString name() const;
+    };
+    using PartPointer = std::shared_ptr<Part>;
+    using LibraryAndName = std::pair<QString, QString>;
 
     void repairParts();
     void addPart(const QSharedPointer<KiCadToken> &libpart);
-    void repairPins(Part &part);
-    void tellPartsApart();
-    void rename(int number);
+    void repairPins(Part &part, const QString &path);
+    template <typename MessagePath>
+    void repairPinNumber(KiCadToken &pin, Part &part, MessagePath messagePath);
+    void tellApart(const QSharedPointer<KiCadToken> &libpart);
+    void rename(KiCadToken &libpart, const LibraryAndName &known);
 
     void repairComponents();
     void resolvePart(KiCadToken &comp, const QString &ref, const QString &path);
-    int partOf(const LibraryAndName &wanted) const;
-    int makeUpPart(const LibraryAndName &wanted);
+    PartPointer findPart(const LibraryAndName &wanted, const QString &path);
+    PartPointer makeUpPart(const QString &lib, const QString &name);
     void repairProperties(KiCadToken &comp, const QString &path);
+    static void addFieldsAsProperties(KiCadToken &comp);
 
     void repairNets();
     void repairNodes(KiCadToken &net);
-    bool repairNode(KiCadToken &node, const QString &path);
+    bool repairNode(KiCadToken &node, const QString &netName);
     static void addPin(Part &part, const QString &number);
     void nameNet(KiCadToken &net, const QString &path);
 
     template <typename Names>
     QString unusedName(const QString &name, const Names &used);
-    void complete(KiCadToken &parent, const KiCadPath &path, const QString &element, const QString &messagePath);
+    template <typename MessagePath>
+    void complete(KiCadToken &parent, const KiCadPath &path, const QString &element, MessagePath messagePath);
     void warn(const QString &path, const QString &text);
 
     QSharedPointer<KiCadToken> root;
     KiCadToken *libparts = nullptr;
-    std::vector<Part> parts;
-    QHash<LibraryAndName, int> partsByLibrary;
-    QHash<QString, int> partsByName; ///< the last one of each name
-    QHash<LibraryAndName, int> aliasesByLibrary;
-    QHash<QString, int> aliases;
-    QHash<QString, int> partsOfComponents;
+    bool isOld = false; ///< of KiCad 4 or 5, which write fields instead of properties, and "~" for no name
+    /// By the names in the file. Of several with one name, the one that the parser keeps.
+    QHash<LibraryAndName, PartPointer> partsByLibrary;
+    QHash<QString, PartPointer> partsByName;
+    QHash<LibraryAndName, PartPointer> aliasesByLibrary;
+    QHash<QString, PartPointer> aliases;
+    QHash<LibraryAndName, QString> newNames;
+    QSet<QString> ambiguousNames; ///< of parts that differ from library to library
+    QHash<QString, PartPointer> partsOfComponents;
     QSet<QString> netNames;
     int lastSuffix = 0;
-    bool hasFieldsOnly = false; ///< as KiCad 4 and 5 write them, instead of properties
     QStringList warnings;
 };
 }

@@ -64,7 +64,9 @@ bool KiCadTolerantTreeBuilder::readCharacter(char16_t character)
 
 bool KiCadTolerantTreeBuilder::readOutsideQuotes(char16_t character)
 {
-    const bool isMark = character == u'(' || character == u')' || character == u'"';
+    // A quote inside a word belongs to it, as in 19"-rack. After a name it may stand without a blank.
+    const bool isQuote = character == u'"' && (state == State::BetweenWords || isNameDue);
+    const bool isMark = character == u'(' || character == u')' || isQuote;
     if (!isMark && !isSpace(character) && !(character == u'#' && isLineBlank)) {
         state = State::InWord;
         word += character;
@@ -137,10 +139,11 @@ bool KiCadTolerantTreeBuilder::isDigitOfEscape(char16_t character) const
     return escape.size() < 3 && (escape.startsWith('x') ? isHexDigit(character) : isOctalDigit(character));
 }
 
+// An "x" without digits is an x.
 void KiCadTolerantTreeBuilder::endNumber()
 {
-    escapedBytes +=
-        static_cast<char>(escape.startsWith('x') ? escape.mid(1).toInt(nullptr, 16) : escape.toInt(nullptr, 8));
+    const int number = escape.startsWith('x') ? escape.mid(1).toInt(nullptr, 16) : escape.toInt(nullptr, 8);
+    escapedBytes += escape == "x" ? 'x' : static_cast<char>(number);
     escape.clear();
     state = State::InQuotes;
 }
