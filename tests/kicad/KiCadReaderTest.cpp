@@ -1,3 +1,4 @@
+#include "tests/support/Pipe.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -7,42 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 using namespace Velk;
-
-namespace {
-
-/// A pipe that brings a few bytes at a time, or a device that claims to hold a lot and fails when it is read.
-class Pipe : public QIODevice
-{
-public:
-    explicit Pipe(const QByteArray &bytes, qint64 claimedSize = 0)
-        : rest(bytes)
-        , claimed(claimedSize)
-    {
-    }
-    bool isSequential() const override { return claimed == 0; }
-    qint64 size() const override { return claimed; }
-
-protected:
-    qint64 readData(char *data, qint64 maxSize) override
-    {
-        if (rest.isEmpty())
-            return -1;
-        const qint64 count = qMin(qMin(maxSize, qint64(3)), qint64(rest.size()));
-        std::copy_n(rest.constData(), count, data);
-        rest.remove(0, count);
-        return count;
-    }
-    qint64 writeData(const char *, qint64) override { return -1; }
-
-private:
-    QByteArray rest;
-    qint64 claimed;
-};
-}
 
 class KiCadReaderTest : public QObject
 {

@@ -1,3 +1,4 @@
+#include "tests/support/JoinByScanning.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
@@ -13,57 +14,6 @@ using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace {
-
-QString suffixed(const QString &text, qsizetype position)
-{
-    return text + u'#' + QString::number(position + 1);
-}
-
-/// The joining as it is described: scan all pending nets for each connector node, again and again.
-QList<QSharedPointer<EDANet>> joinByScanning(const QList<EDAProvider *> &boards, const QStringList &connectorTypes)
-{
-    QMap<QString, QSharedPointer<EDAComponent>> components;
-    QList<QSharedPointer<EDANet>> pending, joined;
-    for (qsizetype i = 0; i < boards.size(); ++i) {
-        for (const auto &component : boards.at(i)->getComponents())
-            components.insert(suffixed(component->ref, i), component);
-        for (const auto &net : boards.at(i)->getNets()) {
-            pending.append(EDANet::create(suffixed(net->name, i)));
-            for (const auto &node : std::as_const(net->nodes))
-                pending.last()->addNode(suffixed(node->ref, i), node->pin);
-        }
-    }
-    const auto meets = [&](const QSharedPointer<EDANetNode> &a, const QSharedPointer<EDANet> &net) {
-        const auto first = components.value(a->ref);
-        return std::any_of(net->nodes.cbegin(), net->nodes.cend(), [&](const auto &b) {
-            const auto second = components.value(b->ref);
-            return first && second && connectorTypes.contains(first->type(), Qt::CaseInsensitive) &&
-                   first->identifier() == second->identifier() && a->pin == b->pin;
-        });
-    };
-    while (!pending.isEmpty()) {
-        auto group = QList{pending.takeFirst()};
-        for (const auto &node : std::as_const(group.first()->nodes)) {
-            for (qsizetype i = 0; i < pending.size();)
-                meets(node, pending.at(i)) ? group.append(pending.takeAt(i)) : static_cast<void>(++i);
-            if (group.size() > 1)
-                break;
-        }
-        if (group.size() == 1) {
-            joined.append(group.first());
-            continue;
-        }
-        QStringList names;
-        const auto net = EDANet::create({});
-        for (const auto &member : std::as_const(group)) {
-            names.append(member->name);
-            net->nodes += member->nodes;
-        }
-        net->name = names.join(u'+');
-        pending.append(net);
-    }
-    return joined;
-}
 
 /// A board with few pins and identifiers, so that nets meet often.
 void fillRandomly(StubProvider &board, QRandomGenerator &random)

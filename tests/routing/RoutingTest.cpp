@@ -1,3 +1,4 @@
+#include "tests/support/PlainProvider.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
@@ -228,31 +229,6 @@ std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator &random
     }
     return boards;
 }
-
-/// Hides what its target is besides an EDAProvider.
-class PlainProvider : public EDAProvider
-{
-public:
-    explicit PlainProvider(const EDAProvider &provider)
-        : target(provider)
-    {
-    }
-    QList<QSharedPointer<EDANet>> getNets() const override { return target.getNets(); }
-    QList<QSharedPointer<EDAComponent>> getComponents() const override { return target.getComponents(); }
-    QSharedPointer<EDAComponent> getComponentByRef(const QString &ref) const override
-    {
-        return target.getComponentByRef(ref);
-    }
-    QSharedPointer<EDAComponent> getComponentByProperties(const Properties &properties) const override
-    {
-        return target.getComponentByProperties(properties);
-    }
-    QList<QSharedPointer<EDAPart>> getParts() const override { return target.getParts(); }
-    QSharedPointer<EDAPart> getPartByName(const QString &name) const override { return target.getPartByName(name); }
-
-private:
-    const EDAProvider &target;
-};
 
 QStringList caughtMessages;
 void catchMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
