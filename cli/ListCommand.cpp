@@ -90,12 +90,13 @@ Listing listParts(const EDAProvider &provider)
 Listing listNets(const EDAProvider &provider)
 {
     Listing listing{{{u"NET"_s, u"NODES"_s}, {}}, {{u"net"_s, u"ref"_s, u"pin number"_s}, {}}, {}};
+    const PinNames pinNames(provider);
     const auto nets = provider.getNets();
     for (const auto &net : nets) {
         QStringList nodeTexts;
         QJsonArray nodes;
         for (const auto &node : std::as_const(net->nodes)) {
-            nodeTexts.append(pinText(provider, node->ref, node->pin));
+            nodeTexts.append(pinNames.text(node->ref, node->pin));
             listing.csv.rows.append({net->name, node->ref, node->pin});
             nodes.append(QJsonObject{{u"ref"_s, node->ref}, {u"pin"_s, node->pin}});
         }

@@ -10,7 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -89,11 +89,21 @@ std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName, KiCadReadin
     }
 }
 
-bool isOnlyPinCalled(const QString &text, const QSharedPointer<EDAPin> &pin, const EDAPart &part)
+/// The name by which to show each pin, by its number.
+QHash<QString, QString> shownNames(const EDAPart &part)
 {
-    return std::none_of(part.pins.cbegin(), part.pins.cend(), [&](const auto &other) {
-        return other.data() != pin.data() && (other->name == text || other->number == text);
-    });
+    QHash<QString, int> pinsCalled; // so, by name or by number
+    for (const auto &pin : std::as_const(part.pins)) {
+        ++pinsCalled[pin->name];
+        if (pin->number != pin->name)
+            ++pinsCalled[pin->number];
+    }
+    QHash<QString, QString> names;
+    for (const auto &pin : std::as_const(part.pins)) {
+        if (!names.contains(pin->number)) // the first of that number
+            names.insert(pin->number, pinsCalled.value(pin->name) == 1 ? pin->name : QString());
+    }
+    return names;
 }
 }
 
@@ -116,12 +126,19 @@ std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadRe
         loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}, mode));
 }
 
-QString pinText(const EDAProvider &netlist, const QString &ref, const QString &pinNumber)
+PinNames::PinNames(const EDAProvider &provider)
+    : netlist(provider)
+{
+    const auto parts = netlist.getParts();
+    for (const auto &part : parts)
+        namesByPart.insert(part->name, shownNames(*part));
+}
+
+QString PinNames::text(const QString &ref, const QString &pinNumber) const
 {
     const auto component = netlist.getComponentByRef(ref);
-    const auto part = component ? netlist.getPartByName(component->part) : nullptr;
-    const auto pin = part ? part->getPinByNumber(pinNumber) : nullptr;
-    const bool isNamed = pin && !pin->name.isEmpty() && isOnlyPinCalled(pin->name, pin, *part);
-    return u"%1.%2"_s.arg(ref, isNamed ? pin->name : pinNumber);
+    const auto part = component ? namesByPart.constFind(component->part) : namesByPart.cend();
+    const QString name = part == namesByPart.cend() ? QString() : part->value(pinNumber);
+    return u"%1.%2"_s.arg(ref, name.isEmpty() ? pinNumber : name);
 }
 }

@@ -4,6 +4,7 @@
 #include <velk/kicad/KiCadReadingMode.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
+#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -18,9 +19,18 @@ Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStri
 /// One file as it is, without the suffix "#1", or several joined.
 std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
 
-/// How people name a pin: "U1#1.HI" by its name, or by its number where the name is empty or could be taken
-/// for another pin of the component.
-QString pinText(const Velk::EDAProvider &netlist, const QString &ref, const QString &pinNumber);
+/// How people name the pins of a netlist, which has to stay: "U1#1.HI" by its name, or by its number where the name is
+/// empty or could be taken for another pin of the component.
+class PinNames
+{
+public:
+    explicit PinNames(const Velk::EDAProvider &provider);
+    QString text(const QString &ref, const QString &pinNumber) const;
+
+private:
+    const Velk::EDAProvider &netlist;
+    QHash<QString, QHash<QString, QString>> namesByPart; ///< by pin number
+};
 }
 
 #endif

@@ -1,7 +1,5 @@
 #include "cli/RouteDrawing.h"
 
-#include "cli/Netlist.h"
-
 #include <QHash>
 #include <QSet>
 
@@ -132,7 +130,7 @@ public:
     {
         const QString id = pinId(u"end"_s, end);
         add(u"{ rank=%1; %2 [label=%3, shape=box, style=\"rounded,filled\", fillcolor=\"#bfe3c8\"]; }"_s.arg(
-            rank, id, quoted(pinText(report.netlist, end.ref, end.pin))));
+            rank, id, quoted(report.pinNames.text(end.ref, end.pin))));
         add(u"%1 -- %2 [penwidth=2];"_s.arg(id, addNet(net)));
     }
 
@@ -149,7 +147,7 @@ public:
     {
         const QString id = pinId(u"side"_s, node);
         add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(
-            id, quoted(pinText(report.netlist, node.ref, node.pin))));
+            id, quoted(report.pinNames.text(node.ref, node.pin))));
         add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(graph.netOf(node)), id));
     }
 

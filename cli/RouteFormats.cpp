@@ -1,7 +1,6 @@
 #include "cli/RouteFormats.h"
 
 #include "cli/Json.h"
-#include "cli/Netlist.h"
 #include "cli/Table.h"
 
 using namespace Qt::StringLiterals;
@@ -26,17 +25,17 @@ QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
     return refs;
 }
 
-QStringList pinTexts(const EDAProvider &netlist, const QList<QSharedPointer<EDANetNode>> &nodes)
+QStringList pinTexts(const PinNames &pinNames, const QList<QSharedPointer<EDANetNode>> &nodes)
 {
     QStringList texts;
     for (const auto &node : nodes)
-        texts.append(pinText(netlist, node->ref, node->pin));
+        texts.append(pinNames.text(node->ref, node->pin));
     return texts;
 }
 
 QString endText(const RouteReport &report, const QSharedPointer<EDANetNode> &end)
 {
-    return pinText(report.netlist, end->ref, end->pin);
+    return report.pinNames.text(end->ref, end->pin);
 }
 
 QString routeText(const RouteReport &report, const RoutingPath &path)
@@ -46,7 +45,7 @@ QString routeText(const RouteReport &report, const RoutingPath &path)
     stations.append(endText(report, report.destination));
     QString remarks = switchCount(path.switchingComponents.size());
     if (!path.additionalNodes.isEmpty())
-        remarks += u"; also connects "_s + pinTexts(report.netlist, path.additionalNodes).join(u", "_s);
+        remarks += u"; also connects "_s + pinTexts(report.pinNames, path.additionalNodes).join(u", "_s);
     return u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks);
 }
 
@@ -119,7 +118,7 @@ QByteArray routesToCsv(const RouteReport &report)
         table.rows.append({QString::number(table.rows.size() + 1), QString::number(path.switchingComponents.size()),
                            endText(report, report.source), refsOf(path.switchingComponents).join(u' '),
                            endText(report, report.destination),
-                           pinTexts(report.netlist, path.additionalNodes).join(u' ')});
+                           pinTexts(report.pinNames, path.additionalNodes).join(u' ')});
     }
     return toCsv(table);
 }

@@ -1,6 +1,8 @@
 #ifndef VELK_CLI_ROUTEFORMATS_H
 #define VELK_CLI_ROUTEFORMATS_H
 
+#include "cli/Netlist.h"
+
 #include <velk/model/EDAProvider.h>
 #include <velk/routing/RoutingPath.h>
 
@@ -15,6 +17,7 @@ struct RouteReport
     QSharedPointer<Velk::EDANetNode> source;
     QSharedPointer<Velk::EDANetNode> destination;
     QList<Velk::RoutingPath> paths;
+    PinNames pinNames;
 };
 
 /// A numbered line for each route and a line with the count.

@@ -88,7 +88,7 @@ int RoutesCommand::run() const
     try {
         const auto paths = routing.findPaths(source, toQString(sourcePin), dut, toQString(dutPin));
         const RouteReport report{provider, endOf(provider, source, toQString(sourcePin)),
-                                 endOf(provider, dut, toQString(dutPin)), paths};
+                                 endOf(provider, dut, toQString(dutPin)), paths, PinNames(provider)};
         writeOutput(toQString(netlist.outputFile), format(report, netlist.format));
         return paths.isEmpty() ? 1 : 0;
     } catch (const EDAException &exception) {

@@ -24,12 +24,15 @@ QString csvLine(const QStringList &cells)
     return quoted.join(u',') + u'\n';
 }
 
+// Longer cells stand out: one name of a megabyte must not make every row a megabyte long.
+constexpr qsizetype widestColumn = 100;
+
 QList<qsizetype> columnWidths(const Table &table)
 {
     QList<qsizetype> widths(table.heading.size(), 0);
     const auto widen = [&](const QStringList &cells) {
         for (qsizetype i = 0; i < cells.size(); ++i)
-            widths[i] = std::max(widths[i], cells.at(i).size());
+            widths[i] = std::min(std::max(widths[i], cells.at(i).size()), widestColumn);
     };
     widen(table.heading);
     std::for_each(table.rows.cbegin(), table.rows.cend(), widen);
@@ -42,8 +45,9 @@ QByteArray toText(const Table &table)
     const auto widths = columnWidths(table);
     const auto line = [&](const QStringList &cells) {
         QString text;
-        for (qsizetype i = 0; i < cells.size(); ++i)
-            text += cells.at(i).leftJustified(widths.at(i) + 2);
+        for (qsizetype i = 0; i < cells.size() - 1; ++i)
+            text += cells.at(i).leftJustified(widths.at(i)) + u"  "_s;
+        text += cells.last();
         while (text.endsWith(u' '))
             text.chop(1);
         return text + u'\n';

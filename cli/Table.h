@@ -14,7 +14,7 @@ struct Table
     QList<QStringList> rows;
 };
 
-/// Columns padded with blanks, for eyes.
+/// Columns padded with blanks, for eyes; not for cells of more than 100 characters.
 QByteArray toText(const Table &table);
 
 /// RFC 4180, in UTF-8 with a line feed after each row: a cell with a comma, a quote or a line break is
