@@ -6,6 +6,7 @@
 #include <velk/model/EDAException.h>
 
 #include <QFile>
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -137,6 +138,21 @@ private Q_SLOTS:
         for (qsizetype length = 0; length < netlist.size(); ++length)
             refused += failure([&] { parse(netlist.left(length)); }).isEmpty() ? 0 : 1;
         QVERIFY(refused > 0);
+    }
+
+    void anyBytesAreReadOrRefused()
+    {
+        const QByteArray netlist = goodNetlist();
+        int refused = 0;
+        constexpr int count = 2000;
+        for (quint32 seed = 0; seed < count; ++seed) {
+            QRandomGenerator random(seed);
+            QByteArray bytes = netlist;
+            for (int changes = random.bounded(1, 4); changes > 0; --changes)
+                bytes[random.bounded(bytes.size())] = static_cast<char>(random.bounded(256));
+            refused += failure([&] { parse(bytes); }).isEmpty() ? 0 : 1;
+        }
+        QVERIFY(refused > 0 && refused < count);
     }
 
 private:

@@ -5,7 +5,9 @@
 #include <velk/kicad/KiCadReader.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +37,32 @@ private Q_SLOTS:
         KiCadReader reader(input.toUtf8(), KiCadReadingMode::Tolerant);
         QCOMPARE(outcome(reader), expected);
         QCOMPARE(outcome(reader), expected); // again from the start
+    }
+
+    void readsBytes_data()
+    {
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QString>("expected");
+        const auto bytes = [](const auto &text) { return QByteArray(text, sizeof(text) - 1); };
+        QTest::newRow("NUL") << bytes("(a\0b \"c\0d\")") << QString(u"a\0b=c\0d"_s);
+        QTest::newRow("invalid UTF-8") << bytes("(a \"x\xffy\")") << u"a=x\ufffdy"_s;
+        QTest::newRow("overlong parenthesis") << bytes("(a \"\"\xc0\xa8)") << u"a \ufffd\ufffd="_s;
+        QTest::newRow("cut off character") << bytes("(a (b)\xe2\x82") << u"a=(b=)"_s;
+        QTest::newRow("mark of UTF-8") << bytes("\xef\xbb\xbf(a)") << u"a="_s;
+        QTest::newRow("mark of UTF-16, little end") << bytes("\xff\xfe(\0a\0)\0") << u"a="_s;
+        QTest::newRow("mark of UTF-16, big end") << bytes("\xfe\xff\0(\0a\0)") << u"a="_s;
+        QTest::newRow("mark of UTF-32, little end") << bytes("\xff\xfe\0\0(\0\0\0a\0\0\0)\0\0\0") << u"a="_s;
+        QTest::newRow("mark of UTF-32, big end") << bytes("\0\0\xfe\xff\0\0\0(\0\0\0a\0\0\0)") << u"a="_s;
+        QTest::newRow("mark inside") << bytes("(\xef\xbb\xbf"
+                                              "a)")
+                                     << u"\ufeffa="_s;
+        QTest::newRow("lone carriage return") << bytes("(a\rb)") << u"ab="_s;
+    }
+    void readsBytes()
+    {
+        QFETCH(QByteArray, input);
+        KiCadReader reader(input);
+        QTEST(outcome(reader), "expected");
     }
 
     void positionChangesWithErrorsOnly()
@@ -74,8 +102,50 @@ private Q_SLOTS:
         QVERIFY(!cut.isComplete());
     }
 
+    void readsAFileThatShrinks()
+    {
+        class ShrinkingFile : public QTemporaryFile
+        {
+        protected:
+            qint64 readData(char *data, qint64 maxSize) override
+            {
+                const qint64 count = QTemporaryFile::readData(data, qMin(maxSize, qint64(7)));
+                resize(10);
+                return count;
+            }
+        };
+        ShrinkingFile file;
+        QVERIFY(file.open() && file.write("(a (b (c (d (e)))))") > 0);
+        file.close();
+        KiCadReader reader(&file);
+        QCOMPARE(outcome(reader), u"a=(b=(c=))"_s);
+        QVERIFY(!reader.isComplete());
+    }
+
+    void refusesWhatCannotBeRead()
+    {
+        QTemporaryDir folder;
+        QFile directory(folder.path());
+        QCOMPARE(KiCadReader(&directory).read(), KiCadOpenError);
+        QFile secret(folder.filePath(u"secret.net"_s));
+        QVERIFY(secret.open(QIODevice::WriteOnly));
+        secret.close();
+        QVERIFY(secret.setPermissions(QFileDevice::WriteOwner));
+        if (QFileInfo(secret).isReadable())
+            QSKIP("this user may read everything");
+        QCOMPARE(KiCadReader(&secret).read(), KiCadOpenError);
+    }
+
     void tellsCutOffInput()
     {
+        QFile file(QStringLiteral(VELK_TEST_DATA "/good.net"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray netlist = file.readAll().trimmed();
+        for (qsizetype length = 2; length <= netlist.size(); ++length) {
+            KiCadReader reader(netlist.left(length));
+            QCOMPARE(reader.read(), KiCadNoError);
+            QVERIFY2(reader.isComplete() == (length == netlist.size()), qPrintable(QString::number(length)));
+        }
         for (const char *input : {"(a (b)", "(a \"b", "(a))", "(a (b)) (c"}) {
             KiCadReader reader{QByteArray(input)};
             reader.read();

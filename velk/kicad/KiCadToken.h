@@ -19,7 +19,7 @@ class VELK_EXPORT KiCadToken : public QEnableSharedFromThis<KiCadToken>
 public:
     QString name;                               ///< keyword ("comp", "ref"); never empty in a tree that was read
     QString value;                              ///< quoted text; null or empty if there is none
-    QList<QSharedPointer<KiCadToken>> children; ///< in file order
+    QList<QSharedPointer<KiCadToken>> children; ///< in file order; none may be null
 
     KiCadToken();
     explicit KiCadToken(const QString &tokenName);
