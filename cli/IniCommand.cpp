@@ -10,8 +10,6 @@
 
 #include <QBuffer>
 
-#include <cstdio>
-
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -113,6 +111,7 @@ int IniCommand::run() const
 
 int IniCommand::runPhysical() const
 {
+    refuseToOverwrite(toQStringList(netlists), toQString(outputFile));
     const auto netlist = loadOneOrJoin(toQStringList(netlists), readingMode(tolerant));
     printWarnings(deviceWarnings(*netlist, toQStringList(types)));
     EDAPhysicalIniGenerator generator(netlist.get());
@@ -123,6 +122,7 @@ int IniCommand::runPhysical() const
 
 int IniCommand::runApplication() const
 {
+    refuseToOverwrite(toQStringList(testSystemFiles) + toQStringList(applicationFiles), toQString(outputFile));
     const auto testSystem = loadOneOrJoin(toQStringList(testSystemFiles), readingMode(tolerant));
     const auto duts = loadOneOrJoin(toQStringList(applicationFiles), readingMode(tolerant));
     checkBenchNumbers(*duts, toQStringList(dutTypes));

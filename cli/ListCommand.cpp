@@ -182,6 +182,7 @@ bool ListCommand::isChosen() const
 int ListCommand::run() const
 {
     const auto properties = parseProperties(u"--where"_s, where);
+    refuseToOverwrite(toQStringList(netlist.files), toQString(netlist.outputFile));
     const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                        readingMode(netlist.tolerant));
     const QString listed = toQString(what);

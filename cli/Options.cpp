@@ -60,9 +60,22 @@ KiCadReadingMode readingMode(bool tolerant)
     return tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default;
 }
 
+std::vector<std::string> guarded(int argc, char **argv)
+{
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        std::string argument = argv[i];
+        if (!argument.empty() && (argument.front() == '[' || argument.front() == bracketGuard))
+            argument.insert(argument.begin(), static_cast<char>(bracketGuard));
+        arguments.push_back(argument);
+    }
+    return arguments;
+}
+
 QString toQString(const std::string &text)
 {
-    return QString::fromStdString(text);
+    const QString result = QString::fromStdString(text);
+    return result.startsWith(bracketGuard) ? result.mid(1) : result;
 }
 
 QStringList toQStringList(const std::vector<std::string> &texts)

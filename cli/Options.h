@@ -37,6 +37,13 @@ CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vect
 void addTolerantTo(CLI::App &command, bool &tolerant);
 Velk::KiCadReadingMode readingMode(bool tolerant);
 
+/// What guarded() puts before an argument.
+constexpr char16_t bracketGuard = u'\x01';
+
+/// The arguments in the order in which CLI11 wants them, the last first. Those in brackets, as a file "[a,b]", which
+/// CLI11 would take for lists, are guarded; toQString() takes the guard away.
+std::vector<std::string> guarded(int argc, char **argv);
+
 QString toQString(const std::string &text);
 QStringList toQStringList(const std::vector<std::string> &texts);
 

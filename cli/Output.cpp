@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <csignal>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -37,12 +38,50 @@ void writeSpecialFile(const QString &fileName, const QByteArray &bytes)
         throw notWritten(fileName, file);
 }
 
+/// Keeps requests to end the program waiting, since they would leave a temporary file behind.
+class SignalsHeldBack
+{
+public:
+#ifdef Q_OS_UNIX
+    SignalsHeldBack()
+    {
+        sigset_t signalSet;
+        sigemptyset(&signalSet);
+        for (const int number : {SIGINT, SIGTERM, SIGHUP})
+            sigaddset(&signalSet, number);
+        sigprocmask(SIG_BLOCK, &signalSet, &before);
+    }
+    ~SignalsHeldBack()
+    {
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+    }
+
+private:
+    sigset_t before{};
+#else
+    SignalsHeldBack() = default;
+#endif
+    Q_DISABLE_COPY_MOVE(SignalsHeldBack)
+};
+
 void replaceFile(const QString &fileName, const QByteArray &bytes)
 {
+    const SignalsHeldBack heldBack;
     QSaveFile file(fileName); // its commit() alone does not notice a full disk, flush() does
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
         throw notWritten(fileName, file);
 }
+}
+
+void refuseToOverwrite(const QStringList &inputs, const QString &fileName)
+{
+    const QFileInfo output(fileName);
+    if (!output.isFile())
+        return;
+    for (const QString &input : inputs) {
+        if (QFileInfo(input).canonicalFilePath() == output.canonicalFilePath())
+            throw CommandError{u"%1: is a netlist that is read; it would be overwritten"_s.arg(fileName)};
+    }
 }
 
 void writeOutput(const QString &fileName, const QByteArray &bytes)

@@ -77,6 +77,7 @@ int RoutesCommand::run() const
     VelkRouting::setTraceEnabled(trace);
     const auto source = parseProperties(QStringLiteral("--source"), sourceProperties);
     const auto dut = parseProperties(QStringLiteral("--dut"), dutProperties);
+    refuseToOverwrite(toQStringList(netlist.files), toQString(netlist.outputFile));
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
 

@@ -1,9 +1,9 @@
 #include "cli/Warnings.h"
 
+#include "cli/Message.h"
+
 #include <QMap>
 #include <QRegularExpression>
-
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +20,7 @@ QString kindOf(const QString &warning)
 
 void print(const QString &warning)
 {
-    std::fprintf(stderr, "velk: warning: %s\n", qUtf8Printable(warning));
+    printMessage(u"velk: warning: "_s + warning);
 }
 }
 

@@ -1,22 +1,23 @@
 #include "cli/CommandError.h"
 #include "cli/IniCommand.h"
 #include "cli/ListCommand.h"
+#include "cli/Message.h"
 #include "cli/RoutesCommand.h"
 #include "cli/Trace.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
 #include <exception>
+#include <iostream>
 #include <string>
 
 namespace {
 
 constexpr int exitFailure = 2;
 
-int fail(const char *message)
+int fail(const QString &message)
 {
-    std::fprintf(stderr, "velk: %s\n", message);
+    VelkCli::printMessage(QStringLiteral("velk: ") + message);
     return exitFailure;
 }
 
@@ -27,7 +28,8 @@ std::string usageMessage(const CLI::App *app, const CLI::Error &error)
         app = app->get_subcommands().front();
         command += " " + app->get_name();
     }
-    return std::string("velk: ") + error.what() + " (see " + command + " --help)\n";
+    const QString message = QString::fromUtf8(error.what()).remove(VelkCli::bracketGuard);
+    return "velk: " + VelkCli::printable(message).toStdString() + " (see " + command + " --help)\n";
 }
 
 int run(int argc, char **argv)
@@ -45,12 +47,15 @@ int run(int argc, char **argv)
                "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
                "\nvelk routes --help, velk list --help and velk ini --help tell more.");
     try {
-        app.parse(argc, argv);
+        app.parse(VelkCli::guarded(argc, argv));
         if (ini.isChosen())
             return ini.run();
         return routes.isChosen() ? routes.run() : list.run();
     } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? 0 : exitFailure;
+        const int status = app.exit(error);
+        if (!std::cout.flush())
+            return fail(QStringLiteral("standard output: cannot be written"));
+        return status == 0 ? 0 : exitFailure;
     }
 }
 }
@@ -61,8 +66,8 @@ int main(int argc, char **argv)
         VelkCli::setUpLogging();
         return run(argc, argv);
     } catch (const VelkCli::CommandError &error) {
-        return fail(qUtf8Printable(error.message));
+        return fail(error.message);
     } catch (const std::exception &exception) {
-        return fail(exception.what());
+        return fail(QString::fromUtf8(exception.what()));
     }
 }

@@ -22,18 +22,30 @@ struct Result
     QString errors;
 };
 
-Result velk(const QStringList &arguments)
+Result run(const QString &program, const QStringList &arguments,
+           const QString &folder = QStringLiteral(VELK_SOURCE_DIR))
 {
     QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_LOGGING_RULES"_s, u"*.debug=true"_s); // must not wake the trace
     process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(QStringLiteral(VELK_SOURCE_DIR));
-    process.start(QStringLiteral(VELK_COMMAND), arguments);
+    process.setWorkingDirectory(folder);
+    process.start(program, arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {-1, {}, u"the command crashed or hangs"_s};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
+}
+
+Result velk(const QStringList &arguments)
+{
+    return run(QStringLiteral(VELK_COMMAND), arguments);
+}
+
+/// The command is $0, the boards are $@.
+Result shell(const QString &script, const QStringList &boards)
+{
+    return run(u"sh"_s, QStringList{u"-c"_s, script, QStringLiteral(VELK_COMMAND)} + boards);
 }
 
 const QStringList demo{u"examples/demo/instruments.net"_s, u"examples/demo/matrix.net"_s,
@@ -174,6 +186,68 @@ private Q_SLOTS:
             const Result result = velk({u"list"_s, u"nets"_s, file.fileName()});
             QCOMPARE(result.status, 2);
             QVERIFY2(result.errors.startsWith(u"velk: "_s + file.fileName()), qPrintable(result.errors));
+        }
+    }
+
+    void keepsItsInputs()
+    {
+        QTemporaryDir folder;
+        const QString board = folder.filePath(u"a.net"_s);
+        const QString link = folder.filePath(u"link"_s);
+        QVERIFY(QFile::copy(QStringLiteral(VELK_SOURCE_DIR "/") + demo.at(0), board) && QFile::link(board, link));
+        for (const QStringList &arguments : {QStringList{u"list"_s, u"nets"_s, demo.at(1), board, u"-o"_s, link},
+                                             {u"routes"_s, u"--source=A=B"_s, u"--source-pin=1"_s, u"--dut=A=B"_s,
+                                              u"--dut-pin=1"_s, link, u"-o"_s, board},
+                                             {u"ini"_s, u"physical"_s, board, u"-o"_s, board},
+                                             {u"ini"_s, u"application"_s, u"--test-system"_s, demo.at(0),
+                                              u"--application"_s, board, u"-o"_s, board}}) {
+            const Result result = velk(arguments);
+            QCOMPARE(result.status, 2);
+            QVERIFY2(result.errors.contains(u"it would be overwritten"_s), qPrintable(result.errors));
+        }
+        QCOMPARE(read(board), read(QStringLiteral(VELK_SOURCE_DIR "/") + demo.at(0)));
+    }
+
+    // The command-line parser would take them for lists.
+    void namesInBrackets()
+    {
+        QTemporaryDir folder;
+        QVERIFY(QFile::copy(QStringLiteral(VELK_SOURCE_DIR "/") + demo.at(0), folder.filePath(u"[a,b]"_s)));
+        const auto inFolder = [&](const QStringList &arguments) {
+            return run(QStringLiteral(VELK_COMMAND), arguments, folder.path());
+        };
+        QCOMPARE(inFolder({u"list"_s, u"nets"_s, u"[a,b]"_s}).output, velk({u"list"_s, u"nets"_s, demo.at(0)}).output);
+        QVERIFY(inFolder({u"ini"_s, u"application"_s, u"--test-system"_s, u"[a,b]"_s, u"--application"_s, u"[a,b]"_s})
+                    .output.contains(u"TestSystemEdaNet=[a,b]\nApplicationEdaNet=[a,b]\n"_s));
+        QCOMPARE(inFolder({u"list"_s, u"[x]"_s, u"[a,b]"_s}).errors,
+                 u"velk: WHAT: [x] not in {components,parts,nets,types} (see velk list --help)\n"_s);
+    }
+
+    void messagesCannotSteerTheTerminal()
+    {
+        QTemporaryDir folder;
+        const QString board = folder.filePath(u"a.net"_s);
+        write(
+            board,
+            u"(export (components) (libparts) (nets (net (name \"N\") (node (ref \"\x1b[2J\u009b\") (pin \"1\")))))"_s);
+        QCOMPARE(velk({u"list"_s, u"nets"_s, board}).errors,
+                 u"velk: %1: No component matching properties 'ref=\\x1B[2J\\x9B' found\n"_s.arg(board));
+        QCOMPARE(velk({u"list"_s, u"nets"_s, u"no\nfile"_s}).errors,
+                 u"velk: no\\x0Afile: cannot be read: No such file or directory\n"_s);
+        QVERIFY(velk({u"list"_s, u"\x1b"_s}).errors.startsWith(u"velk: WHAT: \\x1B not in"_s));
+    }
+
+    void pipesAndFullDisks()
+    {
+        const QString expected = velk(QStringList{u"list"_s, u"nets"_s} + demo).output;
+        QCOMPARE(shell(u"cat $1 | $0 list nets /dev/stdin $2 $3"_s, demo).output, expected);
+        const Result closed = shell(u"$0 list nets $@ | :"_s, demo);
+        QCOMPARE(closed.errors, QString());
+        QCOMPARE(closed.status, 0);
+        for (const QString &script : {u"$0 list nets $@ >/dev/full"_s, u"$0 --help >/dev/full"_s}) {
+            const Result full = shell(script, demo);
+            QCOMPARE(full.status, 2);
+            QVERIFY2(full.errors.startsWith(u"velk: standard output: cannot be written"_s), qPrintable(full.errors));
         }
     }
 
