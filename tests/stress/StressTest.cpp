@@ -1,0 +1,278 @@
+#include "tests/support/TestRegistry.h"
+
+#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadReader.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QScopedArrayPointer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstring>
+#include <functional>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace {
+
+QByteArray repeated(int count, const std::function<QByteArray(int)> &text)
+{
+    QByteArray result;
+    for (int i = 0; i < count; ++i)
+        result += text(i);
+    return result;
+}
+
+QByteArray number(int i)
+{
+    return QByteArray::number(i);
+}
+
+QByteArray component(const QByteArray &ref, const QByteArray &type)
+{
+    return "(comp (ref \"" + ref + "\") (value \"\") (libsource (part \"P\")) (property (name \"CompType\") (value \"" +
+           type + "\")))\n";
+}
+
+QByteArray pin(const QByteArray &pinNumber)
+{
+    return "(pin (num \"" + pinNumber + "\") (name \"\") (type \"\"))\n";
+}
+
+QByteArray net(const QByteArray &name, const QByteArray &nodes)
+{
+    return "(net (name \"" + name + "\") " + nodes + ")\n";
+}
+
+QByteArray node(const QByteArray &ref, const QByteArray &pinNumber)
+{
+    return "(node (ref \"" + ref + "\") (pin \"" + pinNumber + "\"))\n";
+}
+
+/// With a single part, P.
+QByteArray netlist(const QByteArray &components, const QByteArray &pins, const QByteArray &nets)
+{
+    return "(export (components " + components + ") (libparts (libpart (part \"P\") (pins " + pins + "))) (nets " +
+           nets + "))";
+}
+
+QSharedPointer<KiCadToken> read(const QByteArray &text)
+{
+    KiCadReader reader(text);
+    return reader.read() == KiCadNoError ? reader.getRoot() : nullptr;
+}
+
+std::unique_ptr<KiCadNetParser> parse(const QByteArray &text)
+{
+    auto parser = std::make_unique<KiCadNetParser>(read(text));
+    parser->parse();
+    parser->releaseTree();
+    return parser;
+}
+
+MultipleEDAProvider joined(const QList<QByteArray> &boards)
+{
+    std::vector<std::unique_ptr<KiCadNetParser>> parsers;
+    QList<EDAProvider *> providers;
+    for (const auto &board : boards) {
+        parsers.push_back(parse(board));
+        providers.append(parsers.back().get());
+    }
+    return MultipleEDAProvider(providers, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
+}
+
+qsizetype routeCount(MultipleEDAProvider &provider, const QString &from, const QString &to)
+{
+    const QMap<QString, QString> source{{EDAComponent::TYPE, u"Source"_s}};
+    return Routing(&provider).findPaths(source, from, source, to).size();
+}
+
+/// In a folder of its own.
+QString fileOf(const QByteArray &board, const QTemporaryDir &folder)
+{
+    QFile file(folder.filePath(u"board.net"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(board) != board.size() || !file.flush())
+        qFatal("cannot write to %s", qPrintable(folder.path()));
+    return file.fileName();
+}
+
+qsizetype linesOfNetList(const QByteArray &board)
+{
+    const QTemporaryDir folder;
+    QProcess process;
+    process.start(QStringLiteral(VELK_COMMAND), {u"list"_s, u"nets"_s, fileOf(board, folder)});
+    process.waitForFinished(-1);
+    return process.exitCode() == 0 ? process.readAllStandardOutput().count('\n') : -1;
+}
+
+QByteArray peakMemory()
+{
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly))
+        return "?";
+    const QByteArray text = status.readAll();
+    const qsizetype start = text.indexOf("VmHWM:") + 6;
+    return text.mid(start, text.indexOf('\n', start) - start).simplified();
+}
+}
+
+/// Inputs of a size that no board has, which take seconds and gigabytes; scripts/stress runs each on its own.
+class StressTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void cleanup() { qInfo("peak memory %s", peakMemory().constData()); }
+
+    void lineOf100Megabytes_data()
+    {
+        QTest::addColumn<QByteArray>("quote");
+        QTest::newRow("name") << QByteArray();
+        QTest::newRow("value") << QByteArray("\"");
+    }
+    void lineOf100Megabytes()
+    {
+        QFETCH(QByteArray, quote);
+        constexpr int length = 100'000'000;
+        KiCadReader reader("(a" + quote + QByteArray(length, 'x') + quote + "))");
+        QCOMPARE(reader.read(), KiCadSyntaxError);
+        QCOMPARE(reader.getErrorColumn(), 2 + length + 2 * quote.size() + 2);
+        QCOMPARE(reader.getRoot()->name.size() + reader.getRoot()->value.size(), 1 + length);
+    }
+
+    void quoteThatNeverCloses()
+    {
+        KiCadReader reader("(a (b \"" + QByteArray("x)\n").repeated(33'000'000));
+        QCOMPARE(reader.read(), KiCadNoError);
+        QVERIFY(!reader.isComplete());
+        QVERIFY(reader.getRoot()->children.isEmpty());
+    }
+
+    void tenMillionOpenTokens()
+    {
+        constexpr int depth = 10'000'000;
+        const QByteArray input = QByteArray("(n").repeated(depth) + ')';
+        const auto tree = read(input);
+        QVERIFY(tree == read(input));
+        QVERIFY(tree != read(input + ")(m)"));
+        const auto copy = QSharedPointer<KiCadToken>::create(*tree);
+        QVERIFY(copy == tree);
+        const QScopedArrayPointer<char> text(toString(tree));
+        // All but the innermost have a child.
+        QCOMPARE(std::strlen(text.data()),
+                 (depth - 1) * std::strlen("KiCadToken('n', '', [])") + std::strlen("KiCadToken('n', '')"));
+    }
+
+    void tenMillionTokensSideBySide()
+    {
+        const auto tree = read("(a" + QByteArray("(b)").repeated(10'000'000) + ')');
+        QCOMPARE(tree->children.size(), 10'000'000);
+        QVERIFY(tree->find(u"/a/b[c='d']"_s).isNull());
+    }
+
+    void millionNodesOnANet()
+    {
+        constexpr int components = 100'000;
+        const auto nodes = repeated(components, [](int i) {
+            return repeated(10, [i](int number) { return node('K' + ::number(i), ::number(number)); });
+        });
+        const auto relays = repeated(components, [](int i) { return component('K' + number(i), "Relay"); });
+        auto provider =
+            joined({netlist(relays + component("U1", "Source"), repeated(11, [](int i) { return pin(number(i)); }),
+                            net("A", node("U1", "0") + nodes) + net("B", node("U1", "1")))});
+        QCOMPARE(provider.getNets().first()->nodes.size(), 10 * components + 1);
+        QCOMPARE(routeCount(provider, u"0"_s, u"0"_s), 1);
+        QCOMPARE(routeCount(provider, u"0"_s, u"1"_s), 0);
+    }
+
+    void componentOf100000Pins()
+    {
+        constexpr int pins = 100'000;
+        const auto board = netlist(component("U1", "Source"), repeated(pins, [](int i) { return pin(number(i)); }),
+                                   repeated(pins, [](int i) { return net('N' + number(i), node("U1", number(i))); }));
+        auto provider = joined({board, board});
+        QCOMPARE(provider.getNets().size(), 2 * pins);
+        QCOMPARE(routeCount(provider, u"99999"_s, u"99999"_s), 1);
+        QCOMPARE(routeCount(provider, u"99999"_s, u"0"_s), 0);
+        QCOMPARE(linesOfNetList(board), 1 + pins);
+    }
+
+    void millionNetsOverAConnector()
+    {
+        constexpr int pins = 500'000;
+        const auto board = netlist(component("X1", "Connector"), repeated(pins, [](int i) { return pin(number(i)); }),
+                                   repeated(pins, [](int i) { return net('N' + number(i), node("X1", number(i))); }));
+        const auto provider = joined({board, board});
+        QCOMPARE(provider.getNets().size(), pins);
+        QCOMPARE(provider.getNets().first()->name, u"N0#1+N0#2"_s);
+    }
+
+    // The name of the joined net is made of all names.
+    void millionNetsOnAConnectorPin()
+    {
+        constexpr int nets = 1'000'000;
+        const auto board = netlist(component("X1", "Connector"), pin("1"),
+                                   repeated(nets, [](int i) { return net('N' + number(i), node("X1", "1")); }) +
+                                       repeated(1000, [](int i) { return net('O' + number(i), {}); }));
+        const auto provider = joined({board});
+        QCOMPARE(provider.getNets().size(), 1001);
+        QCOMPARE(provider.getNets().last()->nodes.size(), nets);
+        QCOMPARE(provider.getNets().last()->name.count(u'+'), nets - 1);
+        QCOMPARE(linesOfNetList(board), 1002);
+    }
+
+    void namesOfAMegabyte()
+    {
+        const QByteArray name(1'000'000, 'n');
+        const auto board =
+            netlist(repeated(20, [&](int i) { return component(name + number(i), name); }), pin(name),
+                    repeated(20, [&](int i) { return net(name + number(i), node(name + number(i), name)); }));
+        const auto provider = joined({board, board});
+        QCOMPARE(provider.getNets().size(), 40);
+        QVERIFY(provider.getComponentByProperties({{u"CompType"_s, QString::fromLatin1(name)}}));
+        QCOMPARE(linesOfNetList(board), 21);
+    }
+
+    // The file is written to the end; a temporary one would be left behind otherwise.
+    void interruptedWhileWriting()
+    {
+        const QTemporaryDir folder;
+        const QString board = fileOf(netlist(component("K1", "Relay"), pin("1"),
+                                             net("A", repeated(500'000, [](int) { return node("K1", "1"); }))),
+                                     folder);
+        const QString output = folder.filePath(u"out.json"_s);
+        QProcess process;
+        process.start(QStringLiteral(VELK_COMMAND),
+                      {u"list"_s, u"nets"_s, u"--format"_s, u"json"_s, u"-o"_s, output, board});
+        const auto fileCount = [&folder] { return QDir(folder.path()).entryList(QDir::Files).size(); };
+        while (fileCount() == 1 && !process.waitForFinished(0)) {
+        }
+        process.terminate();
+        process.waitForFinished(-1);
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit); // in time
+        QCOMPARE(fileCount(), 2);
+        QFile file(output);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().endsWith("}\n"));
+    }
+
+    void everythingManyTimes()
+    {
+        constexpr int count = 200'000;
+        const auto many = [](const QByteArray &text) { return text.repeated(count); };
+        const auto provider = joined({netlist(many(component("K1", "Relay")), many(pin("1")),
+                                              many(net("N", node("K1", "1"))) + net("N", many(node("K1", "1"))))});
+        QCOMPARE(provider.getComponents().size(), 1);
+        QCOMPARE(provider.getNets().size(), 1);
+        QCOMPARE(provider.getNets().first()->nodes.size(), count);
+    }
+};
+
+VELK_TEST(StressTest)
+
+#include "StressTest.moc"
