@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <future>
+#include <limits>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -66,6 +67,34 @@ std::unique_ptr<StubProvider> chain(int relays)
         last = ref + u"/2"_s;
     }
     system->connect(u"END"_s, {last, u"D1/1"_s});
+    return system;
+}
+
+/// So many layers of so many nets between U1 and D1, with a relay from each net to each of the next layer: K2.1.7 leads
+/// from net 1 of the second layer to net 7 of the third. D2 lies on the first net of the last layer.
+std::unique_ptr<StubProvider> dense(int layers, int width)
+{
+    auto system = systemOf(u"U1 Source 1\nD1 DUT 1\nD2 DUT 1"_s);
+    QList<QStringList> nets{{u"U1/1"_s}};
+    for (int layer = 0; layer <= layers; ++layer) {
+        QList<QStringList> nextNets(layer < layers ? width : 1);
+        if (layer == layers)
+            nextNets[0].append(u"D1/1"_s);
+        if (layer == layers - 1)
+            nextNets[0].append(u"D2/1"_s);
+        for (qsizetype from = 0; from < nets.size(); ++from) {
+            for (qsizetype to = 0; to < nextNets.size(); ++to) {
+                const QString ref = u"K%1.%2.%3"_s.arg(layer).arg(from).arg(to);
+                system->add(ref, u"Relay"_s, {u"1"_s, u"2"_s});
+                nets[from].append(ref + u"/1"_s);
+                nextNets[to].append(ref + u"/2"_s);
+            }
+        }
+        for (const auto &net : std::as_const(nets))
+            system->connect(u"N"_s, net);
+        nets = nextNets;
+    }
+    system->connect(u"END"_s, nets.at(0));
     return system;
 }
 
@@ -208,7 +237,8 @@ void crowd(StubProvider &system, QRandomGenerator &random)
     }
 }
 
-/// Two random boards with two connectors, where some part is unknown and some node is on a pin that its part lacks.
+/// Two random boards with two connectors, where some part is unknown and some node is on a pin that its part lacks. The
+/// DUT of the second one has the property "Side".
 std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator &random)
 {
     std::vector<std::unique_ptr<StubProvider>> boards;
@@ -227,8 +257,55 @@ std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator &random
         if (random.bounded(4) == 0)
             board.parts.removeAt(random.bounded(2, static_cast<int>(board.parts.size())));
     }
+    boards[1]->getComponentByRef(u"D1"_s)->properties.insert(u"Side"_s, u"2"_s);
     return boards;
 }
+
+/// A query on random boards that are joined, and so indexed.
+class RandomQuery
+{
+public:
+    explicit RandomQuery(quint32 number)
+        : seed(number)
+        , random(number)
+        , boards(randomBoards(random))
+        , joined({boards[0].get(), boards[1].get()}, {u"Connector"_s})
+        , plain(joined)
+        , maxSwitches(random.bounded(8) == 0 ? 2147483646 + random.bounded(2) : random.bounded(-1, 7))
+        , maxNodes(random.bounded(8) == 0 ? 2147483646 : random.bounded(-1, 7))
+        , destination(random.bounded(2) == 0 ? toD1 : Properties{{u"Side"_s, u"2"_s}})
+    {
+    }
+
+    QStringList onIndex(qsizetype maxPaths = 0) { return findPaths(joined, maxPaths); }
+    QStringList onAnyProvider(qsizetype maxPaths = 0) { return findPaths(plain, maxPaths); }
+    QString differenceText(const QStringList &found, const QStringList &expected) const
+    {
+        return u"seed %1:\n%2\nfound:\n%3\nexpected:\n%4"_s.arg(seed).arg(netsToText(joined.getNets()),
+                                                                          found.join(u'\n'), expected.join(u'\n'));
+    }
+
+private:
+    QStringList findPaths(EDAProvider &provider, qsizetype maxPaths) const
+    {
+        Routing routing(&provider);
+        routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+        routing.setMaxAdditionalNodesPerPath(maxNodes);
+        routing.setMaxPaths(maxPaths);
+        if (seed % 3 == 0)
+            routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s});
+        return toTexts(routing.findPaths(fromU1, u"1"_s, destination, u"1"_s));
+    }
+
+    const quint32 seed;
+    QRandomGenerator random;
+    const std::vector<std::unique_ptr<StubProvider>> boards;
+    MultipleEDAProvider joined;
+    PlainProvider plain;
+    const int maxSwitches;
+    const int maxNodes;
+    const Properties destination;
+};
 
 QStringList caughtMessages;
 void catchMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
@@ -349,30 +426,77 @@ private Q_SLOTS:
     {
         qsizetype total = 0;
         for (quint32 seed = 0; seed < 6000; ++seed) {
-            QRandomGenerator random(seed);
-            const auto boards = randomBoards(random);
-            boards[1]->getComponentByRef(u"D1"_s)->properties.insert(u"Side"_s, u"2"_s);
-            MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
-            PlainProvider plain(joined);
-            QStringList found[2];
-            const int maxSwitches = random.bounded(8) == 0 ? 2147483646 + random.bounded(2) : random.bounded(-1, 7);
-            const int maxNodes = random.bounded(-1, 7);
-            const auto &destination =
-                random.bounded(2) == 0 ? Properties{{u"Id"_s, u"D1"_s}} : Properties{{u"Side"_s, u"2"_s}};
-            for (EDAProvider *provider : {static_cast<EDAProvider *>(&joined), static_cast<EDAProvider *>(&plain)}) {
-                Routing routing(provider);
-                routing.setMaxSwitchingComponentsPerPath(maxSwitches);
-                routing.setMaxAdditionalNodesPerPath(maxNodes);
-                if (seed % 3 == 0)
-                    routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s});
-                found[provider == &plain] = toTexts(routing.findPaths(fromU1, u"1"_s, destination, u"1"_s));
-            }
-            QVERIFY2(found[0] == found[1],
-                     qPrintable(u"seed %1:\n%2\npruned:\n%3\nexhaustive:\n%4"_s.arg(seed).arg(
-                         netsToText(joined.getNets()), found[0].join(u'\n'), found[1].join(u'\n'))));
-            total += found[0].size();
+            RandomQuery query(seed);
+            const auto pruned = query.onIndex();
+            const auto exhaustive = query.onAnyProvider();
+            QVERIFY2(pruned == exhaustive, qPrintable(query.differenceText(pruned, exhaustive)));
+            total += pruned.size();
         }
         QVERIFY(total > 6000); // the systems do have paths
+    }
+
+    void boundedSearchFindsTheFirstPaths()
+    {
+        qsizetype cut = 0;
+        for (quint32 seed = 0; seed < 6000; ++seed) {
+            RandomQuery query(seed);
+            const auto all = query.onIndex();
+            for (const qsizetype bound : {qsizetype(1), 1 + seed % (all.size() + 1), all.size() + 1}) {
+                const auto expected = all.mid(0, bound);
+                for (const auto &found : {query.onIndex(bound), query.onAnyProvider(bound)})
+                    QVERIFY2(found == expected, qPrintable(query.differenceText(found, expected)));
+                cut += all.size() - expected.size();
+            }
+        }
+        QVERIFY(cut > 6000); // the bounds do leave paths out
+    }
+
+    void boundThatIsNone()
+    {
+        const auto netlist = systemOf(u"U1 Source 1\nD1 DUT 1\nK1 Relay 1,2\nK2 Relay 1,2\n"
+                                      "A: U1/1 K1/1 K2/1\nB: K1/2 K2/2 D1/1"_s);
+        Routing routing(netlist.get());
+        for (const qsizetype bound : {qsizetype(0), qsizetype(-1), std::numeric_limits<qsizetype>::min(),
+                                      std::numeric_limits<qsizetype>::max()}) {
+            routing.setMaxPaths(bound);
+            QCOMPARE(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s).size(), 2);
+        }
+        routing.setMaxPaths(1);
+        QCOMPARE(toTexts(Routing(routing).findPaths(fromU1, u"1"_s, toD1, u"1"_s)), QStringList{u"K1 |"_s});
+    }
+
+    // Of the 4 thousand million paths, a fortieth connects D2 too and so comes last.
+    void firstPathsOfADenseSystem()
+    {
+        const auto board = dense(6, 40);
+        MultipleEDAProvider joined({board.get()}, {});
+        Routing routing(&joined);
+        routing.setMaxSwitchingComponentsPerPath(6);
+        routing.setMaxPaths(3);
+        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
+                 (QStringList{u"K0.0.0#1 K1.0.0#1 K2.0.0#1 K3.0.0#1 K4.0.0#1 K5.0.1#1 K6.1.0#1 |"_s,
+                              u"K0.0.0#1 K1.0.0#1 K2.0.0#1 K3.0.0#1 K4.0.0#1 K5.0.2#1 K6.2.0#1 |"_s,
+                              u"K0.0.0#1 K1.0.0#1 K2.0.0#1 K3.0.0#1 K4.0.0#1 K5.0.3#1 K6.3.0#1 |"_s}));
+        routing.setMaxPaths(10);
+        const auto ten = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
+        QCOMPARE(ten.size(), 10);
+        QCOMPARE(ten.last(), u"K0.0.0#1 K1.0.0#1 K2.0.0#1 K3.0.0#1 K4.0.0#1 K5.0.10#1 K6.10.0#1 |"_s);
+    }
+
+    // The stack would not hold as many calls, nor would there be time for as many passes.
+    void longChain()
+    {
+        const auto board = chain(100'000);
+        MultipleEDAProvider joined({board.get()}, {});
+        Routing routing(&joined);
+        routing.setMaxSwitchingComponentsPerPath(2147483646);
+        for (const qsizetype bound : {0, 1, 2}) {
+            routing.setMaxPaths(bound);
+            const auto paths = routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s);
+            QCOMPARE(paths.size(), 1);
+            QCOMPARE(paths[0].switchingComponents.size(), 100'000);
+            QCOMPARE(paths[0].switchingComponents.last()->ref, u"K100000#1"_s);
+        }
     }
 
     // What each thread works with is its own; the thread sanitizer looks on.
@@ -407,14 +531,19 @@ private Q_SLOTS:
             Routing routing(netlist.get());
             routing.setMaxSwitchingComponentsPerPath(maxSwitches);
             routing.setMaxAdditionalNodesPerPath(maxNodes);
-            const auto found = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
-            const auto expected = BruteForce(*netlist, maxSwitches, maxNodes, netlist->makesNewNets).paths();
-            QVERIFY2(found == expected,
-                     qPrintable(u"seed %1, limits %2 and %3:\n%4\nfound:\n%5\nexpected:\n%6"_s.arg(seed)
-                                    .arg(maxSwitches)
-                                    .arg(maxNodes)
-                                    .arg(netsToText(netlist->nets), found.join(u'\n'), expected.join(u'\n'))));
-            total += found.size();
+            const auto all = BruteForce(*netlist, maxSwitches, maxNodes, netlist->makesNewNets).paths();
+            for (const qsizetype bound : {all.size() + 1, qsizetype(0), qsizetype(random.bounded(1, 8))}) {
+                routing.setMaxPaths(bound);
+                const auto found = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
+                const auto expected = bound == 0 ? all : all.mid(0, bound);
+                QVERIFY2(found == expected,
+                         qPrintable(u"seed %1, limits %2, %3 and %4:\n%5\nfound:\n%6\nexpected:\n%7"_s.arg(seed)
+                                        .arg(maxSwitches)
+                                        .arg(maxNodes)
+                                        .arg(bound)
+                                        .arg(netsToText(netlist->nets), found.join(u'\n'), expected.join(u'\n'))));
+            }
+            total += all.size();
         }
         QVERIFY(total > 4000); // the systems do have paths
     }

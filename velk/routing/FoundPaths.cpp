@@ -4,11 +4,6 @@
 
 namespace Velk {
 
-void FoundPaths::add()
-{
-    groups[{0, 0}].additionalNodes.emplace_back();
-}
-
 QList<RoutingPath> FoundPaths::take(const NetlistIndex &index)
 {
     std::size_t count = 0;

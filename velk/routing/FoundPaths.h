@@ -15,8 +15,6 @@ namespace Velk {
 class FoundPaths
 {
 public:
-    /// A path without switching components.
-    void add();
     /// A path over the \a component of each step.
     template <typename Step>
     void add(const std::vector<Step> &steps, const QList<QSharedPointer<EDANetNode>> &nodes)

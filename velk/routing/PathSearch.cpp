@@ -11,13 +11,22 @@ PathSearch::PathSearch(const Routing &configuredRouting, const NodeWithComponent
     : routing(configuredRouting)
     , source(sourceNode)
     , destination(destinationNode)
+    , deepening(routing.maxNetsSearchedPerPath(), routing.maxAdditionalNodesPerPath, routing.maxPaths)
 {
 }
 
 QList<RoutingPath> PathSearch::run()
 {
+    do
+        searchOnce();
+    while (deepening.startNextPass());
+    return paths;
+}
+
+void PathSearch::searchOnce()
+{
     searchNode(source.component, source.node);
-    while (!branch.isEmpty()) {
+    while (!branch.isEmpty() && !deepening.isComplete()) {
         Level &level = branch.last();
         if (!level.exits.isEmpty()) {
             // Copies, since the branch may move in memory when it grows.
@@ -30,7 +39,6 @@ QList<RoutingPath> PathSearch::run()
             leaveNet();
         }
     }
-    return paths;
 }
 
 // The component is the one over which the node was reached.
@@ -49,13 +57,13 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
     // Ask for the destination before the limit: a path may end one net beyond the last that is searched
     // further.
     if (found) {
-        paths.append(currentPath());
+        keepPath();
         return;
     }
     const qsizetype additionalNodesBefore = additionalNodes.size();
     if (node != source.node)
         additionalNodes += findAdditionalNodes(net, node);
-    if (pathLimitReached(visited.size() + 1)) {
+    if (pathLimitReached()) {
         additionalNodes.resize(additionalNodesBefore);
         return;
     }
@@ -75,6 +83,12 @@ void PathSearch::leaveNet()
     const Level level = branch.takeLast();
     visited.remove(level.net.data());
     additionalNodes.resize(level.additionalNodesBefore);
+}
+
+void PathSearch::keepPath()
+{
+    if (deepening.keep(branch.size(), additionalNodes.size()))
+        paths.append(currentPath());
 }
 
 RoutingPath PathSearch::currentPath() const
@@ -153,9 +167,14 @@ QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSh
     return result;
 }
 
-bool PathSearch::pathLimitReached(qsizetype visitedNets) const
+// Beyond this net it takes one switch more than to get here.
+bool PathSearch::pathLimitReached()
 {
-    return visitedNets > routing.maxNetsSearchedPerPath() || additionalNodes.size() > routing.maxAdditionalNodesPerPath;
+    const qsizetype switches = branch.size() + 1;
+    if (deepening.reaches(switches, additionalNodes.size()))
+        return false;
+    deepening.noteCut(switches, additionalNodes.size());
+    return true;
 }
 
 void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,

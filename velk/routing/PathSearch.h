@@ -1,6 +1,7 @@
 #ifndef VELK_ROUTING_PATHSEARCH_H
 #define VELK_ROUTING_PATHSEARCH_H
 
+#include <velk/routing/IterativeDeepening.h>
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/routing/Routing.h>
 
@@ -15,7 +16,8 @@ class PathSearch
 public:
     PathSearch(const Routing &routing, const NodeWithComponent &source, const QSharedPointer<EDANetNode> &destination);
 
-    /// All paths, in the order in which they are found. Call it once.
+    /// All paths, in the order in which they are found; the first ones in the order of results if their number is
+    /// bounded. Call it once.
     QList<RoutingPath> run();
 
 private:
@@ -29,9 +31,11 @@ private:
         QList<QSharedPointer<EDANetNode>> exits{}; ///< its pins that are not yet left by
     };
 
+    void searchOnce();
     void searchNode(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANetNode> &node);
     void crossNextComponent(Level &level) const;
     void leaveNet();
+    void keepPath();
     RoutingPath currentPath() const;
 
     QSharedPointer<EDANet> findNetContainingNode(const QSharedPointer<EDANetNode> &node) const;
@@ -43,7 +47,7 @@ private:
                                                           const QSharedPointer<EDANetNode> &node) const;
     QList<QSharedPointer<EDANetNode>> getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
                                                                const QString &pinNumber) const;
-    bool pathLimitReached(qsizetype visitedNets) const;
+    bool pathLimitReached();
     void logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
                        bool found) const;
 
@@ -51,6 +55,7 @@ private:
     const NodeWithComponent source;
     const QSharedPointer<EDANetNode> destination;
 
+    IterativeDeepening deepening;
     QList<Level> branch;
     QSet<const EDANet *> visited; ///< the nets of the branch; identity decides, equal nets are different ones
     QList<QSharedPointer<EDANetNode>> additionalNodes; ///< of the whole branch

@@ -13,11 +13,12 @@ SearchMemory &memoryOfThread()
 }
 }
 
-PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules)
+PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, qsizetype maxPaths)
     : index(netlist)
     , rules(searchRules)
     , memory(memoryOfThread())
-    , bounds(netlist, searchRules, memory)
+    , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, maxPaths)
+    , bounds(netlist, searchRules, deepening, memory)
 {
 }
 
@@ -26,6 +27,14 @@ QList<RoutingPath> PrunedPathSearch::run()
     memory.onBranch.clear(index.netCount());
     branch.reserve(usualDepth);
     bounds.measure();
+    do
+        searchOnce();
+    while (deepening.startNextPass());
+    return paths.take(index);
+}
+
+void PrunedPathSearch::searchOnce()
+{
     enterSourceNet();
     while (!branch.empty()) {
         const Level &level = branch.back();
@@ -36,7 +45,6 @@ QList<RoutingPath> PrunedPathSearch::run()
         else
             leaveNet();
     }
-    return paths.take(index);
 }
 
 void PrunedPathSearch::enterSourceNet()
@@ -45,8 +53,8 @@ void PrunedPathSearch::enterSourceNet()
     if (net == NetlistIndex::none)
         return;
     if (bounds.isLast(net))
-        paths.add();
-    else if (rules.maxNetsSearched >= 1 && rules.maxAdditionalNodes >= 0 && bounds.allow(net, 0, 0))
+        keepPath();
+    else if (bounds.allow(net, 0, 0))
         enterNet(net, rules.source, 0);
 }
 
@@ -58,16 +66,18 @@ void PrunedPathSearch::crossToNextPin()
     if (net == NetlistIndex::none || memory.onBranch.has(net))
         return;
     if (bounds.isLast(net)) {
-        paths.add(branch, additionalNodes);
+        keepPath();
         return;
     }
     const qsizetype collected = additionalNodes.size();
-    if (!bounds.allow(net, static_cast<qsizetype>(branch.size()), collected))
+    const auto switched = static_cast<qsizetype>(branch.size());
+    if (!bounds.allow(net, switched, collected))
         return;
     collectAdditionalNodes(net, exit);
-    if (additionalNodes.size() <= rules.maxAdditionalNodes) {
+    if (deepening.reaches(switched, additionalNodes.size())) {
         enterNet(net, exit, collected);
     } else {
+        deepening.noteCut(switched, additionalNodes.size());
         additionalNodes.resize(collected);
         bounds.noteUselessBranch();
     }
@@ -107,5 +117,13 @@ void PrunedPathSearch::collectAdditionalNodes(int net, int arrival)
         if (rules.isAdditional(index.numberedNode(i), arrival))
             additionalNodes.append(index.node(net, i));
     }
+}
+
+void PrunedPathSearch::keepPath()
+{
+    if (deepening.keep(static_cast<qsizetype>(branch.size()), additionalNodes.size()))
+        paths.add(branch, additionalNodes);
+    if (deepening.isComplete())
+        branch.clear(); // ends the search; asking at each of its steps would be felt
 }
 }

@@ -13,10 +13,11 @@ namespace Velk {
 class PrunedPathSearch
 {
 public:
-    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules);
+    /// \a maxPaths of 0 or less is no bound.
+    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, qsizetype maxPaths);
 
-    /// All paths, those with the fewest switching components first, among them those with the fewest additional nodes,
-    /// among equals in depth-first order. Call it once.
+    /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
+    /// them those with the fewest additional nodes, among equals in depth-first order. Call it once.
     QList<RoutingPath> run();
 
 private:
@@ -34,16 +35,19 @@ private:
         qsizetype additionalNodesBefore; ///< how many the branch had before this net
     };
 
+    void searchOnce();
     void enterSourceNet();
     void crossToNextPin();
     void enterNextComponent();
     void enterNet(int net, int arrival, qsizetype additionalNodesBefore);
     void leaveNet();
     void collectAdditionalNodes(int net, int arrival);
+    void keepPath();
 
     const NetlistIndex &index;
     const SearchRules &rules;
     SearchMemory &memory;
+    IterativeDeepening deepening;
     SearchBounds bounds;
     std::vector<Level> branch;
     QList<QSharedPointer<EDANetNode>> additionalNodes; ///< of the branch; shared by all paths that have the same

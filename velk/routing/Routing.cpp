@@ -51,6 +51,7 @@ Routing::Routing(EDAProvider *netlist)
     : provider(netlist)
     , maxSwitchingComponentsPerPath(DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
     , maxAdditionalNodesPerPath(DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
+    , maxPaths(0)
     , switchableTypes{DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR}
     , interfaceTypes{DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT}
 {
@@ -82,6 +83,11 @@ void Routing::setMaxAdditionalNodesPerPath(int limit)
     maxAdditionalNodesPerPath = limit;
 }
 
+void Routing::setMaxPaths(qsizetype bound)
+{
+    maxPaths = bound;
+}
+
 // One more than the limit of switches. The limit is documented to wrap, so the largest one leads to a negative number;
 // unsigned, since overflow of signed numbers is undefined.
 int Routing::maxNetsSearchedPerPath() const
@@ -111,7 +117,7 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
     if (index && !routingLog().isDebugEnabled()) {
         const auto rules = rulesFor(*index, source, destination);
         if (rules.hasEnds())
-            return PrunedPathSearch(*index, rules).run();
+            return PrunedPathSearch(*index, rules, maxPaths).run();
     }
     auto paths = PathSearch(*this, source, destination.node).run();
     // Stable, so that the same netlist always gives the same order.

@@ -25,7 +25,8 @@ struct SearchRules;
 /// the nets passed are collected as additional nodes, since switching the path connects them too. Those on
 /// the net of the source pin and on the last net are not.
 ///
-/// Two limits bound the search, whose effort grows exponentially with them where a system has many loops.
+/// Two limits bound the search, whose effort grows exponentially with them where a system has many loops; so does the
+/// number of paths, unless setMaxPaths() bounds that.
 ///
 /// Switching components: a net is searched further while it was reached over at most this many. The
 /// destination is looked for before that is tested, so paths of up to *one more* are found, 6 by default. A
@@ -40,7 +41,7 @@ struct SearchRules;
 /// Every net visited is logged in the category "routing" at debug level, which is on unless Qt's logging rules say
 /// otherwise. Switch it off where time counts, with QLoggingCategory::setFilterRules("routing.debug=false"): a search
 /// on a MultipleEDAProvider then enters no branch that cannot reach the destination, which on large systems is
-/// thousands of times faster, with the same result. Each thread that searches keeps some 30 bytes of working memory for
+/// thousands of times faster, with the same result. Each thread that searches keeps some 50 bytes of working memory for
 /// every net and 8 for every component. Any other provider is searched exhaustively, looking through all its nets at
 /// every step.
 class VELK_EXPORT Routing
@@ -71,9 +72,18 @@ public:
     /// Any value is taken as it is; see above for what it means.
     void setMaxSwitchingComponentsPerPath(int limit);
     void setMaxAdditionalNodesPerPath(int limit);
+    /// Has findPaths() return the first so many of its paths only, exactly those that would come first without the
+    /// bound. 0, the default, or a negative number is no bound.
+    ///
+    /// The search goes over the system in passes, each going just as deep as the next paths in order, and ends when it
+    /// has them. On a MultipleEDAProvider with the trace off it takes time and memory for these paths, be there
+    /// thousands of millions of others. Otherwise a pass looks everywhere down to its depth, and the trace shows each
+    /// pass. A bound that is not reached saves nothing: the search then takes as long as some searches without it.
+    void setMaxPaths(qsizetype bound);
 
-    /// All paths from a pin of the first component that matches \a sourceProperties to a pin of the first one
-    /// that matches \a destinationProperties. A pin is given by its number or else by its name.
+    /// All paths, or the first ones where setMaxPaths() bounds them, from a pin of the first component that matches
+    /// \a sourceProperties to a pin of the first one that matches \a destinationProperties. A pin is given by its
+    /// number or else by its name.
     ///
     /// The paths with the fewest switching components come first, among them those with the fewest additional
     /// nodes, among equals those found first: by the order of a net's nodes, then of a part's pins. No path
@@ -97,6 +107,7 @@ private:
     EDAProvider *provider;
     int maxSwitchingComponentsPerPath;
     int maxAdditionalNodesPerPath;
+    qsizetype maxPaths;
     QList<QString> switchableTypes;
     QList<QString> interfaceTypes;
 };

@@ -1,9 +1,6 @@
 #include <velk/routing/SearchBounds.h>
 
-#include <functional>
 #include <limits>
-#include <queue>
-#include <utility>
 
 namespace Velk {
 
@@ -13,23 +10,33 @@ namespace {
 constexpr int neverEnough = std::numeric_limits<int>::max();
 }
 
-SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, SearchMemory &memory)
+SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules,
+                           IterativeDeepening &searchDeepening, SearchMemory &memory)
     : index(netlist)
     , rules(searchRules)
+    , deepening(searchDeepening)
     , sourceNet(netlist.netOfTerminal(searchRules.source))
     , switches(memory.switches)
-    , additionalNodes(memory.additionalNodes)
+    , latestLabels(memory.latestLabels)
     , ownAdditionalNodes(memory.ownAdditionalNodes)
     , crossed(memory.crossed)
     , nets(memory.nets)
+    , labels(memory.labels)
 {
 }
 
-// Breadth first from the nets of the destination.
 void SearchBounds::measure()
 {
-    switches.clear(index.netCount());
     ownAdditionalNodes.clear(index.netCount());
+    measureSwitches();
+    if (deepening.isBounded()) // what a pass cuts off has to be known exactly
+        measureBoth();
+}
+
+// Breadth first from the nets of the destination.
+void SearchBounds::measureSwitches()
+{
+    switches.clear(index.netCount());
     crossed.clear(index.componentCount());
     nets.clear();
     const auto reach = [this](int net, int count) {
@@ -52,44 +59,61 @@ void SearchBounds::measure()
         if (count > 0 && additionalNodesOn(net) > rules.maxAdditionalNodes)
             switches.set(net, neverEnough); // no branch gets beyond it
         else
-            crossFrom(net, [&](int other) { reach(other, count + 1); });
+            crossFrom(net, 0, [&](int other) { reach(other, count + 1); });
     }
 }
 
 void SearchBounds::noteUselessBranch()
 {
-    if (++uselessBranches == nets.size())
-        measureAdditionalNodes();
+    if (!isLabelled && ++uselessBranches == nets.size())
+        measureBoth();
 }
 
-// Nearest first in terms of what has to be collected, from the nets of the destination.
-void SearchBounds::measureAdditionalNodes()
+// The same, but a net is looked at again when it is reached with less to collect.
+void SearchBounds::measureBoth()
 {
-    areNodesMeasured = true;
-    additionalNodes.clear(index.netCount());
+    isLabelled = true;
+    latestLabels.clear(index.netCount());
     crossed.clear(index.componentCount());
-    using CountAndNet = std::pair<int, int>;
-    std::priority_queue<CountAndNet, std::vector<CountAndNet>, std::greater<>> waiting;
-    const auto reach = [&](int net, int count) {
-        if (count > rules.maxAdditionalNodes || (additionalNodes.has(net) && additionalNodes.value(net) <= count))
-            return;
-        additionalNodes.set(net, count);
-        waiting.emplace(count, net);
-    };
-
+    labels.clear();
     const auto lastNets = index.netsOfTerminal(rules.destination);
     for (const int net : lastNets)
-        reach(net, 0);
-    while (!waiting.empty()) {
-        const auto [count, net] = waiting.top();
-        waiting.pop();
-        if (net == sourceNet || additionalNodes.value(net) < count)
+        label(net, 0, 0);
+    for (std::size_t next = 0; next < labels.size(); ++next) {
+        const Label from = labels[next]; // a copy, since the list grows
+        if (from.switches >= rules.maxNetsSearched)
+            return;
+        if (from.net == sourceNet)
             continue;
-        crossFrom(net, [&, collected = count](int other) {
-            if (switches.has(other))
-                reach(other, collected + (other == sourceNet ? 0 : additionalNodesOn(other)));
+        crossFrom(from.net, from.additionalNodes, [&](int other) {
+            label(other, from.switches + 1, from.additionalNodes + (other == sourceNet ? 0 : additionalNodesOn(other)));
         });
     }
+}
+
+// Called with ever more switches.
+void SearchBounds::label(int net, int switchCount, int nodeCount)
+{
+    if (nodeCount > rules.maxAdditionalNodes)
+        return;
+    const int latest = latestLabelOf(net);
+    if (latest != NetlistIndex::none) {
+        Label &known = labels[static_cast<std::size_t>(latest)];
+        if (known.additionalNodes <= nodeCount)
+            return;
+        if (known.switches == switchCount) { // and so not looked at yet
+            known.additionalNodes = nodeCount;
+            return;
+        }
+    }
+    latestLabels.set(net, static_cast<int>(labels.size()));
+    labels.push_back({net, switchCount, nodeCount, latest});
+}
+
+void SearchBounds::noteCut(int net, qsizetype switched, qsizetype collected)
+{
+    for (int i = latestLabelOf(net); i != NetlistIndex::none; i = labelAt(i).earlier)
+        deepening.noteCut(switched + labelAt(i).switches, collected + labelAt(i).additionalNodes);
 }
 
 // Counted once, since many components may lead to the same net.
@@ -113,17 +137,17 @@ int SearchBounds::countAdditionalNodesOn(int net) const
     return count;
 }
 
-// Visits all nets from which a component leads to this one. Each component is crossed once, since the first of its nets
-// to be looked at is the best one to come by.
+// Visits all nets from which a component leads to this one, after which so much is collected. A component is crossed
+// again only with less to collect, since the first of its nets to be looked at is the best one to come by.
 template <typename Visit>
-void SearchBounds::crossFrom(int net, Visit visit)
+void SearchBounds::crossFrom(int net, int collected, Visit visit)
 {
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         const NumberedNode &node = index.numberedNode(i);
         const int component = node.component;
-        if (!rules.roleOf(node).isSwitchable || crossed.has(component))
+        if (!rules.roleOf(node).isSwitchable || (crossed.has(component) && crossed.value(component) <= collected))
             continue;
-        crossed.set(component);
+        crossed.set(component, collected);
         for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {
             const int other = index.netOfTerminal(index.terminalOfPin(pin));
             if (other != NetlistIndex::none)

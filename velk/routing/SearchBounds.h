@@ -1,6 +1,7 @@
 #ifndef VELK_ROUTING_SEARCHBOUNDS_H
 #define VELK_ROUTING_SEARCHBOUNDS_H
 
+#include <velk/routing/IterativeDeepening.h>
 #include <velk/routing/SearchMemory.h>
 #include <velk/routing/SearchRules.h>
 
@@ -11,43 +12,57 @@ namespace Velk {
 class SearchBounds
 {
 public:
-    /// All three must stay.
-    SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, SearchMemory &memory);
+    /// All four must stay.
+    SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, IterativeDeepening &deepening,
+                 SearchMemory &memory);
 
     /// Looks at the surroundings of the destination, as far as a path can be long. Call it first.
     void measure();
     /// Tells that a branch which was allowed had to collect too much. Where that happens often, it is worth measuring
-    /// what has to be collected, which is not known before.
+    /// what has to be collected, which is not known before unless the number of paths is bounded.
     void noteUselessBranch();
 
     /// Whether the net holds the destination.
     bool isLast(int net) const { return switches.has(net) && switches.value(net) == 0; }
-    /// Whether a branch may enter this net, having switched so many components and collected so many additional nodes
-    /// before it.
-    bool allow(int net, qsizetype switched, qsizetype collected) const
+    /// Whether a branch may enter this net in this pass, having switched so many components and collected so many
+    /// additional nodes before it. Where it may not, that is noted for later passes.
+    bool allow(int net, qsizetype switched, qsizetype collected)
     {
-        return switches.has(net) && switched + switches.value(net) <= rules.maxNetsSearched &&
-               (!areNodesMeasured ||
-                (additionalNodes.has(net) && collected + additionalNodes.value(net) <= rules.maxAdditionalNodes));
+        if (!isLabelled)
+            return switches.has(net) && deepening.reaches(switched + switches.value(net), collected);
+        for (int i = latestLabelOf(net); i != NetlistIndex::none; i = labelAt(i).earlier) {
+            if (deepening.reaches(switched + labelAt(i).switches, collected + labelAt(i).additionalNodes))
+                return true;
+        }
+        if (deepening.isBounded())
+            noteCut(net, switched, collected);
+        return false;
     }
 
 private:
-    void measureAdditionalNodes();
+    void measureSwitches();
+    void measureBoth();
+    void label(int net, int switchCount, int nodeCount);
+    const Label &labelAt(int number) const { return labels[static_cast<std::size_t>(number)]; }
+    int latestLabelOf(int net) const { return latestLabels.has(net) ? latestLabels.value(net) : NetlistIndex::none; }
+    void noteCut(int net, qsizetype switched, qsizetype collected);
     int additionalNodesOn(int net);
     int countAdditionalNodesOn(int net) const;
     template <typename Visit>
-    void crossFrom(int net, Visit visit);
+    void crossFrom(int net, int collected, Visit visit);
 
     const NetlistIndex &index;
     const SearchRules &rules;
+    IterativeDeepening &deepening;
     const int sourceNet;
     Marks &switches;
-    Marks &additionalNodes;
+    Marks &latestLabels;
     Marks &ownAdditionalNodes;
     Marks &crossed;
     std::vector<int> &nets;
+    std::vector<Label> &labels;
     std::size_t uselessBranches = 0;
-    bool areNodesMeasured = false;
+    bool isLabelled = false;
 };
 }
 
