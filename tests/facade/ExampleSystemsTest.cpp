@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTest>
 
+#include <limits>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -107,6 +108,8 @@ private Q_SLOTS:
             const QStringList routes = routesBetween(routing, source, dut);
             QCOMPARE(routes.mid(0, first.count(u',') + 1).join(u", "_s), first);
             QTEST(countsBySwitches(routes), "counts");
+            routing.setMaxRoutes(static_cast<std::size_t>(first.count(u',')) + 1);
+            QCOMPARE(routesBetween(routing, source, dut).join(u", "_s), first);
         }
     }
 
@@ -119,6 +122,18 @@ private Q_SLOTS:
             counts.append(routesBetween(routing, u"SMU 1 - FORCE_HI"_s, u"DUT 1 IN_P"_s).size());
         }
         QCOMPARE(counts, (QList<qsizetype>{274, 194, 69, 9}));
+    }
+
+    void demoRouteBounds()
+    {
+        VelkRouting routing(files(demoFolder(false), demoBoards));
+        QList<qsizetype> counts;
+        for (const std::size_t bound : {std::size_t(1), std::size_t(200), std::size_t(1000), std::size_t(0),
+                                        std::numeric_limits<std::size_t>::max()}) {
+            routing.setMaxRoutes(bound);
+            counts.append(routesBetween(routing, u"SMU 1 - FORCE_HI"_s, u"DUT 1 IN_P"_s).size());
+        }
+        QCOMPARE(counts, (QList<qsizetype>{1, 200, 274, 274, 274}));
     }
 
     void demoNets()

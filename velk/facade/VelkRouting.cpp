@@ -161,4 +161,10 @@ void VelkRouting::setMaxSwitchingComponentsPerPath(unsigned int limit)
 {
     d->routing->setMaxSwitchingComponentsPerPath(static_cast<int>(limit));
 }
+
+// Bit by bit too: what turns negative is no bound either.
+void VelkRouting::setMaxRoutes(std::size_t bound)
+{
+    d->routing->setMaxPaths(static_cast<qsizetype>(bound));
+}
 }

@@ -3,6 +3,7 @@
 
 #include <velk/VelkExport.h>
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -109,9 +110,9 @@ public:
     /// released. See to it that just one of the two is ever destroyed.
     VelkRouting &operator=(const VelkRouting &other);
 
-    /// All routes from a pin of the first component (by reference) that has all of \a sourceProperties to one
-    /// of the first that has all of \a destinationProperties. A pin is given by number or else by name. An
-    /// empty property value also matches a component without that property.
+    /// All routes, or the first ones where setMaxRoutes() bounds them, from a pin of the first component (by reference)
+    /// that has all of \a sourceProperties to one of the first that has all of \a destinationProperties. A pin is given
+    /// by number or else by name. An empty property value also matches a component without that property.
     ///
     /// Routes with the fewest switching components come first, among them those with the fewest additional
     /// connections. No route is an empty vector. Throws VelkRoutingException where component, part or pin is
@@ -142,6 +143,12 @@ public:
     /// 5 by default. The destination is looked for before the limit is tested, so a limit of 5 finds routes
     /// of up to 6 switching components. From 2147483647 on only direct connections are found.
     void setMaxSwitchingComponentsPerPath(unsigned int limit);
+    /// Has getRoutes() return the first so many of its routes only, exactly those that would come first without the
+    /// bound. 0, the default, is no bound, as is a number above the largest std::ptrdiff_t. With the trace off it then
+    /// takes time and memory for these routes, be there thousands of millions of others. With the trace on every pass
+    /// of the search is logged, each going deeper than the one before, and the search looks everywhere. A bound that is
+    /// not reached saves nothing: it costs as much as some queries without it.
+    void setMaxRoutes(std::size_t bound);
 
 private:
     VelkRoutingPrivate *d;
