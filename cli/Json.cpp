@@ -22,8 +22,8 @@ QJsonObject pinToJson(const Velk::EDAPin &pin)
     return {{u"number"_s, pin.number}, {u"name"_s, pin.name}, {u"type"_s, pin.type}};
 }
 
-QByteArray jsonDocument(const QString &memberName, const QJsonArray &array)
+QByteArray jsonDocument(const QJsonObject &members)
 {
-    return QJsonDocument(QJsonObject{{memberName, array}}).toJson();
+    return QJsonDocument(members).toJson();
 }
 }

@@ -12,8 +12,7 @@ namespace VelkCli {
 QJsonObject componentToJson(const Velk::EDAComponent &component); ///< ref, value, part, properties
 QJsonObject pinToJson(const Velk::EDAPin &pin);                   ///< number, name, type
 
-/// A document with one member, an array.
-QByteArray jsonDocument(const QString &memberName, const QJsonArray &array);
+QByteArray jsonDocument(const QJsonObject &members);
 }
 
 #endif

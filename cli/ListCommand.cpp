@@ -155,7 +155,7 @@ Listing listWhat(const QString &what, const QMap<QString, QString> &where, const
 QByteArray format(const Listing &listing, const std::string &formatName, const QString &what)
 {
     if (formatName == "json")
-        return jsonDocument(what, listing.json);
+        return jsonDocument({{what, listing.json}});
     return formatName == "csv" ? toCsv(listing.csv) : toText(listing.text);
 }
 }

@@ -93,7 +93,7 @@ QByteArray routesToText(const RouteReport &report)
         const QString number = QString::number(i + 1).rightJustified(numberWidth);
         text += u"%1. %2\n"_s.arg(number, routeText(report, report.paths.at(i))).toUtf8();
     }
-    return text + countText(report.paths).toUtf8() + '\n';
+    return text + countText(report.paths).toUtf8() + (report.areThereMore ? "; there are more\n" : "\n");
 }
 
 QByteArray routesToJson(const RouteReport &report)
@@ -107,7 +107,10 @@ QByteArray routesToJson(const RouteReport &report)
             QJsonObject{{u"switchingComponents"_s, switchingComponents},
                         {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}});
     }
-    return jsonDocument(u"routes"_s, routes);
+    QJsonObject members{{u"routes"_s, routes}};
+    if (report.areThereMore)
+        members.insert(u"more"_s, true);
+    return jsonDocument(members);
 }
 
 QByteArray routesToCsv(const RouteReport &report)

@@ -17,13 +17,15 @@ struct RouteReport
     QSharedPointer<Velk::EDANetNode> source;
     QSharedPointer<Velk::EDANetNode> destination;
     QList<Velk::RoutingPath> paths;
+    bool areThereMore; ///< than these paths
     PinNames pinNames;
 };
 
-/// A numbered line for each route and a line with the count.
+/// A numbered line for each route and a line with the count, which also tells whether there are more.
 QByteArray routesToText(const RouteReport &report);
 
-/// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}
+/// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and besides
+/// "more": true if there are more
 QByteArray routesToJson(const RouteReport &report);
 
 /// A row for each route; cells that list several things separate them with blanks.

@@ -10,6 +10,8 @@
 #include <velk/model/EDAException.h>
 #include <velk/routing/Routing.h>
 
+#include <limits>
+
 using namespace Velk;
 
 namespace VelkCli {
@@ -24,6 +26,9 @@ QSharedPointer<EDANetNode> endOf(const EDAProvider &netlist, const QMap<QString,
     const auto part = netlist.getPartByName(component->part);
     return EDANetNode::create(component->ref, part->getPinByNumberOrName(pin)->number);
 }
+
+/// One more is asked for, to know whether there are more.
+constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
 
 QByteArray format(const RouteReport &report, const std::string &formatName)
 {
@@ -59,6 +64,10 @@ RoutesCommand::RoutesCommand(CLI::App &app)
     command->add_option("--max-connections", maxConnections, "Leave out routes with more side connections than N")
         ->type_name("N")
         ->capture_default_str();
+    command->add_option("--max-routes", maxRoutes, "Show the first N routes only; 0 shows all")
+        ->check(CLI::Range(mostRoutes).description({}))
+        ->type_name("N")
+        ->capture_default_str();
     netlist.addTo(*command, {"text", "json", "csv", "dot"});
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n"
@@ -86,10 +95,15 @@ int RoutesCommand::run() const
     routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
+    routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
     try {
-        const auto paths = routing.findPaths(source, toQString(sourcePin), dut, toQString(dutPin));
+        auto paths = routing.findPaths(source, toQString(sourcePin), dut, toQString(dutPin));
+        const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
+        if (areThereMore)
+            paths.resize(maxRoutes);
         const RouteReport report{provider, endOf(provider, source, toQString(sourcePin)),
-                                 endOf(provider, dut, toQString(dutPin)), paths, PinNames(provider)};
+                                 endOf(provider, dut, toQString(dutPin)), paths, areThereMore,
+                                 PinNames(provider)};
         writeOutput(toQString(netlist.outputFile), format(report, netlist.format));
         return paths.isEmpty() ? 1 : 0;
     } catch (const EDAException &exception) {

@@ -24,6 +24,7 @@ private:
     std::string dutPin;
     int maxSwitches;
     int maxConnections;
+    int maxRoutes = 0;
     bool trace = false;
     CLI::App *command;
 };

@@ -102,6 +102,24 @@ private Q_SLOTS:
         QCOMPARE(connection[u"pin"_s].toObject().keys(), (QStringList{u"name"_s, u"number"_s, u"type"_s}));
     }
 
+    void firstRoutesInOtherForms()
+    {
+        const auto first = [](const QByteArray &bound, const QByteArray &format) {
+            return routes(("--source Dev=DMM --source-pin HI --dut CompType=DUT --dut Bench=2 --dut-pin OUT "
+                           "--max-switches 1 --max-routes " +
+                           bound + " --format " + format)
+                              .constData())
+                .output;
+        };
+        const auto json = QJsonDocument::fromJson(first("1", "json").toUtf8()).object();
+        QCOMPARE(json[u"routes"_s].toArray().size(), 1);
+        QCOMPARE(json[u"more"_s], QJsonValue(true));
+        QCOMPARE(QJsonDocument::fromJson(first("2", "json").toUtf8()).object().keys(), QStringList{u"routes"_s});
+        QCOMPARE(first("1", "csv").count(u'\n'), 2);
+        QCOMPARE(first("1", "dot").count(u"\"component R3#1\""_s), 0);
+        QVERIFY(first("2", "dot").contains(u"\"component R3#1\""_s));
+    }
+
     void routesAsCsvAndDrawing()
     {
         QCOMPARE(routes("--source Dev=DMM --source-pin HI --dut CompType=DUT --dut Bench=2 --dut-pin OUT "
