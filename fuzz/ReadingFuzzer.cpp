@@ -90,10 +90,28 @@ void checkJoining(KiCadNetParser &parser)
 }
 }
 
+// What is completed can be read, searched and joined; nothing is left for the parser to complain of but missing lists.
+void readTolerantly(const QByteArray &bytes)
+{
+    KiCadReader reader(bytes, KiCadReadingMode::Tolerant);
+    checkPosition(reader, reader.read() == KiCadSyntaxError);
+    KiCadNetParser parser(reader.getRoot(), KiCadReadingMode::Tolerant);
+    try {
+        parser.parse();
+    } catch (const KiCadTokenNotFoundException &exception) {
+        require(exception.path().count(u'/') == 2, u"an element not completed: "_s + exception.path());
+        return;
+    }
+    for (const auto &component : parser.getComponents())
+        require(!parser.getPartByName(component->part).isNull(), u"no part for "_s + component->ref);
+    checkJoining(parser);
+}
+
 /// Any bytes as a netlist, compared with the most obvious way to read one.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes = toBytes(data, size);
+    readTolerantly(bytes);
     KiCadReader reader(bytes);
     const bool isError = reader.read() == KiCadSyntaxError;
     checkPosition(reader, isError);

@@ -248,8 +248,10 @@ private Q_SLOTS:
         write(
             board,
             u"(export (components) (libparts) (nets (net (name \"N\") (node (ref \"\x1b[2J\u009b\") (pin \"1\")))))"_s);
-        QCOMPARE(velk({u"list"_s, u"nets"_s, board}).errors,
-                 u"velk: %1: No component matching properties 'ref=\\x1B[2J\\x9B' found\n"_s.arg(board));
+        QCOMPARE(
+            velk({u"list"_s, u"nets"_s, board}).errors,
+            u"velk: %1: No component matching properties 'ref=\\x1B[2J\\x9B' found; try --tolerant, which can read "
+            "this file\n"_s.arg(board));
         QCOMPARE(velk({u"list"_s, u"nets"_s, u"no\nfile"_s}).errors,
                  u"velk: no\\x0Afile: cannot be read: No such file or directory\n"_s);
         QVERIFY(velk({u"list"_s, u"\x1b"_s}).errors.startsWith(u"velk: WHAT: \\x1B not in"_s));
