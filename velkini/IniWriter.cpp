@@ -43,11 +43,13 @@ QString escaped(const QString &text, QStringView special = {})
     return result;
 }
 
-// Readers that drop blanks at the start of a line look at the first character behind them.
+// Readers that drop blanks at the start of a line, or a byte-order mark at the start of the file, look at the first
+// character behind them.
 QString escapedKey(const QString &key)
 {
     QString text = escaped(key, u"=");
-    const auto first = std::find_if(text.cbegin(), text.cend(), [](QChar c) { return !c.isSpace(); });
+    const auto first =
+        std::find_if(text.cbegin(), text.cend(), [](QChar c) { return !c.isSpace() && c != QChar::ByteOrderMark; });
     if (first == text.cend() || !u"[;#"_s.contains(*first))
         return text;
     return text.insert(first - text.cbegin(), u'\\');

@@ -23,14 +23,15 @@ private Q_SLOTS:
         writer.writeProperty(u"key"_s, u"=[x] ;#\\ Ω"_s, {u"of the entry"_s});
         writer.writeSection(u"x]y"_s, {u"third"_s});
         writer.writeComment(u"text"_s);
-        for (const QString &key : {u"a=b=c"_s, u"[k]"_s, u";k"_s, u"#k"_s, u" #k"_s, u"k;#["_s, QString()})
+        for (const QString &key :
+             {u"a=b=c"_s, u"[k]"_s, u";k"_s, u"#k"_s, u" #k"_s, u"\ufeff[k"_s, u"k;#["_s, QString()})
             writer.writeProperty(key, {}, {});
         writer.writeProperty(u"c\n"_s, u"\n\r\t\0\x1b\x7f\u0085"_s, {});
         writer.close();
         QVERIFY(!buffer.isOpen());
         QCOMPARE(QString::fromUtf8(buffer.data()),
                  u"; first\n; second\n[a]\n; of the entry\nkey==[x] ;#\\ Ω\n\n; third\n[x\\]y]\n; text\n"
-                 "a\\=b\\=c=\n\\[k]=\n\\;k=\n\\#k=\n \\#k=\nk;#[=\n=\n"
+                 "a\\=b\\=c=\n\\[k]=\n\\;k=\n\\#k=\n \\#k=\n\ufeff\\[k=\nk;#[=\n=\n"
                  "c\\n=\\n\\r\\t\\0\\x1B\\x7F\\x85\n"_s);
     }
 
