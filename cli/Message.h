@@ -6,7 +6,7 @@
 namespace VelkCli {
 
 /// The text with its control characters but tabs as \xNN, so that no name in a netlist can steer a terminal or make
-/// lines of its own.
+/// lines of its own. For all that people read; JSON, CSV and drawings have escapes of their own.
 QString printable(const QString &text);
 
 /// One line on standard error.

@@ -1,6 +1,7 @@
 #include "cli/RouteFormats.h"
 
 #include "cli/Json.h"
+#include "cli/Message.h"
 #include "cli/Table.h"
 
 using namespace Qt::StringLiterals;
@@ -46,7 +47,7 @@ QString routeText(const RouteReport &report, const RoutingPath &path)
     QString remarks = switchCount(path.switchingComponents.size());
     if (!path.additionalNodes.isEmpty())
         remarks += u"; also connects "_s + pinTexts(report.pinNames, path.additionalNodes).join(u", "_s);
-    return u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks);
+    return printable(u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks));
 }
 
 // "274 routes: 1 of 2 switches, 21 of 4, 252 of 6". The paths are sorted by their number of switches.
@@ -84,8 +85,9 @@ QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPoin
 QByteArray routesToText(const RouteReport &report)
 {
     if (report.paths.isEmpty()) {
-        return u"no route from %1 to %2\n"_s.arg(endText(report, report.source), endText(report, report.destination))
-            .toUtf8();
+        const QString text =
+            u"no route from %1 to %2"_s.arg(endText(report, report.source), endText(report, report.destination));
+        return printable(text).toUtf8() + '\n';
     }
     const auto numberWidth = QString::number(report.paths.size()).size();
     QByteArray text;

@@ -101,8 +101,11 @@ int RoutesCommand::run() const
         const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
         if (areThereMore)
             paths.resize(maxRoutes);
-        const RouteReport report{provider, endOf(provider, source, toQString(sourcePin)),
-                                 endOf(provider, dut, toQString(dutPin)), paths, areThereMore,
+        const RouteReport report{provider,
+                                 endOf(provider, source, toQString(sourcePin)),
+                                 endOf(provider, dut, toQString(dutPin)),
+                                 paths,
+                                 areThereMore,
                                  PinNames(provider)};
         writeOutput(toQString(netlist.outputFile), format(report, netlist.format));
         return paths.isEmpty() ? 1 : 0;

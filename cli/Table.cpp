@@ -1,5 +1,7 @@
 #include "cli/Table.h"
 
+#include "cli/Message.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -50,7 +52,7 @@ QByteArray toText(const Table &table)
         text += cells.last();
         while (text.endsWith(u' '))
             text.chop(1);
-        return text + u'\n';
+        return printable(text) + u'\n';
     };
     QString text = line(table.heading);
     for (const auto &row : table.rows)

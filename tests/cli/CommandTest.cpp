@@ -255,6 +255,9 @@ private Q_SLOTS:
         QCOMPARE(velk({u"list"_s, u"nets"_s, u"no\nfile"_s}).errors,
                  u"velk: no\\x0Afile: cannot be read: No such file or directory\n"_s);
         QVERIFY(velk({u"list"_s, u"\x1b"_s}).errors.startsWith(u"velk: WHAT: \\x1B not in"_s));
+
+        write(board, u"(export (components) (libparts) (nets (net (name \"N\\nM\"))))"_s);
+        QVERIFY(velk({u"list"_s, u"nets"_s, u"--tolerant"_s, board}).output.endsWith(u"\nN\\x0AM#1\n"_s));
     }
 
     void pipesAndFullDisks()
