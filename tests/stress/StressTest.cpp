@@ -202,6 +202,20 @@ private Q_SLOTS:
         QCOMPARE(linesOfNetList(board), 1 + pins);
     }
 
+    // Most of these 400 million pins lie on no net.
+    void componentsOfVeryManyPins()
+    {
+        const QByteArray pins = repeated(20000, [](int i) { return pin(number(i)); });
+        const QByteArray relays = repeated(20000, [](int i) { return component("K" + number(i), "Relay"); });
+        auto system = joined(
+            {netlist(component("U1", "Source") + component("D1", "DUT") + relays, pins,
+                     net("A", node("U1", "1") + node("K7", "1")) + net("B", node("K7", "19999") + node("D1", "0")))});
+        const auto paths =
+            Routing(&system).findPaths({{u"CompType"_s, u"Source"_s}}, u"1"_s, {{u"CompType"_s, u"DUT"_s}}, u"0"_s);
+        QCOMPARE(paths.size(), 1);
+        QCOMPARE(paths.first().switchingComponents.first()->ref, u"K7#1"_s);
+    }
+
     void millionNetsOverAConnector()
     {
         constexpr int pins = 500'000;

@@ -31,12 +31,10 @@ NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allCompone
     typesOfComponents.reserve(toSize(componentCount()));
     identifiersOfComponents.reserve(toSize(componentCount()));
     partsOfComponents.reserve(toSize(componentCount()));
-    firstPins.reserve(toSize(componentCount()) + 1);
     for (const auto &component : std::as_const(components))
         addComponent(component);
     componentsByProperty.finish();
-    firstPins.push_back(static_cast<int>(pinTerminals.size()));
-    terminalNets.assign(pinTerminals.size(), none);
+    numberPins();
 }
 
 void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
@@ -56,11 +54,26 @@ void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
     if (typesByText.size() == types.size())
         types.append(component->type());
     identifiersOfComponents.push_back(numberOf(component->identifier(), identifiersByText));
+    partsOfComponents.push_back(partsByName.value(component->part, none));
+}
+
+void NetlistIndex::numberPins()
+{
+    constexpr std::size_t mostPins = 100'000'000;
+    std::size_t count = 0;
+    for (const int part : partsOfComponents)
+        count += part == none ? 0 : static_cast<std::size_t>(parts[toSize(part)].part->pins.size());
+    if (count > mostPins)
+        return;
+    firstPins.reserve(partsOfComponents.size() + 1);
+    pinTerminals.reserve(count);
+    for (const int part : partsOfComponents) {
+        firstPins.push_back(static_cast<int>(pinTerminals.size()));
+        if (part != none)
+            addPinsOf(parts[toSize(part)]);
+    }
     firstPins.push_back(static_cast<int>(pinTerminals.size()));
-    const int part = partsByName.value(component->part, none);
-    partsOfComponents.push_back(part);
-    if (part != none)
-        addPinsOf(parts[toSize(part)]);
+    terminalNets.assign(pinTerminals.size(), none);
 }
 
 void NetlistIndex::addPinsOf(const IndexedPart &indexedPart)
@@ -106,7 +119,7 @@ NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNu
     if (component == none)
         return {none, none, unlisted};
     const int part = partsOfComponents[toSize(component)];
-    const int position = part == none ? none : parts[toSize(part)].positions.value(pinNumber, none);
+    const int position = part == none || !hasTerminals() ? none : parts[toSize(part)].positions.value(pinNumber, none);
     return {component, position == none ? none : firstPin(component) + position, typeOf(component)};
 }
 

@@ -43,6 +43,10 @@ public:
     void addNet(const QSharedPointer<EDANet> &net);
     void addNode(const NumberedNode &node);
 
+    /// False where there are too many pins to be numbered, as of thousands of components with thousands of pins each,
+    /// most of which lie on no net. There are no terminals then, and no pins of components.
+    bool hasTerminals() const { return !firstPins.empty(); }
+
     int netCount() const { return static_cast<int>(nets.size()); }
     int componentCount() const { return static_cast<int>(components.size()); }
 
@@ -96,6 +100,7 @@ private:
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
     void addPart(const QSharedPointer<EDAPart> &part);
     void addComponent(const QSharedPointer<EDAComponent> &component);
+    void numberPins();
     void addPinsOf(const IndexedPart &indexedPart);
 
     std::vector<IndexedPart> parts;

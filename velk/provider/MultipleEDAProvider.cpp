@@ -240,7 +240,7 @@ void MultipleEDAProvider::prepareNets()
 // A derived class may answer queries in a way of its own.
 const NetlistIndex *MultipleEDAProvider::netlistIndex() const
 {
-    return typeid(*this) == typeid(MultipleEDAProvider) ? index.get() : nullptr;
+    return typeid(*this) == typeid(MultipleEDAProvider) && index->hasTerminals() ? index.get() : nullptr;
 }
 
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::getNets() const
