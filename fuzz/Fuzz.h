@@ -53,7 +53,7 @@ public:
     QString text()
     {
         const int length = number(32);
-        const QString result = decoded(bytes.mid(position, length));
+        QString result = decoded(bytes.mid(position, length));
         position += length;
         return result;
     }

@@ -104,7 +104,7 @@ private:
 
     QString nextComment()
     {
-        const QString text = decisions.text();
+        QString text = decisions.text();
         lines.append({comment, u"; "_s + shown(text)});
         return text;
     }

@@ -208,7 +208,7 @@ void KiCadRepair::repairComponents()
         const QString path = pathOf(u"/export/components/comp"_s, ref);
         if (partsOfComponents.contains(ref))
             warn(path, u"listed twice, and the later one holds"_s);
-        complete(*comp, kiCadPaths().value, u"value"_s, [&path] { return path; });
+        complete(*comp, kiCadPaths().value, u"value"_s, [&path]() -> const QString & { return path; });
         resolvePart(*comp, ref, path);
         repairProperties(*comp, path);
         return false;
@@ -239,8 +239,8 @@ KiCadRepair::PartPointer KiCadRepair::findPart(const LibraryAndName &wanted, con
 {
     if (wanted.second.isEmpty())
         return {};
-    if (const PartPointer part = partsByLibrary.value(wanted))
-        return part;
+    if (PartPointer listed = partsByLibrary.value(wanted))
+        return listed;
     PartPointer part = aliasesByLibrary.value(wanted);
     if (!part && partsByName.contains(wanted.second)) {
         if (ambiguousNames.contains(wanted.second))
@@ -261,7 +261,7 @@ KiCadRepair::PartPointer KiCadRepair::makeUpPart(const QString &lib, const QStri
     libpart->append(u"lib"_s, lib);
     libpart->append(u"part"_s, name);
     libpart->append(u"pins"_s);
-    const auto part = std::make_shared<Part>(Part{libpart, {}, true});
+    auto part = std::make_shared<Part>(Part{libpart, {}, true});
     partsByName.insert(name, part);
     return part;
 }
