@@ -5,7 +5,9 @@
 
 namespace VelkCli {
 
-/// Ends the command with one line on standard error and the exit status 2.
+constexpr int exitFailure = 2;
+
+/// Ends the command with one line on standard error and the exit status exitFailure.
 struct CommandError
 {
     QString message; ///< what is wrong and in which file, without a line break

@@ -53,8 +53,7 @@ IniCommand::IniCommand(CLI::App &app)
     , application(command->add_subcommand("application", "Write the application INI: benches and channel tables"))
 {
     command->require_subcommand(1);
-    command->footer("Example, from the source folder:\n"
-                    "  velk ini physical examples/demo/instruments.net");
+    command->footer(exampleHeading + "  velk ini physical examples/demo/instruments.net");
     addPhysical();
     addApplication();
 }
@@ -70,8 +69,7 @@ void IniCommand::addPhysical()
                      "KiCad netlist files; the references of several carry their numbers #1, #2, ...")
         ->required()
         ->type_name("");
-    physical->footer("Example, from the source folder:\n"
-                     "  velk ini physical examples/demo/instruments.net");
+    physical->footer(exampleHeading + "  velk ini physical examples/demo/instruments.net");
 }
 
 void IniCommand::addApplication()
@@ -80,12 +78,12 @@ void IniCommand::addApplication()
         ->add_option("--test-system", testSystemFiles,
                      "KiCad netlist files with the sources; the references of several carry their numbers")
         ->required()
-        ->type_name("FILE");
+        ->type_name("NETLIST");
     application
         ->add_option("--application", applicationFiles,
                      "KiCad netlist files with the DUTs; the references of several carry their numbers")
         ->required()
-        ->type_name("FILE");
+        ->type_name("NETLIST");
     addTolerantTo(*application, tolerant);
     addTypesTo(*application, "--dut-type", dutTypes, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
                "CompType that is a DUT");
@@ -94,9 +92,8 @@ void IniCommand::addApplication()
     application->add_option("--application-name", applicationName,
                             "Text for ApplicationEdaNet instead of the file names");
     addOutputTo(*application, outputFile);
-    application->footer("Example, from the source folder:\n"
-                        "  velk ini application --test-system examples/demo/instruments.net \\\n"
-                        "    --application examples/demo/adapter.net");
+    application->footer(exampleHeading + "  velk ini application --test-system examples/demo/instruments.net \\\n"
+                                         "    --application examples/demo/adapter.net");
 }
 
 bool IniCommand::isChosen() const

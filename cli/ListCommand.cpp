@@ -170,8 +170,7 @@ ListCommand::ListCommand(CLI::App &app)
     addRepeatable(*command, "--where", where, "Only components with this property; all given must match")
         ->type_name("KEY=VALUE");
     netlist.addTo(*command, {"text", "json", "csv"});
-    command->footer("Example, from the source folder:\n"
-                    "  velk list components --where CompType=Relay examples/demo/matrix.net");
+    command->footer(exampleHeading + "  velk list components --where CompType=Relay examples/demo/matrix.net");
 }
 
 bool ListCommand::isChosen() const

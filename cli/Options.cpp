@@ -10,6 +10,9 @@ using namespace Velk;
 
 namespace VelkCli {
 
+const std::string exampleHeading = "Example, from the source folder:\n";
+const std::string exitStatusHeading = "Exit status:\n";
+
 NetlistOptions::NetlistOptions()
     : connectorTypes{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE.toStdString()}
     , switchableTypes{Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY.toStdString(),

@@ -14,6 +14,10 @@
 
 namespace VelkCli {
 
+/// The paragraphs of a help's footer that begin so go to sections of their own in the manual page.
+extern const std::string exampleHeading;
+extern const std::string exitStatusHeading;
+
 /// The options that every command on netlists has.
 struct NetlistOptions
 {

@@ -70,8 +70,8 @@ RoutesCommand::RoutesCommand(CLI::App &app)
         ->capture_default_str();
     netlist.addTo(*command, {"text", "json", "csv", "dot"});
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
-    command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n"
-                    "Example, from the source folder:\n"
+    command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
+                    exampleHeading +
                     "  velk routes --source Dev=DMM --source-pin HI --dut Bench=2 --dut CompType=DUT --dut-pin OUT \\\n"
                     "    examples/demo/instruments.net examples/demo/matrix.net examples/demo/adapter.net");
 }

@@ -1,0 +1,71 @@
+#include "cli/CommandLine.h"
+
+#include "cli/CommandError.h"
+#include "cli/Message.h"
+
+#include <iostream>
+
+using namespace Qt::StringLiterals;
+
+namespace VelkCli {
+
+namespace {
+
+std::string usageMessage(const CLI::App *app, const CLI::Error &error)
+{
+    std::string command = "velk";
+    while (!app->get_subcommands().empty()) {
+        app = app->get_subcommands().front();
+        command += " " + app->get_name();
+    }
+    const QString message = QString::fromUtf8(error.what()).remove(bracketGuard);
+    return "velk: " + printable(message).toStdString() + " (see " + command + " --help)\n";
+}
+}
+
+CommandLine::CommandLine()
+    : app("Finds the chains of relays and resistors between two pins of a test system.\n"
+          "The system is drawn in KiCad, one netlist for each board, joined where the boards plug together.",
+          "velk")
+    , routes(app)
+    , list(app)
+    , ini(app)
+{
+    app.set_version_flag("--version", "velk " VELK_VERSION);
+    app.require_subcommand(1);
+    app.failure_message(usageMessage);
+    app.footer(exampleHeading +
+               "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
+               "\n" +
+               exitStatusHeading +
+               "  0  done; with velk routes: there are routes\n"
+               "  1  with velk routes: there are none\n"
+               "  2  wrong usage, unreadable input or an output that cannot be written\n"
+               "\nEach command has a --help of its own, as velk routes --help.");
+}
+
+const CLI::App &CommandLine::definitions() const
+{
+    return app;
+}
+
+int CommandLine::run(int argc, char **argv)
+{
+    try {
+        app.parse(guarded(argc, argv));
+    } catch (const CLI::ParseError &error) {
+        const int status = app.exit(error);
+        if (!std::cout.flush())
+            throw CommandError{u"standard output: cannot be written"_s};
+        return status == 0 ? 0 : exitFailure;
+    }
+    return runChosen();
+}
+
+int CommandLine::runChosen() const
+{
+    if (ini.isChosen())
+        return ini.run();
+    return routes.isChosen() ? routes.run() : list.run();
+}
+}

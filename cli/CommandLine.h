@@ -1,0 +1,31 @@
+#ifndef VELK_CLI_COMMANDLINE_H
+#define VELK_CLI_COMMANDLINE_H
+
+#include "cli/IniCommand.h"
+#include "cli/ListCommand.h"
+#include "cli/RoutesCommand.h"
+
+namespace VelkCli {
+
+/// All that the command understands: its subcommands with their options. What CLI11 knows of them is also what the
+/// manual page and the completions are made from.
+class CommandLine
+{
+public:
+    CommandLine();
+
+    const CLI::App &definitions() const;
+    /// Does what the arguments ask for and returns the exit status. Throws a CommandError.
+    int run(int argc, char **argv);
+
+private:
+    int runChosen() const;
+
+    CLI::App app;
+    RoutesCommand routes;
+    ListCommand list;
+    IniCommand ini;
+};
+}
+
+#endif
