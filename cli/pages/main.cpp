@@ -1,0 +1,43 @@
+// Writes the manual page and the completions of the command into the folder that is its argument.
+#include "cli/CommandError.h"
+#include "cli/CommandLine.h"
+#include "cli/Message.h"
+#include "cli/Output.h"
+#include "cli/pages/BashCompletion.h"
+#include "cli/pages/FishCompletion.h"
+#include "cli/pages/ManualPage.h"
+#include "cli/pages/ZshCompletion.h"
+
+using namespace Qt::StringLiterals;
+using namespace VelkCli;
+
+namespace {
+
+void writePages(const QString &folder)
+{
+    const CommandLine commandLine;
+    const auto command = describe(commandLine.definitions());
+    const QString version = QString::fromStdString(commandLine.definitions().version());
+    const std::pair<QString, QString> pages[] = {{u"velk.1"_s, manualPage(command, version)},
+                                                 {u"velk.bash"_s, bashCompletion(command)},
+                                                 {u"_velk"_s, zshCompletion(command)},
+                                                 {u"velk.fish"_s, fishCompletion(command)}};
+    for (const auto &[name, text] : pages)
+        writeOutput(folder + u'/' + name, text.toUtf8());
+}
+}
+
+int main(int argc, char **argv)
+{
+    if (argc != 2) {
+        printMessage(u"velk-pages: expected a folder"_s);
+        return exitFailure;
+    }
+    try {
+        writePages(QString::fromLocal8Bit(argv[1]));
+        return 0;
+    } catch (const CommandError &error) {
+        printMessage(u"velk-pages: "_s + error.message);
+        return exitFailure;
+    }
+}
