@@ -3,6 +3,8 @@
 #include "cli/CommandError.h"
 #include "cli/Message.h"
 
+#include <velk/VelkVersion.h>
+
 #include <iostream>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +33,7 @@ CommandLine::CommandLine()
     , list(app)
     , ini(app)
 {
-    app.set_version_flag("--version", "velk " VELK_VERSION);
+    app.set_version_flag("--version", "velk " VELK_VERSION_STRING);
     app.require_subcommand(1);
     app.failure_message(usageMessage);
     app.footer(exampleHeading +

@@ -16,8 +16,8 @@ function(velk_compile_options target)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
 endfunction()
 
-# What the two libraries have in common besides.
-function(velk_library_options target)
+# What the two libraries have in common besides. The prefix is that of the macros in the export header.
+function(velk_library_options target prefix)
     velk_compile_options(${target})
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(${target} PROPERTIES
@@ -25,5 +25,13 @@ function(velk_library_options target)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON
         VERIFY_INTERFACE_HEADER_SETS ON)
+    if(NOT velk_is_shared)
+        target_compile_definitions(${target} PUBLIC ${prefix}_STATIC_DEFINE)
+    elseif(UNIX AND NOT APPLE)
+        # Else templates of Qt and the standard library that happen to be used would be exported too.
+        target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exported.map)
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exported.map)
+    endif()
 endfunction()
