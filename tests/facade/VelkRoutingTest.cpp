@@ -50,7 +50,7 @@ private Q_SLOTS:
     void readsTolerantly()
     {
         const std::string file = QStringLiteral(VELK_TEST_DATA "/kicad5.net").toStdString();
-        QVERIFY_EXCEPTION_THROWN(VelkRouting({file}), VelkRoutingException);
+        QVERIFY_THROWS_EXCEPTION(VelkRoutingException, VelkRouting({file}));
         const VelkRouting routing({file}, {}, VelkReadingMode::Tolerant);
         QCOMPARE(routing.getRoutes({{"CompType", ""}}, "HI", {{"CompType", "Resistor"}}, "1").size(), std::size_t(1));
         QCOMPARE(routing.warnings().size(), std::size_t(2));
