@@ -23,10 +23,9 @@ const QString Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT = u"DUT"_s;
 
 namespace {
 
-NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QString> &properties,
-                           const QString &pinNumberOrName)
+NodeWithComponent findNode(const EDAProvider &provider, const QSharedPointer<EDAComponent> &component,
+                           const QMap<QString, QString> &properties, const QString &pinNumberOrName)
 {
-    const auto component = provider.getComponentByProperties(properties);
     if (component.isNull())
         throw EDAComponentNotFoundException(properties);
     const auto part = provider.getPartByName(component->part);
@@ -36,6 +35,12 @@ NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QStr
     if (pin.isNull())
         throw EDAPinNotFoundException(part, component, pinNumberOrName);
     return {EDANetNode::create(component->ref, pin->number), component};
+}
+
+NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QString> &properties,
+                           const QString &pinNumberOrName)
+{
+    return findNode(provider, provider.getComponentByProperties(properties), properties, pinNumberOrName);
 }
 
 bool comesFirst(const RoutingPath &a, const RoutingPath &b)
@@ -110,7 +115,19 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
                                       const QString &destinationPin) const
 {
     const auto source = findNode(*provider, sourceProperties, sourcePin);
-    const auto destination = findNode(*provider, destinationProperties, destinationPin);
+    return search(source, findNode(*provider, destinationProperties, destinationPin));
+}
+
+QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                             const QSharedPointer<EDAComponent> &destination,
+                                             const QString &destinationPin) const
+{
+    const auto sourceNode = findNode(*provider, source, {}, sourcePin);
+    return search(sourceNode, findNode(*provider, destination, {}, destinationPin));
+}
+
+QList<RoutingPath> Routing::search(const NodeWithComponent &source, const NodeWithComponent &destination) const
+{
     const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
     const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
     // The trace shows every net that an exhaustive search visits.

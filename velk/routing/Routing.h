@@ -95,9 +95,17 @@ public:
                                  const QMap<QString, QString> &destinationProperties,
                                  const QString &destinationPin) const;
 
+    /// The same from a pin of \a source to a pin of \a destination, for callers that know the two components. Both are
+    /// to be the provider's; a null one throws EDAComponentNotFoundException with no properties. (It has a name of its
+    /// own, since an empty list of properties, written {}, could as well mean no component.)
+    QList<RoutingPath> findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                        const QSharedPointer<EDAComponent> &destination,
+                                        const QString &destinationPin) const;
+
 private:
     friend class PathSearch;
 
+    QList<RoutingPath> search(const NodeWithComponent &source, const NodeWithComponent &destination) const;
     SearchRules rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
                          const NodeWithComponent &destination) const;
     int maxNetsSearchedPerPath() const;
