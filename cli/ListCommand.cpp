@@ -4,7 +4,10 @@
 #include "cli/Json.h"
 #include "cli/Netlist.h"
 #include "cli/Output.h"
+#include "cli/PropertyHints.h"
 #include "cli/Table.h"
+#include "cli/TypeWarnings.h"
+#include "cli/Warnings.h"
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -184,9 +187,12 @@ int ListCommand::run() const
     refuseToOverwrite(toQStringList(netlist.files), toQString(netlist.outputFile));
     const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                        readingMode(netlist.tolerant));
+    printWarnings(typeWarnings(provider, netlist));
     const QString listed = toQString(what);
-    writeOutput(toQString(netlist.outputFile),
-                format(listWhat(listed, properties, provider, netlist), netlist.format, listed));
+    const auto listing = listWhat(listed, properties, provider, netlist);
+    if (!properties.isEmpty() && listing.text.rows.isEmpty())
+        printWarnings({u"--where: "_s + whyNoneMatches(provider.getComponents(), properties)});
+    writeOutput(toQString(netlist.outputFile), format(listing, netlist.format, listed));
     return 0;
 }
 }

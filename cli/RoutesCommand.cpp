@@ -1,13 +1,13 @@
 #include "cli/RoutesCommand.h"
 
-#include "cli/CommandError.h"
 #include "cli/Netlist.h"
 #include "cli/Output.h"
 #include "cli/RouteDrawing.h"
 #include "cli/RouteFormats.h"
+#include "cli/TypeWarnings.h"
+#include "cli/Warnings.h"
 
 #include <velk/facade/VelkRouting.h>
-#include <velk/model/EDAException.h>
 #include <velk/routing/Routing.h>
 
 #include <limits>
@@ -17,15 +17,6 @@ using namespace Velk;
 namespace VelkCli {
 
 namespace {
-
-// Of a pin that findPaths() has found by the same steps.
-QSharedPointer<EDANetNode> endOf(const EDAProvider &netlist, const QMap<QString, QString> &properties,
-                                 const QString &pin)
-{
-    const auto component = netlist.getComponentByProperties(properties);
-    const auto part = netlist.getPartByName(component->part);
-    return EDANetNode::create(component->ref, part->getPinByNumberOrName(pin)->number);
-}
 
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
@@ -47,14 +38,12 @@ RoutesCommand::RoutesCommand(CLI::App &app)
     , maxConnections(Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
     , command(app.add_subcommand("routes", "Show the routes from a source pin to a DUT pin"))
 {
-    addRepeatable(*command, "--source", sourceProperties, "Property of the source component; all given must match")
-        ->required()
-        ->type_name("KEY=VALUE");
-    command->add_option("--source-pin", sourcePin, "Its pin, by number or name")->required()->type_name("PIN");
-    addRepeatable(*command, "--dut", dutProperties, "Property of the DUT component; all given must match")
-        ->required()
-        ->type_name("KEY=VALUE");
-    command->add_option("--dut-pin", dutPin, "Its pin, by number or name")->required()->type_name("PIN");
+    source.addTo(*command);
+    dut.addTo(*command);
+    command->callback([this] {
+        source.check();
+        dut.check();
+    });
     command
         ->add_option("--max-switches", maxSwitches,
                      "Go on from a net that was reached over at most N switches, so that routes of up to N+1 "
@@ -84,11 +73,13 @@ bool RoutesCommand::isChosen() const
 int RoutesCommand::run() const
 {
     VelkRouting::setTraceEnabled(trace);
-    const auto source = parseProperties(QStringLiteral("--source"), sourceProperties);
-    const auto dut = parseProperties(QStringLiteral("--dut"), dutProperties);
-    refuseToOverwrite(toQStringList(netlist.files), toQString(netlist.outputFile));
+    const QString outputFile = toQString(netlist.outputFile);
+    refuseToOverwrite(toQStringList(netlist.files), outputFile);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
+    printWarnings(typeWarnings(provider, netlist));
+    const RouteEnd sourceEnd = findEnd(provider, source);
+    const RouteEnd dutEnd = findEnd(provider, dut);
 
     Routing routing(&provider);
     routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
@@ -96,21 +87,12 @@ int RoutesCommand::run() const
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
-    try {
-        auto paths = routing.findPaths(source, toQString(sourcePin), dut, toQString(dutPin));
-        const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
-        if (areThereMore)
-            paths.resize(maxRoutes);
-        const RouteReport report{provider,
-                                 endOf(provider, source, toQString(sourcePin)),
-                                 endOf(provider, dut, toQString(dutPin)),
-                                 paths,
-                                 areThereMore,
-                                 PinNames(provider)};
-        writeOutput(toQString(netlist.outputFile), format(report, netlist.format));
-        return paths.isEmpty() ? 1 : 0;
-    } catch (const EDAException &exception) {
-        throw CommandError{exception.message()};
-    }
+    auto paths = routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
+    const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
+    if (areThereMore)
+        paths.resize(maxRoutes);
+    const RouteReport report{provider, sourceEnd.node, dutEnd.node, paths, areThereMore, PinNames(provider)};
+    writeOutput(outputFile, format(report, netlist.format));
+    return paths.isEmpty() ? 1 : 0;
 }
 }

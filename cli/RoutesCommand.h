@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_ROUTESCOMMAND_H
 #define VELK_CLI_ROUTESCOMMAND_H
 
-#include "cli/Options.h"
+#include "cli/RouteEnd.h"
 
 namespace VelkCli {
 
@@ -18,10 +18,8 @@ public:
 
 private:
     NetlistOptions netlist;
-    std::vector<std::string> sourceProperties;
-    std::string sourcePin;
-    std::vector<std::string> dutProperties;
-    std::string dutPin;
+    EndOptions source{"--source", "source component"};
+    EndOptions dut{"--dut", "DUT component"};
     int maxSwitches;
     int maxConnections;
     int maxRoutes = 0;

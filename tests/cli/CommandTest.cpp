@@ -75,13 +75,14 @@ class CommandTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void routesAsText_data() { addRowsFrom("command_routes.txt", {"arguments", "status", "expected"}); }
+    void routesAsText_data() { addRowsFrom("command_routes.txt", {"arguments", "status", "expected", "errors"}); }
     void routesAsText()
     {
         QFETCH(QString, arguments);
         QFETCH(QString, expected);
         const Result result = velk(QStringList{u"routes"_s} + arguments.split(u' ') + demo);
-        QCOMPARE(result.errors, QString());
+        QFETCH(QString, errors);
+        QCOMPARE(result.errors, errors.replace(u'/', u'\n'));
         QTEST(QString::number(result.status), "status");
         QCOMPARE(result.output, expected.replace(u'/', u'\n'));
     }
@@ -138,7 +139,7 @@ private Q_SLOTS:
 
     void trace()
     {
-        const Result result = routes("--source Dev=PSU --source-pin S+ --dut Bench=1 --dut-pin SENSE+ --trace");
+        const Result result = routes("--source Dev=PSU --source-pin S+ --dut-ref J1 --dut-pin SENSE+ --trace");
         QVERIFY(result.errors.startsWith(u"|["_s));
         QVERIFY(result.errors.endsWith(u"]\t(V_S+#3+/PSU1_SP#1+/VSENSE_P#2) found\n"_s));
         QCOMPARE(result.errors.count(u'\n'), 1);
@@ -167,6 +168,15 @@ private Q_SLOTS:
             u"ref,value,part,CompType,Dev"_s);
         QVERIFY(velk(QStringList{u"list"_s, u"nets"_s} + demo)
                     .output.contains(u"  J1#3.SENSE+ X2#3.Pin_21 U5#1.S+ X1#1.Pin_21 X1#2.Pin_21 X2#2.Pin_21\n"_s));
+    }
+
+    void filterThatMatchesNothing()
+    {
+        const Result result = velk(QStringList{u"list"_s, u"components"_s, u"--where"_s, u"Dev=DM"_s} + demo);
+        QCOMPARE(result.status, 0);
+        QVERIFY(result.output.startsWith(u"REF"_s) && result.output.count(u'\n') == 1);
+        QCOMPARE(result.errors, u"velk: warning: --where: no component has Dev=DM; values of Dev: DMM, SMU, PSU, FGEN, "
+                                "RELAY_CARD\n"_s);
     }
 
     void refuses_data() { addRowsFrom("command_failures.txt", {"arguments", "expected"}); }

@@ -1,0 +1,147 @@
+#include "cli/RouteEnd.h"
+
+#include "cli/CommandError.h"
+#include "cli/Message.h"
+#include "cli/PropertyHints.h"
+#include "cli/Suggestions.h"
+
+#include <velk/model/EDAException.h>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+using Components = QList<QSharedPointer<EDAComponent>>;
+
+QStringList refsOf(const Components &components)
+{
+    QStringList refs;
+    for (const auto &component : components)
+        refs.append(component->ref);
+    return refs;
+}
+
+QSharedPointer<EDAComponent> componentWithProperties(const EDAProvider &netlist, const EndOptions &options)
+{
+    const auto wanted = options.parsedProperties();
+    const auto components = netlist.getComponents();
+    Components matching;
+    for (const auto &component : components) {
+        if (component->matchesProperties(wanted))
+            matching.append(component);
+    }
+    if (matching.isEmpty())
+        throw CommandError{u"%1: %2; %3"_s.arg(options.option(), EDAComponentNotFoundException(wanted).message(),
+                                               whyNoneMatches(components, wanted))};
+    if (matching.size() > 1)
+        printMessage(u"velk: %1 %2 fits %3 components: %4 was taken; the others are %5"_s.arg(
+            options.option(), EDAComponent::propertiesToString(wanted), QString::number(matching.size()),
+            matching.first()->ref, enumeration(refsOf(matching.mid(1)))));
+    return matching.first();
+}
+
+/// Those that have this reference in the schematic of their board.
+Components componentsDrawnAs(const QString &ref, const Components &components)
+{
+    Components result;
+    for (const auto &component : components) {
+        if (component->ref.left(component->ref.lastIndexOf(u'#')) == ref)
+            result.append(component);
+    }
+    return result;
+}
+
+QSharedPointer<EDAComponent> componentWithRef(const EDAProvider &netlist, const EndOptions &options)
+{
+    auto exact = netlist.getComponentByRef(options.ref());
+    if (exact)
+        return exact;
+    const auto components = netlist.getComponents();
+    const auto candidates = componentsDrawnAs(options.ref(), components);
+    if (candidates.size() == 1)
+        return candidates.first();
+    const QString place = u"%1 %2: "_s.arg(options.refOption(), options.ref());
+    if (candidates.isEmpty()) {
+        const QString written = options.ref().contains(u'#') ? options.ref() : options.ref() + u'#';
+        throw CommandError{place + u"no component has this reference; there are "_s +
+                           enumeration(nearestFirst(written, refsOf(components)))};
+    }
+    throw CommandError{place + u"several netlists have it: "_s + enumeration(refsOf(candidates))};
+}
+
+QString noPinText(const EDAComponent &component, const EDAPart &part, const QString &pinText)
+{
+    QStringList pins;
+    for (const auto &pin : part.pins) {
+        const bool hasName = !pin->name.isEmpty() && pin->name != pin->number;
+        pins.append(hasName ? u"%1 (%2)"_s.arg(pin->name, pin->number) : pin->number);
+    }
+    return u"no pin '%1' on %2; its pins: %3"_s.arg(pinText, component.ref, enumeration(nearestFirst(pinText, pins)));
+}
+}
+
+EndOptions::EndOptions(const std::string &optionName, const std::string &componentName)
+    : name(optionName)
+    , component(componentName)
+{
+}
+
+void EndOptions::addTo(CLI::App &command)
+{
+    auto *byProperties =
+        addRepeatable(command, name, properties, "Property of the " + component + "; all given must match")
+            ->type_name("KEY=VALUE");
+    command
+        .add_option(name + "-ref", reference,
+                    "The " + component + " by its reference instead, as K3#2, or K3 where one netlist only has a K3")
+        ->type_name("REF")
+        ->excludes(byProperties);
+    command.add_option(name + "-pin", pinText, "Its pin, by number or name")->required()->type_name("PIN");
+}
+
+void EndOptions::check() const
+{
+    if (properties.empty() && reference.empty())
+        throw CLI::RequiredError(name + " or " + name + "-ref");
+    parsedProperties();
+}
+
+QString EndOptions::option() const
+{
+    return QString::fromStdString(name);
+}
+
+QString EndOptions::refOption() const
+{
+    return option() + u"-ref"_s;
+}
+
+QMap<QString, QString> EndOptions::parsedProperties() const
+{
+    return parseProperties(option(), properties);
+}
+
+QString EndOptions::ref() const
+{
+    return toQString(reference);
+}
+
+QString EndOptions::pin() const
+{
+    return toQString(pinText);
+}
+
+RouteEnd findEnd(const EDAProvider &netlist, const EndOptions &options)
+{
+    const auto component =
+        options.ref().isEmpty() ? componentWithProperties(netlist, options) : componentWithRef(netlist, options);
+    const auto part = netlist.getPartByName(component->part); // without which no netlist is read
+    const auto pin = part->getPinByNumberOrName(options.pin());
+    if (pin.isNull())
+        throw CommandError{noPinText(*component, *part, options.pin())};
+    return {component, EDANetNode::create(component->ref, pin->number)};
+}
+}

@@ -1,0 +1,48 @@
+#ifndef VELK_CLI_ROUTEEND_H
+#define VELK_CLI_ROUTEEND_H
+
+#include "cli/Options.h"
+
+#include <velk/model/EDAProvider.h>
+
+namespace VelkCli {
+
+/// The arguments that name one end of a route: a component, by its properties or its reference, and a pin of it.
+class EndOptions
+{
+public:
+    /// As "--source" and "source component".
+    EndOptions(const std::string &optionName, const std::string &componentName);
+
+    void addTo(CLI::App &command);
+    /// Throws a CLI::ParseError where neither properties nor a reference are given, and what parsedProperties() throws.
+    void check() const;
+
+    QString option() const;    ///< "--source"
+    QString refOption() const; ///< "--source-ref"
+    /// Throws a CommandError as parseProperties() does.
+    QMap<QString, QString> parsedProperties() const;
+    QString ref() const; ///< empty where properties are given
+    QString pin() const;
+
+private:
+    std::string name;
+    std::string component;
+    std::vector<std::string> properties;
+    std::string reference;
+    std::string pinText;
+};
+
+/// A pin of a netlist.
+struct RouteEnd
+{
+    QSharedPointer<Velk::EDAComponent> component;
+    QSharedPointer<Velk::EDANetNode> node;
+};
+
+/// The pin that the arguments name. Of several components it is a pin of the first one, and a message names the others.
+/// Throws a CommandError with what there is instead.
+RouteEnd findEnd(const Velk::EDAProvider &netlist, const EndOptions &options);
+}
+
+#endif

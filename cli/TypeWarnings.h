@@ -1,0 +1,15 @@
+#ifndef VELK_CLI_TYPEWARNINGS_H
+#define VELK_CLI_TYPEWARNINGS_H
+
+#include "cli/Options.h"
+
+#include <velk/model/EDAProvider.h>
+
+namespace VelkCli {
+
+/// A line for each type that the arguments name and no component has, with the types that there are. The defaults need
+/// not occur.
+QStringList typeWarnings(const Velk::EDAProvider &provider, const NetlistOptions &options);
+}
+
+#endif
