@@ -1,6 +1,7 @@
 #include "cli/RoutesCommand.h"
 
 #include "cli/Netlist.h"
+#include "cli/NoRouteReason.h"
 #include "cli/Output.h"
 #include "cli/RouteDrawing.h"
 #include "cli/RouteFormats.h"
@@ -17,6 +18,8 @@ using namespace Velk;
 namespace VelkCli {
 
 namespace {
+
+constexpr int noRoutes = 1; ///< exit status
 
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
@@ -93,6 +96,16 @@ int RoutesCommand::run() const
         paths.resize(maxRoutes);
     const RouteReport report{provider, sourceEnd.node, dutEnd.node, paths, areThereMore, PinNames(provider)};
     writeOutput(outputFile, format(report, netlist.format));
-    return paths.isEmpty() ? 1 : 0;
+    if (!paths.isEmpty())
+        return 0;
+    explainNoRoute({provider,
+                    routing,
+                    sourceEnd,
+                    dutEnd,
+                    {maxSwitches, maxConnections},
+                    toQStringList(netlist.switchableTypes),
+                    toQStringList(netlist.interfaceTypes)},
+                   report.pinNames, noRoutes);
+    return noRoutes;
 }
 }

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -62,6 +63,35 @@ void write(const QString &fileName, const QString &text)
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
         qFatal("cannot write %s", qPrintable(fileName));
+}
+
+/// Nine layers of nine nets between U1 and D1, each with a relay to each net of the next, and from each net of the last
+/// one six resistors to D1. A part is made of the pins that the nets name.
+QString layeredBoard()
+{
+    QString components;
+    QMap<QString, QString> nets;
+    int count = 0;
+    const auto add = [&](const QString &type, const QStringList &ends) {
+        const QString ref = u"X%1"_s.arg(++count);
+        components += u"(comp (ref %1) (libsource (part P%1)) (property (name CompType) (value %2)))"_s.arg(ref, type);
+        for (qsizetype pin = 0; pin < ends.size(); ++pin)
+            nets[ends.at(pin)] += u"(node (ref %1) (pin %2))"_s.arg(ref).arg(pin + 1);
+    };
+    add(u"Source"_s, {u"N0.0"_s});
+    add(u"DUT"_s, {u"END"_s});
+    for (int layer = 0; layer < 9; ++layer) {
+        for (int from = 0; from < (layer == 0 ? 1 : 9); ++from) {
+            for (int to = 0; to < 9; ++to)
+                add(u"Relay"_s, {u"N%1.%2"_s.arg(layer).arg(from), u"N%1.%2"_s.arg(layer + 1).arg(to)});
+        }
+    }
+    for (int i = 0; i < 54; ++i)
+        add(u"Resistor"_s, {u"N9.%1"_s.arg(i % 9), u"END"_s});
+    QString netTexts;
+    for (auto net = nets.cbegin(); net != nets.cend(); ++net)
+        netTexts += u"(net (name %1) %2)"_s.arg(net.key(), net.value());
+    return u"(export (components %1) (libparts) (nets %2))"_s.arg(components, netTexts);
 }
 
 /// A query on the demo system, its text split at blanks.
@@ -135,6 +165,24 @@ private Q_SLOTS:
         QCOMPARE(drawing.count(u"\"component K503#2\" [label=\"K503#2\""_s), 1);
         QVERIFY(drawing.contains(u"-- \"component K503#2\" [label=\"11\"];"_s));
         QCOMPARE(drawing.count(u"label=\"12\""_s), 0); // the contact that leads elsewhere
+    }
+
+    // All ways to the last layer would have to be tried, since the resistors count there as side connections.
+    void explanationsEndInTime()
+    {
+        QTemporaryDir folder;
+        const QString board = folder.filePath(u"layers.net"_s);
+        write(board, layeredBoard());
+        const QString arguments =
+            u"routes --tolerant --source CompType=Source --source-pin 1 --dut CompType=DUT --dut-pin 1 "
+            "--interface Resistor --max-switches "_s;
+        const Result result = velk((arguments + u"3 "_s + board).split(u' '));
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, u"no route from X1#1.1 to X2#1.1\n"_s);
+        QVERIFY2(
+            result.errors.endsWith(u"velk: all routes are beyond the limits; it would take long to find out by how "
+                                   "much\n"_s),
+            qPrintable(result.errors));
     }
 
     void trace()
