@@ -2,6 +2,7 @@
 
 #include "cli/CommandError.h"
 #include "cli/Message.h"
+#include "cli/Progress.h"
 
 #include <velk/VelkVersion.h>
 
@@ -66,6 +67,7 @@ int CommandLine::run(int argc, char **argv)
 
 int CommandLine::runChosen() const
 {
+    const Progress progress;
     if (ini.isChosen())
         return ini.run();
     return routes.isChosen() ? routes.run() : list.run();

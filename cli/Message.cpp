@@ -1,5 +1,7 @@
 #include "cli/Message.h"
 
+#include "cli/Progress.h"
+
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,7 @@ QString printable(const QString &text)
 
 void printMessage(const QString &line)
 {
+    const Progress::Hidden hidden;
     std::fprintf(stderr, "%s\n", qUtf8Printable(printable(line)));
 }
 }

@@ -1,13 +1,13 @@
 #include "cli/Netlist.h"
 
 #include "cli/CommandError.h"
+#include "cli/Progress.h"
 #include "cli/Warnings.h"
 
 #include <velk/kicad/KiCadNetParser.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <utility>
@@ -28,7 +28,8 @@ QString syntaxErrorText(KiCadReadingMode mode)
 
 std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadingMode mode)
 {
-    QFile file(fileName);
+    WatchedFile file(fileName);
+    Progress::begin(u"reading "_s + fileName, file.size());
     KiCadReader reader(&file, mode);
     switch (reader.read()) {
     case KiCadNoError:
@@ -43,6 +44,7 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadin
     const auto root = reader.getRoot();
     if (root.isNull() || root->name != u"export"_s)
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
+    Progress::begin(u"taking up what %1 holds"_s.arg(fileName));
     auto parser = std::make_unique<KiCadNetParser>(root, mode);
     const QString cutOff = u"the file does not end with the parenthesis that closes it; was it cut off?"_s;
     try {
@@ -115,6 +117,7 @@ MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList
         parsers.push_back(loadNetlist(fileName, mode));
         providers.append(parsers.back().get());
     }
+    Progress::begin(u"joining the netlists"_s);
     return MultipleEDAProvider(providers, connectorTypes);
 }
 

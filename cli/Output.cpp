@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 
 #include "cli/CommandError.h"
+#include "cli/Progress.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -86,6 +87,7 @@ void refuseToOverwrite(const QStringList &inputs, const QString &fileName)
 
 void writeOutput(const QString &fileName, const QByteArray &bytes)
 {
+    Progress::end();
     const QFileInfo info(fileName);
     if (fileName.isEmpty())
         writeStandardOutput(bytes);

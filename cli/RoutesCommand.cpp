@@ -3,6 +3,7 @@
 #include "cli/Netlist.h"
 #include "cli/NoRouteReason.h"
 #include "cli/Output.h"
+#include "cli/Progress.h"
 #include "cli/RouteDrawing.h"
 #include "cli/RouteFormats.h"
 #include "cli/TypeWarnings.h"
@@ -90,6 +91,9 @@ int RoutesCommand::run() const
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
+    if (trace)
+        Progress::end();
+    Progress::begin(QStringLiteral("searching for routes"));
     auto paths = routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
     const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
     if (areThereMore)

@@ -167,6 +167,20 @@ private Q_SLOTS:
         QCOMPARE(drawing.count(u"label=\"12\""_s), 0); // the contact that leads elsewhere
     }
 
+    // A file that takes three seconds to come, read with and without a terminal.
+    void progressOnTerminals()
+    {
+        QTemporaryDir folder;
+        const Result result =
+            shell(u"cd $2; mkfifo a b; (sleep 3; tee a <$1 >b) & $0 list nets b >plain 2>errors & "
+                  "TERM=xterm NO_COLOR=1 script -qec \"$0 list nets a\" /dev/null; wait; cat errors >&2"_s,
+                  {QStringLiteral(VELK_SOURCE_DIR "/") + demo.at(0), folder.path()});
+        QCOMPARE(result.errors, QString());
+        QVERIFY2(result.output.startsWith(u"\r\x1b[?7lvelk: reading a ("_s), qPrintable(result.output));
+        const QString erased = u"\r\x1b[K"_s;
+        QCOMPARE(result.output.section(erased, -1).remove(u'\r'), read(folder.filePath(u"plain"_s)));
+    }
+
     // All ways to the last layer would have to be tried, since the resistors count there as side connections.
     void explanationsEndInTime()
     {
