@@ -155,11 +155,11 @@ Listing listWhat(const QString &what, const QMap<QString, QString> &where, const
     return what == u"parts"_s ? listParts(provider) : listNets(provider);
 }
 
-QByteArray format(const Listing &listing, const std::string &formatName, const QString &what)
+QByteArray format(const Listing &listing, const std::string &formatName, const QString &what, const Colour &colour)
 {
     if (formatName == "json")
         return jsonDocument({{what, listing.json}});
-    return formatName == "csv" ? toCsv(listing.csv) : toText(listing.text);
+    return formatName == "csv" ? toCsv(listing.csv) : toText(listing.text, colour);
 }
 }
 
@@ -189,10 +189,11 @@ int ListCommand::run() const
                                        readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist));
     const QString listed = toQString(what);
+    const QString outputFile = toQString(netlist.outputFile);
     const auto listing = listWhat(listed, properties, provider, netlist);
     if (!properties.isEmpty() && listing.text.rows.isEmpty())
         printWarnings({u"--where: "_s + whyNoneMatches(provider.getComponents(), properties)});
-    writeOutput(toQString(netlist.outputFile), format(listing, netlist.format, listed));
+    writeOutput(outputFile, format(listing, netlist.format, listed, Colour::forOutput(outputFile)));
     return 0;
 }
 }

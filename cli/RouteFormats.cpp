@@ -39,15 +39,24 @@ QString endText(const RouteReport &report, const QSharedPointer<EDANetNode> &end
     return report.pinNames.text(end->ref, end->pin);
 }
 
-QString routeText(const RouteReport &report, const RoutingPath &path)
+QStringList painted(const Colour &colour, Colour::Role role, QStringList texts)
 {
-    QStringList stations = refsOf(path.switchingComponents);
-    stations.prepend(endText(report, report.source));
-    stations.append(endText(report, report.destination));
+    for (QString &text : texts)
+        text = colour.paint(role, text);
+    return texts;
+}
+
+QString routeText(const RouteReport &report, const RoutingPath &path, const Colour &colour)
+{
+    QStringList stations = painted(colour, Colour::Role::Reference, refsOf(path.switchingComponents));
+    stations.prepend(colour.paint(Colour::Role::End, endText(report, report.source)));
+    stations.append(colour.paint(Colour::Role::End, endText(report, report.destination)));
     QString remarks = switchCount(path.switchingComponents.size());
-    if (!path.additionalNodes.isEmpty())
-        remarks += u"; also connects "_s + pinTexts(report.pinNames, path.additionalNodes).join(u", "_s);
-    return printable(u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks));
+    if (!path.additionalNodes.isEmpty()) {
+        const QStringList pins = pinTexts(report.pinNames, path.additionalNodes);
+        remarks += u"; also connects "_s + painted(colour, Colour::Role::SideConnection, pins).join(u", "_s);
+    }
+    return u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks);
 }
 
 // "274 routes: 1 of 2 switches, 21 of 4, 252 of 6". The paths are sorted by their number of switches.
@@ -82,7 +91,7 @@ QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPoin
 }
 }
 
-QByteArray routesToText(const RouteReport &report)
+QByteArray routesToText(const RouteReport &report, const Colour &colour)
 {
     if (report.paths.isEmpty()) {
         const QString text =
@@ -93,7 +102,7 @@ QByteArray routesToText(const RouteReport &report)
     QByteArray text;
     for (qsizetype i = 0; i < report.paths.size(); ++i) {
         const QString number = QString::number(i + 1).rightJustified(numberWidth);
-        text += u"%1. %2\n"_s.arg(number, routeText(report, report.paths.at(i))).toUtf8();
+        text += u"%1. %2\n"_s.arg(number, routeText(report, report.paths.at(i), colour)).toUtf8();
     }
     return text + countText(report.paths).toUtf8() + (report.areThereMore ? "; there are more\n" : "\n");
 }

@@ -1,6 +1,7 @@
 #ifndef VELK_CLI_ROUTEFORMATS_H
 #define VELK_CLI_ROUTEFORMATS_H
 
+#include "cli/Colour.h"
 #include "cli/Netlist.h"
 
 #include <velk/model/EDAProvider.h>
@@ -22,7 +23,7 @@ struct RouteReport
 };
 
 /// A numbered line for each route and a line with the count, which also tells whether there are more.
-QByteArray routesToText(const RouteReport &report);
+QByteArray routesToText(const RouteReport &report, const Colour &colour);
 
 /// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and besides
 /// "more": true if there are more

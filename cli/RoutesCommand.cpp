@@ -25,7 +25,7 @@ constexpr int noRoutes = 1; ///< exit status
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
 
-QByteArray format(const RouteReport &report, const std::string &formatName)
+QByteArray format(const RouteReport &report, const std::string &formatName, const Colour &colour)
 {
     if (formatName == "json")
         return routesToJson(report);
@@ -33,7 +33,7 @@ QByteArray format(const RouteReport &report, const std::string &formatName)
         return routesToCsv(report);
     if (formatName == "dot")
         return drawRoutes(report);
-    return routesToText(report);
+    return routesToText(report, colour);
 }
 }
 
@@ -99,7 +99,7 @@ int RoutesCommand::run() const
     if (areThereMore)
         paths.resize(maxRoutes);
     const RouteReport report{provider, sourceEnd.node, dutEnd.node, paths, areThereMore, PinNames(provider)};
-    writeOutput(outputFile, format(report, netlist.format));
+    writeOutput(outputFile, format(report, netlist.format, Colour::forOutput(outputFile)));
     if (!paths.isEmpty())
         return 0;
     explainNoRoute({provider,

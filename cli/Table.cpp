@@ -42,7 +42,7 @@ QList<qsizetype> columnWidths(const Table &table)
 }
 }
 
-QByteArray toText(const Table &table)
+QByteArray toText(const Table &table, const Colour &colour)
 {
     const auto widths = columnWidths(table);
     const auto line = [&](const QStringList &cells) {
@@ -52,11 +52,15 @@ QByteArray toText(const Table &table)
         text += cells.last();
         while (text.endsWith(u' '))
             text.chop(1);
-        return printable(text) + u'\n';
+        return text;
     };
-    QString text = line(table.heading);
-    for (const auto &row : table.rows)
-        text += line(row);
+    QString text = colour.paint(Colour::Role::Heading, line(table.heading)) + u'\n';
+    for (const auto &row : table.rows) {
+        const QString rowText = line(row);
+        const auto nameSize = row.first().size();
+        text +=
+            colour.paint(Colour::Role::Reference, rowText.left(nameSize)) + printable(rowText.mid(nameSize)) + u'\n';
+    }
     return text.toUtf8();
 }
 

@@ -1,6 +1,8 @@
 #ifndef VELK_CLI_TABLE_H
 #define VELK_CLI_TABLE_H
 
+#include "cli/Colour.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QStringList>
@@ -14,8 +16,9 @@ struct Table
     QList<QStringList> rows;
 };
 
-/// Columns padded with blanks, for eyes; not for cells of more than 100 characters.
-QByteArray toText(const Table &table);
+/// Columns padded with blanks, for eyes; not for cells of more than 100 characters. The first column holds references
+/// or other names.
+QByteArray toText(const Table &table, const Colour &colour = Colour());
 
 /// RFC 4180, in UTF-8 with a line feed after each row: a cell with a comma, a quote or a line break is
 /// quoted.

@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
@@ -63,6 +64,14 @@ void write(const QString &fileName, const QString &text)
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
         qFatal("cannot write %s", qPrintable(fileName));
+}
+
+/// What a command shows on a terminal that knows colours, where neither end of the output is left out.
+QString onTerminal(const QString &commandLine, const QString &noColor = QString())
+{
+    return run(u"env"_s,
+               {u"TERM=xterm"_s, u"NO_COLOR="_s + noColor, u"script"_s, u"-qec"_s, commandLine, u"/dev/null"_s})
+        .output.remove(u'\r');
 }
 
 /// Nine layers of nine nets between U1 and D1, each with a relay to each net of the next, and from each net of the last
@@ -165,6 +174,27 @@ private Q_SLOTS:
         QCOMPARE(drawing.count(u"\"component K503#2\" [label=\"K503#2\""_s), 1);
         QVERIFY(drawing.contains(u"-- \"component K503#2\" [label=\"11\"];"_s));
         QCOMPARE(drawing.count(u"label=\"12\""_s), 0); // the contact that leads elsewhere
+    }
+
+    void coloursOnTerminals()
+    {
+        const QString command = QStringLiteral(VELK_COMMAND " ");
+        const QString query = u"routes --source-ref U2 --source-pin HI --dut-ref J1#3 --dut-pin IN_P --max-switches 1 "
+                              "--switchable Relay --max-connections 1 --interface Resistor "_s +
+                              demo.join(u' ');
+        QCOMPARE(onTerminal(command + query),
+                 u"1. \x1b[1;32mU2#1.HI\x1b[0m -> \x1b[36mK1#1\x1b[0m -> \x1b[36mK301#2\x1b[0m -> "
+                 "\x1b[1;32mJ1#3.IN_P\x1b[0m (2 switches; also connects \x1b[33mR3#1.2\x1b[0m)\n"
+                 "1 route: 1 of 2 switches\n"_s);
+        QVERIFY(!onTerminal(command + query, u"1"_s).contains(u'\x1b'));
+        QVERIFY(!onTerminal(command + query + u" --format csv"_s).contains(u'\x1b'));
+
+        const QString list = u"list components "_s + demo.join(u' ');
+        QString shown = onTerminal(command + list);
+        QVERIFY(shown.startsWith(u"\x1b[1mREF"_s));
+        QCOMPARE(shown.count(u"\x1b[36m"_s), 64);
+        static const QRegularExpression codes(u"\x1b\\[[0-9;]*m"_s);
+        QCOMPARE(shown.remove(codes), velk(list.split(u' ')).output);
     }
 
     // A file that takes three seconds to come, read with and without a terminal.
