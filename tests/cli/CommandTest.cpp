@@ -1,3 +1,4 @@
+#include "tests/support/Command.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -7,7 +8,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -17,53 +17,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Result
-{
-    int status;
-    QString output;
-    QString errors;
-};
-
-Result run(const QString &program, const QStringList &arguments,
-           const QString &folder = QStringLiteral(VELK_SOURCE_DIR))
-{
-    QProcess process;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_LOGGING_RULES"_s, u"*.debug=true"_s); // must not wake the trace
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder);
-    process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {-1, {}, u"the command crashed or hangs"_s};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-Result velk(const QStringList &arguments)
-{
-    return run(QStringLiteral(VELK_COMMAND), arguments);
-}
-
 /// The command is $0, the boards are $@.
 Result shell(const QString &script, const QStringList &boards)
 {
     return run(u"sh"_s, QStringList{u"-c"_s, script, QStringLiteral(VELK_COMMAND)} + boards);
-}
-
-const QStringList demo{u"examples/demo/instruments.net"_s, u"examples/demo/matrix.net"_s,
-                       u"examples/demo/adapter.net"_s};
-
-QString read(const QString &fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-void write(const QString &fileName, const QString &text)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
-        qFatal("cannot write %s", qPrintable(fileName));
 }
 
 /// What a command shows on a terminal that knows colours, where neither end of the output is left out.
