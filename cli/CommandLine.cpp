@@ -32,6 +32,7 @@ CommandLine::CommandLine()
           "velk")
     , routes(app)
     , list(app)
+    , check(app)
     , ini(app)
 {
     app.set_version_flag("--version", "velk " VELK_VERSION_STRING);
@@ -41,8 +42,8 @@ CommandLine::CommandLine()
                "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
                "\n" +
                exitStatusHeading +
-               "  0  done; with velk routes: there are routes\n"
-               "  1  with velk routes: there are none\n"
+               "  0  done; with velk routes: there are routes; with velk check: nothing is found\n"
+               "  1  with velk routes: there are none; with velk check: something is found\n"
                "  2  wrong usage, unreadable input or an output that cannot be written\n"
                "\nEach command has a --help of its own, as velk routes --help.");
 }
@@ -68,6 +69,8 @@ int CommandLine::run(int argc, char **argv)
 int CommandLine::runChosen() const
 {
     const Progress progress;
+    if (check.isChosen())
+        return check.run();
     if (ini.isChosen())
         return ini.run();
     return routes.isChosen() ? routes.run() : list.run();

@@ -1,6 +1,7 @@
 #ifndef VELK_CLI_COMMANDLINE_H
 #define VELK_CLI_COMMANDLINE_H
 
+#include "cli/CheckCommand.h"
 #include "cli/IniCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/RoutesCommand.h"
@@ -24,6 +25,7 @@ private:
     CLI::App app;
     RoutesCommand routes;
     ListCommand list;
+    CheckCommand check;
     IniCommand ini;
 };
 }

@@ -22,13 +22,6 @@ void addOutputTo(CLI::App &command, std::string &outputFile)
     command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")->type_name("FILE");
 }
 
-void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
-                const std::string &description)
-{
-    types = {defaultType.toStdString()};
-    addRepeatable(command, name, types, description)->type_name("TYPE")->capture_default_str();
-}
-
 /// The name given, or the files as they were given.
 QString netName(const std::string &name, const std::vector<std::string> &files)
 {
@@ -85,8 +78,7 @@ void IniCommand::addApplication()
         ->required()
         ->type_name("NETLIST");
     addTolerantTo(*application, tolerant);
-    addTypesTo(*application, "--dut-type", dutTypes, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
-               "CompType that is a DUT");
+    addDutTypeTo(*application, dutTypes);
     application->add_option("--test-system-name", testSystemName,
                             "Text for TestSystemEdaNet instead of the file names");
     application->add_option("--application-name", applicationName,

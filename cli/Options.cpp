@@ -2,6 +2,7 @@
 
 #include "cli/CommandError.h"
 
+#include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
@@ -50,6 +51,19 @@ CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vect
                            const std::string &description)
 {
     return command.add_option(name, values, description)->allow_extra_args(false);
+}
+
+void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
+                const std::string &description)
+{
+    types = {defaultType.toStdString()};
+    addRepeatable(command, name, types, description)->type_name("TYPE")->capture_default_str();
+}
+
+void addDutTypeTo(CLI::App &command, std::vector<std::string> &types)
+{
+    addTypesTo(command, "--dut-type", types, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
+               "CompType that is a DUT");
 }
 
 void addTolerantTo(CLI::App &command, bool &tolerant)

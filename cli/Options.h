@@ -38,6 +38,11 @@ struct NetlistOptions
 CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
                            const std::string &description);
 
+/// Repeatable, with a default.
+void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
+                const std::string &description);
+/// The option that tells which components the application INI takes for DUTs.
+void addDutTypeTo(CLI::App &command, std::vector<std::string> &types);
 void addTolerantTo(CLI::App &command, bool &tolerant);
 Velk::KiCadReadingMode readingMode(bool tolerant);
 

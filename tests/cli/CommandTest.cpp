@@ -394,6 +394,7 @@ private Q_SLOTS:
         for (const QStringList &command : {QStringList(),
                                            {u"routes"_s},
                                            {u"list"_s},
+                                           {u"check"_s},
                                            {u"ini"_s},
                                            {u"ini"_s, u"physical"_s},
                                            {u"ini"_s, u"application"_s}}) {

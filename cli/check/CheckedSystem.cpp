@@ -1,0 +1,104 @@
+#include "cli/check/CheckedSystem.h"
+
+#include "cli/check/ProviderView.h"
+
+#include <velk/ini/EDAApplicationIniGenerator.h>
+
+#include <algorithm>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+bool ComponentTypes::isConnector(const EDAComponent &component) const
+{
+    return connectors.contains(component.type(), Qt::CaseInsensitive);
+}
+
+bool ComponentTypes::isSwitchable(const EDAComponent &component) const
+{
+    return switchables.contains(component.type(), Qt::CaseInsensitive);
+}
+
+QStringList ComponentTypes::known() const
+{
+    return connectors + switchables + interfaces + duts +
+           QStringList{EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE};
+}
+
+CheckedSystem::CheckedSystem(const MultipleEDAProvider &netlists, int numberOfNetlists,
+                             const ComponentTypes &componentTypes)
+    : provider(netlists)
+    , countOfNetlists(numberOfNetlists)
+    , typesOfComponents(componentTypes)
+    , components(netlists.getComponents())
+    , nets(netlists.getNets())
+{
+    collectNodes();
+    joinNets();
+}
+
+void CheckedSystem::collectNodes()
+{
+    QHash<QString, int> numbers;
+    for (int i = 0; i < componentCount(); ++i)
+        numbers.insert(component(i).ref, i);
+    for (int i = 0; i < netCount(); ++i) {
+        for (const auto &node : net(i).nodes) {
+            const auto number = numbers.constFind(node->ref);
+            if (number != numbers.cend())
+                nodes.push_back({*number, node->pin, i});
+        }
+    }
+    const auto isBefore = [](const Node &a, const Node &b) {
+        return std::tie(a.component, a.pin, a.net) < std::tie(b.component, b.pin, b.net);
+    };
+    std::sort(nodes.begin(), nodes.end(), isBefore);
+
+    firstNodes.resize(static_cast<std::size_t>(componentCount()) + 1);
+    for (const Node &node : nodes)
+        ++firstNodes[static_cast<std::size_t>(node.component) + 1];
+    for (std::size_t i = 1; i < firstNodes.size(); ++i)
+        firstNodes[i] += firstNodes[i - 1];
+}
+
+// Nets that are called by their numbers tell by their joined names which of them are one.
+void CheckedSystem::joinNets()
+{
+    QList<QSharedPointer<EDANet>> numbered;
+    for (int i = 0; i < netCount(); ++i) {
+        numbered.append(EDANet::create(QString::number(i)));
+        numbered.last()->nodes = net(i).nodes;
+    }
+    ProviderView view(provider, components, numbered);
+    const auto joined = MultipleEDAProvider({&view}, typesOfComponents.connectors).getNets();
+
+    joinedNets.resize(static_cast<std::size_t>(netCount()));
+    for (int i = 0; i < joined.size(); ++i) {
+        const auto names = joined.at(i)->name.split(u'+');
+        for (const QString &name : names)
+            joinedNets[static_cast<std::size_t>(name.section(u'#', 0, 0).toInt())] = i;
+    }
+}
+
+CheckedSystem::Nodes CheckedSystem::nodesOf(int component) const
+{
+    const auto number = static_cast<std::size_t>(component);
+    return {nodes.data() + firstNodes[number], nodes.data() + firstNodes[number + 1]};
+}
+
+QStringList CheckedSystem::refsOf(const QList<int> &componentNumbers) const
+{
+    QStringList refs;
+    for (const int number : componentNumbers)
+        refs.append(component(number).ref);
+    return refs;
+}
+
+int netlistOf(const QString &name)
+{
+    return name.mid(name.lastIndexOf(u'#') + 1).toInt();
+}
+}

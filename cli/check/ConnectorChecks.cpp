@@ -1,0 +1,370 @@
+#include "cli/check/ConnectorChecks.h"
+
+#include <QMap>
+#include <QSet>
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+/// Numbers that fall into sets.
+class DisjointSets
+{
+public:
+    explicit DisjointSets(int count)
+        : parents(static_cast<std::size_t>(count))
+    {
+        std::iota(parents.begin(), parents.end(), 0);
+    }
+
+    int setOf(int number)
+    {
+        while (parent(number) != number)
+            number = parent(number) = parent(parent(number));
+        return number;
+    }
+    void unite(int a, int b) { parent(setOf(b)) = setOf(a); }
+
+private:
+    int &parent(int number) { return parents[static_cast<std::size_t>(number)]; }
+
+    std::vector<int> parents;
+};
+
+struct Contact
+{
+    int component;
+    int net;
+    bool isOfConnector;
+};
+
+/// What a pin of a connector belongs to: nets that are joined and, in them, sets of nets that are plugged together.
+class ConnectorNets
+{
+public:
+    void insert(int joinedNet, int pluggedSet) { sets.insert({joinedNet, pluggedSet}); }
+
+    bool hasOtherThan(int joinedNet, int pluggedSet) const { return sets.size() > sets.count({joinedNet, pluggedSet}); }
+    /// Besides that set itself.
+    bool hasJoinedWith(int joinedNet, int pluggedSet) const
+    {
+        auto found = sets.lower_bound({joinedNet, 0});
+        if (found != sets.end() && *found == std::pair(joinedNet, pluggedSet))
+            ++found;
+        return found != sets.end() && found->first == joinedNet;
+    }
+
+private:
+    std::set<std::pair<int, int>> sets;
+};
+
+/// Components and the pins at which something happens to them.
+struct PinUses
+{
+    std::set<int> components;
+    QStringList pins;
+
+    /// Pins come one after the other.
+    void addPin(const QString &pin)
+    {
+        if (pins.isEmpty() || pins.last() != pin)
+            pins.append(pin);
+    }
+};
+
+/// What makes pins of several components the same: the Identifier and the pin number.
+using Pin = std::pair<QString, QString>;
+
+class ConnectorChecks
+{
+public:
+    explicit ConnectorChecks(const CheckedSystem &checkedSystem)
+        : system(checkedSystem)
+        , pluggedNets(system.netCount())
+    {
+        collectConnectors();
+        collectContacts();
+        plugIn();
+    }
+
+    QList<Finding> run()
+    {
+        findMissingIdentifiers();
+        findJoinsByEmptyIdentifiers();
+        if (system.netlistCount() > 1) { // the other connectors of a single one are not known
+            findSingleIdentifiers();
+            findIdentifiersRepeatedOnABoard();
+        }
+        findIdentifiersOnOtherTypes();
+        findDifferentPins();
+        return findings;
+    }
+
+private:
+    void collectConnectors();
+    void collectContacts();
+    void plugIn();
+    void findMissingIdentifiers();
+    void findJoinsByEmptyIdentifiers();
+    void addJoin(const QString &pin, const QList<Contact> &inOneNet);
+    void findSingleIdentifiers();
+    void findIdentifiersRepeatedOnABoard();
+    void addRepetition(const QString &identifier, const PinUses &uses);
+    void findIdentifiersOnOtherTypes();
+    void meetConnectors(const QString &pin, const QList<Contact> &atPin, PinUses &joined, PinUses &apart);
+    void addOtherTypes(const QString &identifier, const PinUses &uses, const QString &effect);
+    void findDifferentPins();
+    QStringList pinsWithoutCounterpart(int connector, const QHash<QString, int> &componentsWithPin) const;
+    QStringList netNames(const std::set<int> &numbers) const;
+    QSet<QString> pinNumbersOf(int component) const;
+
+    const CheckedSystem &system;
+    DisjointSets pluggedNets;                         ///< those that connectors with Identifiers join
+    QMap<QString, QList<int>> connectorsByIdentifier; ///< also the empty one
+    QMap<QString, QList<int>> othersByIdentifier;     ///< of those only that connectors have; never the empty one
+    QMap<Pin, QList<Contact>> contacts;               ///< of the components with these Identifiers and the empty one
+    QList<Finding> findings;
+};
+
+void ConnectorChecks::collectConnectors()
+{
+    for (int i = 0; i < system.componentCount(); ++i) {
+        if (system.types().isConnector(system.component(i)))
+            connectorsByIdentifier[system.component(i).identifier()].append(i);
+    }
+    for (int i = 0; i < system.componentCount(); ++i) {
+        const QString identifier = system.component(i).identifier();
+        if (!identifier.isEmpty() && connectorsByIdentifier.contains(identifier) &&
+            !system.types().isConnector(system.component(i)))
+            othersByIdentifier[identifier].append(i);
+    }
+}
+
+void ConnectorChecks::collectContacts()
+{
+    for (int i = 0; i < system.componentCount(); ++i) {
+        const QString identifier = system.component(i).identifier();
+        if (!connectorsByIdentifier.contains(identifier))
+            continue;
+        const bool isConnector = system.types().isConnector(system.component(i));
+        for (const auto &node : system.nodesOf(i))
+            contacts[{identifier, node.pin}].append({i, node.net, isConnector});
+    }
+}
+
+void ConnectorChecks::plugIn()
+{
+    for (auto it = contacts.cbegin(); it != contacts.cend(); ++it) {
+        if (it.key().first.isEmpty())
+            continue;
+        int plugged = -1;
+        for (const Contact &contact : it.value()) {
+            if (contact.isOfConnector && plugged >= 0)
+                pluggedNets.unite(plugged, contact.net);
+            if (contact.isOfConnector)
+                plugged = contact.net;
+        }
+    }
+}
+
+void ConnectorChecks::findMissingIdentifiers()
+{
+    const auto connectors = connectorsByIdentifier.value({});
+    for (const int connector : connectors) {
+        const QString &ref = system.component(connector).ref;
+        findings.append({FindingCode::IdentifierMissing, u"%1: a connector without Identifier"_s.arg(ref), {ref}});
+    }
+}
+
+void ConnectorChecks::findJoinsByEmptyIdentifiers()
+{
+    const auto isOfConnector = [](const Contact &contact) { return contact.isOfConnector; };
+    for (auto it = contacts.cbegin(); it != contacts.cend() && it.key().first.isEmpty(); ++it) {
+        QMap<int, QList<Contact>> contactsByJoinedNet;
+        for (const Contact &contact : it.value())
+            contactsByJoinedNet[system.joinedNet(contact.net)].append(contact);
+        for (auto &inOneNet : contactsByJoinedNet) {
+            std::stable_partition(inOneNet.begin(), inOneNet.end(), isOfConnector);
+            addJoin(it.key().second, inOneNet);
+        }
+    }
+}
+
+/// Where the nets of these contacts, which are one, those of connectors first, would not be one without this pin.
+void ConnectorChecks::addJoin(const QString &pin, const QList<Contact> &inOneNet)
+{
+    std::set<int> nets;
+    std::set<int> pluggedSets;
+    QList<int> components;
+    for (const Contact &contact : inOneNet) {
+        nets.insert(contact.net);
+        pluggedSets.insert(pluggedNets.setOf(contact.net));
+        components.append(contact.component);
+    }
+    if (pluggedSets.size() < 2 || !inOneNet.first().isOfConnector)
+        return;
+    const QStringList refs = system.refsOf(components);
+    const QStringList names = netNames(nets);
+    findings.append(
+        {FindingCode::JoinedByEmptyIdentifier,
+         u"%1: joined, since %2 have no Identifier, but all a pin '%3'"_s.arg(listed(names), listed(refs), pin), refs,
+         names});
+}
+
+void ConnectorChecks::findSingleIdentifiers()
+{
+    for (auto it = connectorsByIdentifier.cbegin(); it != connectorsByIdentifier.cend(); ++it) {
+        if (it.key().isEmpty() || it.value().size() > 1 || othersByIdentifier.contains(it.key()))
+            continue;
+        const QString &ref = system.component(it.value().first()).ref;
+        findings.append({FindingCode::IdentifierOnce,
+                         u"%1: no other component has its Identifier '%2'"_s.arg(ref, it.key()),
+                         {ref}});
+    }
+}
+
+/// Halves of a connector, with different pins, may have the same.
+void ConnectorChecks::findIdentifiersRepeatedOnABoard()
+{
+    QMap<std::pair<QString, int>, PinUses> usesByBoard; // after the Identifier
+    for (auto it = contacts.cbegin(); it != contacts.cend(); ++it) {
+        if (it.key().first.isEmpty())
+            continue;
+        QMap<int, QMap<int, int>> netsByBoard; // with a component for each
+        for (const Contact &contact : it.value()) {
+            if (contact.isOfConnector)
+                netsByBoard[netlistOf(system.component(contact.component).ref)].insert(contact.net, contact.component);
+        }
+        for (auto board = netsByBoard.cbegin(); board != netsByBoard.cend(); ++board) {
+            if (board.value().size() < 2)
+                continue;
+            PinUses &uses = usesByBoard[{it.key().first, board.key()}];
+            uses.components.insert(board.value().cbegin(), board.value().cend());
+            uses.addPin(it.key().second);
+        }
+    }
+    for (auto uses = usesByBoard.cbegin(); uses != usesByBoard.cend(); ++uses)
+        addRepetition(uses.key().first, uses.value());
+}
+
+void ConnectorChecks::addRepetition(const QString &identifier, const PinUses &uses)
+{
+    if (uses.components.size() < 2) // one with a pin on two nets
+        return;
+    const QStringList refs = system.refsOf({uses.components.cbegin(), uses.components.cend()});
+    findings.append({FindingCode::IdentifierTwice,
+                     u"%1: have the Identifier '%2' on one board, which joins their nets at %3"_s.arg(
+                         listed(refs), identifier, listedPins(uses.pins)),
+                     refs});
+}
+
+/// Whether their nets join depends on the order of the netlists, so those that would join in another are told too.
+void ConnectorChecks::findIdentifiersOnOtherTypes()
+{
+    for (auto it = othersByIdentifier.cbegin(); it != othersByIdentifier.cend(); ++it) {
+        PinUses joined;
+        PinUses apart;
+        for (auto pin = contacts.lowerBound({it.key(), {}}); pin != contacts.end() && pin.key().first == it.key();
+             ++pin)
+            meetConnectors(pin.key().second, pin.value(), joined, apart);
+        addOtherTypes(it.key(), joined, u"so nets join at %1"_s);
+        addOtherTypes(it.key(), apart, u"so nets would join at %1 with the netlists in another order"_s);
+    }
+}
+
+void ConnectorChecks::meetConnectors(const QString &pin, const QList<Contact> &atPin, PinUses &joined, PinUses &apart)
+{
+    ConnectorNets connectorNets;
+    for (const Contact &contact : atPin) {
+        if (contact.isOfConnector)
+            connectorNets.insert(system.joinedNet(contact.net), pluggedNets.setOf(contact.net));
+    }
+    for (const Contact &contact : atPin) {
+        const int joinedNet = system.joinedNet(contact.net);
+        const int pluggedSet = pluggedNets.setOf(contact.net);
+        if (contact.isOfConnector || !connectorNets.hasOtherThan(joinedNet, pluggedSet))
+            continue;
+        auto &uses = connectorNets.hasJoinedWith(joinedNet, pluggedSet) ? joined : apart;
+        uses.components.insert(contact.component);
+        uses.addPin(pin);
+    }
+}
+
+void ConnectorChecks::addOtherTypes(const QString &identifier, const PinUses &uses, const QString &effect)
+{
+    if (uses.components.empty())
+        return;
+    const QStringList refs = system.refsOf({uses.components.cbegin(), uses.components.cend()});
+    const QStringList connectors = system.refsOf(connectorsByIdentifier.value(identifier));
+    findings.append({FindingCode::IdentifierOnOtherType,
+                     u"%1: of no connector type, but with the Identifier '%2' of %3, %4"_s.arg(
+                         listed(refs), identifier, listed(connectors), effect.arg(listedPins(uses.pins))),
+                     refs + connectors});
+}
+
+void ConnectorChecks::findDifferentPins()
+{
+    for (auto it = connectorsByIdentifier.cbegin(); it != connectorsByIdentifier.cend(); ++it) {
+        const QList<int> all = it.value() + othersByIdentifier.value(it.key());
+        if (it.key().isEmpty() || all.size() < 2)
+            continue;
+        QHash<QString, int> componentsWithPin;
+        for (const int component : all) {
+            const auto numbers = pinNumbersOf(component);
+            for (const QString &number : numbers)
+                ++componentsWithPin[number];
+        }
+        for (const int connector : it.value()) {
+            const QStringList pins = pinsWithoutCounterpart(connector, componentsWithPin);
+            const QString &ref = system.component(connector).ref;
+            if (!pins.isEmpty())
+                findings.append(
+                    {FindingCode::ConnectorPinsDiffer,
+                     u"%1: nothing else with the Identifier '%2' has its %3"_s.arg(ref, it.key(), listedPins(pins)),
+                     {ref}});
+        }
+    }
+}
+
+/// Of those only that are wired.
+QStringList ConnectorChecks::pinsWithoutCounterpart(int connector, const QHash<QString, int> &componentsWithPin) const
+{
+    QStringList pins;
+    for (const auto &node : system.nodesOf(connector)) {
+        if (componentsWithPin.value(node.pin) == 1 && system.net(node.net).nodes.size() > 1)
+            pins.append(node.pin);
+    }
+    return pins;
+}
+
+QStringList ConnectorChecks::netNames(const std::set<int> &numbers) const
+{
+    QStringList names;
+    for (const int number : numbers)
+        names.append(system.net(number).name);
+    return names;
+}
+
+QSet<QString> ConnectorChecks::pinNumbersOf(int component) const
+{
+    QSet<QString> numbers;
+    const auto part = system.netlists().getPartByName(system.component(component).part);
+    for (const auto &pin : std::as_const(part->pins))
+        numbers.insert(pin->number);
+    return numbers;
+}
+}
+
+QList<Finding> connectorFindings(const CheckedSystem &system)
+{
+    return ConnectorChecks(system).run();
+}
+}

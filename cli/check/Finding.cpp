@@ -1,0 +1,72 @@
+#include "cli/check/Finding.h"
+
+using namespace Qt::StringLiterals;
+
+namespace VelkCli {
+
+const std::vector<FindingKind> &findingKinds()
+{
+    static const std::vector<FindingKind> kinds{
+        {FindingCode::JoinedByEmptyIdentifier, "joined-by-empty-identifier",
+         "Give every connector an Identifier; components without one count as the same connector."},
+        {FindingCode::IdentifierMissing, "identifier-missing",
+         "Give the connector the Identifier of the one that it is plugged into."},
+        {FindingCode::IdentifierTwice, "identifier-twice",
+         "Give each connector of a board an Identifier of its own; these are joined pin by pin."},
+        {FindingCode::IdentifierOnOtherType, "identifier-on-other-type",
+         "Make it a connector (CompType, --connector), or take the Identifier away."},
+        {FindingCode::NodeOnTwoNets, "node-on-two-nets",
+         "Give every component a reference and every pin a number of its own; a route sees the first net only."},
+        {FindingCode::IdentifierOnce, "identifier-once",
+         "Give all boards of the system, and both connectors the same Identifier; nothing is plugged in here."},
+        {FindingCode::ConnectorPinsDiffer, "connector-pins-differ",
+         "Give both connectors the same pin numbers, as text ('01' is not '1'); the nets of these pins end here."},
+        {FindingCode::NoType, "no-type",
+         "Give the component a CompType; no route passes through it, and it is no source, DUT or connector."},
+        {FindingCode::SimilarNames, "similar-names",
+         "Write the name as it is written elsewhere; names are compared letter by letter."},
+        {FindingCode::PinOnNoNet, "pin-on-no-net",
+         "Draw the pin's wire or place the symbol's missing unit; no route leads through the pin."},
+        {FindingCode::SourceWithoutDevice, "source-without-device",
+         "Give the source Dev and DevNo; they name its signals in the application INI."},
+        {FindingCode::DutWithoutBench, "dut-without-bench",
+         "Give the DUT a Bench from 1 on, by a field or by its sheet's name; it is on no channel table."},
+        {FindingCode::DutWithoutName, "dut-without-name",
+         "Give the DUT Group and Identifier; they name its signals in the application INI."},
+        {FindingCode::DuplicateIniKey, "duplicate-ini-key",
+         "Tell the components apart by Dev, DevNo, Channel or Group, and their pins by name."},
+        {FindingCode::BenchWithoutDut, "bench-without-dut",
+         "Number the benches without gaps; the application INI holds an empty bench for each number left out."},
+    };
+    return kinds;
+}
+
+std::vector<std::string> findingNames()
+{
+    std::vector<std::string> names;
+    for (const auto &kind : findingKinds())
+        names.emplace_back(kind.name);
+    return names;
+}
+
+const FindingKind &kindOf(FindingCode code)
+{
+    return findingKinds().at(static_cast<std::size_t>(code));
+}
+
+QString listed(const QStringList &names)
+{
+    constexpr qsizetype most = 5;
+    if (names.size() <= most + 1) // the line is not shorter with "and 1 more"
+        return names.join(u", "_s);
+    return u"%1 and %2 more"_s.arg(names.first(most).join(u", "_s), QString::number(names.size() - most));
+}
+
+QString listedPins(const QStringList &numbers)
+{
+    QStringList quoted;
+    for (const QString &number : numbers)
+        quoted.append(u"'%1'"_s.arg(number));
+    return (numbers.size() == 1 ? u"pin "_s : u"pins "_s) + listed(quoted);
+}
+}

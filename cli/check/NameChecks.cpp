@@ -1,0 +1,187 @@
+#include "cli/check/NameChecks.h"
+
+#include "cli/check/SimilarNames.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+/// Each text with the components that have it.
+using Uses = QMap<QString, QList<int>>;
+
+class NameChecks
+{
+public:
+    explicit NameChecks(const CheckedSystem &checkedSystem)
+        : system(checkedSystem)
+    {
+    }
+
+    QList<Finding> run()
+    {
+        findPropertyNames();
+        for (const QString &key : readKeys)
+            findBlanks(key);
+        findTypes();
+        for (const QString &key : {EDAComponent::BENCH, EDAComponent::DEVICE, EDAComponent::GROUP})
+            findValues(key);
+        findIdentifiers();
+        return findings;
+    }
+
+private:
+    void findPropertyNames();
+    void findBlanks(const QString &key);
+    void findTypes();
+    void findValues(const QString &key);
+    void findIdentifiers();
+    Uses valuesOf(const QString &key) const;
+    void addSpellings(const QString &key, const Uses &uses);
+    void add(const QString &what, const QString &name, const QString &known, const QList<int> &components);
+
+    /// Those that mean something to Velk.
+    const QStringList readKeys{EDAComponent::TYPE,   EDAComponent::IDENTIFER,     EDAComponent::BENCH,
+                               EDAComponent::DEVICE, EDAComponent::DEVICE_NUMBER, EDAComponent::CHANNEL,
+                               EDAComponent::GROUP};
+    const CheckedSystem &system;
+    QList<Finding> findings;
+};
+
+void NameChecks::add(const QString &what, const QString &name, const QString &known, const QList<int> &components)
+{
+    const QStringList refs = system.refsOf(components);
+    findings.append(
+        {FindingCode::SimilarNames, u"%1: the %2 '%3' is nearly '%4'"_s.arg(listed(refs), what, name, known), refs});
+}
+
+/// Only where a component lacks the one that is meant. "Channels" may be how many there are.
+void NameChecks::findPropertyNames()
+{
+    Uses uses;
+    for (int i = 0; i < system.componentCount(); ++i) {
+        const auto &properties = system.component(i).properties;
+        for (auto it = properties.keyBegin(); it != properties.keyEnd(); ++it)
+            uses[*it].append(i);
+    }
+    for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
+        if (readKeys.contains(use.key()))
+            continue;
+        const auto known = std::find_if(readKeys.cbegin(), readKeys.cend(), [&](const QString &key) {
+            return use.key() != key + u's' && resembles(use.key(), key, 1);
+        });
+        if (known == readKeys.cend())
+            continue;
+        QList<int> lacking = use.value();
+        lacking.removeIf([&](int component) { return !system.component(component).property(*known).isEmpty(); });
+        if (!lacking.isEmpty())
+            add(u"property"_s, use.key(), *known, lacking);
+    }
+}
+
+void NameChecks::findBlanks(const QString &key)
+{
+    const Uses uses = valuesOf(key);
+    for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
+        if (use.key() == use.key().trimmed())
+            continue;
+        const QStringList refs = system.refsOf(use.value());
+        findings.append({FindingCode::SimilarNames,
+                         u"%1: the %2 '%3' begins or ends with a blank"_s.arg(listed(refs), key, use.key()), refs});
+    }
+}
+
+void NameChecks::findTypes()
+{
+    const Uses uses = valuesOf(EDAComponent::TYPE);
+    const QStringList known = system.types().known();
+    for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
+        if (known.contains(use.key().trimmed(), Qt::CaseInsensitive))
+            continue;
+        const auto meant = std::find_if(known.cbegin(), known.cend(),
+                                        [&](const QString &type) { return resembles(use.key(), type, 2); });
+        if (meant != known.cend())
+            add(EDAComponent::TYPE, use.key(), *meant, use.value());
+    }
+}
+
+/// A slip is a name that a single component has and that is nearly one of many.
+void NameChecks::findValues(const QString &key)
+{
+    constexpr int many = 5;
+    const Uses uses = valuesOf(key);
+    addSpellings(key, uses);
+    const auto isCommon = [](const QList<int> &components) { return components.size() >= many; };
+    if (std::none_of(uses.cbegin(), uses.cend(), isCommon))
+        return;
+    const QStringList names = uses.keys();
+    for (const auto &[first, second] : slips(names)) {
+        const bool isFirstRare = uses[names.at(first)].size() < uses[names.at(second)].size();
+        const QString &rare = names.at(isFirstRare ? first : second);
+        const QString &common = names.at(isFirstRare ? second : first);
+        if (uses[rare].size() == 1 && isCommon(uses[common]))
+            add(key, rare, common, uses[rare]);
+    }
+}
+
+/// Two connectors whose Identifiers nobody else has, on two boards, are meant for each other if these are nearly the
+/// same.
+void NameChecks::findIdentifiers()
+{
+    const Uses uses = valuesOf(EDAComponent::IDENTIFER);
+    addSpellings(EDAComponent::IDENTIFER, uses);
+    QStringList single;
+    for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
+        if (use.value().size() == 1 && system.types().isConnector(system.component(use.value().first())))
+            single.append(use.key());
+    }
+    for (const auto &[first, second] : slips(single)) {
+        const int a = uses[single.at(first)].first();
+        const int b = uses[single.at(second)].first();
+        if (netlistOf(system.component(a).ref) != netlistOf(system.component(b).ref))
+            add(EDAComponent::IDENTIFER, single.at(first), single.at(second), {a, b});
+    }
+}
+
+Uses NameChecks::valuesOf(const QString &key) const
+{
+    Uses uses;
+    for (int i = 0; i < system.componentCount(); ++i) {
+        const QString value = system.component(i).property(key);
+        if (!value.isEmpty())
+            uses[value].append(i);
+    }
+    return uses;
+}
+
+/// Names with one plain name: all but the commonest of them. Blanks at the ends are found already.
+void NameChecks::addSpellings(const QString &key, const Uses &uses)
+{
+    QMap<QString, QStringList> spellings;
+    for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
+        if (use.key() == use.key().trimmed())
+            spellings[plainName(use.key())].append(use.key());
+    }
+    for (const QStringList &names : std::as_const(spellings)) {
+        const QString common = *std::max_element(names.cbegin(), names.cend(), [&](const auto &a, const auto &b) {
+            return uses[a].size() < uses[b].size();
+        });
+        for (const QString &name : names) {
+            if (name != common)
+                add(key, name, common, uses[name]);
+        }
+    }
+}
+}
+
+QList<Finding> nameFindings(const CheckedSystem &system)
+{
+    return NameChecks(system).run();
+}
+}

@@ -1,0 +1,13 @@
+#ifndef VELK_CLI_CHECK_NETCHECKS_H
+#define VELK_CLI_CHECK_NETCHECKS_H
+
+#include "cli/check/CheckedSystem.h"
+#include "cli/check/Finding.h"
+
+namespace VelkCli {
+
+/// Components that routes do not see as they are drawn: those without a type and those with pins on no net or on two.
+QList<Finding> netFindings(const CheckedSystem &system);
+}
+
+#endif
