@@ -1,9 +1,8 @@
 #include "cli/RouteDrawing.h"
 
-#include <QHash>
-#include <QSet>
+#include "cli/RouteTracing.h"
 
-#include <utility>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -11,98 +10,6 @@ using namespace Velk;
 namespace VelkCli {
 
 namespace {
-
-using Pin = std::pair<QString, QString>; ///< reference and pin number
-
-/// A component crossed from one net to another.
-struct Crossing
-{
-    qsizetype from;
-    qsizetype to;
-    QString ref;
-    QString entryPin;
-    QString exitPin;
-};
-
-/// The nets by number, the look-up of a pin's net and the way back from a list of switches to the nets
-/// between.
-class NetGraph
-{
-public:
-    NetGraph(const EDAProvider &provider, const EDANetNode &destination)
-        : netlist(provider)
-        , nets(provider.getNets())
-    {
-        for (qsizetype net = 0; net < nets.size(); ++net) {
-            for (const auto &node : std::as_const(nets.at(net)->nodes)) {
-                // As in the search, a node lies on the first net that holds it, but ends a path on any.
-                if (!netOfPin.contains({node->ref, node->pin}))
-                    netOfPin.insert({node->ref, node->pin}, net);
-                if (node->matches(destination.ref, destination.pin))
-                    lastNets.insert(net);
-            }
-        }
-    }
-
-    qsizetype netOf(const EDANetNode &node) const { return netOfPin.value({node.ref, node.pin}, -1); }
-    QString nameOf(qsizetype net) const { return nets.at(net)->name; }
-    bool isLast(qsizetype net) const { return lastNets.contains(net); }
-
-    /// All crossings by which a path can be taken: a path does not say by which pin it leaves a component.
-    QList<Crossing> crossingsOf(const RoutingPath &path, qsizetype first) const
-    {
-        QList<QList<Crossing>> steps;
-        QSet<qsizetype> reached{first};
-        for (const auto &component : path.switchingComponents) {
-            QList<Crossing> step = crossings(*component, reached);
-            reached.clear();
-            for (const Crossing &crossing : std::as_const(step))
-                reached.insert(crossing.to);
-            steps.append(std::move(step));
-        }
-        return thoseThatLeadToTheEnd(steps);
-    }
-
-private:
-    QList<Crossing> crossings(const EDAComponent &component, const QSet<qsizetype> &from) const
-    {
-        QList<Crossing> result;
-        const auto part = netlist.getPartByName(component.part);
-        for (const auto &entry : std::as_const(part->pins)) {
-            const qsizetype entryNet = netOfPin.value({component.ref, entry->number}, -1);
-            if (!from.contains(entryNet))
-                continue;
-            for (const auto &exit : std::as_const(part->pins)) {
-                const qsizetype exitNet = netOfPin.value({component.ref, exit->number}, -1);
-                if (exitNet >= 0 && exitNet != entryNet)
-                    result.append({entryNet, exitNet, component.ref, entry->number, exit->number});
-            }
-        }
-        return result;
-    }
-
-    QList<Crossing> thoseThatLeadToTheEnd(const QList<QList<Crossing>> &steps) const
-    {
-        QList<Crossing> result;
-        QSet<qsizetype> wanted = lastNets;
-        for (auto step = steps.crbegin(); step != steps.crend(); ++step) {
-            QSet<qsizetype> wantedBefore;
-            for (const Crossing &crossing : *step) {
-                if (!wanted.contains(crossing.to))
-                    continue;
-                wantedBefore.insert(crossing.from);
-                result.append(crossing);
-            }
-            wanted = wantedBefore;
-        }
-        return result;
-    }
-
-    const EDAProvider &netlist;
-    const QList<QSharedPointer<EDANet>> nets;
-    QHash<Pin, qsizetype> netOfPin;
-    QSet<qsizetype> lastNets; ///< those that hold the destination
-};
 
 QString quoted(QString text)
 {
@@ -120,9 +27,9 @@ QString netLabel(const QString &name)
 class Drawing
 {
 public:
-    Drawing(const RouteReport &routes, const NetGraph &netGraph)
+    Drawing(const RouteReport &routes, const RouteTracing &routeTracing)
         : report(routes)
-        , graph(netGraph)
+        , tracing(routeTracing)
     {
     }
 
@@ -143,12 +50,12 @@ public:
         addLine(component, addNet(crossing.to), namesPins ? crossing.exitPin : QString());
     }
 
-    void addSideConnection(const EDANetNode &node)
+    void addSideConnection(const EDANetNode &node, qsizetype net)
     {
         const QString id = pinId(u"side"_s, node);
         add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(
             id, quoted(report.pinNames.text(node.ref, node.pin))));
-        add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(graph.netOf(node)), id));
+        add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(net), id));
     }
 
     QByteArray toDot() const
@@ -182,7 +89,7 @@ private:
     {
         QString id = quoted(u"net %1"_s.arg(net));
         add(u"%1 [label=%2, tooltip=%3, shape=ellipse, color=\"#3b6ea5\", fontcolor=\"#3b6ea5\"];"_s.arg(
-            id, quoted(netLabel(graph.nameOf(net))), quoted(graph.nameOf(net))));
+            id, quoted(netLabel(tracing.net(net).name)), quoted(tracing.net(net).name)));
         return id;
     }
 
@@ -213,7 +120,7 @@ private:
     }
 
     const RouteReport &report;
-    const NetGraph &graph;
+    const RouteTracing &tracing;
     QStringList statements;
     QSet<QString> known;
 };
@@ -221,21 +128,22 @@ private:
 
 QByteArray drawRoutes(const RouteReport &report)
 {
-    const NetGraph graph(report.netlist, *report.destination);
-    const qsizetype first = graph.netOf(*report.source);
-    Drawing drawing(report, graph);
-    for (const auto &path : report.paths) {
+    const RouteTracing tracing(report);
+    const qsizetype first = tracing.netOf(*report.source);
+    Drawing drawing(report, tracing);
+    const auto routes = tracing.traced();
+    for (qsizetype i = 0; i < routes.size(); ++i) {
         drawing.addEnd(*report.source, first, u"source"_s);
-        if (graph.isLast(first))
+        if (tracing.isLast(first))
             drawing.addEnd(*report.destination, first, u"sink"_s);
-        const auto crossings = graph.crossingsOf(path, first);
-        for (const Crossing &crossing : crossings) {
+        for (const Crossing &crossing : routes.at(i).crossings) {
             drawing.addCrossing(crossing);
-            if (graph.isLast(crossing.to))
+            if (tracing.isLast(crossing.to))
                 drawing.addEnd(*report.destination, crossing.to, u"sink"_s);
         }
-        for (const auto &node : path.additionalNodes)
-            drawing.addSideConnection(*node);
+        for (qsizetype node = 0; node < routes.at(i).connectedNets.size(); ++node)
+            drawing.addSideConnection(*report.paths.at(i).additionalNodes.at(node),
+                                      routes.at(i).connectedNets.at(node));
     }
     return drawing.toDot();
 }

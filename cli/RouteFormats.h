@@ -20,6 +20,7 @@ struct RouteReport
     QList<Velk::RoutingPath> paths;
     bool areThereMore; ///< than these paths
     PinNames pinNames;
+    QStringList interfaceTypes; ///< of the components whose pins are additional nodes
 };
 
 /// A numbered line for each route and a line with the count, which also tells whether there are more.

@@ -98,7 +98,13 @@ int RoutesCommand::run() const
     const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
     if (areThereMore)
         paths.resize(maxRoutes);
-    const RouteReport report{provider, sourceEnd.node, dutEnd.node, paths, areThereMore, PinNames(provider)};
+    const RouteReport report{provider,
+                             sourceEnd.node,
+                             dutEnd.node,
+                             paths,
+                             areThereMore,
+                             PinNames(provider),
+                             toQStringList(netlist.interfaceTypes)};
     writeOutput(outputFile, format(report, netlist.format, Colour::forOutput(outputFile)));
     if (!paths.isEmpty())
         return 0;
