@@ -20,7 +20,11 @@ struct RouteReport
     QList<Velk::RoutingPath> paths;
     bool areThereMore; ///< than these paths
     PinNames pinNames;
+    QStringList fileNames;      ///< of the boards
+    QStringList connectorTypes; ///< of the components at which boards are joined
     QStringList interfaceTypes; ///< of the components whose pins are additional nodes
+    int maxSwitches;
+    int maxConnections;
 };
 
 /// A numbered line for each route and a line with the count, which also tells whether there are more.

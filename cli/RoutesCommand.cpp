@@ -6,6 +6,7 @@
 #include "cli/Progress.h"
 #include "cli/RouteDrawing.h"
 #include "cli/RouteFormats.h"
+#include "cli/RoutePage.h"
 #include "cli/TypeWarnings.h"
 #include "cli/Warnings.h"
 
@@ -33,6 +34,8 @@ QByteArray format(const RouteReport &report, const std::string &formatName, cons
         return routesToCsv(report);
     if (formatName == "dot")
         return drawRoutes(report);
+    if (formatName == "html")
+        return routesToPage(report);
     return routesToText(report, colour);
 }
 }
@@ -61,7 +64,7 @@ RoutesCommand::RoutesCommand(CLI::App &app)
         ->check(CLI::Range(mostRoutes).description({}))
         ->type_name("N")
         ->capture_default_str();
-    netlist.addTo(*command, {"text", "json", "csv", "dot"});
+    netlist.addTo(*command, {"text", "json", "csv", "dot", "html"});
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
                     exampleHeading +
@@ -104,7 +107,11 @@ int RoutesCommand::run() const
                              paths,
                              areThereMore,
                              PinNames(provider),
-                             toQStringList(netlist.interfaceTypes)};
+                             toQStringList(netlist.files),
+                             toQStringList(netlist.connectorTypes),
+                             toQStringList(netlist.interfaceTypes),
+                             maxSwitches,
+                             maxConnections};
     writeOutput(outputFile, format(report, netlist.format, Colour::forOutput(outputFile)));
     if (!paths.isEmpty())
         return 0;

@@ -1,0 +1,107 @@
+// The data of the page, and which of its routes a filter lets through.
+
+const data = JSON.parse(byId('data').textContent);
+
+function crossingsOf(route) {
+    return route.crossings.map((place) => data.crossings[place]);
+}
+
+// Routes may have any number of switches; people look at the first ones.
+const mostShown = 300;
+
+function shownCrossingsOf(route) {
+    return crossingsOf({ crossings: route.crossings.slice(0, mostShown) });
+}
+
+function connectionsOf(route) {
+    return route.connections.map((place) => data.connections[place]);
+}
+
+function componentOf(place) {
+    return data.components[place.component];
+}
+
+function typeOf(component) {
+    return component.properties.CompType ?? '';
+}
+
+function isRelay(component) {
+    return typeOf(component).toLowerCase() === 'relay';
+}
+
+// "Relay reed 1 A"
+function aboutText(component, longest) {
+    return shortened([typeOf(component), component.value].filter((text) => text !== '').join(' '), longest);
+}
+
+// References end in the number of the board: "K3#2".
+function boardOf(component) {
+    return Number(component.ref.slice(component.ref.lastIndexOf('#') + 1));
+}
+
+function withoutBoard(ref) {
+    return ref.slice(0, ref.lastIndexOf('#'));
+}
+
+function boardName(board) {
+    return data.boards[board - 1].replace(/^.*[/\\]/, '').replace(/\.net$/i, '');
+}
+
+function pinText(pin) {
+    return pin.name && pin.name !== '~' && pin.name !== pin.number ? `${pin.number} (${pin.name})` : pin.number;
+}
+
+// The boards from one to the other along the joints of the net, with the joints between each two.
+function hops(net, from, to) {
+    const before = new Map([[from, null]]);
+    for (const [board] of before) {
+        for (const joint of net.joints) {
+            const plugs = joint.components.map((place) => data.components[place]);
+            const here = plugs.find((plug) => boardOf(plug) === board);
+            for (const there of here ? plugs : []) {
+                if (!before.has(boardOf(there)))
+                    before.set(boardOf(there), { from: board, to: boardOf(there), plugs: [here, there], joint });
+            }
+        }
+    }
+    if (!before.has(to))
+        return [{ from, to, plugs: [], joint: null }];
+    const way = [];
+    for (let hop = before.get(to); hop; hop = before.get(hop.from))
+        way.unshift(hop);
+    return way;
+}
+
+// "K1 -R3 "K 7"": a word for each component, which may hold stars; those after a minus must not be on a route.
+function wordsOf(filterText) {
+    return Array.from(filterText.matchAll(/(-?)(?:"([^"]*)"?|(\S+))/g), ([, minus, quoted, plain]) => {
+        const text = quoted ?? plain;
+        const pattern = text.replace(/[\\^$.|?+()[\]{}]/g, '\\$&').replaceAll('*', '.*');
+        return { isWanted: minus === '', text, pattern: new RegExp(`^(?:${pattern})$`, 'isu') };
+    }).filter(({ text }) => text !== '' && text !== '-');
+}
+
+function asWord(ref) {
+    if (ref.length > 200)
+        return asWord(ref.slice(0, 200)) + '*';
+    return /[\s"]/.test(ref) || ref.startsWith('-') ? `"${ref.replaceAll('"', '*')}"` : ref;
+}
+
+// The places of the routes that pass. No number of switches chosen means any.
+function filtered({ text, switches, alone }) {
+    const words = wordsOf(text).map(({ isWanted, pattern }) => ({
+        isWanted,
+        fits: data.components.map(({ ref }) => pattern.test(ref) || pattern.test(withoutBoard(ref))),
+    }));
+    const passes = (route) =>
+        (switches.size === 0 || switches.has(route.crossings.length)) &&
+        (!alone || route.connections.length === 0) &&
+        words.every(({ isWanted, fits }) =>
+            route.crossings.some((place) => fits[data.crossings[place].component]) === isWanted);
+    const places = [];
+    data.routes.forEach((route, place) => {
+        if (passes(route))
+            places.push(place);
+    });
+    return places;
+}

@@ -1,0 +1,107 @@
+// The chosen route in words: as a list on the page, and as text to copy.
+
+function named(text, longest = 80, className = '') {
+    return html('bdi', { class: className, title: inFull(text) }, shortened(text, longest));
+}
+
+function shownRef(component) {
+    return named(component.ref, 80, 'ref');
+}
+
+// Without what KiCad adds for its own use.
+function propertyList(component) {
+    const entries = Object.entries(component.properties)
+        .filter(([key, value]) => value !== '' && !/^(CompType|Sheetfile|ki_.*)$/.test(key));
+    return html('ul', { class: 'properties', 'aria-label': 'Properties' }, ...entries.map(([key, value]) =>
+        html('li', {}, html('span', {}, shortened(key, 40) + '='), named(value, 60))));
+}
+
+function sideMark(connection, words) {
+    return html('span', { class: 'side', title: connectionTitle(connection) },
+        `\u25c6 ${words}`, named(connection.text));
+}
+
+function connectionTitle(connection) {
+    const about = aboutText(componentOf(connection), 2000);
+    return `${inFull(connection.text)}: ${about}, pin ${inFull(pinText(connection.pin))}`;
+}
+
+function netLine(route, place) {
+    const sides = connectionsOf(route).filter((connection) => connection.net === place);
+    return html('p', { class: 'net' }, 'net ', named(data.nets[place].name, 300),
+        ...sides.map((connection) => sideMark(connection, 'also connects ')));
+}
+
+function endStep(word, end, ...lines) {
+    const component = componentOf(end);
+    const about = `${aboutText(component, 120)}, pin ${shortened(pinText(end.pin), 80)}`;
+    return html('li', { class: 'end' }, html('p', {}, `${word} `, named(end.text, 80, 'ref'), ' ',
+        html('span', { class: 'about' }, about)), propertyList(component), ...lines);
+}
+
+function filterButton(text, component, prefix, onFilter) {
+    const button = html('button', { type: 'button', 'aria-label': `${text} ${shortened(component.ref, 80)}` }, text);
+    button.addEventListener('click', () => onFilter(prefix + asWord(component.ref)));
+    return button;
+}
+
+function switchStep(crossing, isAgain, onFilter, ...lines) {
+    const component = componentOf(crossing);
+    const [entry, exit] = [crossing.entry, crossing.exit].map((pin) => shortened(pinText(pin), 40));
+    const about = `${aboutText(component, 120)}, pin ${entry} to ${exit}${isAgain ? ', once more' : ''}`;
+    const buttons = html('span', { class: 'buttons' }, filterButton('Only with', component, '', onFilter),
+        filterButton('Without', component, '-', onFilter));
+    return html('li', {}, html('p', {}, shownRef(component), ' ', html('span', { class: 'about' }, about), buttons),
+        propertyList(component), ...lines);
+}
+
+function stepsOf(route, onFilter) {
+    const earlier = new Set();
+    const steps = [endStep('From', data.source, netLine(route, data.source.net))];
+    for (const crossing of shownCrossingsOf(route)) {
+        steps.push(switchStep(crossing, earlier.has(crossing.component), onFilter, netLine(route, crossing.to)));
+        earlier.add(crossing.component);
+    }
+    if (route.crossings.length > mostShown)
+        steps.push(html('li', {}, `and ${route.crossings.length - mostShown} more, in the text to copy`));
+    return [...steps, endStep('To', data.destination)];
+}
+
+function relaysOf(route) {
+    return [...new Set(crossingsOf(route).map(componentOf))].filter(isRelay);
+}
+
+// Above the drawing: what has to be set, and what else is passed and connected.
+function summaryOf(route) {
+    const others = [...new Set(crossingsOf(route).map(componentOf))].filter((component) => !isRelay(component));
+    const refs = (components) => [
+        ...components.slice(0, mostShown).flatMap((component, i) => [i > 0 ? ', ' : '', shownRef(component)]),
+        components.length > mostShown ? ` and ${components.length - mostShown} more` : '',
+    ];
+    const relays = relaysOf(route);
+    const line = relays.length > 0 ? ['Relays to set: ', ...refs(relays)] : ['No relay to set'];
+    if (others.length > 0)
+        line.push('; also through ', ...refs(others));
+    const sides = connectionsOf(route).slice(0, mostShown).map((connection) => sideMark(connection, ''));
+    return sides.length > 0 ? [...line, html('br'), 'Also connects: ', ...sides] : line;
+}
+
+function textOf(place) {
+    const route = data.routes[place];
+    const lines = [`Route ${place + 1}: ${data.source.text} to ${data.destination.text}, ${switchCount(route)}`];
+    const addNet = (net) => {
+        lines.push(`   net ${data.nets[net].name}`);
+        for (const connection of connectionsOf(route).filter((each) => each.net === net))
+            lines.push(`      also connects ${connection.text}`);
+    };
+    lines.push(data.source.text);
+    addNet(data.source.net);
+    for (const crossing of crossingsOf(route)) {
+        const component = componentOf(crossing);
+        const pins = `pin ${pinText(crossing.entry)} to ${pinText(crossing.exit)}`;
+        lines.push(`${component.ref}, ${typeOf(component)}, ${pins}`);
+        addNet(crossing.to);
+    }
+    lines.push(data.destination.text);
+    return lines.map(visible).join('\n') + '\n';
+}
