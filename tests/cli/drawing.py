@@ -1,0 +1,293 @@
+#!/usr/bin/env python3
+"""Uses the pages in a folder as people do, in headless Chromium: drawing.py FOLDER. Leaves screenshots there."""
+
+import json
+import os
+import sys
+import time
+
+from selenium import webdriver
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.chrome.service import Service
+
+failures = []
+
+
+def check(what, found, expected):
+    if found != expected:
+        failures.append(what)
+        print(f"FAILED {what}: {found!r} instead of {expected!r}")
+
+
+def check_soon(what, find, expected):
+    """For what the page does a little later."""
+    for _ in range(200):
+        if find() == expected:
+            return
+        time.sleep(0.1)
+    check(what, find(), expected)
+
+
+def start_browser():
+    options = webdriver.ChromeOptions()
+    options.binary_location = "/usr/bin/chromium"
+    for argument in ("--headless=new", "--no-sandbox", "--disable-dev-shm-usage", "--hide-scrollbars"):
+        options.add_argument(argument)
+    options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
+    browser = webdriver.Chrome(options=options, service=Service("/usr/bin/chromedriver"))
+    browser.set_script_timeout(600)
+    return browser
+
+
+class Page:
+    """One page in the browser, with what is on it."""
+
+    def __init__(self, browser, folder, name):
+        self.browser = browser
+        self.folder = folder
+        self.name = name
+        self.address = "file://" + os.path.abspath(os.path.join(folder, name + ".html"))
+        self.open()
+
+    def open(self, fragment="", size=(1400, 950)):
+        self.browser.set_window_size(*size)
+        self.browser.get("about:blank")
+        self.browser.get(self.address + fragment)
+
+    def find(self, selector):
+        return self.browser.find_element(By.CSS_SELECTOR, selector)
+
+    def texts(self, selector):
+        return [element.text for element in self.browser.find_elements(By.CSS_SELECTOR, selector)]
+
+    def is_shown(self, selector):
+        return self.find(selector).is_displayed()
+
+    def run(self, script):
+        return self.browser.execute_script(script)
+
+    def data(self):
+        return json.loads(self.find("#data").get_attribute("textContent"))
+
+    def press(self, *keys):
+        ActionChains(self.browser).send_keys(*keys).perform()
+
+    def filter(self, text):
+        self.find("#filter").clear()
+        self.find("#filter").send_keys(text)
+
+    def active_option(self):
+        return self.find("#" + self.find("#list").get_attribute("aria-activedescendant"))
+
+    def drawn_refs(self):
+        return self.run("return Array.from(document.querySelectorAll('#drawing .switch .ref'), (e) => e.textContent)")
+
+    def screenshot(self, name, size=(1400, 950)):
+        self.browser.set_window_size(*size)
+        time.sleep(0.3)
+        self.browser.save_screenshot(os.path.join(self.folder, f"{self.name}-{name}.png"))
+
+    def check_quiet(self):
+        """Nothing on the console, and nothing asked for but the page itself."""
+        check(f"{self.name}: console", [entry["message"] for entry in self.browser.get_log("browser")], [])
+        asked = {
+            message["params"]["request"]["url"].split("#")[0]
+            for message in (json.loads(entry["message"])["message"] for entry in self.browser.get_log("performance"))
+            if message["method"] == "Network.requestWillBeSent"
+        }
+        check(f"{self.name}: requests", asked - {self.address, "about:blank"}, set())
+
+
+def refs_of(data, route):
+    return [data["components"][data["crossings"][place]["component"]]["ref"] for place in route["crossings"]]
+
+
+CHOOSE_EACH = """
+    const texts = (selector) => Array.from(document.querySelectorAll(selector), (element) => element.textContent);
+    return arguments[0].map((place) => {
+        list.choose(place);
+        return [texts('#drawing .switch .ref'), texts('#drawing .connection').length, texts('#steps > li').length,
+            texts('#drawing .plug title').filter((title) => !title.includes(': ')).length];
+    });"""
+
+
+def check_every_drawing(page, places, shown_refs=refs_of):
+    """The drawing and the steps show the components of the route in order, its side connections and known plugs."""
+    data = page.data()
+    for place, found in zip(places, page.browser.execute_script(CHOOSE_EACH, list(places)), strict=True):
+        route = data["routes"][place]
+        check(f"{page.name}: route {place + 1}", found,
+              [shown_refs(data, route), len(route["connections"]), len(route["crossings"]) + 2, 0])
+
+
+def check_demo(page):
+    data = page.data()
+    check("heading", page.find("h1").text, "U2#1.HI \u2192 J2#3.OUT")
+    check("count", page.find("#count").text, "548 routes")
+    check("first route", page.drawn_refs(), ["K1#1", "K307#2"])
+    check("focus", page.run("return document.activeElement.id"), "list")
+    page.screenshot("light")
+
+    check("one row", page.run("return document.querySelectorAll('#drawing .turn').length"), 0)
+    page.press(Keys.ARROW_DOWN)
+    check("arrow", page.find("#title").text, "Route 2: 2 switches")
+    check("resistor", page.find("#route-summary").text.split("\n")[0], "Relays to set: K307#2; also through R3#1")
+    check_soon("address", lambda: page.run("return location.hash"), "#route=2")
+    page.press(Keys.END)
+    check("end", page.active_option().get_attribute("aria-posinset"), "548")
+    check("label of the last", page.active_option().get_attribute("aria-label").split(";")[0], "Route 548")
+    page.screenshot("last")
+    page.press(Keys.PAGE_UP, Keys.HOME)
+    check("home", page.find("#title").text, "Route 1: 2 switches")
+    page.find("#next").click()
+    check("next", page.find("#title").text, "Route 2: 2 switches")
+    page.find("#route-4").click()
+    check("click", page.active_option().get_attribute("id"), "route-4")
+    check("click is drawn", page.drawn_refs(), refs_of(data, data["routes"][3]))
+
+    page.press("/", "K1 -k307 ")
+    check("slash", page.run("return document.activeElement.id"), "filter")
+    ways = [refs_of(data, route) for route in data["routes"]]
+    expected = [place for place, refs in enumerate(ways) if "K1#1" in refs and "K307#2" not in refs]
+    check("filter", page.find("#count").text, f"{len(expected)} of 548 routes")
+    check("filtered route", (3 in expected, page.find("#title").text.split(":")[0]), (True, "Route 4"))
+    page.screenshot("filtered")
+    check_soon("filter in the address", lambda: page.run("return location.hash"), "#route=4&filter=K1+-k307+")
+    page.open("#route=4&filter=K1+-k307+")
+    check("filter from the address", page.find("#count").text, f"{len(expected)} of 548 routes")
+    page.filter("K1 nothing")
+    check("nothing found", page.find("#count").text, "No route passes these filters")
+    check("nothing shown", page.is_shown("#shown"), False)
+    page.screenshot("nothing")
+    page.find("#clear").click()
+    check("cleared", page.find("#count").text, "548 routes")
+    fours = sum(len(route["crossings"]) == 4 for route in data["routes"])
+    page.find("#switches button[data-switches='4']").click()
+    check("switches", page.find("#count").text, f"{fours} of 548 routes")
+    page.find("#alone").click()
+    page.find("#switches button[data-switches='4']").click()
+    alone = sum(not route["connections"] for route in data["routes"])
+    check("without side connections", page.find("#count").text, f"{alone} of 548 routes")
+    page.find("#clear").click()
+    page.browser.find_element(By.XPATH, "//ol[@id='steps']//button[text()='Without']").click()
+    check("button", page.find("#filter").get_attribute("value")[0], "-")
+    page.find("#clear").click()
+
+    page.find("#theme").click()
+    check("dark", page.run("return document.documentElement.dataset.theme"), "dark")
+    page.open("#route=548")
+    check("dark stays", page.run("return document.documentElement.dataset.theme"), "dark")
+    page.screenshot("dark")
+    page.screenshot("dark-narrow", (420, 900))
+    page.find("#theme").click()
+    page.screenshot("narrow", (420, 900))
+    page.run("document.getElementById('shown').scrollIntoView()")
+    page.screenshot("narrow-drawing", (420, 900))
+    page.screenshot("wide", (2200, 1100))
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+    printed = [part for part in ("#choice", "#drawing", "#steps", "#print") if page.is_shown(part)]
+    check("printed", printed, ["#drawing", "#steps"])
+    page.screenshot("print", (800, 1100))
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+    page.browser.set_window_size(1400, 950)
+    check_every_drawing(page, range(len(data["routes"])))
+    check_copying(page)
+
+
+def check_copying(page):
+    page.browser.execute_cdp_cmd("Browser.grantPermissions", {"permissions": ["clipboardReadWrite"]})
+    page.open("#route=2")
+    read = "navigator.clipboard.readText().then(arguments[0], (error) => arguments[0](String(error)))"
+    page.find("#copy-relays").click()
+    check("copied relays", page.browser.execute_async_script(read), "K307#2")
+    page.find("#copy-text").click()
+    text = page.browser.execute_async_script(read).split("\n")
+    check("copied text", [line for line in text if not line.startswith(" ")], [
+        "Route 2: U2#1.HI to J2#3.OUT, 2 switches", "U2#1.HI", "R3#1, Resistor, pin 1 to 2",
+        "K307#2, Relay, pin 1 (A) to 2 (B)", "J2#3.OUT", ""])
+
+
+def check_large(page):
+    data = page.data()
+    check("all there", page.find("#count").text, "10,000 routes")
+    page.screenshot("light")
+    page.press(Keys.END)
+    check("last of many", page.find("#title").text.split(":")[0], "Route 10000")
+    check("few rows", len(page.texts("[role=option]")) < 60, True)
+    page.screenshot("last")
+    page.run("document.getElementById('list').scrollTop = 200000")
+    check_soon("scrolled", lambda: page.run("return document.getElementById('route-4170') !== null"), True)
+    check("the active row exists", page.active_option().get_attribute("aria-posinset"), "10000")
+    check_every_drawing(page, range(0, 10000, 499))
+    wanted = refs_of(data, data["routes"][5000])[2]
+    page.filter(wanted)
+    count = sum(wanted in refs_of(data, route) for route in data["routes"])
+    check("large filter", page.find("#count").text, f"{count:,} of 10,000 routes")
+    page.screenshot("filtered")
+    page.find("#theme").click()
+    page.screenshot("dark")
+    page.find("#theme").click()
+    report_speed(page)
+
+
+def report_speed(page):
+    """Not checked, since it depends on the machine."""
+    page.open()
+    timed = """
+        const times = [];
+        for (let i = 0; i < 20; ++i) {
+            const start = performance.now();
+            %s
+            document.body.offsetHeight;
+            times.push(performance.now() - start);
+        }
+        return times.sort((a, b) => a - b)[10].toFixed(1) + ' ms, at most ' + times[19].toFixed(1) + ' ms';"""
+    print("10,000 routes:")
+    for what, script in (("filter", "filters.text = i % 2 ? 'K416' : '-K416 K1*'; applyFilters();"),
+                         ("filter, without drawing",
+                          "filtered({ text: '-K416 K1*', switches: new Set([5, 7]), alone: false });"),
+                         ("next route", "list.step(1);"),
+                         ("scroll by 100 rows", "list.element.scrollTop = i * 4000; list.drawRows();")):
+        print(f"  {what}: median", page.run(timed % script))
+    load = "const e = performance.getEntriesByType('navigation')[0]; return e.domComplete.toFixed(0) + ' ms'"
+    print("  loaded in", page.run(load))
+
+
+def check_direct(page):
+    check("direct", page.find("#title").text, "Route 1: no switch")
+    check("nothing to filter", page.is_shown("#switches"), False)
+    check("two ends", len(page.texts("#drawing .end")), 2)
+    page.screenshot("light")
+
+
+def check_none(page):
+    check("none", page.find("#none h2").text, "No route within the limits")
+    check("no list", page.is_shown("#choice"), False)
+    page.screenshot("light")
+
+
+def check_hostile(page):
+    check("nothing came to life", page.run("return window.broken === undefined && "
+                                           "document.querySelector('img, iframe, b') === null"), True)
+    check_every_drawing(page, range(2), lambda data, route: [
+        ref if len(ref) < 20 else "R_with_a_name_t\u2026" for ref in refs_of(data, route)])
+    page.screenshot("light")
+    page.screenshot("narrow", (420, 900))
+
+
+def main(folder):
+    checks = {"demo": check_demo, "direct": check_direct, "none": check_none, "large": check_large,
+              "hostile": check_hostile}
+    with start_browser() as browser:
+        for name, check_page in checks.items():
+            page = Page(browser, folder, name)
+            check_page(page)
+            page.check_quiet()
+    print(f"{len(checks)} pages, {len(failures)} failures")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
