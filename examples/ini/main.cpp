@@ -1,0 +1,63 @@
+// Writes physical.ini and application.ini for a test system and an application of one netlist each.
+//
+//     ini-example instruments.net adapter.net
+
+#include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/ini/EDAPhysicalIniGenerator.h>
+#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadReader.h>
+#include <velk/model/EDAException.h>
+
+#include <QFile>
+#include <QSaveFile>
+#include <QTextStream>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::unique_ptr<Velk::KiCadNetParser> load(const QString &fileName)
+{
+    QFile file(fileName);
+    Velk::KiCadReader reader(&file, Velk::KiCadReadingMode::Tolerant);
+    if (const auto error = reader.read(); error != Velk::KiCadNoError)
+        throw Velk::EDAException(u"%1: %2"_s.arg(fileName, Velk::kiCadErrorText(error)));
+    auto parser = std::make_unique<Velk::KiCadNetParser>(reader.getRoot(), Velk::KiCadReadingMode::Tolerant);
+    parser->parse();
+    const auto warnings = parser->warnings();
+    for (const QString &warning : warnings)
+        QTextStream(stderr) << fileName << ": " << warning << '\n';
+    return parser;
+}
+
+bool writeFiles(const QString &testSystemFile, const QString &applicationFile)
+{
+    const auto testSystem = load(testSystemFile);
+    const auto application = load(applicationFile);
+
+    QSaveFile physicalIni(u"physical.ini"_s);
+    physicalIni.open(QIODevice::WriteOnly);
+    Velk::EDAPhysicalIniGenerator(testSystem.get()).generate(&physicalIni);
+
+    QSaveFile applicationIni(u"application.ini"_s);
+    applicationIni.open(QIODevice::WriteOnly);
+    Velk::EDAApplicationIniGenerator generator(testSystem.get(), application.get());
+    generator.generate(&applicationIni, testSystemFile, applicationFile);
+
+    return physicalIni.commit() && applicationIni.commit();
+}
+}
+
+int main(int argc, char **argv)
+{
+    if (argc != 3)
+        return 2;
+    try {
+        return writeFiles(QFile::decodeName(argv[1]), QFile::decodeName(argv[2])) ? 0 : 2;
+    } catch (const Velk::EDAException &exception) {
+        QTextStream(stderr) << exception.message() << '\n';
+        return 2;
+    }
+}
