@@ -17,9 +17,9 @@ namespace Velk {
 ///     key=value
 ///
 /// The text is UTF-8 with a line feed after each line and an empty line before each section but the first
-/// thing in the file. No text that is handed over can forge structure: control characters become \n, \r, \t,
-/// \0 or \xNN; in a key "=" becomes \= and a leading "[", ";" or "#" gets a backslash; in a section name "]"
-/// becomes \]. All else stands as it is, backslashes too.
+/// thing in the file. No text that is handed over can forge structure: control characters become `\n`, `\r`, `\t`,
+/// `\0` or `\xNN`; in a key "=" becomes `\=` and a leading "[", ";" or "#" gets a backslash; in a section name "]"
+/// becomes `\]`. All else stands as it is, backslashes too.
 ///
 /// Failures of the device are not reported here; ask the device.
 class VELKINI_EXPORT IniWriter
@@ -39,6 +39,7 @@ public:
     void writeSection(const QString &name, const QList<QString> &comments);
     /// Writes an entry of the current section. Each item of \a comments becomes a comment line before it.
     void writeProperty(const QString &key, const QString &value, const QList<QString> &comments);
+    /// Writes a comment line.
     void writeComment(const QString &text);
 
     /// Closes the device if open() has opened it.

@@ -32,8 +32,8 @@ struct VelkPinInfo
 /// A pin that a route connects besides the two that were asked for.
 struct VelkConnectionInfo
 {
-    VelkComponentInfo component;
-    VelkPinInfo pin; ///< all empty where the component's part does not list the pin
+    VelkComponentInfo component; ///< the component that has the pin
+    VelkPinInfo pin;             ///< all empty where the component's part does not list the pin
 };
 
 /// One way from the source pin to the destination pin.
@@ -52,6 +52,7 @@ struct VelkRoutingPath
 class VELK_EXPORT VelkRoutingException
 {
 public:
+    /// \a message is what message() returns.
     explicit VelkRoutingException(const std::string &message);
     ~VelkRoutingException();
     VelkRoutingException(const VelkRoutingException &other);
@@ -133,8 +134,9 @@ public:
     /// another thread is searching.
     static void setTraceEnabled(bool enabled);
 
-    /// Replace the default types as a whole; an empty list means that no component has that role.
+    /// Replaces the types whose pins are additional connections; with an empty list there are none.
     void setInterfaceTypes(const std::vector<std::string> &types);
+    /// Replaces the types that a route may pass through; with an empty list there are direct connections only.
     void setSwitchableTypes(const std::vector<std::string> &types);
 
     /// 3 by default: a route that would connect more additional pins is not followed. Above 2147483647 only

@@ -22,7 +22,9 @@ public:
     QList<QSharedPointer<KiCadToken>> children; ///< in file order; none may be null
 
     KiCadToken();
+    /// A token without a value.
     explicit KiCadToken(const QString &tokenName);
+    /// A token without children.
     KiCadToken(const QString &tokenName, const QString &tokenValue);
     ~KiCadToken();
     KiCadToken(const KiCadToken &other);
@@ -53,6 +55,7 @@ public:
 /// True if both are null, or neither is and names, values and all children, in order and down to the leaves,
 /// are equal.
 VELK_EXPORT bool operator==(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b);
+/// The negation of ==.
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b);
 
 /// Text for diagnostics in Latin-1, as "KiCadToken('comp', '', [KiCadToken('ref', 'R1')])"; the caller

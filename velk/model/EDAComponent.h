@@ -75,6 +75,7 @@ public:
 /// True if both are null, or neither is and reference, value, part and all properties are equal. Comparing
 /// shared pointers, also within Qt containers, thus compares contents and not addresses.
 VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDAComponent> &a, const QSharedPointer<Velk::EDAComponent> &b);
+/// The negation of ==.
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDAComponent> &a, const QSharedPointer<Velk::EDAComponent> &b);
 
 /// Text for diagnostics in Latin-1, in the form that Qt Test prints; the caller releases it with delete[].

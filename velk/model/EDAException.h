@@ -16,6 +16,7 @@ namespace Velk {
 class VELK_EXPORT EDAException
 {
 public:
+    /// \a message is what message() returns.
     explicit EDAException(const QString &message);
     ~EDAException();
     EDAException(const EDAException &other);
@@ -34,6 +35,7 @@ private:
 class VELK_EXPORT KiCadTokenNotFoundException : public EDAException
 {
 public:
+    /// \a path is where the element should be.
     explicit KiCadTokenNotFoundException(const QString &path);
     ~KiCadTokenNotFoundException();
     KiCadTokenNotFoundException(const KiCadTokenNotFoundException &other);
@@ -53,6 +55,7 @@ private:
 class VELK_EXPORT EDAComponentNotFoundException : public EDAException
 {
 public:
+    /// \a properties are what was asked for.
     explicit EDAComponentNotFoundException(const QMap<QString, QString> &properties);
     ~EDAComponentNotFoundException();
     EDAComponentNotFoundException(const EDAComponentNotFoundException &other);
@@ -79,8 +82,8 @@ public:
     EDAPartNotFoundException(EDAPartNotFoundException &&other) noexcept;
     EDAPartNotFoundException &operator=(EDAPartNotFoundException &&other) noexcept;
 
-    QSharedPointer<EDAComponent> component() const;
-    QString partName() const;
+    QSharedPointer<EDAComponent> component() const; ///< the component whose part is missing
+    QString partName() const;                       ///< its name, as the component has it
 
 private:
     QSharedPointer<EDAComponent> m_component;
@@ -100,9 +103,9 @@ public:
     EDAPinNotFoundException(EDAPinNotFoundException &&other) noexcept;
     EDAPinNotFoundException &operator=(EDAPinNotFoundException &&other) noexcept;
 
-    QSharedPointer<EDAPart> part() const;
-    QSharedPointer<EDAComponent> component() const;
-    QString pin() const; ///< as asked for: a number, or in a query also a name
+    QSharedPointer<EDAPart> part() const;           ///< the part that lacks the pin
+    QSharedPointer<EDAComponent> component() const; ///< the component of that part
+    QString pin() const;                            ///< as asked for: a number, or in a query also a name
 
 private:
     QSharedPointer<EDAPart> m_part;

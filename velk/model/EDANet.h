@@ -57,6 +57,7 @@ public:
 /// True if both are null, or neither is and the names are equal and the nodes are pairwise equal in order.
 /// Nets with the same nodes in another order are unequal.
 VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDANet> &a, const QSharedPointer<Velk::EDANet> &b);
+/// The negation of ==.
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDANet> &a, const QSharedPointer<Velk::EDANet> &b);
 
 /// Text for diagnostics in Latin-1, as "EDANet('GND', [EDANetNode(K1, 1), EDANetNode(R4, 2)])"; the caller

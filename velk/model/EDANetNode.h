@@ -36,6 +36,7 @@ public:
 
 /// True if both are null, or neither is and reference and pin are equal.
 VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDANetNode> &a, const QSharedPointer<Velk::EDANetNode> &b);
+/// The negation of ==.
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDANetNode> &a, const QSharedPointer<Velk::EDANetNode> &b);
 
 /// Text for diagnostics in Latin-1, as "EDANetNode(K1, 1)"; the caller releases it with delete[].

@@ -43,6 +43,7 @@ public:
 
 /// True if both are null, or neither is and name and library are equal. The pins are not compared.
 VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDAPart> &a, const QSharedPointer<Velk::EDAPart> &b);
+/// The negation of ==.
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDAPart> &a, const QSharedPointer<Velk::EDAPart> &b);
 
 /// Text for diagnostics in Latin-1, as "EDAPart('R', 'Device')"; the caller releases it with delete[].

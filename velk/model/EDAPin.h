@@ -33,6 +33,7 @@ public:
 
 /// True if both are null, or neither is and number, name and type are equal.
 VELK_EXPORT bool operator==(const QSharedPointer<Velk::EDAPin> &a, const QSharedPointer<Velk::EDAPin> &b);
+/// The negation of ==.
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::EDAPin> &a, const QSharedPointer<Velk::EDAPin> &b);
 
 /// Text for diagnostics in Latin-1, as "EDAPin('3', 'OUT', 'output')"; the caller releases it with delete[].

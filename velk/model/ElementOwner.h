@@ -18,9 +18,9 @@ class VELK_EXPORT ElementOwner
 public:
     virtual ~ElementOwner();
 
-    virtual QList<QSharedPointer<EDANet>> ownNets() const = 0;
-    virtual QList<QSharedPointer<EDAComponent>> ownComponents() const = 0;
-    virtual QList<QSharedPointer<EDAPart>> ownParts() const = 0;
+    virtual QList<QSharedPointer<EDANet>> ownNets() const = 0;             ///< those of EDAProvider::getNets()
+    virtual QList<QSharedPointer<EDAComponent>> ownComponents() const = 0; ///< those of EDAProvider::getComponents()
+    virtual QList<QSharedPointer<EDAPart>> ownParts() const = 0;           ///< those of EDAProvider::getParts()
 
 protected:
     ElementOwner();

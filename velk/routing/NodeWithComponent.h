@@ -11,8 +11,8 @@ namespace Velk {
 /// A node of a net and the component that its reference names, both never null where the search makes one.
 struct NodeWithComponent
 {
-    QSharedPointer<EDANetNode> node;
-    QSharedPointer<EDAComponent> component;
+    QSharedPointer<EDANetNode> node;        ///< where on the net
+    QSharedPointer<EDAComponent> component; ///< whose pin it is
 };
 }
 

@@ -64,13 +64,15 @@ public:
     Routing(Routing &&other) noexcept;
     Routing &operator=(Routing &&other) noexcept;
 
-    /// Replaces the list as a whole. Types are compared without regard to case; with an empty list no
-    /// component has that role.
+    /// Replaces the types that a path may pass through. Types are compared without regard to case; with an empty list
+    /// no component has that role.
     void setComponentTypesThatAreSwitchable(const QList<QString> &types);
+    /// Replaces the types whose pins are additional nodes, in the same way.
     void setComponentTypesThatAreInterfaces(const QList<QString> &types);
 
-    /// Any value is taken as it is; see above for what it means.
+    /// Sets the first of the two limits above. Any value is taken as it is.
     void setMaxSwitchingComponentsPerPath(int limit);
+    /// Sets the second one. Any value is taken as it is.
     void setMaxAdditionalNodesPerPath(int limit);
     /// Has findPaths() return the first so many of its paths only, exactly those that would come first without the
     /// bound. 0, the default, or a negative number is no bound.
