@@ -30,7 +30,7 @@ QString valuesOf(const ArgumentDescription &argument)
     case Completion::Choices:
         return u"-a "_s + quoted(argument.choices.join(u' '));
     case Completion::Netlist:
-        return u"-k -a '(__fish_complete_suffix .net)'"_s;
+        return uR"(-k -a '(__fish_complete_suffix .net | string match -er "(/|[.]net)\z")')"_s; // no other files
     case Completion::File:
         return u"-F"_s;
     case Completion::Nothing:
