@@ -1,0 +1,70 @@
+"""Every message in the sources is explained in docs/troubleshooting.md.
+
+A message is a text of the sources that is given to what reports errors, or one that reads like a sentence. What stands
+for a name, %1 in the sources, may be anything in the document.
+"""
+import re
+import unittest
+
+from documents import ROOT, Page
+
+LITERAL = r'"(?:[^"\\\n]|\\.)*"'
+TEXT = re.compile(rf'(?:\bu|QStringLiteral\()({LITERAL}(?:\s*{LITERAL})*)')
+REPORTED = re.compile(r"\b(?:CommandError|EDAException|exceptionWith|VelkRoutingException|printMessage|print|warn|qCWarning|"
+                      rf'qCCritical|fail)\s*[({{](?:{LITERAL}|[^;"])*;')
+SENTENCE = re.compile(r"[A-Za-z']+ [A-Za-z']+ [A-Za-z']+")
+NOT_SHOWN_TO_USERS = ("cli/pages/",)  # what only the build runs
+
+
+def texts(source):
+    for match in TEXT.finditer(source):
+        pieces = re.findall(LITERAL, match[1])
+        yield "".join(piece[1:-1] for piece in pieces).replace(r"\"", '"').replace(r"\n", "")
+
+
+def pattern(message):
+    parts = [part.strip(" ;:") for part in re.split(r"%L?\d", message)]
+    return ".*".join(re.escape(part) for part in parts if part)
+
+
+def messages_of(source):
+    source = re.sub(r"(?m)^\s*//.*$", "", source)
+    found = {text for text in texts(source) if SENTENCE.search(text)}
+    for statement in REPORTED.finditer(source):
+        found |= {text for text in texts(statement[0]) if " " in text}
+    return {text for text in found if re.search("[a-z]{2}", pattern(text))}
+
+
+class MessagesTest(unittest.TestCase):
+    def messages(self):
+        for folder in ("velk", "velkini", "cli"):
+            for path in sorted((ROOT / folder).rglob("*.cpp")):
+                name = str(path.relative_to(ROOT))
+                if not name.startswith(NOT_SHOWN_TO_USERS):
+                    for message in sorted(messages_of(path.read_text(encoding="utf-8"))):
+                        yield name, message
+
+    def test_every_message_is_explained(self):
+        explained = Page(ROOT / "docs/troubleshooting.md").inline_code()
+        for name, message in self.messages():
+            with self.subTest(source=name, message=message):
+                self.assertTrue(any(re.search(pattern(message), text) for text in explained))
+
+    def test_messages_are_found_in_the_sources(self):
+        found = {message for _, message in self.messages()}
+        for message in ("%1: cannot be read: %2", "No pin '%1' found for part '%2' of component '%3'",
+                        "missing, taken as empty", "; try --tolerant, which can read this file",
+                        "%1 %2: expected KEY=VALUE", "Syntax error in KiCad file '%1' at line %2, column %3"):
+            self.assertIn(message, found)
+
+    def test_explained_messages_exist(self):
+        """Bold code in the document is a message: nothing is explained that is no longer printed."""
+        patterns = [pattern(message) for _, message in self.messages()] + ["^standard output$"]
+        prose = "\n".join(Page(ROOT / "docs/troubleshooting.md").prose)
+        for message in re.findall(r"\*\*`([^`]+)`\*\*", prose):
+            with self.subTest(message=message):
+                self.assertTrue(any(re.search(known, message) for known in patterns))
+
+
+if __name__ == "__main__":
+    unittest.main()
