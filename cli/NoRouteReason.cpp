@@ -33,8 +33,8 @@ std::optional<RoutingPath> firstRoute(const VainSearch &search, RouteLimits limi
     routing.setMaxSwitchingComponentsPerPath(limits.switches);
     routing.setMaxAdditionalNodesPerPath(limits.connections);
     routing.setMaxPaths(1);
-    const auto paths = routing.findPathsBetween(search.source.component, search.source.node->pin,
-                                                search.destination.component, search.destination.node->pin);
+    const auto paths = routing.findPaths(search.source.component, search.source.node->pin, search.destination.component,
+                                         search.destination.node->pin);
     return paths.isEmpty() ? std::nullopt : std::optional(paths.first());
 }
 

@@ -97,7 +97,7 @@ int RoutesCommand::run() const
     if (trace)
         Progress::end();
     Progress::begin(QStringLiteral("searching for routes"));
-    auto paths = routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
+    auto paths = routing.findPaths(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
     const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
     if (areThereMore)
         paths.resize(maxRoutes);

@@ -42,7 +42,7 @@ public:
         Routing routing(&plain);
         routing.setMaxSwitchingComponentsPerPath(maxSwitches);
         routing.setMaxAdditionalNodesPerPath(maxConnections);
-        return routing.findPathsBetween(search.source.component, u"1"_s, search.destination.component, u"1"_s);
+        return routing.findPaths(search.source.component, u"1"_s, search.destination.component, u"1"_s);
     }
 
 private:

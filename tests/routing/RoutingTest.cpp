@@ -306,12 +306,13 @@ private Q_SLOTS:
         });
         QTEST(byProperties, "expected");
         const auto byComponents = outcomeOf([&] {
-            return routing.findPathsBetween(netlist->getComponentByRef(source), sourcePin,
-                                            netlist->getComponentByRef(destination), destinationPin);
+            return routing.findPaths(netlist->getComponentByRef(source), sourcePin,
+                                     netlist->getComponentByRef(destination), destinationPin);
         });
         // A component that is null has no properties to tell of.
         static const QRegularExpression properties(u"'Id=.'"_s);
         QCOMPARE(byComponents, QString(byProperties).replace(properties, u"''"_s));
+        QVERIFY(routing.findPaths({}, u"HI"_s, {}, u"LO"_s).isEmpty()); // no properties, not no components
     }
 
     void logsTheSearch()
