@@ -37,7 +37,7 @@ QSharedPointer<EDAComponent> componentWithProperties(const EDAProvider &netlist,
         throw CommandError{u"%1: %2; %3"_s.arg(options.option(), EDAComponentNotFoundException(wanted).message(),
                                                whyNoneMatches(components, wanted))};
     if (matching.size() > 1)
-        printMessage(u"velk: %1 %2 fits %3 components: %4 was taken; the others are %5"_s.arg(
+        printMessage(u"velk: %1 %2 fits %3 components: %4 was taken, not %5"_s.arg(
             options.option(), EDAComponent::propertiesToString(wanted), QString::number(matching.size()),
             matching.first()->ref, enumeration(refsOf(matching.mid(1)))));
     return matching.first();

@@ -13,8 +13,6 @@ namespace {
 
 QString switchCount(qsizetype count)
 {
-    if (count == 0)
-        return u"no switch"_s;
     return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
 }
 
