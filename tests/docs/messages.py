@@ -1,4 +1,4 @@
-"""Every message in the sources is explained in docs/troubleshooting.md.
+"""Every message in the sources is explained in docs/troubleshooting.md, what velk check finds in docs/check.md.
 
 A message is a text of the sources that is given to what reports errors, or one that reads like a sentence. What stands
 for a name, %1 in the sources, may be anything in the document.
@@ -12,14 +12,16 @@ LITERAL = r'"(?:[^"\\\n]|\\.)*"'
 TEXT = re.compile(rf'(?:\bu|QStringLiteral\()({LITERAL}(?:\s*{LITERAL})*)')
 REPORTED = re.compile(r"\b(?:CommandError|EDAException|exceptionWith|VelkRoutingException|printMessage|print|warn|qCWarning|"
                       rf'qCCritical|fail)\s*[({{](?:{LITERAL}|[^;"])*;')
-SENTENCE = re.compile(r"[A-Za-z']+ [A-Za-z']+ [A-Za-z']+")
+SENTENCE = re.compile(r"[A-Za-z']+ [A-Za-z']+ \(?[A-Za-z']+")
 NOT_SHOWN_TO_USERS = ("cli/pages/",)  # what only the build runs
+FINDINGS = "cli/check/"
 
 
 def texts(source):
     for match in TEXT.finditer(source):
         pieces = re.findall(LITERAL, match[1])
-        yield "".join(piece[1:-1] for piece in pieces).replace(r"\"", '"').replace(r"\n", "")
+        text = "".join(piece[1:-1] for piece in pieces).replace(r"\"", '"').replace(r"\n", "")
+        yield text.removeprefix("velk: ")
 
 
 def pattern(message):
@@ -45,25 +47,28 @@ class MessagesTest(unittest.TestCase):
                         yield name, message
 
     def test_every_message_is_explained(self):
-        explained = Page(ROOT / "docs/troubleshooting.md").inline_code()
+        messages = Page(ROOT / "docs/troubleshooting.md").inline_code()
+        findings = Page(ROOT / "docs/check.md").inline_code()
         for name, message in self.messages():
             with self.subTest(source=name, message=message):
+                explained = findings if name.startswith(FINDINGS) else messages
                 self.assertTrue(any(re.search(pattern(message), text) for text in explained))
 
     def test_messages_are_found_in_the_sources(self):
         found = {message for _, message in self.messages()}
         for message in ("%1: cannot be read: %2", "No pin '%1' found for part '%2' of component '%3'",
                         "missing, taken as empty", "; try --tolerant, which can read this file",
-                        "%1 %2: expected KEY=VALUE", "Syntax error in KiCad file '%1' at line %2, column %3"):
+                        "%1 %2: expected KEY=VALUE", "%1: a connector without Identifier",
+                        "Syntax error in KiCad file '%1' at line %2, column %3"):
             self.assertIn(message, found)
 
     def test_explained_messages_exist(self):
-        """Bold code in the document is a message: nothing is explained that is no longer printed."""
+        """Bold code in the documents is a message: nothing is explained that is no longer printed."""
         patterns = [pattern(message) for _, message in self.messages()] + ["^standard output$"]
-        prose = "\n".join(Page(ROOT / "docs/troubleshooting.md").prose)
-        for message in re.findall(r"\*\*`([^`]+)`\*\*", prose):
-            with self.subTest(message=message):
-                self.assertTrue(any(re.search(known, message) for known in patterns))
+        for page in ("docs/troubleshooting.md", "docs/check.md"):
+            for message in re.findall(r"\*\*`([^`]+)`\*\*", "\n".join(Page(ROOT / page).prose)):
+                with self.subTest(page=page, message=message):
+                    self.assertTrue(any(re.search(known, message) for known in patterns))
 
 
 if __name__ == "__main__":
