@@ -9,8 +9,8 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PICTURE = re.compile(r"!\[([^\]]*)\]\((?:\S*/)?([\w.-]+\.svg)\)")
-LINKED_PICTURE = re.compile(r"\[!\[([^\]]*)\]\((?:\S*/)?([\w.-]+\.svg)\)\]\([^)]*\)")
+PICTURE = re.compile(r"!\[([^\]]*)\]\((?:\S*/)?([\w.-]+\.(?:svg|png))\)")
+LINKED_PICTURE = re.compile(r"\[!\[([^\]]*)\]\((?:\S*/)?([\w.-]+\.(?:svg|png))\)\]\([^)]*\)")
 LINK = re.compile(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)", re.DOTALL)
 SPECIAL_MEMBER = re.compile(r"    (~?(\w+)\((const \2 &\w*|\2 &&\w*)?\)|\w+ &operator=\(.*\))( noexcept)?( override)?;")
 
