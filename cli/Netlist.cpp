@@ -129,6 +129,14 @@ std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadRe
         loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}, mode));
 }
 
+QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
+{
+    QStringList refs;
+    for (const auto &component : components)
+        refs.append(component->ref);
+    return refs;
+}
+
 PinNames::PinNames(const EDAProvider &provider)
     : netlist(provider)
 {

@@ -19,6 +19,8 @@ Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStri
 /// One file as it is, without the suffix "#1", or several joined.
 std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
 
+QStringList refsOf(const QList<QSharedPointer<Velk::EDAComponent>> &components);
+
 /// How people name the pins of a netlist, which has to stay: "U1#1.HI" by its name, or by its number where the name is
 /// empty or could be taken for another pin of the component.
 class PinNames

@@ -19,7 +19,7 @@ namespace VelkCli {
 
 namespace {
 
-constexpr auto patience = std::chrono::seconds(5);
+constexpr auto timeToExplain = std::chrono::seconds(5);
 
 /// The largest limit of switches that allows any: its successor is a number still.
 constexpr int anySwitches = std::numeric_limits<int>::max() - 1;
@@ -151,7 +151,7 @@ void explainInTime(const VainSearch &search, const PinNames &pinNames, int exitS
     std::packaged_task<QString()> task([&] { return reasonText(search, pinNames, areConnected); });
     auto reason = task.get_future();
     std::thread thread(std::move(task));
-    if (reason.wait_for(patience) == std::future_status::ready) {
+    if (reason.wait_for(timeToExplain) == std::future_status::ready) {
         thread.join();
         printMessage(u"velk: "_s + reason.get());
         return;

@@ -2,6 +2,7 @@
 
 #include "cli/CommandError.h"
 #include "cli/Message.h"
+#include "cli/Netlist.h"
 #include "cli/PropertyHints.h"
 #include "cli/Suggestions.h"
 
@@ -15,14 +16,6 @@ namespace VelkCli {
 namespace {
 
 using Components = QList<QSharedPointer<EDAComponent>>;
-
-QStringList refsOf(const Components &components)
-{
-    QStringList refs;
-    for (const auto &component : components)
-        refs.append(component->ref);
-    return refs;
-}
 
 QSharedPointer<EDAComponent> componentWithProperties(const EDAProvider &netlist, const EndOptions &options)
 {

@@ -16,14 +16,6 @@ QString switchCount(qsizetype count)
     return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
 }
 
-QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
-{
-    QStringList refs;
-    for (const auto &component : components)
-        refs.append(component->ref);
-    return refs;
-}
-
 QStringList pinTexts(const PinNames &pinNames, const QList<QSharedPointer<EDANetNode>> &nodes)
 {
     QStringList texts;
