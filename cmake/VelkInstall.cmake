@@ -1,13 +1,22 @@
 include(CMakePackageConfigHelpers)
 
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
+    message(FATAL_ERROR "CMAKE_INSTALL_LIBDIR and CMAKE_INSTALL_INCLUDEDIR have to be relative to the prefix")
+endif()
 set(velk_cmakedir ${CMAKE_INSTALL_LIBDIR}/cmake/VelkRouting)
 set(velk_pkgconfigdir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 # Everything finds its files relative to itself, so that an installation can be moved.
 file(RELATIVE_PATH velk_prefix_from_pkgconfigdir ${CMAKE_INSTALL_PREFIX}/${velk_pkgconfigdir} ${CMAKE_INSTALL_PREFIX})
+# Callers of a static library link to the INI library too, which has no pkg-config file unless it is the bundled one.
+if(TARGET VelkIni AND velk_is_shared)
+    set(velk_requires_private "Requires.private: velk-ini")
+elseif(TARGET VelkIni)
+    set(velk_requires ", velk-ini")
+endif()
 if(NOT velk_is_shared)
     set(velk_static_definition -DVELK_STATIC_DEFINE)
     set(velkini_static_definition -DVELKINI_STATIC_DEFINE)
-    set(velk_facade_requires "Requires: velk-ini")
+    set(velk_facade_requires "Requires: Qt6Core >= 6.4${velk_requires}")
 endif()
 
 if(velk_is_shared)
@@ -35,13 +44,13 @@ install(TARGETS ${velk_libraries}
 install(EXPORT VelkRoutingTargets NAMESPACE Velk:: DESTINATION ${velk_cmakedir} COMPONENT development)
 
 configure_package_config_file(cmake/VelkRoutingConfig.cmake.in
-    ${PROJECT_BINARY_DIR}/VelkRoutingConfig.cmake
+    ${PROJECT_BINARY_DIR}/package/VelkRoutingConfig.cmake
     INSTALL_DESTINATION ${velk_cmakedir})
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/VelkRoutingConfigVersion.cmake
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/package/VelkRoutingConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
 install(FILES
-    ${PROJECT_BINARY_DIR}/VelkRoutingConfig.cmake
-    ${PROJECT_BINARY_DIR}/VelkRoutingConfigVersion.cmake
+    ${PROJECT_BINARY_DIR}/package/VelkRoutingConfig.cmake
+    ${PROJECT_BINARY_DIR}/package/VelkRoutingConfigVersion.cmake
     DESTINATION ${velk_cmakedir}
     COMPONENT development)
 foreach(name IN LISTS velk_pkgconfig_files)
@@ -49,15 +58,19 @@ foreach(name IN LISTS velk_pkgconfig_files)
     install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${velk_pkgconfigdir} COMPONENT development)
 endforeach()
 
-# The libraries find each other, and the command finds them, from wherever the whole installation is moved to.
-set_target_properties(${velk_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
-if(VELK_VELKINI STREQUAL "system")
-    set_target_properties(VelkRouting PROPERTIES INSTALL_RPATH_USE_LINK_PATH ON)
-endif()
+# The libraries find each other, and the command finds them, from wherever the whole installation is moved to; Qt is found
+# where it was when it is in no folder of the system.
+set(velk_library_rpath $ORIGIN ${CMAKE_INSTALL_RPATH})
+set_target_properties(${velk_libraries} PROPERTIES
+    INSTALL_RPATH "${velk_library_rpath}"
+    INSTALL_RPATH_USE_LINK_PATH ON)
 
 if(VELK_BUILD_CLI)
     file(RELATIVE_PATH relative_libdir
         ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(velk PROPERTIES INSTALL_RPATH "$ORIGIN/${relative_libdir}")
+    set(velk_command_rpath $ORIGIN/${relative_libdir} ${CMAKE_INSTALL_RPATH})
+    set_target_properties(velk PROPERTIES
+        INSTALL_RPATH "${velk_command_rpath}"
+        INSTALL_RPATH_USE_LINK_PATH ON)
     install(TARGETS velk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
 endif()

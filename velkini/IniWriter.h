@@ -46,8 +46,8 @@ public:
     void close();
 
 private:
-    void writeLine(const QString &line);
-    void writeComments(const QList<QString> &comments);
+    VELKINI_NO_EXPORT void writeLine(const QString &line);
+    VELKINI_NO_EXPORT void writeComments(const QList<QString> &comments);
 
     QIODevice *device;
     bool openedDevice = false;

@@ -74,30 +74,31 @@ public:
 private:
     using Components = QList<QSharedPointer<EDAComponent>>;
 
-    bool isDut(const QSharedPointer<EDAComponent> &component) const;
-    bool isSourceComponent(const QSharedPointer<EDAComponent> &component) const;
-    Components duts() const;
-    Components dutsOfBench(int bench) const;
-    Components sourceComponents() const;
-    QMap<QString, Components> sourceComponentsByGroup() const;
-    int determineBenchCount() const;
-    static QString logicalBenchName(int bench);
-    static QString physicalBenchName(int bench);
-    static QString appChannelTableName(int bench);
+    VELK_NO_EXPORT bool isDut(const QSharedPointer<EDAComponent> &component) const;
+    VELK_NO_EXPORT bool isSourceComponent(const QSharedPointer<EDAComponent> &component) const;
+    VELK_NO_EXPORT Components duts() const;
+    VELK_NO_EXPORT Components dutsOfBench(int bench) const;
+    VELK_NO_EXPORT Components sourceComponents() const;
+    VELK_NO_EXPORT QMap<QString, Components> sourceComponentsByGroup() const;
+    VELK_NO_EXPORT int determineBenchCount() const;
+    VELK_NO_EXPORT static QString logicalBenchName(int bench);
+    VELK_NO_EXPORT static QString physicalBenchName(int bench);
+    VELK_NO_EXPORT static QString appChannelTableName(int bench);
 
-    static void writeGlobalParameters(IniWriter &writer, const QString &testSystemEdaNet,
-                                      const QString &applicationEdaNet);
-    static void writeLogicalNames(IniWriter &writer, int benchCount);
-    void writeBenches(IniWriter &writer, int benchCount) const;
-    static void writeBench(IniWriter &writer, int bench);
-    void writeAppChannelTable(IniWriter &writer, int bench) const;
-    void writeDuts(IniWriter &writer, int bench) const;
-    void writeDut(IniWriter &writer, const QSharedPointer<EDAComponent> &dut) const;
-    void writeSourceComponents(IniWriter &writer) const;
-    void writeSourceComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source) const;
-    void writeGroupComponents(IniWriter &writer) const;
-    void writeComponentsOfOneGroup(IniWriter &writer, const Components &sources) const;
-    void writeGroupComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source, int index) const;
+    VELK_NO_EXPORT static void writeGlobalParameters(IniWriter &writer, const QString &testSystemEdaNet,
+                                                     const QString &applicationEdaNet);
+    VELK_NO_EXPORT static void writeLogicalNames(IniWriter &writer, int benchCount);
+    VELK_NO_EXPORT void writeBenches(IniWriter &writer, int benchCount) const;
+    VELK_NO_EXPORT static void writeBench(IniWriter &writer, int bench);
+    VELK_NO_EXPORT void writeAppChannelTable(IniWriter &writer, int bench) const;
+    VELK_NO_EXPORT void writeDuts(IniWriter &writer, int bench) const;
+    VELK_NO_EXPORT void writeDut(IniWriter &writer, const QSharedPointer<EDAComponent> &dut) const;
+    VELK_NO_EXPORT void writeSourceComponents(IniWriter &writer) const;
+    VELK_NO_EXPORT void writeSourceComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source) const;
+    VELK_NO_EXPORT void writeGroupComponents(IniWriter &writer) const;
+    VELK_NO_EXPORT void writeComponentsOfOneGroup(IniWriter &writer, const Components &sources) const;
+    VELK_NO_EXPORT void writeGroupComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source,
+                                            int index) const;
 
     EDAProvider *testSystemProvider;
     EDAProvider *applicationProvider;

@@ -43,7 +43,7 @@ public:
     void generate(QIODevice *device) const;
 
 private:
-    bool isComponentExported(const QSharedPointer<EDAComponent> &component) const;
+    VELK_NO_EXPORT bool isComponentExported(const QSharedPointer<EDAComponent> &component) const;
 
     EDAProvider *provider;
     QList<QString> componentTypesThatAreExported;

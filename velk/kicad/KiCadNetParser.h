@@ -84,14 +84,16 @@ public:
 private:
     class NodeFactory;
 
-    bool isDerived() const;
-    void parseParts();
-    void parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const;
-    void parseComponents();
-    static void parsePropertiesOfComponent(KiCadToken &comp, const QSharedPointer<EDAComponent> &component);
-    static QMap<QString, QString> parsePropertiesFromComponentSheetpath(const QString &names);
-    void parseNets();
-    void parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net, const NodeFactory &nodeFactory) const;
+    VELK_NO_EXPORT bool isDerived() const;
+    VELK_NO_EXPORT void parseParts();
+    VELK_NO_EXPORT void parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const;
+    VELK_NO_EXPORT void parseComponents();
+    VELK_NO_EXPORT static void parsePropertiesOfComponent(KiCadToken &comp,
+                                                          const QSharedPointer<EDAComponent> &component);
+    VELK_NO_EXPORT static QMap<QString, QString> parsePropertiesFromComponentSheetpath(const QString &names);
+    VELK_NO_EXPORT void parseNets();
+    VELK_NO_EXPORT void parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
+                                        const NodeFactory &nodeFactory) const;
 
     QSharedPointer<KiCadToken> root;
     KiCadReadingMode mode;

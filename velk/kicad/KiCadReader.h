@@ -73,7 +73,7 @@ public:
 
 private:
     template <typename Builder>
-    KiCadError buildTree(Builder builder);
+    VELK_NO_EXPORT KiCadError buildTree(Builder builder);
 
     QByteArray data;
     QBuffer buffer;

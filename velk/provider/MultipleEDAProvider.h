@@ -57,9 +57,9 @@ public:
     const NetlistIndex *netlistIndex() const override;
 
 private:
-    void prepareParts();
-    void prepareComponents();
-    void prepareNets();
+    VELK_NO_EXPORT void prepareParts();
+    VELK_NO_EXPORT void prepareComponents();
+    VELK_NO_EXPORT void prepareNets();
 
     QList<EDAProvider *> providers;
     QList<QString> connectorComponentTypes;

@@ -113,12 +113,13 @@ private:
     QList<RoutingPath> findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                         const QSharedPointer<EDAComponent> &destination,
                                         const QString &destinationPin) const;
-    QList<RoutingPath> search(const NodeWithComponent &source, const NodeWithComponent &destination) const;
-    SearchRules rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
-                         const NodeWithComponent &destination) const;
-    int maxNetsSearchedPerPath() const;
-    bool isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const;
-    bool isComponentInterface(const QSharedPointer<EDAComponent> &component) const;
+    VELK_NO_EXPORT QList<RoutingPath> search(const NodeWithComponent &source,
+                                             const NodeWithComponent &destination) const;
+    VELK_NO_EXPORT SearchRules rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
+                                        const NodeWithComponent &destination) const;
+    VELK_NO_EXPORT int maxNetsSearchedPerPath() const;
+    VELK_NO_EXPORT bool isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const;
+    VELK_NO_EXPORT bool isComponentInterface(const QSharedPointer<EDAComponent> &component) const;
 
     EDAProvider *provider;
     int maxSwitchingComponentsPerPath;
