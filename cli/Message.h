@@ -5,8 +5,9 @@
 
 namespace VelkCli {
 
-/// The text with its control characters but tabs as \xNN, so that no name in a netlist can steer a terminal or make
-/// lines of its own. For all that people read; JSON, CSV and drawings have escapes of their own.
+/// The text with its control characters but tabs as \xNN and those that turn the direction of text as \uNNNN, so that
+/// no name in a netlist can steer a terminal, make lines of its own or turn the rest of a line around. For all that
+/// people read; JSON, CSV and drawings have escapes of their own.
 QString printable(const QString &text);
 
 /// One line on standard error.

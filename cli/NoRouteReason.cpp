@@ -1,6 +1,7 @@
 #include "cli/NoRouteReason.h"
 
 #include "cli/Message.h"
+#include "cli/RouteFormats.h"
 
 #include <velk/facade/VelkRouting.h>
 
@@ -89,7 +90,7 @@ std::optional<WiderLimits> moreConnections(const VainSearch &search)
 /// "8 switches, 1 side connection"
 QString amountText(const WiderLimits &found)
 {
-    QString text = found.switches == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(found.switches);
+    QString text = switchCount(found.switches);
     if (found.connections > 0)
         text += found.connections == 1 ? u", 1 side connection"_s : u", %1 side connections"_s.arg(found.connections);
     return text;
@@ -130,25 +131,27 @@ QString limitsText(const VainSearch &search)
     return u"all routes are beyond the limits; there is one "_s + ways.join(u", or one "_s);
 }
 
-QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atomic<bool> &areConnected)
+/// Sets the number of switches in the shortest chain as soon as it is known.
+QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atomic<qsizetype> &shortest)
 {
     QStringList looseEnds{looseEndText(search.netlist, search.source.node, pinNames),
                           looseEndText(search.netlist, search.destination.node, pinNames)};
     looseEnds.removeAll(QString());
     if (!looseEnds.isEmpty())
         return looseEnds.join(u", and "_s);
-    if (!isConnected(search))
+    const auto route = shortestRoute(search);
+    if (!route)
         return u"no chain of components of CompType %1 connects them, however long"_s.arg(
             search.switchableTypes.join(u" or "_s));
-    areConnected = true;
+    shortest = route->switchingComponents.size();
     return limitsText(search);
 }
 
 void explainInTime(const VainSearch &search, const PinNames &pinNames, int exitStatus)
 {
     VelkRouting::setTraceEnabled(false);
-    std::atomic<bool> areConnected = false;
-    std::packaged_task<QString()> task([&] { return reasonText(search, pinNames, areConnected); });
+    std::atomic<qsizetype> shortest = -1;
+    std::packaged_task<QString()> task([&] { return reasonText(search, pinNames, shortest); });
     auto reason = task.get_future();
     std::thread thread(std::move(task));
     if (reason.wait_for(timeToExplain) == std::future_status::ready) {
@@ -156,8 +159,12 @@ void explainInTime(const VainSearch &search, const PinNames &pinNames, int exitS
         printMessage(u"velk: "_s + reason.get());
         return;
     }
-    printMessage(areConnected ? u"velk: all routes are beyond the limits; it would take long to find out by how much"_s
-                              : u"velk: it would take long to find out whether they are connected at all"_s);
+    if (shortest >= 0)
+        printMessage(
+            u"velk: all routes are beyond the limits; the shortest chain has %1, and it would take long to find out "
+            "which limits would do"_s.arg(switchCount(shortest)));
+    else
+        printMessage(u"velk: it would take long to find out whether they are connected at all"_s);
     std::fflush(nullptr);
     std::_Exit(exitStatus);
 }

@@ -44,7 +44,9 @@ QString whyNoneHas(const Components &components, const QString &key, const QStri
     if (values.isEmpty())
         return u"no component has a property '%1'; there are: %2"_s.arg(
             key, enumeration(nearestFirst(key, keysOf(components))));
-    return u"no component has %1=%2; values of %1: %3"_s.arg(key, value, enumeration(nearestFirst(value, values)));
+    const QString hint = values.contains(value, Qt::CaseInsensitive) ? u" (capitals count)"_s : QString();
+    return u"no component has %1=%2; values of %1: %3"_s.arg(key, value, enumeration(nearestFirst(value, values))) +
+           hint;
 }
 
 QString nearestComponent(const Components &components, const Properties &wanted)

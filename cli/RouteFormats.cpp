@@ -9,12 +9,12 @@ using namespace Velk;
 
 namespace VelkCli {
 
-namespace {
-
 QString switchCount(qsizetype count)
 {
     return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
 }
+
+namespace {
 
 QStringList pinTexts(const PinNames &pinNames, const QList<QSharedPointer<EDANetNode>> &nodes)
 {

@@ -80,6 +80,8 @@ bool RoutesCommand::isChosen() const
 int RoutesCommand::run() const
 {
     VelkRouting::setTraceEnabled(trace);
+    if (trace)
+        Progress::end();
     const QString outputFile = toQString(netlist.outputFile);
     refuseToOverwrite(toQStringList(netlist.files), outputFile);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
@@ -94,8 +96,6 @@ int RoutesCommand::run() const
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
-    if (trace)
-        Progress::end();
     Progress::begin(QStringLiteral("searching for routes"));
     auto paths = routing.findPaths(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
     const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
