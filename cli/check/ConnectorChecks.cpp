@@ -4,6 +4,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <map>
 #include <numeric>
 #include <set>
 #include <utility>
@@ -50,9 +51,19 @@ struct Contact
 class ConnectorNets
 {
 public:
-    void insert(int joinedNet, int pluggedSet) { sets.insert({joinedNet, pluggedSet}); }
+    void insert(int joinedNet, int pluggedSet, int netlist)
+    {
+        sets.insert({joinedNet, pluggedSet});
+        setsOfNetlists[netlist].insert({joinedNet, pluggedSet});
+    }
 
     bool hasOtherThan(int joinedNet, int pluggedSet) const { return sets.size() > sets.count({joinedNet, pluggedSet}); }
+    bool hasOtherBeyond(int netlist, int joinedNet, int pluggedSet) const
+    {
+        return std::any_of(setsOfNetlists.cbegin(), setsOfNetlists.cend(), [&](const auto &entry) {
+            return entry.first != netlist && entry.second.size() > entry.second.count({joinedNet, pluggedSet});
+        });
+    }
     /// Besides that set itself.
     bool hasJoinedWith(int joinedNet, int pluggedSet) const
     {
@@ -63,7 +74,10 @@ public:
     }
 
 private:
-    std::set<std::pair<int, int>> sets;
+    using Sets = std::set<std::pair<int, int>>;
+
+    Sets sets;
+    std::map<int, Sets> setsOfNetlists;
 };
 
 /// Components and the pins at which something happens to them.
@@ -78,6 +92,14 @@ struct PinUses
         if (pins.isEmpty() || pins.last() != pin)
             pins.append(pin);
     }
+};
+
+/// Components of other types at a connector's pins, by what becomes of their nets.
+struct Meetings
+{
+    PinUses joined;
+    PinUses apartInNetlist;
+    PinUses apartInNetlists;
 };
 
 /// What makes pins of several components the same: the Identifier and the pin number.
@@ -119,7 +141,7 @@ private:
     void findIdentifiersRepeatedOnABoard();
     void addRepetition(const QString &identifier, const PinUses &uses);
     void findIdentifiersOnOtherTypes();
-    void meetConnectors(const QString &pin, const QList<Contact> &atPin, PinUses &joined, PinUses &apart);
+    void meetConnectors(const QString &pin, const QList<Contact> &atPin, Meetings &meetings);
     void addOtherTypes(const QString &identifier, const PinUses &uses, const QString &effect);
     void findDifferentPins();
     QStringList pinsWithoutCounterpart(int connector, const QHash<QString, int> &componentsWithPin) const;
@@ -266,35 +288,45 @@ void ConnectorChecks::addRepetition(const QString &identifier, const PinUses &us
                      refs});
 }
 
-/// Whether their nets join depends on the order of the netlists, so those that would join in another are told too.
+/// Whether their nets join depends on which is read first, so those that may join in another order are told too.
 void ConnectorChecks::findIdentifiersOnOtherTypes()
 {
     for (auto it = othersByIdentifier.cbegin(); it != othersByIdentifier.cend(); ++it) {
-        PinUses joined;
-        PinUses apart;
+        Meetings meetings;
         for (auto pin = contacts.lowerBound({it.key(), {}}); pin != contacts.end() && pin.key().first == it.key();
              ++pin)
-            meetConnectors(pin.key().second, pin.value(), joined, apart);
-        addOtherTypes(it.key(), joined, u"so nets join at %1"_s);
-        addOtherTypes(it.key(), apart, u"so nets would join at %1 with the netlists in another order"_s);
+            meetConnectors(pin.key().second, pin.value(), meetings);
+        addOtherTypes(it.key(), meetings.joined, u"so nets join at %1"_s);
+        addOtherTypes(it.key(), meetings.apartInNetlists,
+                      u"so nets may join at %1 with the netlists in another order"_s);
+        addOtherTypes(it.key(), meetings.apartInNetlist,
+                      u"so nets may join at %1 with the nets of the netlist in another order"_s);
     }
 }
 
-void ConnectorChecks::meetConnectors(const QString &pin, const QList<Contact> &atPin, PinUses &joined, PinUses &apart)
+void ConnectorChecks::meetConnectors(const QString &pin, const QList<Contact> &atPin, Meetings &meetings)
 {
+    const auto netlistOfContact = [this](const Contact &contact) {
+        return netlistOf(system.component(contact.component).ref);
+    };
     ConnectorNets connectorNets;
     for (const Contact &contact : atPin) {
         if (contact.isOfConnector)
-            connectorNets.insert(system.joinedNet(contact.net), pluggedNets.setOf(contact.net));
+            connectorNets.insert(system.joinedNet(contact.net), pluggedNets.setOf(contact.net),
+                                 netlistOfContact(contact));
     }
     for (const Contact &contact : atPin) {
         const int joinedNet = system.joinedNet(contact.net);
         const int pluggedSet = pluggedNets.setOf(contact.net);
         if (contact.isOfConnector || !connectorNets.hasOtherThan(joinedNet, pluggedSet))
             continue;
-        auto &uses = connectorNets.hasJoinedWith(joinedNet, pluggedSet) ? joined : apart;
-        uses.components.insert(contact.component);
-        uses.addPin(pin);
+        PinUses *uses = &meetings.apartInNetlist;
+        if (connectorNets.hasJoinedWith(joinedNet, pluggedSet))
+            uses = &meetings.joined;
+        else if (connectorNets.hasOtherBeyond(netlistOfContact(contact), joinedNet, pluggedSet))
+            uses = &meetings.apartInNetlists;
+        uses->components.insert(contact.component);
+        uses->addPin(pin);
     }
 }
 
