@@ -16,7 +16,8 @@ const std::vector<FindingKind> &findingKinds()
         {FindingCode::IdentifierOnOtherType, "identifier-on-other-type",
          "Make it a connector (CompType, --connector), or take the Identifier away."},
         {FindingCode::NodeOnTwoNets, "node-on-two-nets",
-         "Give every component a reference and every pin a number of its own; a route sees the first net only."},
+         "Give every component a reference and every pin a number of its own; a connector joins such nets, and a route "
+         "that arrives at another pin goes on from the first net only."},
         {FindingCode::IdentifierOnce, "identifier-once",
          "Give all boards of the system, and both connectors the same Identifier; nothing is plugged in here."},
         {FindingCode::ConnectorPinsDiffer, "connector-pins-differ",

@@ -79,12 +79,15 @@ QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
         }
         pins.removeDuplicates();
         nets.removeDuplicates();
-        const QString &ref = system.component(i).ref;
-        if (!pins.isEmpty())
-            findings.append({FindingCode::NodeOnTwoNets,
-                             u"%1: several nets hold its %2: %3"_s.arg(ref, listedPins(pins), listed(nets)),
-                             {ref},
-                             nets});
+        if (pins.isEmpty())
+            continue;
+        const auto &component = system.component(i);
+        const QString effect = system.types().isConnector(component) ? u" and are joined there"_s : QString();
+        findings.append(
+            {FindingCode::NodeOnTwoNets,
+             u"%1: several nets hold its %2%3: %4"_s.arg(component.ref, listedPins(pins), effect, listed(nets)),
+             {component.ref},
+             nets});
     }
     return findings;
 }
