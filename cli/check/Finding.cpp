@@ -37,7 +37,7 @@ const std::vector<FindingKind> &findingKinds()
         {FindingCode::DuplicateIniKey, "duplicate-ini-key",
          "Tell the components apart by Dev, DevNo, Channel or Group, and their pins by name."},
         {FindingCode::BenchWithoutDut, "bench-without-dut",
-         "Number the benches without gaps; the application INI holds an empty bench for each number left out."},
+         "Number the benches without gaps from 1 on; each number left out makes an empty bench, and too many no file."},
     };
     return kinds;
 }

@@ -58,20 +58,28 @@ QStringList gapsBefore(const QList<int> &numbers)
     return gaps;
 }
 
-QList<Finding> emptyBenches(const Components &duts)
+QList<Finding> benchFindings(const Components &duts)
 {
     QMap<int, QString> refOfBench;
+    QList<Finding> findings;
     for (const auto &dut : duts) {
-        if (dut->bench().toInt() > 0)
-            refOfBench.insert(dut->bench().toInt(), dut->ref);
+        const int bench = dut->bench().toInt();
+        if (bench > mostBenches)
+            findings.append(
+                {FindingCode::BenchWithoutDut,
+                 u"%1: on Bench %2, for which velk ini writes no file: there may be %3 benches at most"_s.arg(
+                     dut->ref, QString::number(bench), QString::number(mostBenches)),
+                 {dut->ref}});
+        else if (bench > 0)
+            refOfBench.insert(bench, dut->ref);
     }
     const QStringList gaps = gapsBefore(refOfBench.keys());
-    if (gaps.isEmpty())
-        return {};
-    return {{FindingCode::BenchWithoutDut,
-             u"%1: the highest Bench is %2, but no DUT is on %3"_s.arg(
-                 refOfBench.last(), QString::number(refOfBench.lastKey()), listed(gaps)),
-             {refOfBench.last()}}};
+    if (!gaps.isEmpty())
+        findings.append({FindingCode::BenchWithoutDut,
+                         u"%1: the highest Bench is %2, but no DUT is on %3"_s.arg(
+                             refOfBench.last(), QString::number(refOfBench.lastKey()), listed(gaps)),
+                         {refOfBench.last()}});
+    return findings;
 }
 
 /// The application INI of these alone.
@@ -224,6 +232,6 @@ QList<Finding> iniFindings(const CheckedSystem &system)
     const auto duts = dutsOf(system);
     for (const auto &dut : duts)
         findings += dutFindings(*dut);
-    return findings + duplicateKeyFindings(system) + emptyBenches(duts);
+    return findings + duplicateKeyFindings(system) + benchFindings(duts);
 }
 }
