@@ -3,6 +3,7 @@
 #include "cli/Netlist.h"
 #include "cli/Output.h"
 #include "cli/check/ConnectorChecks.h"
+#include "cli/check/FileChecks.h"
 #include "cli/check/FindingFormats.h"
 #include "cli/check/IniChecks.h"
 #include "cli/check/NameChecks.h"
@@ -49,7 +50,8 @@ int CheckCommand::run() const
     const auto unjoined = loadNetlists(files, {}, readingMode(netlist.tolerant));
     const CheckedSystem system(unjoined, static_cast<int>(files.size()), typesOf(netlist, dutTypes));
 
-    auto findings = connectorFindings(system) + netFindings(system) + nameFindings(system) + iniFindings(system);
+    auto findings = fileFindings(files) + connectorFindings(system) + netFindings(system) + nameFindings(system) +
+                    iniFindings(system);
     findings.removeIf([this](const Finding &finding) { return isIgnored(finding.code); });
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding &a, const Finding &b) { return a.code < b.code; });

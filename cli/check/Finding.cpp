@@ -7,6 +7,8 @@ namespace VelkCli {
 const std::vector<FindingKind> &findingKinds()
 {
     static const std::vector<FindingKind> kinds{
+        {FindingCode::SameNetlistTwice, "same-netlist-twice",
+         "Give each netlist once; its connectors are plugged into those of its copy, which hides other findings."},
         {FindingCode::JoinedByEmptyIdentifier, "joined-by-empty-identifier",
          "Give every connector an Identifier; components without one count as the same connector."},
         {FindingCode::IdentifierMissing, "identifier-missing",

@@ -13,6 +13,7 @@ namespace VelkCli {
 /// What velk check looks for, the most serious first.
 enum class FindingCode
 {
+    SameNetlistTwice,
     JoinedByEmptyIdentifier,
     IdentifierMissing,
     IdentifierTwice,
@@ -45,9 +46,10 @@ const FindingKind &kindOf(FindingCode code);
 struct Finding
 {
     FindingCode code;
-    QString message;       ///< "PLACE: TEXT" with names in single quotes
-    QStringList refs = {}; ///< of the components that it is about
-    QStringList nets = {}; ///< that it is about, as they are called on their boards
+    QString message;          ///< "PLACE: TEXT" with names in single quotes
+    QStringList refs = {};    ///< of the components that it is about
+    QStringList nets = {};    ///< that it is about, as they are called on their boards
+    QList<int> netlists = {}; ///< that it is about as a whole, by their positions from 1 on
 };
 
 /// "K1, K2 and 7 more": the first few names.

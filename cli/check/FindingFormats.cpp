@@ -18,10 +18,10 @@ QString countOf(qsizetype count, const QString &noun)
     return u"%1 %2%3"_s.arg(QString::number(count), noun, count == 1 ? QString() : u"s"_s);
 }
 
-/// The files whose components and nets a finding is about, in their order.
+/// The files that a finding is about, or whose components and nets, in their order.
 QJsonArray filesOf(const Finding &finding, const QStringList &files)
 {
-    std::set<int> numbers;
+    std::set<int> numbers(finding.netlists.cbegin(), finding.netlists.cend());
     for (const QString &name : finding.refs + finding.nets)
         numbers.insert(netlistOf(name));
     QJsonArray result;

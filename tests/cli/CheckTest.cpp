@@ -246,6 +246,17 @@ private Q_SLOTS:
         QVERIFY(unannotated.output.contains(u"R?#1: several nets hold its pins '1', '2': /A#1, /B#1, /C#1\n"_s));
     }
 
+    void netlistsGivenTwice()
+    {
+        const QString matrix = demo.at(1);
+        const Result result = velk(QStringList{u"check"_s, u"--format"_s, u"json"_s} + demo.first(2) +
+                                   QStringList{u"./"_s + matrix, demo.at(2)});
+        QCOMPARE(findingsOf(result).size(), 1);
+        const auto finding = findingsOf(result).at(0).toObject();
+        QCOMPARE(finding[u"message"_s], u"%1, ./%1: the same netlist given as #2, #3"_s.arg(matrix));
+        QCOMPARE(finding[u"netlists"_s], QJsonArray({matrix, u"./"_s + matrix}));
+    }
+
     void refuses()
     {
         const Result result = velk({u"check"_s, u"--ignore"_s, u"no-typ"_s, demo.at(0)});
