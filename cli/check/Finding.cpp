@@ -40,6 +40,8 @@ const std::vector<FindingKind> &findingKinds()
          "Tell the components apart by Dev, DevNo, Channel or Group, and their pins by name."},
         {FindingCode::BenchWithoutDut, "bench-without-dut",
          "Number the benches without gaps from 1 on; each number left out makes an empty bench, and too many no file."},
+        {FindingCode::PinAloneOnNet, "pin-alone-on-net",
+         "Draw the pin's wire, or give its label to what it should meet; ignore the code where pins stay free."},
     };
     return kinds;
 }

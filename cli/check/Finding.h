@@ -28,7 +28,8 @@ enum class FindingCode
     DutWithoutBench,
     DutWithoutName,
     DuplicateIniKey,
-    BenchWithoutDut
+    BenchWithoutDut,
+    PinAloneOnNet
 };
 
 struct FindingKind

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -44,23 +45,48 @@ QStringList pinsOnNoNet(const CheckedSystem &system, int component, const EDAPar
     return pins;
 }
 
-/// One finding for all components of a part with the same pins: all relays may lack their coils.
-QList<Finding> unconnectedPins(const CheckedSystem &system)
+/// One finding for all switchable components of a part with the same such pins: all relays may lack their coils.
+template <typename PinsOf>
+QList<Finding> pinFindings(const CheckedSystem &system, FindingCode code, const QString &text, PinsOf pinsOf)
 {
     QMap<std::pair<QString, QStringList>, QStringList> refs;
     for (int i = 0; i < system.componentCount(); ++i) {
         const auto &component = system.component(i);
         if (!system.types().isSwitchable(component))
             continue;
-        const QStringList pins = pinsOnNoNet(system, i, *system.netlists().getPartByName(component.part));
+        const QStringList pins = pinsOf(i);
         if (!pins.isEmpty())
             refs[{component.part, pins}].append(component.ref);
     }
     QList<Finding> findings;
     for (auto it = refs.cbegin(); it != refs.cend(); ++it)
-        findings.append({FindingCode::PinOnNoNet,
-                         u"%1: no net at %2"_s.arg(listed(it.value()), listedPins(it.key().second)), it.value()});
+        findings.append({code, text.arg(listed(it.value()), listedPins(it.key().second)), it.value()});
     return findings;
+}
+
+QList<Finding> unconnectedPins(const CheckedSystem &system)
+{
+    return pinFindings(system, FindingCode::PinOnNoNet, u"%1: no net at %2"_s, [&](int component) {
+        return pinsOnNoNet(system, component, *system.netlists().getPartByName(system.component(component).part));
+    });
+}
+
+QList<Finding> lonelyPins(const CheckedSystem &system)
+{
+    std::vector<qsizetype> nodeCounts(static_cast<std::size_t>(system.netCount())); // of the joined nets
+    const auto nodeCount = [&](int net) -> qsizetype & {
+        return nodeCounts[static_cast<std::size_t>(system.joinedNet(net))];
+    };
+    for (int i = 0; i < system.netCount(); ++i)
+        nodeCount(i) += system.net(i).nodes.size();
+    return pinFindings(system, FindingCode::PinAloneOnNet, u"%1: nothing else on the net at %2"_s, [&](int component) {
+        QStringList pins;
+        for (const auto &node : system.nodesOf(component)) {
+            if (nodeCount(node.net) == 1)
+                pins.append(node.pin);
+        }
+        return pins;
+    });
 }
 
 QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
@@ -95,6 +121,6 @@ QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
 
 QList<Finding> netFindings(const CheckedSystem &system)
 {
-    return componentsWithoutType(system) + unconnectedPins(system) + nodesOnTwoNets(system);
+    return componentsWithoutType(system) + unconnectedPins(system) + nodesOnTwoNets(system) + lonelyPins(system);
 }
 }

@@ -6,7 +6,8 @@
 
 namespace VelkCli {
 
-/// Components that routes do not see as they are drawn: those without a type and those with pins on no net or on two.
+/// Components that routes do not see as they are drawn: those without a type and those with pins on no
+/// net, on two or alone on one.
 QList<Finding> netFindings(const CheckedSystem &system);
 }
 
