@@ -121,10 +121,9 @@ public:
     {
         findMissingIdentifiers();
         findJoinsByEmptyIdentifiers();
-        if (system.netlistCount() > 1) { // the other connectors of a single one are not known
+        if (system.netlistCount() > 1) // the other connectors of a single one are not known
             findSingleIdentifiers();
-            findIdentifiersRepeatedOnABoard();
-        }
+        findIdentifiersRepeatedOnABoard();
         findIdentifiersOnOtherTypes();
         findDifferentPins();
         return findings;
