@@ -57,8 +57,9 @@ int CheckCommand::run() const
                      [](const Finding &a, const Finding &b) { return a.code < b.code; });
 
     const CheckReport report{findings, files, system.componentCount()};
-    writeOutput(toQString(netlist.outputFile),
-                netlist.format == "json" ? findingsToJson(report) : findingsToText(report, showsAll));
+    const QString outputFile = toQString(netlist.outputFile);
+    writeOutput(outputFile, netlist.format == "json" ? findingsToJson(report)
+                                                     : findingsToText(report, showsAll, Colour::forOutput(outputFile)));
     return findings.isEmpty() ? 0 : 1;
 }
 

@@ -18,6 +18,13 @@ QString countOf(qsizetype count, const QString &noun)
     return u"%1 %2%3"_s.arg(QString::number(count), noun, count == 1 ? QString() : u"s"_s);
 }
 
+/// "PLACE: TEXT" as a line.
+QString messageText(const QString &message, const Colour &colour)
+{
+    const qsizetype end = message.indexOf(u": "_s);
+    return u"  "_s + colour.paint(Colour::Role::Reference, message.left(end)) + printable(message.mid(end)) + u'\n';
+}
+
 /// The files that a finding is about, or whose components and nets, in their order.
 QJsonArray filesOf(const Finding &finding, const QStringList &files)
 {
@@ -31,7 +38,7 @@ QJsonArray filesOf(const Finding &finding, const QStringList &files)
 }
 }
 
-QByteArray findingsToText(const CheckReport &report, bool showsAll)
+QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour &colour)
 {
     constexpr qsizetype most = 10;
     QString text;
@@ -40,10 +47,11 @@ QByteArray findingsToText(const CheckReport &report, bool showsAll)
         const auto end = std::find_if(first, report.findings.cend(), isOther);
         const qsizetype count = end - first;
         const auto &kind = kindOf(first->code);
-        text += u"%1: %2\n"_s.arg(QLatin1String(kind.name), countOf(count, u"finding"_s));
+        text += u"%1: %2\n"_s.arg(colour.paint(Colour::Role::Heading, QLatin1String(kind.name)),
+                                  countOf(count, u"finding"_s));
         const qsizetype shown = showsAll || count <= most + 1 ? count : most;
         for (qsizetype i = 0; i < shown; ++i)
-            text += u"  "_s + printable((first + i)->message) + u'\n';
+            text += messageText((first + i)->message, colour);
         if (shown < count)
             text += u"  and %1 more; --all shows them\n"_s.arg(count - shown);
         text += u"  > %1\n\n"_s.arg(QLatin1String(kind.advice));

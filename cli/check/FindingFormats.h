@@ -1,6 +1,7 @@
 #ifndef VELK_CLI_CHECK_FINDINGFORMATS_H
 #define VELK_CLI_CHECK_FINDINGFORMATS_H
 
+#include "cli/Colour.h"
 #include "cli/check/Finding.h"
 
 #include <QByteArray>
@@ -15,7 +16,7 @@ struct CheckReport
 };
 
 /// A paragraph for each code with its first findings, or with all of them.
-QByteArray findingsToText(const CheckReport &report, bool showsAll);
+QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour &colour);
 /// All findings, with the files that they are in.
 QByteArray findingsToJson(const CheckReport &report);
 }

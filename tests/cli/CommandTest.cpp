@@ -152,6 +152,9 @@ private Q_SLOTS:
         QCOMPARE(shown.count(u"\x1b[36m"_s), 64);
         static const QRegularExpression codes(u"\x1b\\[[0-9;]*m"_s);
         QCOMPARE(shown.remove(codes), velk(list.split(u' ')).output);
+
+        QVERIFY(onTerminal(command + u"check "_s + demo.first(2).join(u' '))
+                    .startsWith(u"\x1b[1midentifier-once\x1b[0m: 1 finding\n  \x1b[36mX2#2\x1b[0m: no other "_s));
     }
 
     // A file that takes three seconds to come, read with and without a terminal.
