@@ -104,8 +104,9 @@ void NameChecks::findTypes()
     for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
         if (known.contains(use.key().trimmed(), Qt::CaseInsensitive))
             continue;
-        const auto meant = std::find_if(known.cbegin(), known.cend(),
-                                        [&](const QString &type) { return resembles(use.key(), type, 2); });
+        const auto meant = std::find_if(known.cbegin(), known.cend(), [&](const QString &type) {
+            return !type.isEmpty() && resembles(use.key(), type, 2); // options may be empty
+        });
         if (meant != known.cend())
             add(EDAComponent::TYPE, use.key(), *meant, use.value());
     }

@@ -257,6 +257,12 @@ private Q_SLOTS:
         QCOMPARE(finding[u"netlists"_s], QJsonArray({matrix, u"./"_s + matrix}));
     }
 
+    void typesMayBeEmpty()
+    {
+        QCOMPARE(velk(QStringList{u"check"_s, u"--interface"_s, QString()} + demo).output,
+                 u"0 findings in 3 netlists, 64 components\n"_s);
+    }
+
     void refuses()
     {
         const Result result = velk({u"check"_s, u"--ignore"_s, u"no-typ"_s, demo.at(0)});
