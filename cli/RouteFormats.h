@@ -27,10 +27,10 @@ struct RouteReport
     int maxConnections;
 };
 
-/// A numbered line for each route and a line with the count, which also tells whether there are more.
 /// "1 switch"
 QString switchCount(qsizetype count);
 
+/// A numbered line for each route and a line with the count, which also tells whether there are more.
 QByteArray routesToText(const RouteReport &report, const Colour &colour);
 
 /// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and besides

@@ -267,7 +267,7 @@ private Q_SLOTS:
     {
         const Result result = velk({u"check"_s, u"--ignore"_s, u"no-typ"_s, demo.at(0)});
         QCOMPARE(result.status, 2);
-        QVERIFY(result.errors.startsWith(u"velk: --ignore: no-typ not in {joined-by-empty-identifier,"_s));
+        QVERIFY(result.errors.startsWith(u"velk: --ignore: no-typ not in {same-netlist-twice,"_s));
     }
 };
 
