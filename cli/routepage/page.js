@@ -82,7 +82,8 @@ function showRoute(place) {
         describedRoute = place;
         byId('title').textContent = `Route ${place + 1}: ${switchCount(route)}`;
         byId('route-summary').replaceChildren(...summaryOf(route));
-        byId('copy-relays').hidden = relaysOf(route).length === 0;
+        byId('copy-set').hidden = toSetOn(route).length === 0;
+        byId('copy-set').textContent = `Copy ${kindToSet(route)}`;
         byId('copied').textContent = '';
         byId('steps').replaceChildren(...stepsOf(route, addFilterWord));
         draw();
@@ -168,7 +169,7 @@ function addControls() {
     byId('print').addEventListener('click', () => print());
     byId('previous').addEventListener('click', () => list.step(-1));
     byId('next').addEventListener('click', () => list.step(1));
-    byId('copy-relays').addEventListener('click', () => copy(relaysOf(data.routes[chosenRoute])
+    byId('copy-set').addEventListener('click', () => copy(toSetOn(data.routes[chosenRoute])
         .map(({ ref }) => visible(ref)).join(', ')));
     byId('copy-text').addEventListener('click', () => copy(textOf(chosenRoute)));
     byId('filters').addEventListener('submit', (event) => event.preventDefault());

@@ -21,12 +21,29 @@ function componentOf(place) {
     return data.components[place.component];
 }
 
+function componentsOf(route) {
+    return [...new Set(crossingsOf(route).map(componentOf))];
+}
+
 function typeOf(component) {
     return component.properties.CompType ?? '';
 }
 
-function isRelay(component) {
-    return typeOf(component).toLowerCase() === 'relay';
+function isOfType(component, type) {
+    return typeOf(component).toLowerCase() === type;
+}
+
+function isResistor(component) {
+    return isOfType(component, 'resistor');
+}
+
+// What may be passed is taken for switched, whatever types the query allowed, but for resistors.
+function toSetOn(route) {
+    return componentsOf(route).filter((component) => !isResistor(component));
+}
+
+function kindToSet(route) {
+    return toSetOn(route).every((component) => isOfType(component, 'relay')) ? 'relays' : 'switches';
 }
 
 // "Relay reed 1 A"

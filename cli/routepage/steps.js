@@ -67,19 +67,18 @@ function stepsOf(route, onFilter) {
     return [...steps, endStep('To', data.destination)];
 }
 
-function relaysOf(route) {
-    return [...new Set(crossingsOf(route).map(componentOf))].filter(isRelay);
-}
-
 // Above the drawing: what has to be set, and what else is passed and connected.
 function summaryOf(route) {
-    const others = [...new Set(crossingsOf(route).map(componentOf))].filter((component) => !isRelay(component));
+    const withType = (component) => [shownRef(component), ' (', named(typeOf(component)), ')'];
     const refs = (components) => [
-        ...components.slice(0, mostShown).flatMap((component, i) => [i > 0 ? ', ' : '', shownRef(component)]),
+        ...components.slice(0, mostShown).flatMap((component, i) => [i > 0 ? ', ' : '',
+            ...isOfType(component, 'relay') || isResistor(component) ? [shownRef(component)] : withType(component)]),
         components.length > mostShown ? ` and ${components.length - mostShown} more` : '',
     ];
-    const relays = relaysOf(route);
-    const line = relays.length > 0 ? ['Relays to set: ', ...refs(relays)] : ['No relay to set'];
+    const toSet = toSetOn(route);
+    const title = kindToSet(route) === 'relays' ? 'Relays to set: ' : 'Switches: ';
+    const line = toSet.length > 0 ? [title, ...refs(toSet)] : ['Nothing to set'];
+    const others = componentsOf(route).filter(isResistor);
     if (others.length > 0)
         line.push('; also through ', ...refs(others));
     const sides = connectionsOf(route).slice(0, mostShown).map((connection) => sideMark(connection, ''));

@@ -196,14 +196,18 @@ def check_demo(page):
     check_copying(page)
 
 
-def check_copying(page):
+def copied(page, button):
     page.browser.execute_cdp_cmd("Browser.grantPermissions", {"permissions": ["clipboardReadWrite"]})
+    page.find(button).click()
+    return page.browser.execute_async_script(
+        "navigator.clipboard.readText().then(arguments[0], (error) => arguments[0](String(error)))")
+
+
+def check_copying(page):
     page.open("#route=2")
-    read = "navigator.clipboard.readText().then(arguments[0], (error) => arguments[0](String(error)))"
-    page.find("#copy-relays").click()
-    check("copied relays", page.browser.execute_async_script(read), "K307#2")
-    page.find("#copy-text").click()
-    text = page.browser.execute_async_script(read).split("\n")
+    check("button for relays", page.find("#copy-set").text, "Copy relays")
+    check("copied relays", copied(page, "#copy-set"), "K307#2")
+    text = copied(page, "#copy-text").split("\n")
     check("copied text", [line for line in text if not line.startswith(" ")], [
         "Route 2: U2#1.HI to J2#3.OUT, 2 switches", "U2#1.HI", "R3#1, Resistor, pin 1 to 2",
         "K307#2, Relay, pin 1 (A) to 2 (B)", "J2#3.OUT", ""])
@@ -262,6 +266,12 @@ def check_direct(page):
     page.screenshot("light")
 
 
+def check_fuse(page):
+    check("other type", page.find("#route-summary").text.split("\n")[0], "Switches: F1#1 (Fuse)")
+    check("button for other types", page.find("#copy-set").text, "Copy switches")
+    check("copied switches", copied(page, "#copy-set"), "F1#1")
+
+
 def check_none(page):
     check("none", page.find("#none h2").text, "No route within the limits")
     check("no list", page.is_shown("#choice"), False)
@@ -278,8 +288,8 @@ def check_hostile(page):
 
 
 def main(folder):
-    checks = {"demo": check_demo, "direct": check_direct, "none": check_none, "large": check_large,
-              "hostile": check_hostile}
+    checks = {"demo": check_demo, "direct": check_direct, "fuse": check_fuse, "none": check_none,
+              "large": check_large, "hostile": check_hostile}
     with start_browser() as browser:
         for name, check_page in checks.items():
             page = Page(browser, folder, name)
