@@ -1,7 +1,13 @@
 // The list of routes. Only the rows in view are elements, so that it stays quick with any number of routes.
 
-const rowHeight = 48; // as in the style sheet
-const mostRows = 300000; // browsers draw nothing beyond some 17 million pixels
+// Two lines of references, or three where routes are long.
+const rowHeight = data.routes.some((route) => wayLength(route) > 60) ? 68 : 48;
+const mostRows = Math.floor(16000000 / rowHeight); // browsers draw nothing beyond some 17 million pixels
+
+function wayLength(route) {
+    return shownCrossingsOf(route)
+        .reduce((sum, crossing) => sum + Math.min(componentOf(crossing).ref.length, 20) + 3, 0);
+}
 
 class RouteList {
     constructor(element, onChoice) {
@@ -15,7 +21,7 @@ class RouteList {
         element.addEventListener('scroll', () => this.drawRows());
         element.addEventListener('keydown', (event) => this.onKey(event));
         element.addEventListener('mousedown', (event) => this.onClick(event));
-        new ResizeObserver(() => this.reveal()).observe(element);
+        new ResizeObserver(() => this.resize()).observe(element);
     }
 
     show(places, route) {
@@ -25,6 +31,16 @@ class RouteList {
         this.rows.replaceChildren();
         const known = this.places.indexOf(route);
         this.choose(known < 0 && this.places.length > 0 ? 0 : known);
+    }
+
+    // Another width has room for more references or fewer.
+    resize() {
+        if (this.width !== this.element.clientWidth) {
+            this.drawn.clear();
+            this.rows.replaceChildren();
+        }
+        this.width = this.element.clientWidth;
+        this.reveal();
     }
 
     choose(index) {
@@ -76,11 +92,12 @@ class RouteList {
             row.remove();
             this.drawn.delete(index);
         }
-        for (const index of wanted) {
-            if (!this.drawn.has(index))
-                this.drawn.set(index, this.rows.appendChild(this.row(index)));
+        const added = [...wanted].filter((index) => !this.drawn.has(index));
+        for (const index of added)
+            this.drawn.set(index, this.rows.appendChild(this.row(index)));
+        shortenWays(added.map((index) => this.drawn.get(index).querySelector('.way')));
+        for (const index of wanted)
             this.drawn.get(index).setAttribute('aria-selected', index === this.chosen);
-        }
         if (this.chosen < 0)
             this.element.removeAttribute('aria-activedescendant');
         else
@@ -101,21 +118,57 @@ class RouteList {
                 `\u25c6 ${route.connections.length}`));
         row.append(numbers);
         row.style.top = `${index * rowHeight}px`;
+        row.style.height = `${rowHeight}px`;
         return row;
     }
 }
 
-const mostInRow = 40;
+const mostInRow = 16;
+const mostInLabel = 40;
 
+// Routes that begin alike are told apart by their ends.
 function wayOf(route) {
-    if (route.crossings.length === 0)
+    const { crossings } = route;
+    if (crossings.length === 0)
         return [html('em', {}, 'directly, without a switch')];
-    const components = crossingsOf({ crossings: route.crossings.slice(0, mostInRow) }).map(componentOf);
-    return components.flatMap((component, i) => [
-        i > 0 ? html('i', {}, '\u2192') : '',
-        html('bdi', { title: aboutText(component, 200) }, shortened(withoutBoard(component.ref), 60),
-            html('small', {}, `#${boardOf(component)}`)),
-    ]);
+    const isCut = crossings.length > mostInRow;
+    const shown = isCut ? [...crossings.slice(0, mostInRow / 2), ...crossings.slice(-mostInRow / 2)] : crossings;
+    const steps = crossingsOf({ crossings: shown }).map((crossing, i) => wayStep(componentOf(crossing),
+        i < shown.length - 1));
+    if (isCut)
+        steps.splice(mostInRow / 2, 0, wayGap());
+    return steps;
+}
+
+// A line is broken behind the arrow.
+function wayStep(component, hasNext) {
+    return html('span', { class: 'step' },
+        html('bdi', { title: aboutText(component, 200) }, shortened(withoutBoard(component.ref), 60)),
+        html('small', {}, `#${boardOf(component)}`), hasNext ? html('i', {}, '\u2192') : '');
+}
+
+function wayGap() {
+    return html('span', { class: 'gap', title: 'more in between' }, '\u2026', html('i', {}, '\u2192'));
+}
+
+// Leaves out steps in the middle of each way until it fits. All ways lose one at a time: to measure is slow, unless
+// nothing changes in between.
+function shortenWays(ways) {
+    let tooLong = ways;
+    do {
+        tooLong = tooLong.filter((way) => way.scrollHeight > way.clientHeight + 1 &&
+            way.querySelectorAll('.step').length > 2);
+        tooLong.forEach(leaveOutOne);
+    } while (tooLong.length > 0);
+}
+
+function leaveOutOne(way) {
+    const steps = way.querySelectorAll('.step');
+    const middle = steps[Math.floor(steps.length / 2)];
+    if (way.querySelector('.gap'))
+        middle.remove();
+    else
+        middle.replaceWith(wayGap());
 }
 
 function switchCount(route) {
@@ -128,7 +181,7 @@ function sideText(route) {
 
 function rowLabel(place) {
     const route = data.routes[place];
-    const refs = crossingsOf({ crossings: route.crossings.slice(0, mostInRow) })
+    const refs = crossingsOf({ crossings: route.crossings.slice(0, mostInLabel) })
         .map((crossing) => shortened(componentOf(crossing).ref, 60));
     const texts = [`Route ${place + 1}`, switchCount(route)];
     if (refs.length > 0)

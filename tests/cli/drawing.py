@@ -221,7 +221,11 @@ def check_large(page):
     check("last of many", page.find("#title").text.split(":")[0], "Route 10000")
     check("few rows", len(page.texts("[role=option]")) < 60, True)
     page.screenshot("last")
-    page.run("document.getElementById('list').scrollTop = 200000")
+    way = page.active_option().find_element(By.CLASS_NAME, "way").get_attribute("textContent")
+    check("end in the list", way.split("\u2192")[-1], refs_of(data, data["routes"][-1])[-1])
+    hidden = "Array.from(document.querySelectorAll('.way')).filter((way) => way.scrollHeight > way.clientHeight + 1)"
+    check("no end is hidden", page.run(f"return {hidden}.length"), 0)
+    page.run("document.getElementById('list').scrollTop = 4168 * rowHeight")
     check_soon("scrolled", lambda: page.run("return document.getElementById('route-4170') !== null"), True)
     check("the active row exists", page.active_option().get_attribute("aria-posinset"), "10000")
     check_every_drawing(page, range(0, 10000, 499))
