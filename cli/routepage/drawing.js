@@ -243,7 +243,7 @@ function framesOf(row, left) {
 
 function drawFrame({ board, from, to }, y, height) {
     const name = `#${board} ${boardName(board)}`;
-    return svg('g', { class: `board board-${(board - 1) % 6}` },
+    return svg('g', { class: `board ${boardColour(board)}` },
         svg('title', {}, `Board ${inFull(name)}`),
         svg('rect', { x: from, y, width: to - from, height, rx: 8 }),
         label(from + 10, y + 18, fitted(name, to - from - 16, chipStyle), 'boardname', 'start'));

@@ -19,7 +19,7 @@ function showHeader() {
     byId('summary').append(counted(data.routes.length, 'route', 'routes'), data.more ? '; there are more' : '',
         `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
     byId('boards').append('Boards: ', ...data.boards.map((file, i) =>
-        html('span', { class: `board-${i % 6}`, title: inFull(file) },
+        html('span', { class: boardColour(i + 1), title: inFull(file) },
             `#${i + 1} ${shortened(boardName(i + 1), 60)}`)));
 }
 

@@ -64,6 +64,11 @@ function boardName(board) {
     return data.boards[board - 1].replace(/^.*[/\\]/, '').replace(/\.net$/i, '');
 }
 
+// As many as the style sheet has.
+function boardColour(board) {
+    return `board-${(board - 1) % 10}`;
+}
+
 function pinText(pin) {
     return pin.name && pin.name !== '~' && pin.name !== pin.number ? `${pin.number} (${pin.name})` : pin.number;
 }
