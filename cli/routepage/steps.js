@@ -35,8 +35,9 @@ function netLine(route, place) {
 function endStep(word, end, ...lines) {
     const component = componentOf(end);
     const about = `${aboutText(component, 120)}, pin ${shortened(pinText(end.pin), 80)}`;
-    return html('li', { class: 'end' }, html('p', {}, `${word} `, named(end.text, 80, 'ref'), ' ',
-        html('span', { class: 'about' }, about)), propertyList(component), ...lines);
+    const what = html('span', { class: 'what' }, `${word} `, named(end.text, 80, 'ref'), ' ',
+        html('span', { class: 'about' }, about));
+    return html('li', { class: 'end' }, html('p', {}, what), propertyList(component), ...lines);
 }
 
 function filterButton(text, component, prefix, onFilter) {
@@ -51,8 +52,8 @@ function switchStep(crossing, isAgain, onFilter, ...lines) {
     const about = `${aboutText(component, 120)}, pin ${entry} to ${exit}${isAgain ? ', once more' : ''}`;
     const buttons = html('span', { class: 'buttons' }, filterButton('Only with', component, '', onFilter),
         filterButton('Without', component, '-', onFilter));
-    return html('li', {}, html('p', {}, shownRef(component), ' ', html('span', { class: 'about' }, about), buttons),
-        propertyList(component), ...lines);
+    const what = html('span', { class: 'what' }, shownRef(component), ' ', html('span', { class: 'about' }, about));
+    return html('li', {}, html('p', {}, what, buttons), propertyList(component), ...lines);
 }
 
 function stepsOf(route, onFilter) {
