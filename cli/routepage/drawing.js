@@ -120,7 +120,8 @@ function plugPiece(hop) {
 
 // The names that the net has on the board, of those of which its name is made.
 function namesOn(net, board) {
-    const names = shortened(net.name, 3000).split(/(?<=#\d+)\+/);
+    const text = shortened(net.name, 3000);
+    const names = net.joints.length > 0 ? text.split(/(?<=#\d+)\+/) : [text]; // "+" joins the names of joined nets
     return names.filter((name) => name.endsWith(`#${board}`)).map(withoutBoard);
 }
 
