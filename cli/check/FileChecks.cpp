@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QMap>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace VelkCli {
@@ -58,7 +60,7 @@ QList<Finding> fileFindings(const QStringList &files)
         QHash<QByteArray, QList<int>> numbersByHash;
         for (const int number : sameSize)
             numbersByHash[hashOf(files.at(number - 1))].append(number);
-        numbersByHash.remove({}); // cannot be read any more
+        numbersByHash.remove(QByteArray()); // cannot be read any more
         for (const auto &same : std::as_const(numbersByHash)) {
             if (same.size() > 1)
                 findings.insert(same, repetition(files, same));
