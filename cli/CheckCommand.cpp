@@ -9,6 +9,8 @@
 #include "cli/check/NameChecks.h"
 #include "cli/check/NetChecks.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 
 using namespace Velk;

@@ -6,6 +6,8 @@
 #include "cli/ListCommand.h"
 #include "cli/RoutesCommand.h"
 
+#include <CLI/CLI.hpp>
+
 namespace VelkCli {
 
 /// All that the command understands: its subcommands with their options. What CLI11 knows of them is also what the

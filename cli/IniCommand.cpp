@@ -5,6 +5,8 @@
 #include "cli/Output.h"
 #include "cli/Warnings.h"
 
+#include <CLI/CLI.hpp>
+
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 

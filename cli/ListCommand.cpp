@@ -9,6 +9,8 @@
 #include "cli/TypeWarnings.h"
 #include "cli/Warnings.h"
 
+#include <CLI/CLI.hpp>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 

@@ -2,6 +2,8 @@
 
 #include "cli/CommandError.h"
 
+#include <CLI/CLI.hpp>
+
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>

@@ -1,8 +1,6 @@
 #ifndef VELK_CLI_OPTIONS_H
 #define VELK_CLI_OPTIONS_H
 
-#include <CLI/CLI.hpp>
-
 #include <velk/kicad/KiCadReadingMode.h>
 
 #include <QMap>
@@ -11,6 +9,11 @@
 
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}
 
 namespace VelkCli {
 

@@ -6,6 +6,8 @@
 #include "cli/PropertyHints.h"
 #include "cli/Suggestions.h"
 
+#include <CLI/CLI.hpp>
+
 #include <velk/model/EDAException.h>
 
 using namespace Qt::StringLiterals;

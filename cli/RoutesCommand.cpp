@@ -10,6 +10,8 @@
 #include "cli/TypeWarnings.h"
 #include "cli/Warnings.h"
 
+#include <CLI/CLI.hpp>
+
 #include <velk/facade/VelkRouting.h>
 #include <velk/routing/Routing.h>
 

@@ -1,5 +1,7 @@
 #include "cli/pages/CommandDescription.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;

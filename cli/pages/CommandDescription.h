@@ -1,11 +1,13 @@
 #ifndef VELK_CLI_PAGES_COMMANDDESCRIPTION_H
 #define VELK_CLI_PAGES_COMMANDDESCRIPTION_H
 
-#include <CLI/CLI.hpp>
-
 #include <QList>
 #include <QString>
 #include <QStringList>
+
+namespace CLI {
+class App;
+}
 
 namespace VelkCli {
 

@@ -4,6 +4,8 @@
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
