@@ -13,7 +13,7 @@ QString quoted(QString text)
     return u"'%1'"_s.arg(text.replace(u"'"_s, u"'\\''"_s));
 }
 
-/// With a backslash before each of these characters, which have a meaning in a specification.
+/// With a backslash before each of these characters, which have a meaning to _arguments.
 QString escaped(QString text, const QString &characters)
 {
     text.replace(u"\\"_s, u"\\\\"_s);
@@ -71,7 +71,7 @@ QString optionSpecification(const ArgumentDescription &option)
     return u"%1{%2}%3"_s.arg(head, names.join(u','), quoted(tail));
 }
 
-QStringList specifications(const CommandDescription &command)
+QStringList argumentLines(const CommandDescription &command)
 {
     QStringList result;
     for (const auto &option : command.options)
@@ -87,7 +87,7 @@ QStringList specifications(const CommandDescription &command)
 QString function(const CommandDescription &command)
 {
     return u"%1() {\n    _arguments -s \\\n        %2\n}\n\n"_s.arg(functionName(command),
-                                                                    specifications(command).join(u" \\\n        "_s));
+                                                                    argumentLines(command).join(u" \\\n        "_s));
 }
 
 QString functionOfParent(const CommandDescription &command)
@@ -101,7 +101,7 @@ QString functionOfParent(const CommandDescription &command)
     local curcontext=$curcontext state line ret=1
     local -A opt_args
     _arguments -C \
-        @SPECIFICATIONS@ \
+        @ARGUMENT_LINES@ \
         '1: :->command' \
         '*:: :->arguments' && ret=0
     case $state in
@@ -120,7 +120,7 @@ QString functionOfParent(const CommandDescription &command)
 
 )"_s;
     return text.replace(u"@FUNCTION@"_s, functionName(command))
-        .replace(u"@SPECIFICATIONS@"_s, specifications(command).join(u" \\\n        "_s))
+        .replace(u"@ARGUMENT_LINES@"_s, argumentLines(command).join(u" \\\n        "_s))
         .replace(u"@NAMES@"_s, names.join(u"\n            "_s));
 }
 }
