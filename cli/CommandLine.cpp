@@ -4,6 +4,8 @@
 #include "cli/Message.h"
 #include "cli/Progress.h"
 
+#include <CLI/CLI.hpp>
+
 #include <velk/VelkVersion.h>
 
 #include <iostream>
@@ -27,18 +29,19 @@ std::string usageMessage(const CLI::App *app, const CLI::Error &error)
 }
 
 CommandLine::CommandLine()
-    : app("Finds the chains of relays and resistors between two pins of a test system.\n"
+    : app(std::make_unique<CLI::App>(
+          "Finds the chains of relays and resistors between two pins of a test system.\n"
           "The system is drawn in KiCad, one netlist for each board, joined where the boards plug together.",
-          "velk")
-    , routes(app)
-    , list(app)
-    , check(app)
-    , ini(app)
+          "velk"))
+    , routes(*app)
+    , list(*app)
+    , check(*app)
+    , ini(*app)
 {
-    app.set_version_flag("--version", "velk " VELK_VERSION_STRING);
-    app.require_subcommand(1);
-    app.failure_message(usageMessage);
-    app.footer(exampleHeading +
+    app->set_version_flag("--version", "velk " VELK_VERSION_STRING);
+    app->require_subcommand(1);
+    app->failure_message(usageMessage);
+    app->footer(exampleHeading +
                "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
                "\n" +
                exitStatusHeading +
@@ -48,17 +51,19 @@ CommandLine::CommandLine()
                "\nEach command has a --help of its own, as velk routes --help.");
 }
 
+CommandLine::~CommandLine() = default;
+
 const CLI::App &CommandLine::definitions() const
 {
-    return app;
+    return *app;
 }
 
 int CommandLine::run(int argc, char **argv)
 {
     try {
-        app.parse(guarded(argc, argv));
+        app->parse(guarded(argc, argv));
     } catch (const CLI::ParseError &error) {
-        const int status = app.exit(error);
+        const int status = app->exit(error);
         if (!std::cout.flush())
             throw CommandError{u"standard output: cannot be written"_s};
         return status == 0 ? 0 : exitFailure;

@@ -6,7 +6,11 @@
 #include "cli/ListCommand.h"
 #include "cli/RoutesCommand.h"
 
-#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace CLI {
+class App;
+}
 
 namespace VelkCli {
 
@@ -16,6 +20,7 @@ class CommandLine
 {
 public:
     CommandLine();
+    ~CommandLine();
 
     const CLI::App &definitions() const;
     /// Does what the arguments ask for and returns the exit status. Throws a CommandError.
@@ -24,7 +29,7 @@ public:
 private:
     int runChosen() const;
 
-    CLI::App app;
+    std::unique_ptr<CLI::App> app;
     RoutesCommand routes;
     ListCommand list;
     CheckCommand check;

@@ -90,6 +90,7 @@ CommandDescription describe(const CLI::App &app, const QString &parentPath)
     result.name = QString::fromStdString(app.get_name());
     result.path = parentPath.isEmpty() ? result.name : parentPath + u' ' + result.name;
     result.description = QString::fromStdString(app.get_description());
+    result.version = QString::fromStdString(app.version());
     result.footer = QString::fromStdString(app.get_footer()).split(u"\n\n"_s, Qt::SkipEmptyParts);
     for (const auto *option : app.get_options())
         (option->get_positional() ? result.positionals : result.options).append(describe(*option));

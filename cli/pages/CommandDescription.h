@@ -40,6 +40,7 @@ struct CommandDescription
     QString path; ///< "velk ini physical"
     QString name; ///< the last word of the path
     QString description;
+    QString version;    ///< as "velk 1.0.0"; empty for a subcommand
     QStringList footer; ///< paragraphs
     QList<ArgumentDescription> options;
     QList<ArgumentDescription> positionals;

@@ -143,7 +143,7 @@ QString example(const CommandDescription &command)
 }
 }
 
-QString manualPage(const CommandDescription &command, const QString &version)
+QString manualPage(const CommandDescription &command)
 {
     const QString summary = command.description.section(u'\n', 0, 0).chopped(1);
     QString synopses;
@@ -158,7 +158,7 @@ QString manualPage(const CommandDescription &command, const QString &version)
         }
     }
     return u".\\\" Made from the options of the command.\n"_s +
-           u".TH %1 1 \"\" \"%2\" \"User Commands\"\n"_s.arg(roff(command.name.toUpper()), roff(version)) +
+           u".TH %1 1 \"\" \"%2\" \"User Commands\"\n"_s.arg(roff(command.name.toUpper()), roff(command.version)) +
            u".nh\n.ad l\n.SH NAME\n%1 \\- %2\n"_s.arg(roff(command.name),
                                                       roff(summary.left(1).toLower() + summary.mid(1))) +
            u".SH SYNOPSIS\n"_s + synopses + u".SH DESCRIPTION\n%1\n"_s.arg(roff(command.description)) +

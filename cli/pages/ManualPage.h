@@ -6,7 +6,7 @@
 namespace VelkCli {
 
 /// The manual page of the command in section 1. It bears no date, so that it is the same in every build.
-QString manualPage(const CommandDescription &command, const QString &version);
+QString manualPage(const CommandDescription &command);
 }
 
 #endif

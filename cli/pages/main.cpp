@@ -17,8 +17,7 @@ void writePages(const QString &folder)
 {
     const CommandLine commandLine;
     const auto command = describe(commandLine.definitions());
-    const QString version = QString::fromStdString(commandLine.definitions().version());
-    const std::pair<QString, QString> pages[] = {{u"velk.1"_s, manualPage(command, version)},
+    const std::pair<QString, QString> pages[] = {{u"velk.1"_s, manualPage(command)},
                                                  {u"velk.bash"_s, bashCompletion(command)},
                                                  {u"_velk"_s, zshCompletion(command)},
                                                  {u"velk.fish"_s, fishCompletion(command)}};

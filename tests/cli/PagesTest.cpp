@@ -4,8 +4,6 @@
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,12 +17,19 @@ private Q_SLOTS:
     void descriptionsAreEscaped()
     {
         QFETCH(QString, description);
-        const std::string text = description.toStdString();
-        CLI::App app("Does.", "velk");
-        app.add_subcommand("do", "Do")->add_flag("--flag", text);
-        const auto command = describe(app);
+        ArgumentDescription flag;
+        flag.names = {u"--flag"_s};
+        flag.description = description;
+        CommandDescription subcommand;
+        subcommand.path = u"velk do"_s;
+        subcommand.name = u"do"_s;
+        subcommand.options = {flag};
+        CommandDescription command;
+        command.path = command.name = u"velk"_s;
+        command.description = u"Does."_s;
+        command.subcommands = {subcommand};
 
-        const QString manual = manualPage(command, u"velk 1"_s).section(u"\\-\\-flag\\fR\n"_s, 1);
+        const QString manual = manualPage(command).section(u"\\-\\-flag\\fR\n"_s, 1);
         QTEST(manual.section(u'\n', 0, 0), "manual");
         const QString zsh = zshCompletion(command).section(u"'--flag["_s, 1);
         QTEST(zsh.section(u"]' \\\n"_s, 0, 0).section(u"]'\n"_s, 0, 0), "zsh");
