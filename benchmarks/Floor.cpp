@@ -5,11 +5,6 @@ namespace VelkBenchmarks {
 namespace {
 
 constexpr int tooFar = 1 << 20;
-
-std::size_t toSize(int number)
-{
-    return static_cast<std::size_t>(number);
-}
 }
 
 Floor::Floor(const SystemGraph &searchedGraph, int maxSwitches, int maxAdditionalNodes)

@@ -4,14 +4,6 @@
 
 namespace VelkBenchmarks {
 
-namespace {
-
-std::size_t toSize(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-}
-
 struct Igraph::Data
 {
     igraph_t graph{};

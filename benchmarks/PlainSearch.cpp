@@ -1,20 +1,13 @@
 #include "benchmarks/PlainSearch.h"
 
+#include "benchmarks/Roles.h"
+
 #include <algorithm>
 #include <tuple>
 
 namespace VelkBenchmarks {
 
-using namespace Qt::StringLiterals;
 using namespace Velk;
-
-namespace {
-
-bool isOneOf(const EDAComponent &component, const QStringList &types)
-{
-    return types.contains(component.type(), Qt::CaseInsensitive);
-}
-}
 
 PlainSearch::PlainSearch(const EDAProvider &searchedProvider, int limitOfSwitches, int limitOfAdditionalNodes)
     : provider(searchedProvider)
@@ -57,7 +50,7 @@ QList<RoutingPath> PlainSearch::searchNode(const Node &node, QSet<const EDANet *
     if (node != source) {
         const auto others = otherNodes(net, node);
         for (const auto &other : others) {
-            if (other.node != source && other.node != destination && isOneOf(*other.component, {u"Source"_s, u"DUT"_s}))
+            if (other.node != source && other.node != destination && isInterface(*other.component))
                 additionalNodes.append(other.node);
         }
     }
@@ -72,7 +65,7 @@ QList<RoutingPath> PlainSearch::searchPaths(const Net &net, const Node &node, co
     QList<RoutingPath> result;
     const auto others = otherNodes(net, node);
     for (const auto &other : others) {
-        if (!isOneOf(*other.component, {u"Relay"_s, u"Resistor"_s}))
+        if (!isSwitchable(*other.component))
             continue;
         const auto exits = otherPins(other.component, other.node->pin);
         for (const auto &exit : exits) {

@@ -91,9 +91,9 @@ void warmUp(Task task)
 }
 
 std::string nameOfSystem;
-std::unique_ptr<System> system;
+std::unique_ptr<System> lastSystem;
 std::string nameOfFacade;
-Facade facade;
+Facade lastFacade;
 
 }
 
@@ -124,23 +124,23 @@ Facade facadeOn(Workload workload)
 const System &keptSystem(const std::string &name, const std::function<Workload()> &make)
 {
     if (nameOfSystem != name) {
-        system.reset();
-        system = std::make_unique<System>(make());
-        warmUp([] { system->findPaths(system->queries.front()); });
+        lastSystem.reset();
+        lastSystem = std::make_unique<System>(make());
+        warmUp([] { lastSystem->findPaths(lastSystem->queries.front()); });
         nameOfSystem = name;
     }
-    return *system;
+    return *lastSystem;
 }
 
 const Facade &keptFacade(const std::string &name, const std::function<Facade()> &make)
 {
     if (nameOfFacade != name) {
-        facade = {};
-        facade = make();
-        warmUp([] { facade.queries.front().getRoutes(*facade.routing); });
+        lastFacade = {};
+        lastFacade = make();
+        warmUp([] { lastFacade.queries.front().getRoutes(*lastFacade.routing); });
         nameOfFacade = name;
     }
-    return facade;
+    return lastFacade;
 }
 
 namespace {

@@ -1,26 +1,14 @@
 #include "benchmarks/SystemGraph.h"
 
+#include "benchmarks/Roles.h"
+
 #include <QHash>
 
 #include <stdexcept>
 
 namespace VelkBenchmarks {
 
-using namespace Qt::StringLiterals;
 using namespace Velk;
-
-namespace {
-
-std::size_t toSize(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-
-bool isOneOf(const EDAComponent &component, const QStringList &types)
-{
-    return types.contains(component.type(), Qt::CaseInsensitive);
-}
-}
 
 SystemGraph::SystemGraph(const EDAProvider &provider)
 {
@@ -28,8 +16,8 @@ SystemGraph::SystemGraph(const EDAProvider &provider)
     const auto allComponents = provider.getComponents();
     for (const auto &component : allComponents) {
         firstTerminals.push_back(static_cast<int>(componentsOfTerminals.size()));
-        switchable.push_back(isOneOf(*component, {u"Relay"_s, u"Resistor"_s}) ? 1 : 0);
-        interfaces.push_back(isOneOf(*component, {u"Source"_s, u"DUT"_s}) ? 1 : 0);
+        switchable.push_back(isSwitchable(*component) ? 1 : 0);
+        interfaces.push_back(isInterface(*component) ? 1 : 0);
         const auto part = provider.getPartByName(component->part);
         for (const auto &pin : std::as_const(part->pins)) {
             terminals.insert({component->ref, pin->number}, static_cast<int>(componentsOfTerminals.size()));

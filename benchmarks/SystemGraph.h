@@ -7,6 +7,12 @@
 
 namespace VelkBenchmarks {
 
+/// Numbers of nets, components, terminals and nodes as places in the arrays.
+inline std::size_t toSize(int number)
+{
+    return static_cast<std::size_t>(number);
+}
+
 /// A netlist as plain arrays of numbers, for the yardsticks. Terminals are the pins of the components, those of one
 /// component consecutive; a net is a row of terminals. Of all roles the default types count.
 struct SystemGraph

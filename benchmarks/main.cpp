@@ -3,12 +3,16 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <exception>
 #include <vector>
 
 using namespace Qt::StringLiterals;
 
-int main(int argc, char **argv)
+namespace {
+
+int run(int argc, char **argv)
 {
     using namespace VelkBenchmarks;
 
@@ -35,4 +39,15 @@ int main(int argc, char **argv)
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;
+}
+}
+
+int main(int argc, char **argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception &exception) {
+        std::fprintf(stderr, "velk-benchmark: %s\n", exception.what());
+        return 1;
+    }
 }

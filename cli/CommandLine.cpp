@@ -42,13 +42,13 @@ CommandLine::CommandLine()
     app->require_subcommand(1);
     app->failure_message(usageMessage);
     app->footer(exampleHeading +
-               "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
-               "\n" +
-               exitStatusHeading +
-               "  0  done; with velk routes: there are routes; with velk check: nothing is found\n"
-               "  1  with velk routes: there are none; with velk check: something is found\n"
-               "  2  wrong usage, unreadable input or an output that cannot be written\n"
-               "\nEach command has a --help of its own, as velk routes --help.");
+                "  velk list types examples/demo/instruments.net examples/demo/matrix.net\n"
+                "\n" +
+                exitStatusHeading +
+                "  0  done; with velk routes: there are routes; with velk check: nothing is found\n"
+                "  1  with velk routes: there are none; with velk check: something is found\n"
+                "  2  wrong usage, unreadable input or an output that cannot be written\n"
+                "\nEach command has a --help of its own, as velk routes --help.");
 }
 
 CommandLine::~CommandLine() = default;

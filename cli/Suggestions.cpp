@@ -1,7 +1,8 @@
 #include "cli/Suggestions.h"
 
+#include "cli/EditDistance.h"
+
 #include <algorithm>
-#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -14,22 +15,6 @@ namespace {
 // A netlist may hold texts of a megabyte.
 constexpr qsizetype longestCompared = 64;
 constexpr qsizetype longestShown = 80;
-
-/// How many letters have to be changed, added or taken away to make one of the other.
-int editDistance(const QString &a, const QString &b)
-{
-    std::vector<int> row(static_cast<std::size_t>(b.size()) + 1); // distances of the first letters of a to all of b
-    std::iota(row.begin(), row.end(), 0);
-    for (qsizetype i = 0; i < a.size(); ++i) {
-        int diagonal = row[0]++;
-        for (std::size_t j = 1; j < row.size(); ++j) {
-            const int changed = diagonal + (a.at(i) == b.at(static_cast<qsizetype>(j) - 1) ? 0 : 1);
-            diagonal = row[j];
-            row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
-        }
-    }
-    return row.back();
-}
 
 struct Candidate
 {

@@ -13,7 +13,7 @@ QString wordList(const QStringList &words)
     return u"mapfile -t COMPREPLY < <(compgen -W '%1' -- \"$cur\")"_s.arg(words.join(u' '));
 }
 
-QString action(const ArgumentDescription &argument)
+QString completionCommand(const ArgumentDescription &argument)
 {
     switch (argument.completion()) {
     case Completion::Choices:
@@ -34,7 +34,7 @@ QString branch(const QStringList &patterns, const QString &action)
     return patterns.isEmpty() ? QString() : u"        %1) %2 ;;\n"_s.arg(patterns.join(u" | "_s), action);
 }
 
-QString quoted(const QString &path, const QString &word)
+QString wordPattern(const QString &path, const QString &word)
 {
     return u"\"%1 %2\""_s.arg(path, word);
 }
@@ -43,7 +43,7 @@ QStringList namePatterns(const CommandDescription &command, const ArgumentDescri
 {
     QStringList patterns;
     for (const QString &name : option.names)
-        patterns.append(quoted(command.path, name));
+        patterns.append(wordPattern(command.path, name));
     return patterns;
 }
 
@@ -73,7 +73,7 @@ QStringList subcommandPatterns(const QList<CommandDescription> &commands)
     QStringList patterns;
     for (const auto &command : commands) {
         for (const QString &name : subcommandNames(command))
-            patterns.append(quoted(command.path, name));
+            patterns.append(wordPattern(command.path, name));
     }
     return patterns;
 }
@@ -92,15 +92,15 @@ QString values(const CommandDescription &command)
     QString result;
     for (const auto &option : command.options) {
         if (option.completion() != Completion::Nothing)
-            result += branch(namePatterns(command, option), action(option));
+            result += branch(namePatterns(command, option), completionCommand(option));
     }
     if (!command.subcommands.isEmpty())
-        result += branch({quoted(command.path, u"0"_s)}, wordList(subcommandNames(command)));
+        result += branch({wordPattern(command.path, u"0"_s)}, wordList(subcommandNames(command)));
     for (qsizetype i = 0; i < command.positionals.size(); ++i) {
         const auto &positional = command.positionals.at(i);
-        const QString pattern =
-            positional.takesSeveral ? u"\"%1 \"[0-9]*"_s.arg(command.path) : quoted(command.path, QString::number(i));
-        result += branch({pattern}, action(positional));
+        const QString pattern = positional.takesSeveral ? u"\"%1 \"[0-9]*"_s.arg(command.path)
+                                                        : wordPattern(command.path, QString::number(i));
+        result += branch({pattern}, completionCommand(positional));
     }
     return result;
 }

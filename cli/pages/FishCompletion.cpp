@@ -8,7 +8,7 @@ namespace {
 
 using Completion = ArgumentDescription::Completion;
 
-QString quoted(QString text)
+QString fishQuoted(QString text)
 {
     return u"'%1'"_s.arg(text.replace(u"\\"_s, u"\\\\"_s).replace(u"'"_s, u"\\'"_s));
 }
@@ -21,14 +21,14 @@ QString condition(const CommandDescription &command)
 
 QString line(const QString &condition, const QString &rest)
 {
-    return u"complete -c velk -n %1 %2\n"_s.arg(quoted(condition), rest);
+    return u"complete -c velk -n %1 %2\n"_s.arg(fishQuoted(condition), rest);
 }
 
 QString valuesOf(const ArgumentDescription &argument)
 {
     switch (argument.completion()) {
     case Completion::Choices:
-        return u"-a "_s + quoted(argument.choices.join(u' '));
+        return u"-a "_s + fishQuoted(argument.choices.join(u' '));
     case Completion::Netlist:
         return uR"(-k -a '(__fish_complete_suffix .net | string match -er "(/|[.]net)\z")')"_s; // no other files
     case Completion::File:
@@ -47,13 +47,13 @@ QString optionLine(const CommandDescription &command, const ArgumentDescription 
     if (!option.value.isEmpty())
         words.append(option.completion() == Completion::File ? u"-r"_s : u"-x"_s);
     words.append(valuesOf(option));
-    words.append(u"-d "_s + quoted(option.description));
+    words.append(u"-d "_s + fishQuoted(option.description));
     words.removeAll(QString());
     return line(condition(command), words.join(u' '));
 }
 
 /// Choices are offered until one of them is given, and what follows them only then.
-QString argumentLines(const CommandDescription &command)
+QString wordLines(const CommandDescription &command)
 {
     QString result;
     QString when = condition(command);
@@ -74,8 +74,8 @@ QString lines(const CommandDescription &command)
 {
     QString result;
     for (const auto &subcommand : command.subcommands)
-        result += line(condition(command), u"-a %1 -d %2"_s.arg(subcommand.name, quoted(subcommand.description)));
-    result += argumentLines(command);
+        result += line(condition(command), u"-a %1 -d %2"_s.arg(subcommand.name, fishQuoted(subcommand.description)));
+    result += wordLines(command);
     for (const auto &option : command.options)
         result += optionLine(command, option);
     return result;

@@ -8,7 +8,7 @@ namespace {
 
 using Completion = ArgumentDescription::Completion;
 
-QString quoted(QString text)
+QString zshQuoted(QString text)
 {
     return u"'%1'"_s.arg(text.replace(u"'"_s, u"'\\''"_s));
 }
@@ -62,13 +62,13 @@ QString optionSpecification(const ArgumentDescription &option)
     const QString tail = u"[%1]"_s.arg(escaped(option.description, u"[]:"_s)) + valueSpecification(option);
     if (option.names.size() == 1) {
         const QString repeat = option.isRepeatable ? u"*"_s : QString();
-        return quoted(repeat + nameSpecification(option.names.first(), option) + tail);
+        return zshQuoted(repeat + nameSpecification(option.names.first(), option) + tail);
     }
     QStringList names;
     for (const QString &name : option.names)
         names.append(nameSpecification(name, option));
-    const QString head = option.isRepeatable ? u"\\*"_s : quoted(u"(%1)"_s.arg(option.names.join(u' ')));
-    return u"%1{%2}%3"_s.arg(head, names.join(u','), quoted(tail));
+    const QString head = option.isRepeatable ? u"\\*"_s : zshQuoted(u"(%1)"_s.arg(option.names.join(u' ')));
+    return u"%1{%2}%3"_s.arg(head, names.join(u','), zshQuoted(tail));
 }
 
 QStringList argumentLines(const CommandDescription &command)
@@ -79,7 +79,7 @@ QStringList argumentLines(const CommandDescription &command)
     const auto arguments = command.looseArguments();
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString position = arguments.at(i).takesSeveral ? u"*"_s : QString::number(i + 1);
-        result.append(quoted(position + valueSpecification(arguments.at(i))));
+        result.append(zshQuoted(position + valueSpecification(arguments.at(i))));
     }
     return result;
 }
@@ -95,7 +95,7 @@ QString functionOfParent(const CommandDescription &command)
     QStringList names;
     for (const auto &subcommand : command.subcommands) {
         const QString description = escaped(subcommand.description, {});
-        names.append(quoted(u"%1:%2"_s.arg(subcommand.name, description)));
+        names.append(zshQuoted(u"%1:%2"_s.arg(subcommand.name, description)));
     }
     QString text = uR"(@FUNCTION@() {
     local curcontext=$curcontext state line ret=1
