@@ -27,6 +27,7 @@ function(velk_library_options target prefix)
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON
         VERIFY_INTERFACE_HEADER_SETS ON)
+    target_compile_options(${target} PRIVATE ${VELK_LIBRARY_OPTIONS})
     if(NOT velk_is_shared)
         target_compile_definitions(${target} PUBLIC ${prefix}_STATIC_DEFINE)
     elseif(UNIX AND NOT APPLE)
