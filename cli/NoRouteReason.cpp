@@ -1,6 +1,7 @@
 #include "cli/NoRouteReason.h"
 
 #include "cli/Message.h"
+#include "cli/Progress.h"
 #include "cli/RouteFormats.h"
 
 #include <velk/facade/VelkRouting.h>
@@ -150,11 +151,15 @@ QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atom
 void explainInTime(const VainSearch &search, const PinNames &pinNames, int exitStatus)
 {
     VelkRouting::setTraceEnabled(false);
+    const Progress progress;
+    Progress::begin(u"finding out why there is no route"_s);
     std::atomic<qsizetype> shortest = -1;
     std::packaged_task<QString()> task([&] { return reasonText(search, pinNames, shortest); });
     auto reason = task.get_future();
     std::thread thread(std::move(task));
-    if (reason.wait_for(timeToExplain) == std::future_status::ready) {
+    const bool isKnown = reason.wait_for(timeToExplain) == std::future_status::ready;
+    Progress::end();
+    if (isKnown) {
         thread.join();
         printMessage(u"velk: "_s + reason.get());
         return;
