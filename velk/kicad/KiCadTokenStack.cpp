@@ -8,8 +8,8 @@ namespace Velk {
 
 void KiCadTokenStack::open(QStringView name, QStringView value)
 {
-    stack.push_back(
-        {QSharedPointer<KiCadToken>::create(texts.textOf(name), texts.textOf(value)), finishedChildren.size()});
+    auto token = QSharedPointer<KiCadToken>::create(texts.textOf(name), texts.textOf(value));
+    stack.push_back({std::move(token), finishedChildren.size()});
     if (root.isNull())
         root = stack.back().token;
 }
