@@ -229,6 +229,7 @@ def check_large(page):
     check_soon("scrolled", lambda: page.run("return document.getElementById('route-4170') !== null"), True)
     check("the active row exists", page.active_option().get_attribute("aria-posinset"), "10000")
     check_every_drawing(page, range(0, 10000, 499))
+    check_board_colours(page)
     wanted = refs_of(data, data["routes"][5000])[2]
     page.filter(wanted)
     count = sum(wanted in refs_of(data, route) for route in data["routes"])
@@ -236,8 +237,15 @@ def check_large(page):
     page.screenshot("filtered")
     page.find("#theme").click()
     page.screenshot("dark")
+    check_board_colours(page)
     page.find("#theme").click()
     report_speed(page)
+
+
+def check_board_colours(page):
+    colours = page.run("return Array.from(document.querySelectorAll('#boards span'), (board) => "
+                       "getComputedStyle(board).backgroundColor)")
+    check("a colour for each board", len(set(colours)), 8)
 
 
 def report_speed(page):
@@ -285,6 +293,8 @@ def check_none(page):
 def check_hostile(page):
     check("nothing came to life", page.run("return window.broken === undefined && "
                                            "document.querySelector('img, iframe, b') === null"), True)
+    names = page.run("return Array.from(document.querySelectorAll('#drawing .name'), (name) => name.textContent)")
+    check("a name that looks joined", names[0], "@data@+#1+${x}")
     check_every_drawing(page, range(2), lambda data, route: [
         ref if len(ref) < 20 else "R_with_a_name_t\u2026" for ref in refs_of(data, route)])
     page.screenshot("light")
