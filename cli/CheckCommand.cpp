@@ -2,6 +2,8 @@
 
 #include "cli/Netlist.h"
 #include "cli/Output.h"
+#include "cli/TypeWarnings.h"
+#include "cli/Warnings.h"
 #include "cli/check/ConnectorChecks.h"
 #include "cli/check/FileChecks.h"
 #include "cli/check/FindingFormats.h"
@@ -50,6 +52,7 @@ int CheckCommand::run() const
     const QStringList files = toQStringList(netlist.files);
     refuseToOverwrite(files, toQString(netlist.outputFile));
     const auto unjoined = loadNetlists(files, {}, readingMode(netlist.tolerant));
+    printWarnings(typeWarnings(unjoined, netlist, dutTypes));
     const CheckedSystem system(unjoined, static_cast<int>(files.size()), typesOf(netlist, dutTypes));
 
     auto findings = fileFindings(files) + connectorFindings(system) + netFindings(system) + nameFindings(system) +

@@ -2,6 +2,8 @@
 
 #include "cli/Suggestions.h"
 
+#include <velk/ini/EDAApplicationIniGenerator.h>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -20,7 +22,8 @@ QStringList existingTypes(const EDAProvider &provider)
 }
 }
 
-QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &options)
+QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &options,
+                         const std::vector<std::string> &dutTypes)
 {
     const NetlistOptions defaults;
     const QStringList existing = existingTypes(provider);
@@ -38,6 +41,7 @@ QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &opti
     check(u"--connector"_s, options.connectorTypes, defaults.connectorTypes);
     check(u"--switchable"_s, options.switchableTypes, defaults.switchableTypes);
     check(u"--interface"_s, options.interfaceTypes, defaults.interfaceTypes);
+    check(u"--dut-type"_s, dutTypes, {EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE.toStdString()});
     return warnings;
 }
 }

@@ -8,8 +8,9 @@
 namespace VelkCli {
 
 /// A line for each type that the arguments name and no component has, with the types that there are. The defaults need
-/// not occur.
-QStringList typeWarnings(const Velk::EDAProvider &provider, const NetlistOptions &options);
+/// not occur. \a dutTypes are those of the option --dut-type, where there is one.
+QStringList typeWarnings(const Velk::EDAProvider &provider, const NetlistOptions &options,
+                         const std::vector<std::string> &dutTypes = {});
 }
 
 #endif

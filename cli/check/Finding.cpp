@@ -26,6 +26,8 @@ const std::vector<FindingKind> &findingKinds()
          "Give both connectors the same pin numbers, as text ('01' is not '1'); the nets of these pins end here."},
         {FindingCode::NoType, "no-type",
          "Give the component a CompType; no route passes through it, and it is no source, DUT or connector."},
+        {FindingCode::NotPopulated, "not-populated",
+         "Give what is not there another CompType; the mark of the schematic takes nothing out of the system."},
         {FindingCode::SimilarNames, "similar-names",
          "Write the name as it is written elsewhere; names are compared letter by letter."},
         {FindingCode::PinOnNoNet, "pin-on-no-net",

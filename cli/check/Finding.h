@@ -22,6 +22,7 @@ enum class FindingCode
     IdentifierOnce,
     ConnectorPinsDiffer,
     NoType,
+    NotPopulated,
     SimilarNames,
     PinOnNoNet,
     SourceWithoutDevice,

@@ -30,6 +30,21 @@ QList<Finding> componentsWithoutType(const CheckedSystem &system)
     return findings;
 }
 
+/// KiCad marks them by a property without a value.
+QList<Finding> unpopulated(const CheckedSystem &system)
+{
+    const QString mark = u"dnp"_s;
+    QStringList refs;
+    for (const auto &component : system.allComponents()) {
+        const bool isMarked = component->properties.contains(mark) && component->property(mark).isEmpty();
+        if (isMarked && (system.types().isSwitchable(*component) || system.types().isConnector(*component)))
+            refs.append(component->ref);
+    }
+    if (refs.isEmpty())
+        return {};
+    return {{FindingCode::NotPopulated, listed(refs) + u": marked as not populated, but taken as if it were"_s, refs}};
+}
+
 /// In the order of the part.
 QStringList pinsOnNoNet(const CheckedSystem &system, int component, const EDAPart &part)
 {
@@ -121,6 +136,7 @@ QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
 
 QList<Finding> netFindings(const CheckedSystem &system)
 {
-    return componentsWithoutType(system) + unconnectedPins(system) + nodesOnTwoNets(system) + lonelyPins(system);
+    return componentsWithoutType(system) + unpopulated(system) + unconnectedPins(system) + nodesOnTwoNets(system) +
+           lonelyPins(system);
 }
 }
