@@ -22,7 +22,7 @@ def main():
                     print(f"{block}: {command}", flush=True)
                     subprocess.run(["bash", "-c", command], cwd=ROOT, env=environment, check=True,
                                    stdout=subprocess.DEVNULL)
-    installed = pathlib.Path(home, "velk/bin/velk")
+    installed = pathlib.Path(home, ".local/bin/velk")
     subprocess.run([installed, "list", "types", "examples/demo/matrix.net"], cwd=ROOT, check=True,
                    stdout=subprocess.DEVNULL)
 
