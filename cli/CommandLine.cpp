@@ -3,6 +3,7 @@
 #include "cli/CommandError.h"
 #include "cli/Message.h"
 #include "cli/Progress.h"
+#include "cli/Suggestions.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,6 +17,19 @@ namespace VelkCli {
 
 namespace {
 
+/// What was given instead of a subcommand.
+QString wrongCommandText(const CLI::App &app)
+{
+    const auto given = app.remaining();
+    if (given.front().rfind('-', 0) == 0)
+        return QString::fromUtf8(CLI::ExtrasError(given).what());
+    QStringList names;
+    for (const auto *subcommand : app.get_subcommands([](const CLI::App *) { return true; }))
+        names.append(QString::fromStdString(subcommand->get_name()));
+    const QString word = QString::fromStdString(given.front());
+    return u"no command '%1'; there are %2"_s.arg(word, enumeration(nearestFirst(word, names)));
+}
+
 std::string usageMessage(const CLI::App *app, const CLI::Error &error)
 {
     std::string command = "velk";
@@ -23,7 +37,9 @@ std::string usageMessage(const CLI::App *app, const CLI::Error &error)
         app = app->get_subcommands().front();
         command += " " + app->get_name();
     }
-    const QString message = QString::fromUtf8(error.what()).remove(bracketGuard);
+    const bool isWrongCommand = app->get_require_subcommand_min() > 0 && !app->remaining().empty();
+    QString message = isWrongCommand ? wrongCommandText(*app) : QString::fromUtf8(error.what());
+    message.remove(bracketGuard);
     return "velk: " + printable(message).toStdString() + " (see " + command + " --help)\n";
 }
 }

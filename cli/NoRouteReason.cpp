@@ -132,6 +132,15 @@ QString limitsText(const VainSearch &search)
     return u"all routes are beyond the limits; there is one "_s + ways.join(u", or one "_s);
 }
 
+/// The way from one side of a relay to what lies behind the other is found in one direction only.
+QString directionHint(const VainSearch &search)
+{
+    const EDAComponent &source = *search.source.component;
+    if (!search.switchableTypes.contains(source.type(), Qt::CaseInsensitive))
+        return {};
+    return u"; a route does not pass through %1, where it begins, so try it from the other end"_s.arg(source.ref);
+}
+
 /// Sets the number of switches in the shortest chain as soon as it is known.
 QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atomic<qsizetype> &shortest)
 {
@@ -143,7 +152,8 @@ QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atom
     const auto route = shortestRoute(search);
     if (!route)
         return u"no chain of components of CompType %1 connects them, however long"_s.arg(
-            search.switchableTypes.join(u" or "_s));
+                   search.switchableTypes.join(u" or "_s)) +
+               directionHint(search);
     shortest = route->switchingComponents.size();
     return limitsText(search);
 }

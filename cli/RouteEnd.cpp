@@ -76,6 +76,21 @@ QString noPinText(const EDAComponent &component, const EDAPart &part, const QStr
     }
     return u"no pin '%1' on %2; its pins: %3"_s.arg(pinText, component.ref, enumeration(nearestFirst(pinText, pins)));
 }
+
+void reportOtherPins(const EDAComponent &component, const EDAPart &part, const EDAPin &taken, const EndOptions &options)
+{
+    if (taken.number == options.pin())
+        return;
+    QStringList others;
+    for (const auto &pin : part.pins) {
+        if (pin->name == options.pin() && pin->number != taken.number)
+            others.append(pin->number);
+    }
+    if (!others.isEmpty())
+        printMessage(u"velk: %1-pin %2 fits %3 pins of %4: %5 was taken, not %6"_s.arg(
+            options.option(), options.pin(), QString::number(others.size() + 1), component.ref, taken.number,
+            enumeration(others)));
+}
 }
 
 EndOptions::EndOptions(const std::string &optionName, const std::string &componentName)
@@ -137,6 +152,7 @@ RouteEnd findEnd(const EDAProvider &netlist, const EndOptions &options)
     const auto pin = part->getPinByNumberOrName(options.pin());
     if (pin.isNull())
         throw CommandError{noPinText(*component, *part, options.pin())};
+    reportOtherPins(*component, *part, *pin, options);
     return {component, EDANetNode::create(component->ref, pin->number)};
 }
 }

@@ -189,6 +189,14 @@ private Q_SLOTS:
                  qPrintable(result.errors));
     }
 
+    void severalPinsOfAName()
+    {
+        const QString arguments = u"routes --source-ref U1 --source-pin OUT --dut-ref U1 --dut-pin 5 "_s;
+        const Result result = velk((arguments + QStringLiteral(VELK_TEST_DATA "/quirks/pins.net")).split(u' '));
+        QVERIFY2(result.errors.startsWith(u"velk: --source-pin OUT fits 2 pins of U1#1: 5 was taken, not 6\n"_s),
+                 qPrintable(result.errors));
+    }
+
     void trace()
     {
         const Result result = routes("--source Dev=PSU --source-pin S+ --dut-ref J1 --dut-pin SENSE+ --trace");

@@ -146,12 +146,12 @@ private Q_SLOTS:
             QCOMPARE(reader.read(), KiCadNoError);
             QVERIFY2(reader.isComplete() == (length == netlist.size()), qPrintable(QString::number(length)));
         }
-        for (const char *input : {"(a (b)", "(a \"b", "(a))", "(a (b)) (c"}) {
+        for (const char *input : {"(a (b)", "(a \"b", "(a))", "(a (b)) (c", "(a (b)) (c)"}) {
             KiCadReader reader{QByteArray(input)};
             reader.read();
             QVERIFY2(!reader.isComplete(), input);
         }
-        for (const char *input : {"(a (b", "(a \"b", "(a", "(", "x (a)", "(a) x "}) {
+        for (const char *input : {"(a (b", "(a \"b", "(a", "(", "x (a)", "(a) x ", "(a (b)) (c)"}) {
             KiCadReader reader(QByteArray(input), KiCadReadingMode::Tolerant);
             reader.read();
             QVERIFY2(!reader.isComplete(), input);

@@ -8,6 +8,7 @@ namespace Velk {
 
 void KiCadTokenStack::open(QStringView name, QStringView value)
 {
+    severalRoots = severalRoots || (stack.empty() && !root.isNull());
     auto token = QSharedPointer<KiCadToken>::create(texts.textOf(name), texts.textOf(value));
     stack.push_back({std::move(token), finishedChildren.size()});
     if (root.isNull())

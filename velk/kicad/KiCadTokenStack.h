@@ -16,6 +16,8 @@ class KiCadTokenStack
 {
 public:
     bool isEmpty() const { return stack.empty(); }
+    /// Whether a token was opened behind the end of the first one.
+    bool hasSeveralRoots() const { return severalRoots; }
     /// Begins a token inside the innermost open one.
     void open(QStringView name, QStringView value);
     /// Gives the innermost open token a value.
@@ -34,6 +36,7 @@ private:
 
     TextPool texts;
     QSharedPointer<KiCadToken> root;
+    bool severalRoots = false;
     std::vector<OpenToken> stack;
     /// Of all open tokens, those of the outermost first. A token gets its children when it is closed, in a list of the
     /// right size.

@@ -167,6 +167,7 @@ void KiCadTolerantTreeBuilder::endWord()
 
 bool KiCadTolerantTreeBuilder::isComplete() const
 {
-    return tokens.isEmpty() && !isNameDue && state == State::BetweenWords && !isTextOutside;
+    return tokens.isEmpty() && !tokens.hasSeveralRoots() && !isNameDue && state == State::BetweenWords &&
+           !isTextOutside;
 }
 }

@@ -95,6 +95,6 @@ void KiCadTreeBuilder::addToken(QStringView lastText)
 
 bool KiCadTreeBuilder::isComplete() const
 {
-    return tokens.isEmpty() && outsideQuotes && QStringView(text).trimmed().isEmpty();
+    return tokens.isEmpty() && !tokens.hasSeveralRoots() && outsideQuotes && QStringView(text).trimmed().isEmpty();
 }
 }
