@@ -30,15 +30,19 @@ QString wrongCommandText(const CLI::App &app)
     return u"no command '%1'; there are %2"_s.arg(word, enumeration(nearestFirst(word, names)));
 }
 
+bool isWrongCommand(const CLI::App &app)
+{
+    return app.get_require_subcommand_min() > 0 && !app.remaining().empty();
+}
+
 std::string usageMessage(const CLI::App *app, const CLI::Error &error)
 {
     std::string command = "velk";
-    while (!app->get_subcommands().empty()) {
+    while (!app->get_subcommands().empty() && !isWrongCommand(*app)) {
         app = app->get_subcommands().front();
         command += " " + app->get_name();
     }
-    const bool isWrongCommand = app->get_require_subcommand_min() > 0 && !app->remaining().empty();
-    QString message = isWrongCommand ? wrongCommandText(*app) : QString::fromUtf8(error.what());
+    QString message = isWrongCommand(*app) ? wrongCommandText(*app) : QString::fromUtf8(error.what());
     message.remove(bracketGuard);
     return "velk: " + printable(message).toStdString() + " (see " + command + " --help)\n";
 }

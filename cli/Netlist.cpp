@@ -46,7 +46,8 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadin
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
     Progress::begin(u"taking up what %1 holds"_s.arg(fileName));
     auto parser = std::make_unique<KiCadNetParser>(root, mode);
-    const QString cutOff = u"the file does not end where its first list does; was it cut off, or does more follow?"_s;
+    const QString cutOff =
+        u"the file is not one list in parentheses as a whole; was it cut off, or is something around it?"_s;
     try {
         parser->parse();
     } catch (const EDAException &exception) {

@@ -133,29 +133,31 @@ QString limitsText(const VainSearch &search)
 }
 
 /// The way from one side of a relay to what lies behind the other is found in one direction only.
-QString directionHint(const VainSearch &search)
+QString otherDirectionText(const VainSearch &search)
 {
-    const EDAComponent &source = *search.source.component;
-    if (!search.switchableTypes.contains(source.type(), Qt::CaseInsensitive))
+    VainSearch reversed = search;
+    std::swap(reversed.source, reversed.destination);
+    if (!shortestRoute(reversed))
         return {};
-    return u"; a route does not pass through %1, where it begins, so try it from the other end"_s.arg(source.ref);
+    return u"; in the other direction there is one, since none begins by crossing %1"_s.arg(
+        search.source.component->ref);
 }
 
 /// Sets the number of switches in the shortest chain as soon as it is known.
 QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atomic<qsizetype> &shortest)
 {
-    QStringList looseEnds{looseEndText(search.netlist, search.source.node, pinNames),
-                          looseEndText(search.netlist, search.destination.node, pinNames)};
-    looseEnds.removeAll(QString());
-    if (!looseEnds.isEmpty())
-        return looseEnds.join(u", and "_s);
+    QStringList reasons{looseEndText(search.netlist, search.source.node, pinNames),
+                        looseEndText(search.netlist, search.destination.node, pinNames)};
+    reasons.removeAll(QString());
     const auto route = shortestRoute(search);
-    if (!route)
-        return u"no chain of components of CompType %1 connects them, however long"_s.arg(
-                   search.switchableTypes.join(u" or "_s)) +
-               directionHint(search);
-    shortest = route->switchingComponents.size();
-    return limitsText(search);
+    if (route) {
+        shortest = route->switchingComponents.size();
+        return limitsText(search);
+    }
+    if (reasons.isEmpty())
+        reasons.append(u"no chain of components of CompType %1 connects them, however long"_s.arg(
+            search.switchableTypes.join(u" or "_s)));
+    return reasons.join(u", and "_s) + otherDirectionText(search);
 }
 
 void explainInTime(const VainSearch &search, const PinNames &pinNames, int exitStatus)

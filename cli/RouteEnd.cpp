@@ -86,6 +86,7 @@ void reportOtherPins(const EDAComponent &component, const EDAPart &part, const E
         if (pin->name == options.pin() && pin->number != taken.number)
             others.append(pin->number);
     }
+    others.removeDuplicates();
     if (!others.isEmpty())
         printMessage(u"velk: %1-pin %2 fits %3 pins of %4: %5 was taken, not %6"_s.arg(
             options.option(), options.pin(), QString::number(others.size() + 1), component.ref, taken.number,

@@ -58,7 +58,7 @@ private Q_SLOTS:
                  file + ": /export/components/comp[R1]/libsource/part: 'R_Small' is an alias of 'R'");
 
         const VelkRouting cutOff({write("cut.net", netlist.chopped(2))}, {}, VelkReadingMode::Tolerant);
-        QVERIFY(cutOff.warnings().at(0).find("does not end with the parenthesis") != std::string::npos);
+        QVERIFY(cutOff.warnings().at(0).find("is not one list in parentheses as a whole") != std::string::npos);
         QVERIFY(VelkRouting({write("a.net", netlist)}).warnings().empty());
     }
 

@@ -52,7 +52,7 @@ std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName, KiCadReadingMo
     parser->parse();
     QStringList texts = parser->warnings();
     if (mode == KiCadReadingMode::Tolerant && !reader.isComplete())
-        texts.prepend(u"does not end with the parenthesis that closes it"_s);
+        texts.prepend(u"is not one list in parentheses as a whole"_s);
     for (const QString &text : std::as_const(texts))
         warnings.push_back(u"%1: %2"_s.arg(fileName, text).toStdString());
     parser->releaseTree();

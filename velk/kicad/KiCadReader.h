@@ -62,8 +62,9 @@ public:
     /// what was read up to there.
     QSharedPointer<KiCadToken> getRoot() const;
 
-    /// True if the last read() came to the end of the input with every parenthesis and quote closed and
-    /// nothing behind the first list. A netlist for which this is false was probably cut off, or another one follows.
+    /// True if the last read() came to the end of the input with every parenthesis and quote closed, and
+    /// found neither unquoted text nor a list with a name behind the first list. A netlist for which this is false was
+    /// probably cut off, or another one follows.
     bool isComplete() const;
 
     /// Line of the last syntax error, counted from 1; -1 when there was none.
