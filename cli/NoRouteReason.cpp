@@ -137,23 +137,20 @@ QString otherDirectionText(const VainSearch &search)
 {
     VainSearch reversed = search;
     std::swap(reversed.source, reversed.destination);
-    if (!shortestRoute(reversed))
-        return {};
-    return u"; in the other direction there is one, since none begins by crossing %1"_s.arg(
-        search.source.component->ref);
+    return shortestRoute(reversed) ? u"; in the other direction there is one"_s : QString();
 }
 
 /// Sets the number of switches in the shortest chain as soon as it is known.
 QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atomic<qsizetype> &shortest)
 {
-    QStringList reasons{looseEndText(search.netlist, search.source.node, pinNames),
-                        looseEndText(search.netlist, search.destination.node, pinNames)};
-    reasons.removeAll(QString());
     const auto route = shortestRoute(search);
     if (route) {
         shortest = route->switchingComponents.size();
         return limitsText(search);
     }
+    QStringList reasons{looseEndText(search.netlist, search.source.node, pinNames),
+                        looseEndText(search.netlist, search.destination.node, pinNames)};
+    reasons.removeAll(QString());
     if (reasons.isEmpty())
         reasons.append(u"no chain of components of CompType %1 connects them, however long"_s.arg(
             search.switchableTypes.join(u" or "_s)));
