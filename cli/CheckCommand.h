@@ -2,7 +2,6 @@
 #define VELK_CLI_CHECKCOMMAND_H
 
 #include "cli/Options.h"
-#include "cli/check/Finding.h"
 
 namespace VelkCli {
 
@@ -18,8 +17,6 @@ public:
     int run() const;
 
 private:
-    bool isIgnored(FindingCode code) const;
-
     NetlistOptions netlist;
     std::vector<std::string> dutTypes;
     std::vector<std::string> ignored;

@@ -28,7 +28,7 @@ QString codeOf(Colour::Role role)
 Colour Colour::forOutput(const QString &fileName)
 {
     Colour colour;
-    colour.isOn = fileName.isEmpty() && isTerminal(stdout) && qgetenv("NO_COLOR").isEmpty();
+    colour.isOn = fileName.isEmpty() && takesControlSequences(stdout) && qgetenv("NO_COLOR").isEmpty();
     return colour;
 }
 

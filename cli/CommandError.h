@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace VelkCli {
 
 constexpr int exitFailure = 2;
@@ -12,6 +14,9 @@ struct CommandError
 {
     QString message; ///< what is wrong and in which file, without a line break
 };
+
+/// What \a run returns or, after that line, exitFailure where it throws a CommandError or any standard exception.
+int exitStatusOf(const std::function<int()> &run);
 }
 
 #endif

@@ -9,7 +9,11 @@
 
 #include <velk/VelkVersion.h>
 
+#include <QRegularExpression>
+
 #include <iostream>
+#include <string>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -17,34 +21,70 @@ namespace VelkCli {
 
 namespace {
 
-/// What was given instead of a subcommand.
-QString wrongCommandText(const CLI::App &app)
+QStringList commandNames(const CLI::App &app)
 {
-    const auto given = app.remaining();
-    if (given.front().rfind('-', 0) == 0)
-        return QString::fromUtf8(CLI::ExtrasError(given).what());
     QStringList names;
     for (const auto *subcommand : app.get_subcommands([](const CLI::App *) { return true; }))
         names.append(QString::fromStdString(subcommand->get_name()));
-    const QString word = QString::fromStdString(given.front());
-    return u"no command '%1'; there are %2"_s.arg(word, enumeration(nearestFirst(word, names)));
+    return names;
 }
 
-bool isWrongCommand(const CLI::App &app)
+QStringList optionNames(const CLI::App &app)
 {
-    return app.get_require_subcommand_min() > 0 && !app.remaining().empty();
+    QStringList names;
+    for (const auto *option : app.get_options()) {
+        if (!option->nonpositional())
+            continue;
+        for (const std::string &name : option->get_lnames())
+            names.append(u"--"_s + QString::fromStdString(name));
+    }
+    return names;
 }
 
+/// What was given instead of a subcommand, or else the first option that there is not; empty if there is none.
+QString unknownWord(const CLI::App &app)
+{
+    const QStringList words = toQStringList(app.remaining());
+    if (app.get_require_subcommand_min() > 0)
+        return words.value(0);
+    static const QRegularExpression option(u"^-.*[^-]"_s);
+    return words.value(words.indexOf(option));
+}
+
+QString unknownWordText(const CLI::App &app)
+{
+    const QString word = unknownWord(app).section(u'=', 0, 0);
+    if (word.isEmpty())
+        return {};
+    const bool isOption = word.startsWith(u'-');
+    const QString text = isOption ? u"no option '%1'; there are %2"_s : u"no command '%1'; there are %2"_s;
+    return text.arg(word, enumeration(nearestFirst(word, isOption ? optionNames(app) : commandNames(app))));
+}
+
+// What is unknown comes first: a required option is missing because its name was mistyped.
 std::string usageMessage(const CLI::App *app, const CLI::Error &error)
 {
     std::string command = "velk";
-    while (!app->get_subcommands().empty() && !isWrongCommand(*app)) {
+    QString message = unknownWordText(*app);
+    while (message.isEmpty() && !app->get_subcommands().empty()) {
         app = app->get_subcommands().front();
         command += " " + app->get_name();
+        message = unknownWordText(*app);
     }
-    QString message = isWrongCommand(*app) ? wrongCommandText(*app) : QString::fromUtf8(error.what());
-    message.remove(bracketGuard);
+    if (message.isEmpty())
+        message = QString::fromUtf8(error.what()).remove(bracketGuard);
     return "velk: " + printable(message).toStdString() + " (see " + command + " --help)\n";
+}
+
+/// "velk", "velk help" and "velk help routes" as "velk --help" and "velk routes --help".
+std::vector<std::string> withHelpOption(std::vector<std::string> arguments)
+{
+    if (!arguments.empty() && arguments.back() == "help")
+        arguments.pop_back();
+    else if (!arguments.empty())
+        return arguments;
+    arguments.insert(arguments.begin(), "--help");
+    return arguments;
 }
 }
 
@@ -68,7 +108,9 @@ CommandLine::CommandLine()
                 "  0  done; with velk routes: there are routes; with velk check: nothing is found\n"
                 "  1  with velk routes: there are none; with velk check: something is found\n"
                 "  2  wrong usage, unreadable input or an output that cannot be written\n"
-                "\nEach command has a --help of its own, as velk routes --help.");
+                "\nEach command has a --help of its own, as velk routes --help.\n"
+                "Start with docs/getting-started.md in " +
+                examplesFolder + ".");
 }
 
 CommandLine::~CommandLine() = default;
@@ -81,7 +123,7 @@ const CLI::App &CommandLine::definitions() const
 int CommandLine::run(int argc, char **argv)
 {
     try {
-        app->parse(guarded(argc, argv));
+        app->parse(withHelpOption(guarded(argc, argv)));
     } catch (const CLI::ParseError &error) {
         const int status = app->exit(error);
         if (!std::cout.flush())

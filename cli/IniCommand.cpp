@@ -1,5 +1,6 @@
 #include "cli/IniCommand.h"
 
+#include "cli/IniInspection.h"
 #include "cli/IniWarnings.h"
 #include "cli/Netlist.h"
 #include "cli/Output.h"
@@ -10,8 +11,6 @@
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 
-#include <QBuffer>
-
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -19,26 +18,21 @@ namespace VelkCli {
 
 namespace {
 
-void addOutputTo(CLI::App &command, std::string &outputFile)
-{
-    command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")->type_name("FILE");
-}
-
 /// The name given, or the files as they were given.
 QString netName(const std::string &name, const std::vector<std::string> &files)
 {
-    return name.empty() ? toQStringList(files).join(u", "_s) : toQString(name);
+    return name.empty() ? shownNames(toQStringList(files)).join(u", "_s) : toQString(name);
 }
 
-/// Writes what the generator makes of the buffer, whole or not at all.
+/// Writes what \a generate gives to a device, and tells how others would read it.
 template <typename Generate>
 void writeIni(const std::string &outputFile, Generate generate)
 {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    generate(buffer);
-    printWarnings(duplicateKeyWarnings(buffer.data()));
-    writeOutput(toQString(outputFile), buffer.data());
+    writeOutput(toQString(outputFile), [&](QIODevice &output) {
+        IniInspection inspection(output);
+        generate(inspection);
+        printWarnings(inspection.warnings());
+    });
 }
 }
 
@@ -102,7 +96,7 @@ int IniCommand::run() const
 
 int IniCommand::runPhysical() const
 {
-    refuseToOverwrite(toQStringList(netlists), toQString(outputFile));
+    checkFiles(toQStringList(netlists), toQString(outputFile));
     const auto netlist = loadOneOrJoin(toQStringList(netlists), readingMode(tolerant));
     printWarnings(deviceWarnings(*netlist, toQStringList(types)));
     EDAPhysicalIniGenerator generator(netlist.get());
@@ -113,10 +107,11 @@ int IniCommand::runPhysical() const
 
 int IniCommand::runApplication() const
 {
-    refuseToOverwrite(toQStringList(testSystemFiles) + toQStringList(applicationFiles), toQString(outputFile));
+    checkFiles(toQStringList(testSystemFiles) + toQStringList(applicationFiles), toQString(outputFile));
     const auto testSystem = loadOneOrJoin(toQStringList(testSystemFiles), readingMode(tolerant));
     const auto duts = loadOneOrJoin(toQStringList(applicationFiles), readingMode(tolerant));
     checkBenchNumbers(*duts, toQStringList(dutTypes));
+    checkNumberOfEntries(*testSystem, *duts, toQStringList(dutTypes));
     printWarnings(dutWarnings(*duts, toQStringList(dutTypes)));
     printWarnings(sourceWarnings(*testSystem));
 

@@ -1,34 +1,60 @@
 #include "cli/IniEntries.h"
 
-#include <QList>
+#include <QStringDecoder>
+
+#include <utility>
 
 namespace VelkCli {
 
 namespace {
 
-/// Up to the first "=" that no backslash precedes. Where all do, the backslash is the key's own.
-QByteArray keyOf(const QByteArray &line)
+/// The first "=" that no backslash precedes. Where all do, the backslash is the key's own. Negative if there is none.
+qsizetype signIn(const QByteArray &line)
 {
-    qsizetype sign = line.indexOf('=');
+    const qsizetype first = line.indexOf('=');
+    qsizetype sign = first;
     while (sign > 0 && line.at(sign - 1) == '\\')
         sign = line.indexOf('=', sign + 1);
-    return line.left(sign < 0 ? line.indexOf('=') : sign);
+    return sign < 0 ? first : sign;
 }
 }
 
-void forEachIniEntry(const QByteArray &ini, const std::function<void(const IniEntry &)> &visit)
+QString toText(const QByteArray &bytes)
 {
-    IniEntry entry;
-    const auto lines = ini.split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith('['))
-            entry = {line.trimmed(), {}, {}};
-        else if (line.startsWith(';'))
-            entry.comment = line.mid(2);
-        else if (line.contains('=')) {
-            entry.key = keyOf(line);
-            visit(entry);
-        }
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decode(bytes);
+}
+
+IniEntryReader::IniEntryReader(Visit visit)
+    : visitEntry(std::move(visit))
+{
+}
+
+void IniEntryReader::read(QByteArrayView piece)
+{
+    for (qsizetype end = piece.indexOf('\n'); end >= 0; end = piece.indexOf('\n')) {
+        readLine(unfinishedLine.append(piece.first(end)));
+        unfinishedLine.clear();
+        piece = piece.sliced(end + 1);
     }
+    unfinishedLine.append(piece);
+}
+
+void IniEntryReader::readLine(const QByteArray &line)
+{
+    if (line.startsWith('[')) {
+        entry = {line.trimmed(), {}, {}, {}};
+    } else if (line.startsWith(';')) {
+        entry.comment = line.mid(2);
+    } else if (const qsizetype sign = signIn(line); sign >= 0) {
+        entry.key = line.first(sign);
+        entry.value = line.sliced(sign + 1);
+        visitEntry(entry);
+    }
+}
+
+void forEachIniEntry(const QByteArray &ini, const IniEntryReader::Visit &visit)
+{
+    IniEntryReader(visit).read(ini);
 }
 }

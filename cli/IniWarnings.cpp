@@ -1,13 +1,9 @@
 #include "cli/IniWarnings.h"
 
 #include "cli/CommandError.h"
-#include "cli/IniEntries.h"
 #include "cli/check/IniChecks.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
-
-#include <QMap>
-#include <QSet>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -15,6 +11,9 @@ using namespace Velk;
 namespace VelkCli {
 
 namespace {
+
+/// 400 sources of 50 pins on 32 benches need less than a million.
+constexpr qint64 mostEntries = 5'000'000;
 
 QStringList partWarning(const EDAProvider &netlist, const EDAComponent &component)
 {
@@ -27,7 +26,7 @@ QStringList messagesOf(const QList<Finding> &findings)
 {
     QStringList messages;
     for (const Finding &finding : findings)
-        messages.append(finding.message);
+        messages.append(messageOf(finding));
     return messages;
 }
 }
@@ -39,6 +38,25 @@ void checkBenchNumbers(const EDAProvider &application, const QStringList &dutTyp
         if (dut->bench().toInt() > mostBenches) {
             throw CommandError{u"%1: Bench=%2: there may be %3 benches at most"_s.arg(dut->ref, dut->bench(),
                                                                                       QString::number(mostBenches))};
+        }
+    }
+}
+
+void checkNumberOfEntries(const EDAProvider &testSystem, const EDAProvider &application, const QStringList &dutTypes)
+{
+    qint64 entriesOfTable = 0;
+    const auto sources = componentsOf(testSystem, {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE});
+    for (const auto &source : sources) {
+        if (const auto part = testSystem.getPartByName(source->part))
+            entriesOfTable += part->pins.size() * (source->group().isEmpty() ? 1 : 2);
+    }
+    const auto duts = componentsOf(application, dutTypes);
+    for (const auto &dut : duts) {
+        const qint64 entries = entriesOfTable * dut->bench().toInt();
+        if (entries > mostEntries) {
+            throw CommandError{
+                u"%1: Bench=%2: with the sources in as many channel tables there would be %3 entries; there may be %4 at most"_s
+                    .arg(dut->ref, dut->bench(), QString::number(entries), QString::number(mostEntries))};
         }
     }
 }
@@ -73,25 +91,6 @@ QStringList sourceWarnings(const EDAProvider &testSystem)
         warnings += messagesOf(sourceFindings(*source));
         warnings += partWarning(testSystem, *source);
     }
-    return warnings;
-}
-
-QStringList duplicateKeyWarnings(const QByteArray &ini)
-{
-    QStringList warnings;
-    QByteArray section;
-    QMap<QByteArray, int> countOfKey; // in the section
-    QSet<QByteArray> reported;        // many sections hold the same entries
-    forEachIniEntry(ini, [&](const IniEntry &entry) {
-        if (entry.section != section)
-            countOfKey.clear();
-        section = entry.section;
-        if (++countOfKey[entry.key] != 2 || reported.contains(entry.key))
-            return;
-        reported.insert(entry.key);
-        warnings.append(
-            u"%1: the key %2 occurs more than once"_s.arg(QString::fromUtf8(section), QString::fromUtf8(entry.key)));
-    });
     return warnings;
 }
 }

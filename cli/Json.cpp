@@ -1,5 +1,6 @@
 #include "cli/Json.h"
 
+#include <QIODevice>
 #include <QJsonDocument>
 
 using namespace Qt::StringLiterals;
@@ -25,5 +26,21 @@ QJsonObject pinToJson(const Velk::EDAPin &pin)
 QByteArray jsonDocument(const QJsonObject &members)
 {
     return QJsonDocument(members).toJson();
+}
+
+void writeJson(QIODevice &device, const QJsonObject &members, const QString &listName, qsizetype count,
+               const std::function<QJsonObject(qsizetype)> &element)
+{
+    const QByteArray end = "    ]\n}\n";
+    // The document with an empty list is where the elements go, each as a document moved to the right.
+    const QByteArray empty = jsonDocument({{listName, QJsonArray()}});
+    const QByteArray begin = jsonDocument(members).chopped(3); // "\n}\n"
+    device.write(begin + (members.isEmpty() ? "\n" : ",\n") + empty.mid(2).chopped(end.size()));
+    for (qsizetype i = 0; i < count; ++i) {
+        const QByteArray text = jsonDocument(element(i)).chopped(1).replace('\n', "\n        ");
+        if (device.write("        " + text + (i + 1 < count ? ",\n" : "\n")) < 0)
+            return;
+    }
+    device.write(end);
 }
 }

@@ -4,14 +4,12 @@
 #include "cli/Progress.h"
 #include "cli/Warnings.h"
 
-#include <velk/kicad/KiCadNetParser.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
 
 #include <QFileInfo>
 
 #include <utility>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -26,11 +24,15 @@ QString syntaxErrorText(KiCadReadingMode mode)
                                              : u"a parenthesis that closes nothing, or a list without a name"_s;
 }
 
-std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadingMode mode)
+QString encodingErrorText(const KiCadReader &reader)
 {
-    WatchedFile file(fileName);
-    Progress::begin(u"reading "_s + fileName, file.size());
-    KiCadReader reader(&file, mode);
+    return u"is not UTF-8 at line %1, column %2"_s.arg(QString::number(reader.getEncodingErrorLine()),
+                                                       QString::number(reader.getEncodingErrorColumn()));
+}
+
+QSharedPointer<KiCadToken> readTree(KiCadReader &reader, const QFile &file, KiCadReadingMode mode)
+{
+    const QString fileName = shownName(file.fileName());
     switch (reader.read()) {
     case KiCadNoError:
         break;
@@ -41,9 +43,27 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadin
             fileName, kiCadErrorText(KiCadSyntaxError), QString::number(reader.getErrorLine()),
             QString::number(reader.getErrorColumn()), syntaxErrorText(mode))};
     }
-    const auto root = reader.getRoot();
+    auto root = reader.getRoot();
     if (root.isNull() || root->name != u"export"_s)
         throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
+    if (reader.getEncodingErrorLine() > 0 && mode == KiCadReadingMode::Default)
+        throw CommandError{u"%1: %2"_s.arg(fileName, encodingErrorText(reader))};
+    return root;
+}
+
+struct ReadNetlist
+{
+    std::unique_ptr<KiCadNetParser> parser;
+    QStringList warnings;
+};
+
+ReadNetlist readNetlist(const QString &path, KiCadReadingMode mode)
+{
+    WatchedFile file(path);
+    const QString fileName = shownName(path);
+    Progress::begin(u"reading "_s + fileName, file.size());
+    KiCadReader reader(&file, mode);
+    const auto root = readTree(reader, file, mode);
     Progress::begin(u"taking up what %1 holds"_s.arg(fileName));
     auto parser = std::make_unique<KiCadNetParser>(root, mode);
     const QString cutOff =
@@ -58,13 +78,16 @@ std::unique_ptr<KiCadNetParser> readNetlist(const QString &fileName, KiCadReadin
     // The model would silently lack what followed.
     if (!reader.isComplete())
         throw CommandError{u"%1: %2"_s.arg(fileName, cutOff)};
-    return parser;
+    QStringList warnings = parser->warnings();
+    if (reader.getEncodingErrorLine() > 0)
+        warnings.prepend(encodingErrorText(reader) + u", and taken as Latin-1 there"_s);
+    return {std::move(parser), warnings};
 }
 
 // A pipe cannot be read twice.
 bool canBeReadTolerantly(const QString &fileName)
 {
-    if (!QFileInfo(fileName).isFile())
+    if (fileName == standardStream || !QFileInfo(fileName).isFile())
         return false;
     try {
         readNetlist(fileName, KiCadReadingMode::Tolerant);
@@ -79,12 +102,11 @@ bool canBeReadTolerantly(const QString &fileName)
 std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName, KiCadReadingMode mode)
 {
     try {
-        auto parser = readNetlist(fileName, mode);
-        QStringList warnings = parser->warnings();
+        auto [parser, warnings] = readNetlist(fileName, mode);
         for (QString &warning : warnings)
-            warning.prepend(fileName + u": "_s);
+            warning.prepend(shownName(fileName) + u": "_s);
         printWarnings(warnings);
-        return parser;
+        return std::move(parser);
     } catch (const CommandError &error) {
         if (mode == KiCadReadingMode::Tolerant || !canBeReadTolerantly(fileName))
             throw;
@@ -93,7 +115,7 @@ std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName, KiCadReadin
 }
 
 /// The name by which to show each pin, by its number.
-QHash<QString, QString> shownNames(const EDAPart &part)
+QHash<QString, QString> namesOfPins(const EDAPart &part)
 {
     QHash<QString, int> pinsCalled; // so, by name or by number
     for (const auto &pin : std::as_const(part.pins)) {
@@ -110,16 +132,26 @@ QHash<QString, QString> shownNames(const EDAPart &part)
 }
 }
 
-MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes, KiCadReadingMode mode)
+Netlists readNetlists(const QStringList &fileNames, KiCadReadingMode mode)
 {
-    std::vector<std::unique_ptr<KiCadNetParser>> parsers;
+    Netlists netlists;
+    for (const QString &fileName : fileNames)
+        netlists.push_back(loadNetlist(fileName, mode));
+    return netlists;
+}
+
+MultipleEDAProvider joined(const Netlists &netlists, const QStringList &connectorTypes)
+{
     QList<EDAProvider *> providers;
-    for (const QString &fileName : fileNames) {
-        parsers.push_back(loadNetlist(fileName, mode));
-        providers.append(parsers.back().get());
-    }
+    for (const auto &netlist : netlists)
+        providers.append(netlist.get());
     Progress::begin(u"joining the netlists"_s);
     return MultipleEDAProvider(providers, connectorTypes);
+}
+
+MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes, KiCadReadingMode mode)
+{
+    return joined(readNetlists(fileNames, mode), connectorTypes);
 }
 
 std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadReadingMode mode)
@@ -128,6 +160,24 @@ std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadRe
         return loadNetlist(fileNames.first(), mode);
     return std::make_unique<MultipleEDAProvider>(
         loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}, mode));
+}
+
+QString shownName(const QString &fileName)
+{
+    return fileName == standardStream ? u"standard input"_s : fileName;
+}
+
+QStringList shownNames(const QStringList &fileNames)
+{
+    QStringList names;
+    for (const QString &fileName : fileNames)
+        names.append(shownName(fileName));
+    return names;
+}
+
+QString drawnName(const QString &name)
+{
+    return name.left(name.lastIndexOf(u'#'));
 }
 
 QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
@@ -143,7 +193,7 @@ PinNames::PinNames(const EDAProvider &provider)
 {
     const auto parts = netlist.getParts();
     for (const auto &part : parts)
-        namesByPart.insert(part->name, shownNames(*part));
+        namesByPart.insert(part->name, namesOfPins(*part));
 }
 
 QString PinNames::text(const QString &ref, const QString &pinNumber) const

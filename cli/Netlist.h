@@ -1,23 +1,39 @@
 #ifndef VELK_CLI_NETLIST_H
 #define VELK_CLI_NETLIST_H
 
-#include <velk/kicad/KiCadReadingMode.h>
+#include <velk/kicad/KiCadNetParser.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
 #include <QHash>
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace VelkCli {
 
-/// Reads the files and joins them at connectors of these types. Throws a CommandError that names the file for
-/// the first one that cannot be read or is no netlist. Prints what tolerant reading warns of.
+using Netlists = std::vector<std::unique_ptr<Velk::KiCadNetParser>>;
+
+/// Reads the files. Throws a CommandError that names the file for the first one that cannot be read or is no netlist.
+/// Prints the warnings of reading.
+Netlists readNetlists(const QStringList &fileNames, Velk::KiCadReadingMode mode);
+
+/// Joins them at connectors of these types.
+Velk::MultipleEDAProvider joined(const Netlists &netlists, const QStringList &connectorTypes);
+
+/// Reads the files, "-" being standard input, and joins them.
 Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes,
                                        Velk::KiCadReadingMode mode);
 
 /// One file as it is, without the suffix "#1", or several joined.
 std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
+
+/// As messages name the file: "standard input" for "-".
+QString shownName(const QString &fileName);
+QStringList shownNames(const QStringList &fileNames);
+
+/// "K3" for "K3#2", what a netlist itself says.
+QString drawnName(const QString &name);
 
 QStringList refsOf(const QList<QSharedPointer<Velk::EDAComponent>> &components);
 

@@ -1,12 +1,14 @@
 #include "cli/NoRouteReason.h"
 
-#include "cli/Message.h"
+#include "cli/CommandError.h"
 #include "cli/Progress.h"
-#include "cli/RouteFormats.h"
 
 #include <velk/facade/VelkRouting.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <future>
 #include <limits>
@@ -35,14 +37,14 @@ std::optional<RoutingPath> firstRoute(const VainSearch &search, RouteLimits limi
     routing.setMaxSwitchingComponentsPerPath(limits.switches);
     routing.setMaxAdditionalNodesPerPath(limits.connections);
     routing.setMaxPaths(1);
-    const auto paths = routing.findPaths(search.source.component, search.source.node->pin, search.destination.component,
-                                         search.destination.node->pin);
+    const auto paths = routing.findPathsBetween(search.source.component, search.source.node->pin,
+                                                search.destination.component, search.destination.node->pin);
     return paths.isEmpty() ? std::nullopt : std::optional(paths.first());
 }
 
 std::optional<RoutingPath> firstRoute(const VainSearch &search, RouteLimits limits)
 {
-    return firstRoute(search, limits, search.interfaceTypes);
+    return firstRoute(search, limits, search.types.interfaces);
 }
 
 // Without interfaces nothing is collected, so that one measure suffices to find the way.
@@ -88,99 +90,51 @@ std::optional<WiderLimits> moreConnections(const VainSearch &search)
     return wider({search.limits.switches, static_cast<int>(route->additionalNodes.size())}, *route);
 }
 
-/// "8 switches, 1 side connection"
-QString amountText(const WiderLimits &found)
-{
-    QString text = switchCount(found.switches);
-    if (found.connections > 0)
-        text += found.connections == 1 ? u", 1 side connection"_s : u", %1 side connections"_s.arg(found.connections);
-    return text;
-}
-
-QString optionText(const WiderLimits &found, RouteLimits before)
-{
-    QStringList options;
-    if (found.limits.switches != before.switches)
-        options.append(u"--max-switches %1"_s.arg(found.limits.switches));
-    if (found.limits.connections != before.connections)
-        options.append(u"--max-connections %1"_s.arg(found.limits.connections));
-    return u"with %1 (%2)"_s.arg(options.join(u' '), amountText(found));
-}
-
-/// Empty if something else lies on the node's net, too.
-QString looseEndText(const EDAProvider &netlist, const QSharedPointer<EDANetNode> &node, const PinNames &pinNames)
-{
-    const QString name = pinNames.text(node->ref, node->pin);
-    bool isOnNet = false;
-    const auto nets = netlist.getNets();
-    for (const auto &net : nets) {
-        if (!net->containsNode(node))
-            continue;
-        isOnNet = true;
-        if (!net->otherNodes(node).isEmpty())
-            return {};
-    }
-    return isOnNet ? u"nothing else lies on the net of "_s + name : name + u" lies on no net"_s;
-}
-
-QString limitsText(const VainSearch &search)
-{
-    QStringList ways;
-    const auto found = widerLimits(search);
-    for (const WiderLimits &limits : found)
-        ways.append(optionText(limits, search.limits));
-    return u"all routes are beyond the limits; there is one "_s + ways.join(u", or one "_s);
-}
-
 /// The way from one side of a relay to what lies behind the other is found in one direction only.
-QString otherDirectionText(const VainSearch &search)
+bool isConnectedInOtherDirection(const VainSearch &search)
 {
     VainSearch reversed = search;
     std::swap(reversed.source, reversed.destination);
-    return shortestRoute(reversed) ? u"; in the other direction there is one"_s : QString();
+    return isConnected(reversed);
 }
 
 /// Sets the number of switches in the shortest chain as soon as it is known.
-QString reasonText(const VainSearch &search, const PinNames &pinNames, std::atomic<qsizetype> &shortest)
+NoRouteReason findReason(const VainSearch &search, std::atomic<qsizetype> &shortest)
 {
+    NoRouteReason reason;
     const auto route = shortestRoute(search);
     if (route) {
-        shortest = route->switchingComponents.size();
-        return limitsText(search);
+        shortest = reason.shortest = route->switchingComponents.size();
+        reason.widerLimits = widerLimits(search);
+    } else {
+        const NetlistReach reach(search.netlist, search.types, search.source.node, search.destination.node);
+        reason.fromSource = reach.fromSource();
+        reason.fromDestination = reach.fromDestination();
+        reason.between = reach.componentsBetween();
+        reason.isInOtherDirection = isConnectedInOtherDirection(search);
     }
-    QStringList reasons{looseEndText(search.netlist, search.source.node, pinNames),
-                        looseEndText(search.netlist, search.destination.node, pinNames)};
-    reasons.removeAll(QString());
-    if (reasons.isEmpty())
-        reasons.append(u"no chain of components of CompType %1 connects them, however long"_s.arg(
-            search.switchableTypes.join(u" or "_s)));
-    return reasons.join(u", and "_s) + otherDirectionText(search);
+    reason.isComplete = true;
+    return reason;
 }
 
-void explainInTime(const VainSearch &search, const PinNames &pinNames, int exitStatus)
+/// Nothing where it takes longer; the search then goes on.
+std::optional<NoRouteReason> reasonInTime(const VainSearch &search, std::atomic<qsizetype> &shortest)
 {
-    VelkRouting::setTraceEnabled(false);
-    const Progress progress;
-    Progress::begin(u"finding out why there is no route"_s);
-    std::atomic<qsizetype> shortest = -1;
-    std::packaged_task<QString()> task([&] { return reasonText(search, pinNames, shortest); });
-    auto reason = task.get_future();
-    std::thread thread(std::move(task));
-    const bool isKnown = reason.wait_for(timeToExplain) == std::future_status::ready;
-    Progress::end();
-    if (isKnown) {
+    try {
+        std::packaged_task<NoRouteReason()> task([&] { return findReason(search, shortest); });
+        auto reason = task.get_future();
+        std::thread thread(std::move(task));
+        if (reason.wait_for(timeToExplain) != std::future_status::ready) {
+            thread.detach();
+            return {};
+        }
         thread.join();
-        printMessage(u"velk: "_s + reason.get());
-        return;
+        return reason.get();
+    } catch (const std::exception &exception) {
+        NoRouteReason reason;
+        reason.failure = QString::fromUtf8(exception.what());
+        return reason;
     }
-    if (shortest >= 0)
-        printMessage(
-            u"velk: all routes are beyond the limits; the shortest chain has %1, and it would take long to find out "
-            "which limits would do"_s.arg(switchCount(shortest)));
-    else
-        printMessage(u"velk: it would take long to find out whether they are connected at all"_s);
-    std::fflush(nullptr);
-    std::_Exit(exitStatus);
 }
 }
 
@@ -203,13 +157,23 @@ QList<WiderLimits> widerLimits(const VainSearch &search)
     return {wider({switches, static_cast<int>(route->additionalNodes.size())}, *route)};
 }
 
-// The answer itself has been given.
-void explainNoRoute(const VainSearch &search, const PinNames &pinNames, int exitStatus)
+void explainNoRoute(const VainSearch &search, int exitStatus, const std::function<void(const NoRouteReason &)> &tell)
 {
-    try {
-        explainInTime(search, pinNames, exitStatus);
-    } catch (const std::exception &exception) {
-        printMessage(u"velk: why there is none could not be found out: "_s + QString::fromUtf8(exception.what()));
+    VelkRouting::setTraceEnabled(false);
+    Progress::begin(u"finding out why there is no route"_s);
+    std::atomic<qsizetype> shortest = -1;
+    const auto reason = reasonInTime(search, shortest);
+    if (reason) {
+        tell(*reason);
+        return;
     }
+    const int status = exitStatusOf([&] {
+        NoRouteReason known;
+        known.shortest = shortest;
+        tell(known);
+        return exitStatus;
+    });
+    std::fflush(nullptr);
+    std::_Exit(status);
 }
 }

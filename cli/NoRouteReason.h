@@ -1,12 +1,12 @@
 #ifndef VELK_CLI_NOROUTEREASON_H
 #define VELK_CLI_NOROUTEREASON_H
 
+#include "cli/NetlistReach.h"
 #include "cli/RouteEnd.h"
-#include "cli/RouteFormats.h"
 
 #include <velk/routing/Routing.h>
 
-#include <atomic>
+#include <functional>
 
 namespace VelkCli {
 
@@ -25,8 +25,7 @@ struct VainSearch
     RouteEnd source;
     RouteEnd destination;
     RouteLimits limits;
-    QStringList switchableTypes;
-    QStringList interfaceTypes;
+    SearchedTypes types;
 };
 
 /// Limits with which there is a route, the least of their kind, and how much the first such route has.
@@ -37,6 +36,21 @@ struct WiderLimits
     qsizetype connections;
 };
 
+/// Why there is no route, as far as it is known.
+struct NoRouteReason
+{
+    bool isComplete = false; ///< false where it would have taken long
+    QString failure;         ///< why nothing could be found out; mostly empty
+    qsizetype shortest = -1; ///< the switches of the shortest chain; -1 if there is none, or none is known
+    // Where there is a chain:
+    QList<WiderLimits> widerLimits;
+    // Where there is none:
+    bool isInOtherDirection = false; ///< from the destination to the source there is one
+    Reach fromSource;
+    Reach fromDestination;
+    QList<QSharedPointer<Velk::EDAComponent>> between; ///< as NetlistReach::componentsBetween()
+};
+
 /// Whether any limits would let a route be found.
 bool isConnected(const VainSearch &search);
 
@@ -44,10 +58,9 @@ bool isConnected(const VainSearch &search);
 /// both, with as few switches as a route can have. Each is proved by a search.
 QList<WiderLimits> widerLimits(const VainSearch &search);
 
-/// Prints on standard error why there is no route: an end that is connected to nothing, no connection at all, or the
-/// limits that would do. What is not known after some seconds is left out, and the process ended with this exit status,
-/// since the search cannot be called off. Switches the trace off.
-void explainNoRoute(const VainSearch &search, const PinNames &pinNames, int exitStatus);
+/// Calls \a tell with why there is no route. What is not known after some seconds is left out, and the process then
+/// ended with this exit status, since the search cannot be called off. Switches the trace off.
+void explainNoRoute(const VainSearch &search, int exitStatus, const std::function<void(const NoRouteReason &)> &tell);
 }
 
 #endif

@@ -1,12 +1,15 @@
 #ifndef VELK_CLI_OPTIONS_H
 #define VELK_CLI_OPTIONS_H
 
+#include "cli/CsvWriter.h"
+
 #include <velk/kicad/KiCadReadingMode.h>
 
 #include <QMap>
 #include <QString>
 #include <QStringList>
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -16,6 +19,9 @@ class Option;
 }
 
 namespace VelkCli {
+
+/// Where the examples and the documents are.
+extern const std::string examplesFolder;
 
 /// The paragraphs of a help's footer that begin so go to sections of their own in the manual page.
 extern const std::string exampleHeading;
@@ -31,21 +37,32 @@ struct NetlistOptions
     std::string format = "text";
     std::string outputFile;
     bool tolerant = false;
+    bool isForSpreadsheets = false;
 
     /// With the types that the library has as defaults.
     NetlistOptions();
+    /// Without --format the name of the output file decides, if it ends in one of the formats.
     void addTo(CLI::App &command, const std::vector<std::string> &formats);
+    /// Throws a CommandError where the form has no cells.
+    CsvReader csvReader() const;
 };
 
 /// An option that may be given several times and takes one argument each time.
 CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
                            const std::string &description);
 
+/// An option that takes a whole number in decimal digits, with a default. CLI11 alone takes an empty text for 0 and
+/// "010" for 8.
+CLI::Option *addNumber(CLI::App &command, const std::string &name, int &value, const std::string &description,
+                       int least = std::numeric_limits<int>::min(), int greatest = std::numeric_limits<int>::max());
+
 /// Repeatable, with a default.
 void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
                 const std::string &description);
 /// The option that tells which components the application INI takes for DUTs.
 void addDutTypeTo(CLI::App &command, std::vector<std::string> &types);
+/// "-" is standard output, as is no name.
+void addOutputTo(CLI::App &command, std::string &outputFile);
 void addTolerantTo(CLI::App &command, bool &tolerant);
 Velk::KiCadReadingMode readingMode(bool tolerant);
 
@@ -53,7 +70,8 @@ Velk::KiCadReadingMode readingMode(bool tolerant);
 constexpr char16_t bracketGuard = u'\x01';
 
 /// The arguments in the order in which CLI11 wants them, the last first. Those in brackets, as a file "[a,b]", which
-/// CLI11 would take for lists, are guarded; toQString() takes the guard away.
+/// CLI11 would take for lists, are guarded; toQString() takes the guard away. Throws a CommandError for one that is not
+/// UTF-8.
 std::vector<std::string> guarded(int argc, char **argv);
 
 QString toQString(const std::string &text);

@@ -21,7 +21,7 @@ Progress *current = nullptr; // set and read by the main thread alone
 
 Progress::Progress()
 {
-    if (!isTerminal(stderr))
+    if (!takesControlSequences(stderr))
         return;
     try {
         watcher = std::thread([this] { watch(); });
@@ -114,6 +114,11 @@ QString Progress::text() const
     }
     const auto seconds = std::chrono::round<std::chrono::seconds>(Clock::now() - startOfStep).count();
     return u"velk: %1 (%2 s)"_s.arg(step, QString::number(seconds));
+}
+
+bool WatchedFile::open(OpenMode mode)
+{
+    return fileName() == standardStream ? QFile::open(stdin, mode) : QFile::open(mode);
 }
 
 qint64 WatchedFile::readData(char *data, qint64 maxSize)

@@ -58,11 +58,16 @@ private:
     std::thread watcher;
 };
 
+/// As the name of a file this is standard input or output.
+constexpr QStringView standardStream = u"-";
+
 /// Reports what is read of it.
 class WatchedFile : public QFile
 {
 public:
     using QFile::QFile;
+
+    bool open(OpenMode mode) override;
 
 protected:
     qint64 readData(char *data, qint64 maxSize) override;

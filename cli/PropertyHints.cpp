@@ -2,7 +2,10 @@
 
 #include "cli/Suggestions.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -13,6 +16,8 @@ namespace {
 
 using Components = QList<QSharedPointer<EDAComponent>>;
 using Properties = QMap<QString, QString>;
+
+const QString capitalsCount = u" (capitals count)"_s;
 
 QStringList keysOf(const Components &components)
 {
@@ -34,35 +39,60 @@ QStringList valuesOf(const Components &components, const QString &key)
     return values.keys();
 }
 
+/// Names the sheet that would give a component this property if a "-" stood behind it; empty if there is none.
+QString missingHyphenHint(const Components &components, const QString &key, const QString &value)
+{
+    const QRegularExpression property(u"(?<!\\w)%1(?!\\w)"_s.arg(QRegularExpression::escape(key + u'=' + value)));
+    for (const auto &component : components) {
+        const QString sheet = component->property(u"Sheetname"_s);
+        if (sheet.mid(sheet.lastIndexOf(u'-') + 1).contains(property))
+            return u"; the sheet '%1' of %2 has no '-' behind it"_s.arg(sheet, component->ref);
+    }
+    return {};
+}
+
 /// Empty if some component has this property.
 QString whyNoneHas(const Components &components, const QString &key, const QString &value)
 {
     const auto matches = [&](const auto &component) { return component->property(key) == value; };
     if (std::any_of(components.cbegin(), components.cend(), matches))
         return {};
+    const QString hint = missingHyphenHint(components, key, value);
     const QStringList values = valuesOf(components, key);
     if (values.isEmpty())
         return u"no component has a property '%1'; there are: %2"_s.arg(
-            key, enumeration(nearestFirst(key, keysOf(components))));
-    const QString hint = values.contains(value, Qt::CaseInsensitive) ? u" (capitals count)"_s : QString();
+                   key, enumeration(nearestFirst(key, keysOf(components)))) +
+               hint;
     return u"no component has %1=%2; values of %1: %3"_s.arg(key, value, enumeration(nearestFirst(value, values))) +
-           hint;
+           (values.contains(value, Qt::CaseInsensitive) ? capitalsCount : hint);
+}
+
+/// How many of the properties a component has, first those in whatever letters.
+std::pair<qsizetype, qsizetype> matchCounts(const EDAComponent &component, const Properties &wanted)
+{
+    std::pair<qsizetype, qsizetype> counts;
+    for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
+        const QString value = component.property(it.key());
+        counts.first += value.compare(it.value(), Qt::CaseInsensitive) == 0 ? 1 : 0;
+        counts.second += value == it.value() ? 1 : 0;
+    }
+    return counts;
 }
 
 QString nearestComponent(const Components &components, const Properties &wanted)
 {
-    const auto matchCount = [&wanted](const EDAComponent &component) {
-        return std::count_if(wanted.keyValueBegin(), wanted.keyValueEnd(),
-                             [&](const auto &entry) { return component.property(entry.first) == entry.second; });
-    };
-    const auto hasLess = [&](const auto &a, const auto &b) { return matchCount(*a) < matchCount(*b); };
-    const auto nearest = *std::max_element(components.cbegin(), components.cend(), hasLess);
+    const auto nearest = *std::max_element(components.cbegin(), components.cend(), [&](const auto &a, const auto &b) {
+        return matchCounts(*a, wanted) < matchCounts(*b, wanted);
+    });
     QStringList differences;
     for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
-        if (nearest->property(it.key()) != it.value())
-            differences.append(nearest->properties.contains(it.key())
-                                   ? u"%1=%2"_s.arg(it.key(), nearest->property(it.key()))
-                                   : u"no "_s + it.key());
+        const QString value = nearest->property(it.key());
+        if (value == it.value())
+            continue;
+        const bool isAlike = value.compare(it.value(), Qt::CaseInsensitive) == 0;
+        differences.append(nearest->properties.contains(it.key())
+                               ? u"%1=%2"_s.arg(it.key(), value) + (isAlike ? capitalsCount : QString())
+                               : u"no "_s + it.key());
     }
     return u"each of them occurs, but not together; %1 comes nearest, but has %2"_s.arg(nearest->ref,
                                                                                         enumeration(differences));

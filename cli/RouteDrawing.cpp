@@ -4,6 +4,9 @@
 
 #include <QSet>
 
+#include <set>
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -11,10 +14,16 @@ namespace VelkCli {
 
 namespace {
 
-QString quoted(QString text)
+// DOT ends at a NUL. An identifier has a sequence instead that no other text can have, since backslashes are doubled.
+QString quotedId(QString text)
 {
-    text.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s);
+    text.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s).replace(QChar(u'\0'), u"\\x00"_s);
     return u"\"%1\""_s.arg(text);
+}
+
+QString quotedText(QString text)
+{
+    return quotedId(text.replace(QChar(u'\0'), u"\\x00"_s));
 }
 
 QString netLabel(const QString &name)
@@ -37,24 +46,28 @@ public:
     {
         const QString id = pinId(u"end"_s, end);
         add(u"{ rank=%1; %2 [label=%3, shape=box, style=\"rounded,filled\", fillcolor=\"#bfe3c8\"]; }"_s.arg(
-            rank, id, quoted(report.pinNames.text(end.ref, end.pin))));
+            rank, id, quotedText(report.pinNames.text(end.ref, end.pin))));
         add(u"%1 -- %2 [penwidth=2];"_s.arg(id, addNet(net)));
     }
 
-    void addCrossing(const Crossing &crossing)
+    /// False where it is there already.
+    bool addCrossing(const Crossing &crossing)
     {
+        if (!crossings.insert({crossing.from, crossing.to, crossing.ref, crossing.entryPin, crossing.exitPin}).second)
+            return false;
         const QString component = addComponent(crossing.ref);
         // Numbers on the lines only where there is a choice.
         const bool namesPins = hasManyPins(crossing.ref);
         addLine(addNet(crossing.from), component, namesPins ? crossing.entryPin : QString());
         addLine(component, addNet(crossing.to), namesPins ? crossing.exitPin : QString());
+        return true;
     }
 
     void addSideConnection(const EDANetNode &node, qsizetype net)
     {
         const QString id = pinId(u"side"_s, node);
         add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(
-            id, quoted(report.pinNames.text(node.ref, node.pin))));
+            id, quotedText(report.pinNames.text(node.ref, node.pin))));
         add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(net), id));
     }
 
@@ -82,23 +95,23 @@ private:
 
     static QString pinId(const QString &role, const EDANetNode &node)
     {
-        return quoted(u"%1 %2 %3"_s.arg(role, node.ref, node.pin));
+        return quotedId(u"%1 %2 %3"_s.arg(role, node.ref, node.pin));
     }
 
     QString addNet(qsizetype net)
     {
-        QString id = quoted(u"net %1"_s.arg(net));
+        QString id = quotedId(u"net %1"_s.arg(net));
         add(u"%1 [label=%2, tooltip=%3, shape=ellipse, color=\"#3b6ea5\", fontcolor=\"#3b6ea5\"];"_s.arg(
-            id, quoted(netLabel(tracing.net(net).name)), quoted(tracing.net(net).name)));
+            id, quotedText(netLabel(tracing.net(net).name)), quotedText(tracing.net(net).name)));
         return id;
     }
 
     QString addComponent(const QString &ref)
     {
         const auto component = report.netlist.getComponentByRef(ref);
-        QString id = quoted(u"component "_s + ref);
+        QString id = quotedId(u"component "_s + ref);
         add(u"%1 [label=%2, tooltip=%3, shape=box, style=filled, fillcolor=\"#e8eef5\"];"_s.arg(
-            id, quoted(ref), quoted(component->type() + u' ' + component->value)));
+            id, quotedText(ref), quotedText(component->type() + u' ' + component->value)));
         return id;
     }
 
@@ -111,7 +124,8 @@ private:
 
     static QString line(const QString &from, const QString &to, const QString &label)
     {
-        return label.isEmpty() ? u"%1 -- %2;"_s.arg(from, to) : u"%1 -- %2 [label=%3];"_s.arg(from, to, quoted(label));
+        return label.isEmpty() ? u"%1 -- %2;"_s.arg(from, to)
+                               : u"%1 -- %2 [label=%3];"_s.arg(from, to, quotedText(label));
     }
 
     bool hasManyPins(const QString &ref) const
@@ -123,6 +137,7 @@ private:
     const RouteTracing &tracing;
     QStringList statements;
     QSet<QString> known;
+    std::set<std::tuple<qsizetype, qsizetype, QString, QString, QString>> crossings;
 };
 }
 
@@ -137,8 +152,7 @@ QByteArray drawRoutes(const RouteReport &report)
         if (tracing.isLast(first))
             drawing.addEnd(*report.destination, first, u"sink"_s);
         for (const Crossing &crossing : routes.at(i).crossings) {
-            drawing.addCrossing(crossing);
-            if (tracing.isLast(crossing.to))
+            if (drawing.addCrossing(crossing) && tracing.isLast(crossing.to))
                 drawing.addEnd(*report.destination, crossing.to, u"sink"_s);
         }
         for (qsizetype node = 0; node < routes.at(i).connectedNets.size(); ++node)

@@ -10,6 +10,8 @@
 
 #include <velk/model/EDAException.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -18,6 +20,21 @@ namespace VelkCli {
 namespace {
 
 using Components = QList<QSharedPointer<EDAComponent>>;
+
+bool hasPin(const EDAProvider &netlist, const EDAComponent &component, const QString &pin)
+{
+    return !netlist.getPartByName(component.part)->getPinByNumberOrName(pin).isNull();
+}
+
+void reportOthers(const Components &matching, qsizetype withPin, const EndOptions &options)
+{
+    const QString pinText = withPin < matching.size()
+                                ? u", %1 of them with a pin '%2'"_s.arg(QString::number(withPin), options.pin())
+                                : QString();
+    printMessage(u"velk: %1 %2 fits %3 components%4: %5 was taken, not %6"_s.arg(
+        options.option(), EDAComponent::propertiesToString(options.parsedProperties()),
+        QString::number(matching.size()), pinText, matching.first()->ref, enumeration(refsOf(matching.mid(1)))));
+}
 
 QSharedPointer<EDAComponent> componentWithProperties(const EDAProvider &netlist, const EndOptions &options)
 {
@@ -31,10 +48,11 @@ QSharedPointer<EDAComponent> componentWithProperties(const EDAProvider &netlist,
     if (matching.isEmpty())
         throw CommandError{u"%1: %2; %3"_s.arg(options.option(), EDAComponentNotFoundException(wanted).message(),
                                                whyNoneMatches(components, wanted))};
+    const auto others = std::stable_partition(matching.begin(), matching.end(), [&](const auto &component) {
+        return hasPin(netlist, *component, options.pin());
+    });
     if (matching.size() > 1)
-        printMessage(u"velk: %1 %2 fits %3 components: %4 was taken, not %5"_s.arg(
-            options.option(), EDAComponent::propertiesToString(wanted), QString::number(matching.size()),
-            matching.first()->ref, enumeration(refsOf(matching.mid(1)))));
+        reportOthers(matching, others - matching.begin(), options);
     return matching.first();
 }
 
@@ -43,7 +61,7 @@ Components componentsDrawnAs(const QString &ref, const Components &components)
 {
     Components result;
     for (const auto &component : components) {
-        if (component->ref.left(component->ref.lastIndexOf(u'#')) == ref)
+        if (drawnName(component->ref) == ref)
             result.append(component);
     }
     return result;
@@ -117,6 +135,8 @@ void EndOptions::check() const
 {
     if (properties.empty() && reference.empty())
         throw CLI::RequiredError(name + " or " + name + "-ref");
+    if (pinText.empty()) // else it would be a pin without a name
+        throw CommandError{u"%1-pin: no pin is given"_s.arg(option())};
     parsedProperties();
 }
 

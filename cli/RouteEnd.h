@@ -40,7 +40,8 @@ struct RouteEnd
     QSharedPointer<Velk::EDANetNode> node;
 };
 
-/// The pin that the arguments name. Of several components it is a pin of the first one, and a message names the others.
+/// The pin that the arguments name. Of several components it is a pin of the first one that has it, and a message names
+/// the others.
 /// Throws a CommandError with what there is instead.
 RouteEnd findEnd(const Velk::EDAProvider &netlist, const EndOptions &options);
 }

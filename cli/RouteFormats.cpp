@@ -2,7 +2,7 @@
 
 #include "cli/Json.h"
 #include "cli/Message.h"
-#include "cli/Table.h"
+#include "cli/NoRouteText.h"
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -79,6 +79,15 @@ QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPoin
     }
     return connections;
 }
+
+QJsonObject routeToJson(const RouteReport &report, const RoutingPath &path)
+{
+    QJsonArray switchingComponents;
+    for (const auto &component : path.switchingComponents)
+        switchingComponents.append(componentToJson(*component));
+    return {{u"switchingComponents"_s, switchingComponents},
+            {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}};
+}
 }
 
 QByteArray routesToText(const RouteReport &report, const Colour &colour)
@@ -97,33 +106,29 @@ QByteArray routesToText(const RouteReport &report, const Colour &colour)
     return text + countText(report.paths).toUtf8() + (report.areThereMore ? "; there are more\n" : "\n");
 }
 
-QByteArray routesToJson(const RouteReport &report)
+void routesToJson(const RouteReport &report, QIODevice &device)
 {
-    QJsonArray routes;
-    for (const auto &path : report.paths) {
-        QJsonArray switchingComponents;
-        for (const auto &component : path.switchingComponents)
-            switchingComponents.append(componentToJson(*component));
-        routes.append(
-            QJsonObject{{u"switchingComponents"_s, switchingComponents},
-                        {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}});
-    }
-    QJsonObject members{{u"routes"_s, routes}};
+    QJsonObject members;
     if (report.areThereMore)
         members.insert(u"more"_s, true);
-    return jsonDocument(members);
+    if (report.reason)
+        members.insert(u"reason"_s, reasonToJson(report));
+    writeJson(device, members, u"routes"_s, report.paths.size(),
+              [&report](qsizetype i) { return routeToJson(report, report.paths.at(i)); });
 }
 
-QByteArray routesToCsv(const RouteReport &report)
+void routesToCsv(const RouteReport &report, CsvReader reader, QIODevice &device)
 {
-    Table table{
-        {u"route"_s, u"switches"_s, u"source"_s, u"switching components"_s, u"dut"_s, u"additional connections"_s}, {}};
-    for (const auto &path : report.paths) {
-        table.rows.append({QString::number(table.rows.size() + 1), QString::number(path.switchingComponents.size()),
-                           endText(report, report.source), refsOf(path.switchingComponents).join(u' '),
-                           endText(report, report.destination),
-                           pinTexts(report.pinNames, path.additionalNodes).join(u' ')});
+    CsvWriter csv(device, reader);
+    csv.write(
+        {u"route"_s, u"switches"_s, u"source"_s, u"switching components"_s, u"dut"_s, u"additional connections"_s});
+    const QString source = endText(report, report.source);
+    const QString destination = endText(report, report.destination);
+    for (qsizetype i = 0; i < report.paths.size(); ++i) {
+        const RoutingPath &path = report.paths.at(i);
+        csv.write({QString::number(i + 1), QString::number(path.switchingComponents.size()), source,
+                   refsOf(path.switchingComponents).join(u' '), destination,
+                   pinTexts(report.pinNames, path.additionalNodes).join(u' ')});
     }
-    return toCsv(table);
 }
 }

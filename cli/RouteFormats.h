@@ -2,12 +2,16 @@
 #define VELK_CLI_ROUTEFORMATS_H
 
 #include "cli/Colour.h"
+#include "cli/CsvWriter.h"
 #include "cli/Netlist.h"
+#include "cli/NoRouteReason.h"
 
 #include <velk/model/EDAProvider.h>
 #include <velk/routing/RoutingPath.h>
 
 #include <QByteArray>
+
+#include <optional>
 
 namespace VelkCli {
 
@@ -25,6 +29,8 @@ struct RouteReport
     QStringList interfaceTypes; ///< of the components whose pins are additional nodes
     int maxSwitches;
     int maxConnections;
+    QStringList switchableTypes = {};
+    std::optional<NoRouteReason> reason = std::nullopt; ///< where there are no paths
 };
 
 /// "1 switch"
@@ -34,11 +40,11 @@ QString switchCount(qsizetype count);
 QByteArray routesToText(const RouteReport &report, const Colour &colour);
 
 /// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and besides
-/// "more": true if there are more
-QByteArray routesToJson(const RouteReport &report);
+/// "more": true if there are more, and "reason" if there is none
+void routesToJson(const RouteReport &report, QIODevice &device);
 
 /// A row for each route; cells that list several things separate them with blanks.
-QByteArray routesToCsv(const RouteReport &report);
+void routesToCsv(const RouteReport &report, CsvReader reader, QIODevice &device);
 }
 
 #endif

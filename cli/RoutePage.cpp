@@ -1,6 +1,7 @@
 #include "cli/RoutePage.h"
 
 #include "cli/Json.h"
+#include "cli/NoRouteText.h"
 #include "cli/RouteTracing.h"
 
 #include <QCryptographicHash>
@@ -50,40 +51,50 @@ public:
     {
     }
 
-    QJsonObject toJson()
+    // A data element ends at "</script" and knows no escapes but those of JSON.
+    QByteArray toText()
     {
         QJsonObject members{
             {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
             {u"limits"_s, QJsonObject{{u"switches"_s, report.maxSwitches}, {u"connections"_s, report.maxConnections}}},
             {u"source"_s, end(*report.source)},
             {u"destination"_s, end(*report.destination)},
-            {u"routes"_s, routesToJson()},
         };
+        const QByteArray routes = routesToText(); // they fill the tables
         if (report.areThereMore)
             members.insert(u"more"_s, true);
+        if (report.reason)
+            members.insert(u"reason"_s, QJsonArray::fromStringList(reasonTexts(report)));
         members.insert(u"components"_s, components.rows);
         members.insert(u"nets"_s, nets.rows);
         members.insert(u"crossings"_s, crossings.rows);
         members.insert(u"connections"_s, connections.rows);
-        return members;
+        const QByteArray text = QJsonDocument(members)
+                                    .toJson(QJsonDocument::Compact)
+                                    .replace('<', "\\u003c")
+                                    .replace("\u2028", "\\u2028")
+                                    .replace("\u2029", "\\u2029");
+        return text.chopped(1) + ",\"routes\":[" + routes + "]}";
     }
 
 private:
-    QJsonArray routesToJson()
+    // There may be very many routes, and all that they hold is numbers.
+    QByteArray routesToText()
     {
-        QJsonArray routes;
+        QByteArray text;
         const auto traced = tracing.traced();
         for (qsizetype i = 0; i < traced.size(); ++i) {
-            QJsonArray crossed;
+            QByteArrayList crossed;
             for (const Crossing &crossing : traced.at(i).crossings)
-                crossed.append(place(crossing));
-            QJsonArray connected;
+                crossed.append(QByteArray::number(place(crossing)));
+            QByteArrayList connected;
             for (qsizetype node = 0; node < traced.at(i).connectedNets.size(); ++node)
-                connected.append(
-                    place(*report.paths.at(i).additionalNodes.at(node), traced.at(i).connectedNets.at(node)));
-            routes.append(QJsonObject{{u"crossings"_s, crossed}, {u"connections"_s, connected}});
+                connected.append(QByteArray::number(
+                    place(*report.paths.at(i).additionalNodes.at(node), traced.at(i).connectedNets.at(node))));
+            text += i > 0 ? ",{" : "{";
+            text += "\"crossings\":[" + crossed.join(',') + "],\"connections\":[" + connected.join(',') + "]}";
         }
-        return routes;
+        return text;
     }
 
     qsizetype place(const QString &ref)
@@ -192,16 +203,6 @@ QByteArray sourceHash(const QByteArray &text)
 {
     return "'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
 }
-
-// A data element ends at "</script" and knows no escapes but those of JSON.
-QByteArray dataText(const QJsonObject &members)
-{
-    return QJsonDocument(members)
-        .toJson(QJsonDocument::Compact)
-        .replace('<', "\\u003c")
-        .replace("\u2028", "\\u2028")
-        .replace("\u2029", "\\u2029");
-}
 }
 
 QByteArray routesToPage(const RouteReport &report)
@@ -212,7 +213,7 @@ QByteArray routesToPage(const RouteReport &report)
                                              {"style-hash", sourceHash(styleText)},
                                              {"script", scriptText},
                                              {"script-hash", sourceHash(scriptText)},
-                                             {"data", dataText(PageData(report).toJson())}};
+                                             {"data", PageData(report).toText()}};
     QByteArray page;
     const auto pieces = pageFile(u"page.html"_s).split('@'); // every other one is the name of a part
     for (qsizetype i = 0; i < pieces.size(); ++i)

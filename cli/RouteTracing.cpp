@@ -1,21 +1,52 @@
 #include "cli/RouteTracing.h"
 
+#include <QBitArray>
+
 using namespace Velk;
 
 namespace VelkCli {
 
-/// A net on the way, and how it may be left.
+/// A net on the way, and which of the ways through the next component were tried: from each entry pin to each exit.
+/// They are not listed, since there are as many as pairs of its pins. An exit that leads nowhere does so from every
+/// entry.
 struct RouteTracing::Branch
 {
-    QList<Crossing> crossings;
-    qsizetype next = 0;
+    qsizetype net;
+    QString ref;
+    QStringList entries;
+    QList<PinOnNet> exits;
+    QBitArray givenUp;           ///< for each exit
     qsizetype connectedNets = 0; ///< how many of the route were known before
+    qsizetype routesBefore = 0;  ///< how many were found before
+    qsizetype entry = 0;
+    qsizetype exit = -1;
+
+    bool advance()
+    {
+        while (entry < entries.size()) {
+            if (++exit == exits.size()) {
+                ++entry;
+                exit = -1;
+            } else if (!givenUp.at(exit) && exits.at(exit).second != entries.at(entry)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    void giveUpExit() { givenUp.setBit(exit); }
+    qsizetype nextNet() const { return exits.at(exit).first; }
+    Crossing crossing() const { return {net, nextNet(), ref, entries.at(entry), exits.at(exit).second}; }
 };
 
 RouteTracing::RouteTracing(const RouteReport &routes)
     : report(routes)
     , nets(routes.netlist.getNets())
 {
+    QSet<QString> crossed;
+    for (const RoutingPath &path : report.paths) {
+        for (const auto &component : path.switchingComponents)
+            crossed.insert(component->ref);
+    }
     for (qsizetype number = 0; number < nets.size(); ++number) {
         for (const auto &node : std::as_const(nets.at(number)->nodes)) {
             const Pin pin{node->ref, node->pin};
@@ -24,11 +55,25 @@ RouteTracing::RouteTracing(const RouteReport &routes)
                 netOfPin.insert(pin, number);
             if (node->matches(report.destination->ref, report.destination->pin))
                 lastNets.insert(number);
-            pinsOfComponent[node->ref].append({number, node->pin});
+            if (crossed.contains(node->ref))
+                entryPins[{node->ref, number}].append(node->pin);
             const auto component = report.netlist.getComponentByRef(node->ref);
             if (component && report.interfaceTypes.contains(component->type(), Qt::CaseInsensitive))
                 interfacePins[number].append(pin);
         }
+    }
+    for (const QString &ref : std::as_const(crossed))
+        addExitPins(*report.netlist.getComponentByRef(ref));
+}
+
+void RouteTracing::addExitPins(const EDAComponent &component)
+{
+    auto &exits = exitPins[component.ref];
+    const auto part = report.netlist.getPartByName(component.part);
+    for (const auto &pin : std::as_const(part->pins)) {
+        const qsizetype net = netOfPin.value({component.ref, pin->number}, -1);
+        if (net >= 0)
+            exits.append({net, pin->number});
     }
 }
 
@@ -64,51 +109,48 @@ QList<TracedRoute> RouteTracing::trace(const RoutingPath &path, qsizetype count)
     TracedRoute route;
     const qsizetype first = netOf(*report.source);
     QSet<qsizetype> visited{first};
-    QList<Branch> branches{
-        {crossings(*path.switchingComponents.first(), first, {report.source->ref, report.source->pin})}};
+    QList<Branch> branches{branch(*path.switchingComponents.first(), first, {report.source->ref, report.source->pin})};
     while (!branches.isEmpty() && result.size() < count) {
-        Branch &branch = branches.last();
+        Branch &last = branches.last();
         route.crossings.resize(branches.size() - 1);
-        route.connectedNets.resize(branch.connectedNets);
-        if (branch.next == branch.crossings.size()) {
+        route.connectedNets.resize(last.connectedNets);
+        if (!last.advance()) {
+            const bool isInVain = last.routesBefore == result.size();
             branches.removeLast();
             if (!route.crossings.isEmpty())
                 visited.remove(route.crossings.last().to);
+            if (isInVain && !branches.isEmpty())
+                branches.last().giveUpExit();
             continue;
         }
-        const Crossing crossing = branch.crossings.at(branch.next++);
         const bool mustEnd = branches.size() == length;
-        if (isLast(crossing.to) != mustEnd || visited.contains(crossing.to))
+        if (isLast(last.nextNet()) != mustEnd || visited.contains(last.nextNet())) {
+            last.giveUpExit();
             continue;
+        }
+        const Crossing crossing = last.crossing();
         route.crossings.append(crossing);
         if (mustEnd) {
             if (route.connectedNets.size() == path.additionalNodes.size())
                 result.append(route);
         } else if (collect(path, crossing, route)) {
             visited.insert(crossing.to);
-            const auto &component = *path.switchingComponents.at(branches.size());
             branches.append(
-                {crossings(component, crossing.to, {crossing.ref, crossing.exitPin}), 0, route.connectedNets.size()});
+                branch(*path.switchingComponents.at(branches.size()), crossing.to, {crossing.ref, crossing.exitPin}));
+            branches.last().connectedNets = route.connectedNets.size();
+            branches.last().routesBefore = result.size();
         }
     }
     return result;
 }
 
-QList<Crossing> RouteTracing::crossings(const EDAComponent &component, qsizetype net, const Pin &arrival) const
+RouteTracing::Branch RouteTracing::branch(const EDAComponent &component, qsizetype net, const Pin &arrival) const
 {
-    QList<Crossing> result;
-    const auto part = report.netlist.getPartByName(component.part);
-    const auto pins = pinsOfComponent.value(component.ref);
-    for (const auto &[place, entry] : pins) {
-        if (place != net || arrival == Pin(component.ref, entry))
-            continue;
-        for (const auto &exit : std::as_const(part->pins)) {
-            const qsizetype exitNet = netOfPin.value({component.ref, exit->number}, -1);
-            if (exit->number != entry && exitNet >= 0)
-                result.append({net, exitNet, component.ref, entry, exit->number});
-        }
-    }
-    return result;
+    const auto exits = exitPins.value(component.ref);
+    Branch branch{net, component.ref, entryPins.value({component.ref, net}), exits, QBitArray(exits.size())};
+    if (arrival.first == component.ref)
+        branch.entries.removeAll(arrival.second);
+    return branch;
 }
 
 // False where the net that is reached has other additional nodes than come next on the path.

@@ -45,15 +45,17 @@ private:
     using Pin = std::pair<QString, QString>; ///< reference and number
     using PinOnNet = std::pair<qsizetype, QString>;
 
+    void addExitPins(const Velk::EDAComponent &component);
     QList<TracedRoute> trace(const Velk::RoutingPath &path, qsizetype count) const;
-    QList<Crossing> crossings(const Velk::EDAComponent &component, qsizetype net, const Pin &arrival) const;
+    Branch branch(const Velk::EDAComponent &component, qsizetype net, const Pin &arrival) const;
     bool collect(const Velk::RoutingPath &path, const Crossing &crossing, TracedRoute &route) const;
 
     const RouteReport &report;
     const QList<QSharedPointer<Velk::EDANet>> nets;
     QHash<Pin, qsizetype> netOfPin;
-    QHash<QString, QList<PinOnNet>> pinsOfComponent; ///< in the order of the nets and of their nodes
-    QHash<qsizetype, QList<Pin>> interfacePins;      ///< by net, in the order of its nodes
+    QHash<std::pair<QString, qsizetype>, QStringList> entryPins; ///< of crossed components on a net, in its order
+    QHash<QString, QList<PinOnNet>> exitPins;                    ///< of crossed components, in the order of their parts
+    QHash<qsizetype, QList<Pin>> interfacePins;                  ///< by net, in the order of its nodes
     QSet<qsizetype> lastNets;
 };
 }

@@ -1,7 +1,9 @@
 #include "cli/RoutesCommand.h"
 
+#include "cli/Message.h"
 #include "cli/Netlist.h"
 #include "cli/NoRouteReason.h"
+#include "cli/NoRouteText.h"
 #include "cli/Output.h"
 #include "cli/Progress.h"
 #include "cli/RouteDrawing.h"
@@ -17,6 +19,7 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace VelkCli {
@@ -28,17 +31,18 @@ constexpr int noRoutes = 1; ///< exit status
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
 
-QByteArray format(const RouteReport &report, const std::string &formatName, const Colour &colour)
+void write(const RouteReport &report, const std::string &formatName, CsvReader reader, const QString &fileName)
 {
     if (formatName == "json")
-        return routesToJson(report);
-    if (formatName == "csv")
-        return routesToCsv(report);
-    if (formatName == "dot")
-        return drawRoutes(report);
-    if (formatName == "html")
-        return routesToPage(report);
-    return routesToText(report, colour);
+        writeOutput(fileName, [&](QIODevice &device) { routesToJson(report, device); });
+    else if (formatName == "csv")
+        writeOutput(fileName, [&](QIODevice &device) { routesToCsv(report, reader, device); });
+    else if (formatName == "dot")
+        writeOutput(fileName, drawRoutes(report));
+    else if (formatName == "html")
+        writeOutput(fileName, routesToPage(report));
+    else
+        writeText(fileName, routesToText(report, Colour::forOutput(fileName)));
 }
 }
 
@@ -53,19 +57,10 @@ RoutesCommand::RoutesCommand(CLI::App &app)
         source.check();
         dut.check();
     });
-    command
-        ->add_option("--max-switches", maxSwitches,
-                     "Go on from a net that was reached over at most N switches, so that routes of up to N+1 "
-                     "are found")
-        ->type_name("N")
-        ->capture_default_str();
-    command->add_option("--max-connections", maxConnections, "Leave out routes with more side connections than N")
-        ->type_name("N")
-        ->capture_default_str();
-    command->add_option("--max-routes", maxRoutes, "Show the first N routes only; 0 shows all")
-        ->check(CLI::Range(mostRoutes).description({}))
-        ->type_name("N")
-        ->capture_default_str();
+    addNumber(*command, "--max-switches", maxSwitches,
+              "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
+    addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
+    addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes);
     netlist.addTo(*command, {"text", "json", "csv", "dot", "html"});
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
@@ -84,8 +79,9 @@ int RoutesCommand::run() const
     VelkRouting::setTraceEnabled(trace);
     if (trace)
         Progress::end();
+    const CsvReader reader = netlist.csvReader();
     const QString outputFile = toQString(netlist.outputFile);
-    refuseToOverwrite(toQStringList(netlist.files), outputFile);
+    checkFiles(toQStringList(netlist.files), outputFile);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist));
@@ -99,32 +95,38 @@ int RoutesCommand::run() const
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
     Progress::begin(QStringLiteral("searching for routes"));
-    auto paths = routing.findPaths(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
+    auto paths = routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
     const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
     if (areThereMore)
         paths.resize(maxRoutes);
-    const RouteReport report{provider,
-                             sourceEnd.node,
-                             dutEnd.node,
-                             paths,
-                             areThereMore,
-                             PinNames(provider),
-                             toQStringList(netlist.files),
-                             toQStringList(netlist.connectorTypes),
-                             toQStringList(netlist.interfaceTypes),
-                             maxSwitches,
-                             maxConnections};
-    writeOutput(outputFile, format(report, netlist.format, Colour::forOutput(outputFile)));
-    if (!paths.isEmpty())
+    RouteReport report{provider,
+                       sourceEnd.node,
+                       dutEnd.node,
+                       paths,
+                       areThereMore,
+                       PinNames(provider),
+                       shownNames(toQStringList(netlist.files)),
+                       toQStringList(netlist.connectorTypes),
+                       toQStringList(netlist.interfaceTypes),
+                       maxSwitches,
+                       maxConnections,
+                       toQStringList(netlist.switchableTypes)};
+    if (!paths.isEmpty()) {
+        write(report, netlist.format, reader, outputFile);
         return 0;
-    explainNoRoute({provider,
-                    routing,
-                    sourceEnd,
-                    dutEnd,
-                    {maxSwitches, maxConnections},
-                    toQStringList(netlist.switchableTypes),
-                    toQStringList(netlist.interfaceTypes)},
-                   report.pinNames, noRoutes);
+    }
+    const VainSearch search{provider,
+                            routing,
+                            sourceEnd,
+                            dutEnd,
+                            {maxSwitches, maxConnections},
+                            {report.switchableTypes, report.interfaceTypes, report.connectorTypes}};
+    explainNoRoute(search, noRoutes, [&](const NoRouteReason &reason) {
+        report.reason = reason;
+        write(report, netlist.format, reader, outputFile);
+        for (const QString &text : reasonTexts(report))
+            printMessage(u"velk: "_s + text);
+    });
     return noRoutes;
 }
 }

@@ -10,22 +10,6 @@ namespace VelkCli {
 
 namespace {
 
-QString csvCell(const QString &cell)
-{
-    const bool needsQuotes = std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return u"\",\r\n"_s.contains(c); });
-    if (!needsQuotes)
-        return cell;
-    return u"\"%1\""_s.arg(QString(cell).replace(u'"', u"\"\""_s));
-}
-
-QString csvLine(const QStringList &cells)
-{
-    QStringList quoted;
-    for (const QString &cell : cells)
-        quoted.append(csvCell(cell));
-    return quoted.join(u',') + u'\n';
-}
-
 // Longer cells stand out: one name of a megabyte must not make every row a megabyte long.
 constexpr qsizetype widestColumn = 100;
 
@@ -61,14 +45,6 @@ QByteArray toText(const Table &table, const Colour &colour)
         text +=
             colour.paint(Colour::Role::Reference, rowText.left(nameSize)) + printable(rowText.mid(nameSize)) + u'\n';
     }
-    return text.toUtf8();
-}
-
-QByteArray toCsv(const Table &table)
-{
-    QString text = csvLine(table.heading);
-    for (const auto &row : table.rows)
-        text += csvLine(row);
     return text.toUtf8();
 }
 }

@@ -19,10 +19,6 @@ struct Table
 /// Columns padded with blanks, for eyes; not for cells of more than 100 characters. The first column holds references
 /// or other names.
 QByteArray toText(const Table &table, const Colour &colour = Colour());
-
-/// RFC 4180, in UTF-8 with a line feed after each row: a cell with a comma, a quote or a line break is
-/// quoted.
-QByteArray toCsv(const Table &table);
 }
 
 #endif

@@ -8,11 +8,21 @@
 
 namespace VelkCli {
 
-bool isTerminal(std::FILE *stream)
+bool isTerminal(int descriptor)
+{
+#ifdef Q_OS_UNIX
+    return isatty(descriptor) != 0;
+#else
+    Q_UNUSED(descriptor)
+    return false;
+#endif
+}
+
+bool takesControlSequences(std::FILE *stream)
 {
 #ifdef Q_OS_UNIX
     const QByteArray kind = qgetenv("TERM");
-    return isatty(fileno(stream)) != 0 && !kind.isEmpty() && kind != "dumb";
+    return isTerminal(fileno(stream)) && !kind.isEmpty() && kind != "dumb";
 #else
     Q_UNUSED(stream)
     return false;

@@ -5,8 +5,11 @@
 
 namespace VelkCli {
 
+/// Whether what is written to the file of this descriptor appears on a terminal.
+bool isTerminal(int descriptor);
+
 /// Whether the stream goes to a terminal that understands control sequences.
-bool isTerminal(std::FILE *stream);
+bool takesControlSequences(std::FILE *stream);
 }
 
 #endif

@@ -11,14 +11,20 @@ namespace VelkCli {
 
 namespace {
 
-QStringList existingTypes(const EDAProvider &provider)
+QMap<QString, int> countsByType(const EDAProvider &provider)
 {
-    QMap<QString, bool> types;
+    QMap<QString, int> counts;
     const auto components = provider.getComponents();
     for (const auto &component : components)
-        types.insert(component->type(), true);
-    types.remove(QString());
-    return types.keys();
+        ++counts[component->type()];
+    return counts;
+}
+
+/// An unset variable, mostly. To the search it is the type of what has none.
+QString emptyTypeWarning(const QString &option, int withoutType)
+{
+    return u"%1 '': means the components without CompType, of which there are %2"_s.arg(option,
+                                                                                        QString::number(withoutType));
 }
 }
 
@@ -26,14 +32,18 @@ QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &opti
                          const std::vector<std::string> &dutTypes)
 {
     const NetlistOptions defaults;
-    const QStringList existing = existingTypes(provider);
+    auto counts = countsByType(provider);
+    const int withoutType = counts.take(QString());
+    const QStringList existing = counts.keys();
     QStringList warnings;
     const auto check = [&](const QString &option, const std::vector<std::string> &types,
                            const std::vector<std::string> &defaultTypes) {
         if (types == defaultTypes)
             return;
         for (const QString &type : toQStringList(types)) {
-            if (!existing.contains(type, Qt::CaseInsensitive))
+            if (type.isEmpty())
+                warnings.append(emptyTypeWarning(option, withoutType));
+            else if (!existing.contains(type, Qt::CaseInsensitive))
                 warnings.append(u"%1 %2: no component has this CompType; there are %3"_s.arg(
                     option, type, enumeration(nearestFirst(type, existing))));
         }

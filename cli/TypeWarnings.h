@@ -7,8 +7,9 @@
 
 namespace VelkCli {
 
-/// A line for each type that the arguments name and no component has, with the types that there are. The defaults need
-/// not occur. \a dutTypes are those of the option --dut-type, where there is one.
+/// A line for each type that the arguments name and no component has, with the types that there are, and for an empty
+/// one, with what it means. The defaults need not occur. \a dutTypes are those of the option --dut-type, where there is
+/// one.
 QStringList typeWarnings(const Velk::EDAProvider &provider, const NetlistOptions &options,
                          const std::vector<std::string> &dutTypes = {});
 }

@@ -73,4 +73,12 @@ if(VELK_BUILD_CLI)
         INSTALL_RPATH "${velk_command_rpath}"
         INSTALL_RPATH_USE_LINK_PATH ON)
     install(TARGETS velk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+
+    # As in the source folder, so that the commands of the documents work there too.
+    set(velk_docdir ${CMAKE_INSTALL_DATADIR}/doc/velk)
+    install(FILES README.md CHANGELOG.md DESTINATION ${velk_docdir} COMPONENT command)
+    install(DIRECTORY docs DESTINATION ${velk_docdir} COMPONENT command
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.png" PATTERN site EXCLUDE)
+    install(DIRECTORY examples DESTINATION ${velk_docdir} COMPONENT command
+        FILES_MATCHING PATTERN "*.net" PATTERN "*.kicad_*" PATTERN "*.cpp" PATTERN CMakeLists.txt)
 endif()

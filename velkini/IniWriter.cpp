@@ -61,13 +61,18 @@ IniWriter::IniWriter(QIODevice *output)
 {
 }
 
-IniWriter::~IniWriter() = default;
+IniWriter::~IniWriter()
+{
+    close();
+}
 
 bool IniWriter::open()
 {
     if (device->isOpen())
         return device->isWritable();
-    openedDevice = device->open(QIODevice::WriteOnly | QIODevice::Text);
+    // Not every device truncates when it is opened for writing: a QBuffer does not.
+    openedDevice = device->open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Truncate);
+    atStart = true;
     return openedDevice;
 }
 
@@ -95,6 +100,11 @@ void IniWriter::close()
     if (openedDevice)
         device->close();
     openedDevice = false;
+}
+
+QString IniWriter::version()
+{
+    return QStringLiteral(VELKINI_VERSION);
 }
 
 void IniWriter::writeLine(const QString &line)

@@ -27,12 +27,14 @@ class VELKINI_EXPORT IniWriter
 public:
     /// \a output stays the caller's and must outlive the writer.
     explicit IniWriter(QIODevice *output);
+    /// As close(), so that an exception leaves no device open either. So leave closing to the writer.
     ~IniWriter();
     IniWriter(const IniWriter &) = delete;
     IniWriter &operator=(const IniWriter &) = delete;
 
-    /// Opens the device write-only in text mode unless it is open for writing already. False if it cannot be
-    /// written to; what is written all the same is lost.
+    /// Opens the device write-only in text mode, without what it held before, unless it is open already: then the text
+    /// is appended. False if it cannot be written to; what is written all the same is lost. Open a QSaveFile yourself,
+    /// since it cannot be closed.
     bool open();
 
     /// Begins a section. Each item of \a comments becomes a comment line before it.
@@ -44,6 +46,9 @@ public:
 
     /// Closes the device if open() has opened it.
     void close();
+
+    /// The version of this library at run time: "1.0.0".
+    static QString version();
 
 private:
     VELKINI_NO_EXPORT void writeLine(const QString &line);

@@ -143,15 +143,17 @@ private:
     void meetConnectors(const QString &pin, const QList<Contact> &atPin, Meetings &meetings);
     void addOtherTypes(const QString &identifier, const PinUses &uses, const QString &effect);
     void findDifferentPins();
-    QStringList pinsWithoutCounterpart(int connector, const QHash<QString, int> &componentsWithPin) const;
+    QHash<QString, int> countPins(const QList<int> &components, const QList<int> &connectors);
+    QStringList wiredPins(int connector) const;
+    const QSet<QString> &pinNumbersOf(const QString &part);
     QStringList netNames(const std::set<int> &numbers) const;
-    QSet<QString> pinNumbersOf(int component) const;
 
     const CheckedSystem &system;
     DisjointSets pluggedNets;                         ///< those that connectors with Identifiers join
     QMap<QString, QList<int>> connectorsByIdentifier; ///< also the empty one
     QMap<QString, QList<int>> othersByIdentifier;     ///< of those only that connectors have; never the empty one
     QMap<Pin, QList<Contact>> contacts;               ///< of the components with these Identifiers and the empty one
+    QHash<QString, QSet<QString>> pinNumbers;         ///< of the parts that were looked up
     QList<Finding> findings;
 };
 
@@ -201,7 +203,7 @@ void ConnectorChecks::findMissingIdentifiers()
     const auto connectors = connectorsByIdentifier.value({});
     for (const int connector : connectors) {
         const QString &ref = system.component(connector).ref;
-        findings.append({FindingCode::IdentifierMissing, u"%1: a connector without Identifier"_s.arg(ref), {ref}});
+        findings.append({FindingCode::IdentifierMissing, {ref}, u"a connector without Identifier"_s, {ref}});
     }
 }
 
@@ -234,10 +236,8 @@ void ConnectorChecks::addJoin(const QString &pin, const QList<Contact> &inOneNet
         return;
     const QStringList refs = system.refsOf(components);
     const QStringList names = netNames(nets);
-    findings.append(
-        {FindingCode::JoinedByEmptyIdentifier,
-         u"%1: joined, since %2 have no Identifier, but all a pin '%3'"_s.arg(listed(names), listed(refs), pin), refs,
-         names});
+    findings.append({FindingCode::JoinedByEmptyIdentifier, names,
+                     u"joined, since %1 have no Identifier, but all a pin '%2'"_s.arg(listed(refs), pin), refs, names});
 }
 
 void ConnectorChecks::findSingleIdentifiers()
@@ -246,9 +246,8 @@ void ConnectorChecks::findSingleIdentifiers()
         if (it.key().isEmpty() || it.value().size() > 1 || othersByIdentifier.contains(it.key()))
             continue;
         const QString &ref = system.component(it.value().first()).ref;
-        findings.append({FindingCode::IdentifierOnce,
-                         u"%1: no other component has its Identifier '%2'"_s.arg(ref, it.key()),
-                         {ref}});
+        findings.append(
+            {FindingCode::IdentifierOnce, {ref}, u"no other component has its Identifier '%1'"_s.arg(it.key()), {ref}});
     }
 }
 
@@ -281,9 +280,9 @@ void ConnectorChecks::addRepetition(const QString &identifier, const PinUses &us
     if (uses.components.size() < 2) // one with a pin on two nets
         return;
     const QStringList refs = system.refsOf({uses.components.cbegin(), uses.components.cend()});
-    findings.append({FindingCode::IdentifierTwice,
-                     u"%1: have the Identifier '%2' on one board, which joins their nets at %3"_s.arg(
-                         listed(refs), identifier, listedPins(uses.pins)),
+    findings.append({FindingCode::IdentifierTwice, refs,
+                     u"have the Identifier '%1' on one board, which joins their nets at %2"_s.arg(
+                         identifier, listedPins(uses.pins)),
                      refs});
 }
 
@@ -335,9 +334,9 @@ void ConnectorChecks::addOtherTypes(const QString &identifier, const PinUses &us
         return;
     const QStringList refs = system.refsOf({uses.components.cbegin(), uses.components.cend()});
     const QStringList connectors = system.refsOf(connectorsByIdentifier.value(identifier));
-    findings.append({FindingCode::IdentifierOnOtherType,
-                     u"%1: of no connector type, but with the Identifier '%2' of %3, %4"_s.arg(
-                         listed(refs), identifier, listed(connectors), effect.arg(listedPins(uses.pins))),
+    findings.append({FindingCode::IdentifierOnOtherType, refs,
+                     u"of no connector type, but with the Identifier '%1' of %2, %3"_s.arg(
+                         identifier, listed(connectors), effect.arg(listedPins(uses.pins))),
                      refs + connectors});
 }
 
@@ -347,33 +346,69 @@ void ConnectorChecks::findDifferentPins()
         const QList<int> all = it.value() + othersByIdentifier.value(it.key());
         if (it.key().isEmpty() || all.size() < 2)
             continue;
-        QHash<QString, int> componentsWithPin;
-        for (const int component : all) {
-            const auto numbers = pinNumbersOf(component);
-            for (const QString &number : numbers)
-                ++componentsWithPin[number];
-        }
+        const QHash<QString, int> componentsWithPin = countPins(all, it.value());
         for (const int connector : it.value()) {
-            const QStringList pins = pinsWithoutCounterpart(connector, componentsWithPin);
+            QStringList pins = wiredPins(connector);
+            pins.removeIf([&](const QString &pin) { return componentsWithPin.value(pin) != 1; });
             const QString &ref = system.component(connector).ref;
             if (!pins.isEmpty())
-                findings.append(
-                    {FindingCode::ConnectorPinsDiffer,
-                     u"%1: nothing else with the Identifier '%2' has its %3"_s.arg(ref, it.key(), listedPins(pins)),
-                     {ref}});
+                findings.append({FindingCode::ConnectorPinsDiffer,
+                                 {ref},
+                                 u"nothing else with the Identifier '%1' has its %2"_s.arg(it.key(), listedPins(pins)),
+                                 {ref}});
         }
     }
 }
 
-/// Of those only that are wired.
-QStringList ConnectorChecks::pinsWithoutCounterpart(int connector, const QHash<QString, int> &componentsWithPin) const
+/// How many of the components have each pin that is wired at one of the connectors. Part by part, and by the smaller
+/// of two sets: thousands of connectors may have a part of thousands of pins.
+QHash<QString, int> ConnectorChecks::countPins(const QList<int> &components, const QList<int> &connectors)
+{
+    QHash<QString, int> counts;
+    for (const int connector : connectors) {
+        const QStringList pins = wiredPins(connector);
+        for (const QString &pin : pins)
+            counts.insert(pin, 0);
+    }
+    const QStringList wired = counts.keys();
+    QHash<QString, int> componentsOfPart;
+    for (const int component : components)
+        ++componentsOfPart[system.component(component).part];
+    for (auto part = componentsOfPart.cbegin(); part != componentsOfPart.cend(); ++part) {
+        const auto &numbers = pinNumbersOf(part.key());
+        const auto count = [&](const QString &pin) {
+            const auto counted = counts.find(pin);
+            if (counted != counts.end() && numbers.contains(pin))
+                *counted += part.value();
+        };
+        if (wired.size() < numbers.size())
+            std::for_each(wired.cbegin(), wired.cend(), count);
+        else
+            std::for_each(numbers.cbegin(), numbers.cend(), count);
+    }
+    return counts;
+}
+
+QStringList ConnectorChecks::wiredPins(int connector) const
 {
     QStringList pins;
     for (const auto &node : system.nodesOf(connector)) {
-        if (componentsWithPin.value(node.pin) == 1 && system.net(node.net).nodes.size() > 1)
+        if (system.net(node.net).nodes.size() > 1)
             pins.append(node.pin);
     }
     return pins;
+}
+
+const QSet<QString> &ConnectorChecks::pinNumbersOf(const QString &part)
+{
+    const auto known = pinNumbers.constFind(part);
+    if (known != pinNumbers.cend())
+        return *known;
+    QSet<QString> numbers;
+    const auto pins = system.netlists().getPartByName(part)->pins;
+    for (const auto &pin : pins)
+        numbers.insert(pin->number);
+    return *pinNumbers.insert(part, numbers);
 }
 
 QStringList ConnectorChecks::netNames(const std::set<int> &numbers) const
@@ -382,15 +417,6 @@ QStringList ConnectorChecks::netNames(const std::set<int> &numbers) const
     for (const int number : numbers)
         names.append(system.net(number).name);
     return names;
-}
-
-QSet<QString> ConnectorChecks::pinNumbersOf(int component) const
-{
-    QSet<QString> numbers;
-    const auto part = system.netlists().getPartByName(system.component(component).part);
-    for (const auto &pin : std::as_const(part->pins))
-        numbers.insert(pin->number);
-    return numbers;
 }
 }
 

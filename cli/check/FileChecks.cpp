@@ -9,6 +9,7 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace Velk;
 
 namespace VelkCli {
 
@@ -42,12 +43,58 @@ Finding repetition(const QStringList &files, const QList<int> &numbers)
         places.append(u"#%1"_s.arg(number));
     }
     names.removeDuplicates();
-    return {FindingCode::SameNetlistTwice,
-            u"%1: the same netlist given as %2"_s.arg(listed(names), listed(places)),
-            {},
-            {},
-            numbers};
+    return {FindingCode::SameNetlistTwice, names, u"the same netlist given as "_s + listed(places), {}, {}, numbers};
 }
+
+QString effectOf(const KiCadRepetition &repetition)
+{
+    const QString count = QString::number(repetition.count);
+    switch (repetition.kind) {
+    case KiCadRepetition::Kind::List:
+        return u"has %1 lists '%2', and the first one holds"_s.arg(count, repetition.name);
+    case KiCadRepetition::Kind::Part:
+        return u"has %1 parts '%2' with different pins, and the last one holds"_s.arg(count, repetition.name);
+    case KiCadRepetition::Kind::Component:
+        return (repetition.isMerged ? u"%1 components have this reference, taken as one"_s
+                                    : u"%1 components have this reference, and the last one holds"_s)
+            .arg(count);
+    case KiCadRepetition::Kind::Net:
+        return u"%1 nets have this name, and the last one holds"_s.arg(count);
+    }
+    return {};
+}
+
+Finding findingOf(const KiCadRepetition &repetition, const QString &file, int number)
+{
+    const QStringList numbered{u"%1#%2"_s.arg(repetition.name, QString::number(number))};
+    switch (repetition.kind) {
+    case KiCadRepetition::Kind::Component:
+        return {FindingCode::ListedTwice, numbered, effectOf(repetition), numbered};
+    case KiCadRepetition::Kind::Net:
+        return {FindingCode::ListedTwice, numbered, effectOf(repetition), {}, numbered};
+    default:
+        return {FindingCode::ListedTwice, {file}, effectOf(repetition), {}, {}, {number}};
+    }
+}
+
+/// Whether some of it is lost, or what was meant for several components is one.
+bool isWorthTelling(const KiCadRepetition &repetition)
+{
+    return !repetition.isMerged || repetition.kind == KiCadRepetition::Kind::Component;
+}
+}
+
+QList<Finding> repetitionFindings(const QStringList &files, const Netlists &netlists)
+{
+    QList<Finding> findings;
+    for (int i = 0; i < files.size(); ++i) {
+        const auto repetitions = netlists[static_cast<std::size_t>(i)]->repetitions();
+        for (const KiCadRepetition &repetition : repetitions) {
+            if (isWorthTelling(repetition))
+                findings.append(findingOf(repetition, files.at(i), i + 1));
+        }
+    }
+    return findings;
 }
 
 QList<Finding> fileFindings(const QStringList &files)

@@ -9,6 +9,9 @@ const std::vector<FindingKind> &findingKinds()
     static const std::vector<FindingKind> kinds{
         {FindingCode::SameNetlistTwice, "same-netlist-twice",
          "Give each netlist once; its connectors are plugged into those of its copy, which hides other findings."},
+        {FindingCode::ListedTwice, "listed-twice",
+         "Give every component a reference and every part a name of its own; --tolerant takes nets of one name for "
+         "one."},
         {FindingCode::JoinedByEmptyIdentifier, "joined-by-empty-identifier",
          "Give every connector an Identifier; components without one count as the same connector."},
         {FindingCode::IdentifierMissing, "identifier-missing",
@@ -20,6 +23,12 @@ const std::vector<FindingKind> &findingKinds()
         {FindingCode::NodeOnTwoNets, "node-on-two-nets",
          "Give every component a reference and every pin a number of its own; a connector joins such nets, and a route "
          "that arrives at another pin goes on from the first net only."},
+        {FindingCode::ConnectorPinsSwapped, "connector-pins-swapped",
+         "Look at the pins of both connectors; nets of one name meet at most others, but at these each meets "
+         "another's."},
+        {FindingCode::PolesOrCoil, "poles-or-coil",
+         "Draw each pole as a component of its own, and the coil as one with another CompType or none; routes cross a "
+         "component from any pin to any other."},
         {FindingCode::IdentifierOnce, "identifier-once",
          "Give all boards of the system, and both connectors the same Identifier; nothing is plugged in here."},
         {FindingCode::ConnectorPinsDiffer, "connector-pins-differ",
@@ -43,7 +52,8 @@ const std::vector<FindingKind> &findingKinds()
         {FindingCode::BenchWithoutDut, "bench-without-dut",
          "Number the benches without gaps from 1 on; each number left out makes an empty bench, and too many no file."},
         {FindingCode::PinAloneOnNet, "pin-alone-on-net",
-         "Draw the pin's wire, or give its label to what it should meet; ignore the code where pins stay free."},
+         "Draw the pin's wire, or give its label to what it should meet."},
+        {FindingCode::PinNotWired, "pin-not-wired", "Draw the pin's wire; ignore the code where pins stay free."},
     };
     return kinds;
 }
@@ -59,6 +69,36 @@ std::vector<std::string> findingNames()
 const FindingKind &kindOf(FindingCode code)
 {
     return findingKinds().at(static_cast<std::size_t>(code));
+}
+
+QList<Finding> findingsOfEach(FindingCode code, const QStringList &refs, const QString &text, int group)
+{
+    QList<Finding> findings;
+    for (const QString &ref : refs)
+        findings.append({code, {ref}, text, {ref}, {}, {}, group});
+    return findings;
+}
+
+QString messageOf(const Finding &finding)
+{
+    return u"%1: %2"_s.arg(listed(finding.places), finding.text);
+}
+
+QList<Finding> gathered(const QList<Finding> &findings)
+{
+    QList<Finding> result;
+    for (const Finding &finding : findings) {
+        const bool isOfGroup = finding.group != 0 && !result.isEmpty() && result.last().group == finding.group &&
+                               result.last().code == finding.code;
+        if (!isOfGroup) {
+            result.append(finding);
+            continue;
+        }
+        result.last().places += finding.places;
+        result.last().refs += finding.refs;
+        result.last().nets += finding.nets;
+    }
+    return result;
 }
 
 QString listed(const QStringList &names)

@@ -18,11 +18,10 @@ QString countOf(qsizetype count, const QString &noun)
     return u"%1 %2%3"_s.arg(QString::number(count), noun, count == 1 ? QString() : u"s"_s);
 }
 
-/// "PLACE: TEXT" as a line.
-QString messageText(const QString &message, const Colour &colour)
+QString messageLine(const Finding &finding, const Colour &colour)
 {
-    const qsizetype end = message.indexOf(u": "_s);
-    return u"  "_s + colour.paint(Colour::Role::Reference, message.left(end)) + printable(message.mid(end)) + u'\n';
+    const QString places = colour.paint(Colour::Role::Reference, listed(finding.places));
+    return u"  "_s + places + u": "_s + printable(finding.text) + u'\n';
 }
 
 /// The files that a finding is about, or whose components and nets, in their order.
@@ -51,7 +50,7 @@ QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour
                                   countOf(count, u"finding"_s));
         const qsizetype shown = showsAll || count <= most + 1 ? count : most;
         for (qsizetype i = 0; i < shown; ++i)
-            text += messageText((first + i)->message, colour);
+            text += messageLine(*(first + i), colour);
         if (shown < count)
             text += u"  and %1 more; --all shows them\n"_s.arg(count - shown);
         text += u"  > %1\n\n"_s.arg(QLatin1String(kind.advice));
@@ -68,7 +67,7 @@ QByteArray findingsToJson(const CheckReport &report)
     QJsonArray findings;
     for (const Finding &finding : report.findings) {
         findings.append(QJsonObject{{u"code"_s, QLatin1String(kindOf(finding.code).name)},
-                                    {u"message"_s, finding.message},
+                                    {u"message"_s, messageOf(finding)},
                                     {u"components"_s, QJsonArray::fromStringList(finding.refs)},
                                     {u"nets"_s, QJsonArray::fromStringList(finding.nets)},
                                     {u"netlists"_s, filesOf(finding, report.files)},

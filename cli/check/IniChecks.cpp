@@ -27,7 +27,7 @@ QList<Finding> missingProperties(FindingCode code, const EDAComponent &component
     for (const QString &key : keys) {
         if (component.property(key).isEmpty())
             findings.append(
-                {code, u"%1: has no %2, which stays empty in its entries"_s.arg(component.ref, key), {component.ref}});
+                {code, {component.ref}, u"has no %1, which stays empty in its entries"_s.arg(key), {component.ref}});
     }
     return findings;
 }
@@ -65,20 +65,21 @@ QList<Finding> benchFindings(const Components &duts)
     for (const auto &dut : duts) {
         const int bench = dut->bench().toInt();
         if (bench > mostBenches)
-            findings.append(
-                {FindingCode::BenchWithoutDut,
-                 u"%1: on Bench %2, for which velk ini writes no file: there may be %3 benches at most"_s.arg(
-                     dut->ref, QString::number(bench), QString::number(mostBenches)),
-                 {dut->ref}});
+            findings.append({FindingCode::BenchWithoutDut,
+                             {dut->ref},
+                             u"on Bench %1, for which velk ini writes no file: there may be %2 benches at most"_s.arg(
+                                 QString::number(bench), QString::number(mostBenches)),
+                             {dut->ref}});
         else if (bench > 0)
             refOfBench.insert(bench, dut->ref);
     }
     const QStringList gaps = gapsBefore(refOfBench.keys());
     if (!gaps.isEmpty())
-        findings.append({FindingCode::BenchWithoutDut,
-                         u"%1: the highest Bench is %2, but no DUT is on %3"_s.arg(
-                             refOfBench.last(), QString::number(refOfBench.lastKey()), listed(gaps)),
-                         {refOfBench.last()}});
+        findings.append(
+            {FindingCode::BenchWithoutDut,
+             {refOfBench.last()},
+             u"the highest Bench is %1, but no DUT is on %2"_s.arg(QString::number(refOfBench.lastKey()), listed(gaps)),
+             {refOfBench.last()}});
     return findings;
 }
 
@@ -145,9 +146,8 @@ public:
             QStringList keys;
             for (const QByteArray &key : it.value())
                 keys.append(u"'%1'"_s.arg(QString::fromUtf8(key)));
-            result.append(
-                {FindingCode::DuplicateIniKey,
-                 u"%1: more than one entry in a channel table for %2"_s.arg(owners.join(u", "_s), listed(keys)), refs});
+            result.append({FindingCode::DuplicateIniKey, owners,
+                           u"more than one entry in a channel table for "_s + listed(keys), refs});
         }
         return result;
     }
@@ -212,7 +212,8 @@ QList<Finding> dutFindings(const EDAComponent &dut)
     QList<Finding> findings;
     if (dut.bench().toInt() < 1)
         findings.append({FindingCode::DutWithoutBench,
-                         u"%1: a DUT on no bench (Bench=%2), so it is written nowhere"_s.arg(dut.ref, dut.bench()),
+                         {dut.ref},
+                         u"a DUT on no bench (Bench=%1), so it is written nowhere"_s.arg(dut.bench()),
                          {dut.ref}});
     return findings +
            missingProperties(FindingCode::DutWithoutName, dut, {EDAComponent::GROUP, EDAComponent::IDENTIFER});

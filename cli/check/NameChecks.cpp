@@ -45,6 +45,8 @@ private:
     Uses valuesOf(const QString &key) const;
     void addSpellings(const QString &key, const Uses &uses);
     void add(const QString &what, const QString &name, const QString &known, const QList<int> &components);
+    void addAlike(const QString &what, const QStringList &names, const Uses &uses);
+    void addForEach(const QList<int> &components, const QString &text);
 
     /// Those that mean something to Velk.
     const QStringList readKeys{EDAComponent::TYPE,   EDAComponent::IDENTIFER,     EDAComponent::BENCH,
@@ -52,13 +54,29 @@ private:
                                EDAComponent::GROUP};
     const CheckedSystem &system;
     QList<Finding> findings;
+    int groups = 0;
 };
 
 void NameChecks::add(const QString &what, const QString &name, const QString &known, const QList<int> &components)
 {
-    const QStringList refs = system.refsOf(components);
+    addForEach(components, u"the %1 '%2' is nearly '%3'"_s.arg(what, name, known));
+}
+
+void NameChecks::addAlike(const QString &what, const QStringList &names, const Uses &uses)
+{
+    QStringList quoted;
+    QStringList refs;
+    for (const QString &name : names) {
+        quoted.append(u"'%1'"_s.arg(name));
+        refs += system.refsOf(uses[name]);
+    }
     findings.append(
-        {FindingCode::SimilarNames, u"%1: the %2 '%3' is nearly '%4'"_s.arg(listed(refs), what, name, known), refs});
+        {FindingCode::SimilarNames, refs, u"their %1 is nearly the same: %2"_s.arg(what, listed(quoted)), refs});
+}
+
+void NameChecks::addForEach(const QList<int> &components, const QString &text)
+{
+    findings += findingsOfEach(FindingCode::SimilarNames, system.refsOf(components), text, ++groups);
 }
 
 /// Only where a component lacks the one that is meant. "Channels" may be how many there are.
@@ -91,9 +109,7 @@ void NameChecks::findBlanks(const QString &key)
     for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
         if (use.key() == use.key().trimmed())
             continue;
-        const QStringList refs = system.refsOf(use.value());
-        findings.append({FindingCode::SimilarNames,
-                         u"%1: the %2 '%3' begins or ends with a blank"_s.arg(listed(refs), key, use.key()), refs});
+        addForEach(use.value(), u"the %1 '%2' begins or ends with a blank"_s.arg(key, use.key()));
     }
 }
 
@@ -146,7 +162,7 @@ void NameChecks::findIdentifiers()
         const int a = uses[single.at(first)].first();
         const int b = uses[single.at(second)].first();
         if (netlistOf(system.component(a).ref) != netlistOf(system.component(b).ref))
-            add(EDAComponent::IDENTIFER, single.at(first), single.at(second), {a, b});
+            addAlike(EDAComponent::IDENTIFER, {single.at(first), single.at(second)}, uses);
     }
 }
 
@@ -161,7 +177,8 @@ Uses NameChecks::valuesOf(const QString &key) const
     return uses;
 }
 
-/// Names with one plain name: all but the commonest of them. Blanks at the ends are found already.
+/// Names with one plain name: the commonest is right, of several as common nobody knows which. Blanks at the ends are
+/// found already.
 void NameChecks::addSpellings(const QString &key, const Uses &uses)
 {
     QMap<QString, QStringList> spellings;
@@ -170,13 +187,17 @@ void NameChecks::addSpellings(const QString &key, const Uses &uses)
             spellings[plainName(use.key())].append(use.key());
     }
     for (const QStringList &names : std::as_const(spellings)) {
-        const QString common = *std::max_element(names.cbegin(), names.cend(), [&](const auto &a, const auto &b) {
-            return uses[a].size() < uses[b].size();
-        });
+        const auto isRarer = [&](const auto &a, const auto &b) { return uses[a].size() < uses[b].size(); };
+        const QString common = *std::max_element(names.cbegin(), names.cend(), isRarer);
+        QStringList commonest;
         for (const QString &name : names) {
-            if (name != common)
+            if (isRarer(name, common))
                 add(key, name, common, uses[name]);
+            else
+                commonest.append(name);
         }
+        if (commonest.size() > 1)
+            addAlike(key, commonest, uses);
     }
 }
 }

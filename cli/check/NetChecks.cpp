@@ -1,6 +1,7 @@
 #include "cli/check/NetChecks.h"
 
 #include <QMap>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -24,9 +25,10 @@ QList<Finding> componentsWithoutType(const CheckedSystem &system)
             refsByPart[system.component(i).part].append(system.component(i).ref);
     }
     QList<Finding> findings;
+    int group = 0;
     for (auto it = refsByPart.cbegin(); it != refsByPart.cend(); ++it)
-        findings.append(
-            {FindingCode::NoType, u"%1: no CompType (part '%2')"_s.arg(listed(it.value()), it.key()), it.value()});
+        findings +=
+            findingsOfEach(FindingCode::NoType, it.value(), u"no CompType (part '%1')"_s.arg(it.key()), ++group);
     return findings;
 }
 
@@ -40,50 +42,76 @@ QList<Finding> unpopulated(const CheckedSystem &system)
         if (isMarked && (system.types().isSwitchable(*component) || system.types().isConnector(*component)))
             refs.append(component->ref);
     }
-    if (refs.isEmpty())
-        return {};
-    return {{FindingCode::NotPopulated, listed(refs) + u": marked as not populated, but taken as if it were"_s, refs}};
+    return findingsOfEach(FindingCode::NotPopulated, refs, u"marked as not populated, but taken as if it were"_s, 1);
 }
 
-/// In the order of the part.
-QStringList pinsOnNoNet(const CheckedSystem &system, int component, const EDAPart &part)
+/// In the order of the part. The pins that lie on nets are sorted.
+QStringList pinsOnNoNet(const EDAPart &part, const QStringList &pinsOnNets)
 {
     QStringList pins;
-    const auto nodes = system.nodesOf(component);
-    const auto isBefore = [](const CheckedSystem::Node &node, const QString &number) { return node.pin < number; };
     for (const auto &pin : part.pins) {
-        const auto *node = std::lower_bound(nodes.begin(), nodes.end(), pin->number, isBefore);
-        if (node == nodes.end() || node->pin != pin->number)
+        if (!std::binary_search(pinsOnNets.cbegin(), pinsOnNets.cend(), pin->number))
             pins.append(pin->number);
     }
     pins.removeDuplicates();
     return pins;
 }
 
-/// One finding for all switchable components of a part with the same such pins: all relays may lack their coils.
+QStringList netsAt(const CheckedSystem &system, int component, const QSet<QString> &pins)
+{
+    QStringList nets;
+    for (const auto &node : system.nodesOf(component)) {
+        if (pins.contains(node.pin))
+            nets.append(system.net(node.net).name);
+    }
+    return nets;
+}
+
+/// One group for all switchable components of a part with the same such pins: all relays may lack their coils.
 template <typename PinsOf>
 QList<Finding> pinFindings(const CheckedSystem &system, FindingCode code, const QString &text, PinsOf pinsOf)
 {
-    QMap<std::pair<QString, QStringList>, QStringList> refs;
+    QMap<std::pair<QString, QStringList>, QList<int>> components;
     for (int i = 0; i < system.componentCount(); ++i) {
         const auto &component = system.component(i);
         if (!system.types().isSwitchable(component))
             continue;
         const QStringList pins = pinsOf(i);
         if (!pins.isEmpty())
-            refs[{component.part, pins}].append(component.ref);
+            components[{component.part, pins}].append(i);
     }
     QList<Finding> findings;
-    for (auto it = refs.cbegin(); it != refs.cend(); ++it)
-        findings.append({code, text.arg(listed(it.value()), listedPins(it.key().second)), it.value()});
+    int group = 0;
+    for (auto it = components.cbegin(); it != components.cend(); ++it) {
+        const QStringList &pins = it.key().second;
+        auto ofEach = findingsOfEach(code, system.refsOf(it.value()), text + listedPins(pins), ++group);
+        const QSet<QString> pinSet(pins.cbegin(), pins.cend());
+        for (qsizetype i = 0; i < ofEach.size(); ++i)
+            ofEach[i].nets = netsAt(system, it.value().at(i), pinSet);
+        findings += ofEach;
+    }
     return findings;
 }
 
 QList<Finding> unconnectedPins(const CheckedSystem &system)
 {
-    return pinFindings(system, FindingCode::PinOnNoNet, u"%1: no net at %2"_s, [&](int component) {
-        return pinsOnNoNet(system, component, *system.netlists().getPartByName(system.component(component).part));
+    QMap<std::pair<QString, QStringList>, QStringList> known; // thousands of components may have a part of many pins
+    return pinFindings(system, FindingCode::PinOnNoNet, u"no net at "_s, [&](int component) {
+        const QString &part = system.component(component).part;
+        QStringList pinsOnNets;
+        for (const auto &node : system.nodesOf(component))
+            pinsOnNets.append(node.pin);
+        const auto found = known.constFind({part, pinsOnNets});
+        if (found != known.cend())
+            return *found;
+        return *known.insert({part, pinsOnNets}, pinsOnNoNet(*system.netlists().getPartByName(part), pinsOnNets));
     });
+}
+
+/// How KiCad calls the net of a pin at which nothing is drawn but perhaps a cross.
+bool isOfUnwiredPin(const EDANet &net)
+{
+    return net.name.startsWith(u"unconnected-("_s);
 }
 
 QList<Finding> lonelyPins(const CheckedSystem &system)
@@ -94,14 +122,68 @@ QList<Finding> lonelyPins(const CheckedSystem &system)
     };
     for (int i = 0; i < system.netCount(); ++i)
         nodeCount(i) += system.net(i).nodes.size();
-    return pinFindings(system, FindingCode::PinAloneOnNet, u"%1: nothing else on the net at %2"_s, [&](int component) {
-        QStringList pins;
+    const auto findLonely = [&](FindingCode code, const QString &text, bool isUnwired) {
+        return pinFindings(system, code, text, [&](int component) {
+            QStringList pins;
+            for (const auto &node : system.nodesOf(component)) {
+                if (nodeCount(node.net) == 1 && isOfUnwiredPin(system.net(node.net)) == isUnwired)
+                    pins.append(node.pin);
+            }
+            return pins;
+        });
+    };
+    return findLonely(FindingCode::PinAloneOnNet, u"nothing else on the net at "_s, false) +
+           findLonely(FindingCode::PinNotWired, u"nothing is drawn at "_s, true);
+}
+
+bool looksLikeCoil(const EDAPin &pin)
+{
+    return pin.number.contains(u"coil"_s, Qt::CaseInsensitive) || pin.name.contains(u"coil"_s, Qt::CaseInsensitive);
+}
+
+/// The numbers of those pins that are called so, or A1 and A2, as coils are by IEC.
+QSet<QString> coilPins(const EDAPart &part)
+{
+    QSet<QString> coil;
+    QHash<QString, QString> numbers;
+    for (const auto &pin : part.pins) {
+        if (looksLikeCoil(*pin))
+            coil.insert(pin->number);
+        numbers.insert(pin->name.toUpper(), pin->number);
+    }
+    for (const auto &pin : part.pins)
+        numbers.insert(pin->number.toUpper(), pin->number);
+    if (numbers.contains(u"A1"_s) && numbers.contains(u"A2"_s))
+        coil << numbers.value(u"A1"_s) << numbers.value(u"A2"_s);
+    return coil;
+}
+
+/// What a route crosses although no relay connects it.
+QList<Finding> polesAndCoils(const CheckedSystem &system)
+{
+    QHash<QString, QSet<QString>> coils; // by part
+    const auto parts = system.netlists().getParts();
+    for (const auto &part : parts)
+        coils.insert(part->name, coilPins(*part));
+    const auto wiredPins = [&](int component, bool isOfCoil) {
+        const auto coil = coils.value(system.component(component).part);
+        QMap<QString, int> nets;
         for (const auto &node : system.nodesOf(component)) {
-            if (nodeCount(node.net) == 1)
-                pins.append(node.pin);
+            if (coil.contains(node.pin) == isOfCoil && !isOfUnwiredPin(system.net(node.net)))
+                nets.insert(node.pin, system.joinedNet(node.net));
         }
-        return pins;
-    });
+        return nets;
+    };
+    const auto pinsOfCoil = [&](int component) { return QStringList(wiredPins(component, true).keys()); };
+    const auto pinsOfPoles = [&](int component) {
+        constexpr qsizetype mostOfAPole = 3; // of a changeover contact
+        const auto nets = wiredPins(component, false);
+        const QSet<int> distinct(nets.cbegin(), nets.cend());
+        return distinct.size() > mostOfAPole ? QStringList(nets.keys()) : QStringList();
+    };
+    return pinFindings(system, FindingCode::PolesOrCoil, u"routes may cross to a coil, as it seems, at "_s,
+                       pinsOfCoil) +
+           pinFindings(system, FindingCode::PolesOrCoil, u"routes may cross between any two of its "_s, pinsOfPoles);
 }
 
 QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
@@ -124,11 +206,11 @@ QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
             continue;
         const auto &component = system.component(i);
         const QString effect = system.types().isConnector(component) ? u" and are joined there"_s : QString();
-        findings.append(
-            {FindingCode::NodeOnTwoNets,
-             u"%1: several nets hold its %2%3: %4"_s.arg(component.ref, listedPins(pins), effect, listed(nets)),
-             {component.ref},
-             nets});
+        findings.append({FindingCode::NodeOnTwoNets,
+                         {component.ref},
+                         u"several nets hold its %1%2: %3"_s.arg(listedPins(pins), effect, listed(nets)),
+                         {component.ref},
+                         nets});
     }
     return findings;
 }
@@ -137,6 +219,6 @@ QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
 QList<Finding> netFindings(const CheckedSystem &system)
 {
     return componentsWithoutType(system) + unpopulated(system) + unconnectedPins(system) + nodesOnTwoNets(system) +
-           lonelyPins(system);
+           polesAndCoils(system) + lonelyPins(system);
 }
 }

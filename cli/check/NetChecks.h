@@ -6,8 +6,8 @@
 
 namespace VelkCli {
 
-/// Components that routes do not see as they are drawn: those without a type and those with pins on no
-/// net, on two or alone on one.
+/// Components that routes do not see as they are drawn: those without a type, those with pins on no net, on two or
+/// alone on one, and relays with more than one pole or with a coil.
 QList<Finding> netFindings(const CheckedSystem &system);
 }
 

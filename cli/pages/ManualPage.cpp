@@ -164,6 +164,6 @@ QString manualPage(const CommandDescription &command)
            u".SH SYNOPSIS\n"_s + synopses + u".SH DESCRIPTION\n%1\n"_s.arg(roff(command.description)) +
            remarks(command) + u".SH OPTIONS\n"_s + entries(command.options) + u".SH COMMANDS\n"_s + sections +
            u".SH EXIT STATUS\n"_s + exitStatus(command) +
-           u".SH EXAMPLES\nThe files are those in the source folder.\n"_s + examples;
+           u".SH EXAMPLES\nThe files are those in %1.\n"_s.arg(roff(QString::fromStdString(examplesFolder))) + examples;
 }
 }

@@ -28,14 +28,7 @@ function showNone() {
     byId('choice').hidden = byId('shown').hidden = true;
     byId('none').hidden = false;
     byId('none').append(html('h2', {}, 'No route within the limits'),
-        html('p', {}, 'It may be that'),
-        html('ul', {}, ...[
-            'one of the two pins lies on no net, or alone on its net;',
-            'a route has more switches or side connections than the limits allow;',
-            'a component of a type that is no switch lies in between (option --switchable);',
-            'the boards are not joined (option --connector).',
-        ].map((reason) => html('li', {}, reason))),
-        html('p', {}, 'The message of the command that wrote this page tells which.'));
+        html('ul', {}, ...data.reason.map((reason) => html('li', {}, inFull(reason)))));
 }
 
 function addSwitchCounts() {

@@ -1,3 +1,5 @@
+#include "cli/CommandLine.h"
+#include "cli/pages/BashCompletion.h"
 #include "cli/pages/FishCompletion.h"
 #include "cli/pages/ManualPage.h"
 #include "cli/pages/ZshCompletion.h"
@@ -19,7 +21,7 @@ private Q_SLOTS:
         QFETCH(QString, description);
         ArgumentDescription flag;
         flag.names = {u"--flag"_s};
-        flag.description = description;
+        flag.description = description.replace(u'¶', u'\n');
         CommandDescription subcommand;
         subcommand.path = u"velk do"_s;
         subcommand.name = u"do"_s;
@@ -30,11 +32,24 @@ private Q_SLOTS:
         command.subcommands = {subcommand};
 
         const QString manual = manualPage(command).section(u"\\-\\-flag\\fR\n"_s, 1);
-        QTEST(manual.section(u'\n', 0, 0), "manual");
+        QTEST(manual.section(u"\n."_s, 0, 0).replace(u'\n', u'¶'), "manual");
         const QString zsh = zshCompletion(command).section(u"'--flag["_s, 1);
         QTEST(zsh.section(u"]' \\\n"_s, 0, 0).section(u"]'\n"_s, 0, 0), "zsh");
         const QString fish = fishCompletion(command).section(u"-l flag -d '"_s, 1);
-        QTEST(fish.section(u"'\n"_s, 0, 0), "fish");
+        QTEST(fish.section(u"'\n"_s, 0, 0).replace(u'\n', u'¶'), "fish");
+    }
+
+    void holdTheOptions_data() { addCasesFrom("page_excerpts.txt"); }
+    void holdTheOptions()
+    {
+        QFETCH(QString, input);
+        QFETCH(QString, expected);
+        const auto command = describe(CommandLine().definitions());
+        const QMap<QString, QString> pages{{u"velk.1"_s, manualPage(command)},
+                                           {u"velk.bash"_s, bashCompletion(command)},
+                                           {u"velk.zsh"_s, zshCompletion(command)},
+                                           {u"velk.fish"_s, fishCompletion(command)}};
+        QVERIFY2(pages.value(input).contains(expected), qPrintable(pages.value(input)));
     }
 };
 

@@ -3,6 +3,8 @@
 
 import json
 import os
+import pathlib
+import re
 import sys
 import time
 
@@ -48,7 +50,7 @@ class Page:
         self.browser = browser
         self.folder = folder
         self.name = name
-        self.address = "file://" + os.path.abspath(os.path.join(folder, name + ".html"))
+        self.address = pathlib.Path(folder, name + ".html").absolute().as_uri()
         self.open()
 
     def open(self, fragment="", size=(1400, 950)):
@@ -157,6 +159,11 @@ def check_demo(page):
     check_soon("filter in the address", lambda: page.run("return location.hash"), "#route=4&filter=K1+-k307+")
     page.open("#route=4&filter=K1+-k307+")
     check("filter from the address", page.find("#count").text, f"{len(expected)} of 548 routes")
+    page.filter("-k1 *3*7 r*")
+    expected = [refs for refs in ways if "K1#1" not in refs and any(re.fullmatch(r".*3.*7(#\d+)?", ref) for ref in refs)
+                and any(ref.startswith("R") for ref in refs)]
+    check("stars", page.find("#count").text, f"{len(expected)} of 548 routes")
+    check_stars(page)
     page.filter("K1 nothing")
     check("nothing found", page.find("#count").text, "No route passes these filters")
     check("nothing shown", page.is_shown("#shown"), False)
@@ -194,6 +201,25 @@ def check_demo(page):
     page.browser.set_window_size(1400, 950)
     check_every_drawing(page, range(len(data["routes"])))
     check_copying(page)
+
+
+def check_stars(page):
+    """The filter agrees with the plainest pattern on all short texts, and many stars take no time."""
+    check("short filters", page.run("""
+        const all = (letters) => {
+            const texts = [''];
+            for (const text of texts)
+                if (text.length < 5)
+                    texts.push(...Array.from(letters, (letter) => text + letter));
+            return texts;
+        };
+        return all('ab*').filter((filter) => {
+            const pattern = new RegExp(`^${filter.replaceAll('*', '.*')}$`);
+            return all('ab').some((text) => fits(filter.split('*'), text) !== pattern.test(text));
+        });"""), [])
+    check("many stars", page.run("return fits(('*a'.repeat(9) + '*b').split('*'), 'a'.repeat(100000))"), False)
+    check("case", page.run("return ['k\u2126', '\u03c2', '\u00b5'].map(withoutCase).join()"),
+          "k\u03c9,\u03c3,\u03bc")
 
 
 def copied(page, button):
@@ -286,6 +312,7 @@ def check_fuse(page):
 
 def check_none(page):
     check("none", page.find("#none h2").text, "No route within the limits")
+    check("reason", page.find("#none li:nth-child(4)").text, "in between, but not switchable: F1#1 (CompType Fuse)")
     check("no list", page.is_shown("#choice"), False)
     page.screenshot("light")
 

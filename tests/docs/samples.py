@@ -72,8 +72,8 @@ class Session:
         """The output and the exit status of each."""
         script = "status=0\n"
         for number, command in enumerate(commands):
-            script += f"{{\n(exit $status)\n{command}\n}} >{self.folder}/{number}.out 2>&1\n"
-            script += f"status=$?; echo $status >{self.folder}/{number}.status\n"
+            script += f"{{\n(exit $status)\n{command}\n}} >~/{number}.out 2>&1\n"
+            script += f"status=$?; echo $status >~/{number}.status\n"
         environment = dict(os.environ, LC_ALL="C.UTF-8", HOME=str(self.folder))
         environment["PATH"] = os.environ["VELK_PROGRAMS"] + os.pathsep + environment["PATH"]
         environment.pop("QT_LOGGING_RULES", None)

@@ -1,12 +1,15 @@
+#include "tests/support/Copies.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
+#include <velk/VelkVersion.h>
 #include <velk/facade/VelkRouting.h>
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstring>
 #include <exception>
 #include <type_traits>
 
@@ -34,6 +37,8 @@ class VelkRoutingTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void version() { QCOMPARE(VelkRouting::version(), std::string(VELK_VERSION_STRING)); }
+
     void returnsRecords()
     {
         const auto routes = query(VelkRouting({write("a.net", netlist)}));
@@ -45,6 +50,71 @@ private Q_SLOTS:
         const auto &connection = routes[0].additionalConnections[0];
         QCOMPARE(describe(connection.component), std::string("J2#1 'Ω' S#1 CompType=DUT"));
         QCOMPARE(connection.pin.number + connection.pin.name + connection.pin.type, std::string("1HIoutput"));
+    }
+
+    // A connector's pin 1 is joined with all later ones of components that have no Identifier either.
+    void joinsAtConnectorTypes_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<std::size_t>("switches");
+        QTest::newRow("none: Connector") << QString() << std::size_t(1);
+        QTest::newRow("another, and not Connector") << u"Plug"_s << std::size_t(2);
+        QTest::newRow("all at the relays") << u"relay"_s << std::size_t(0);
+        QTest::newRow("not ASCII") << u"Bügel"_s << std::size_t(1);
+    }
+    void joinsAtConnectorTypes()
+    {
+        QFETCH(QString, type);
+        const auto file =
+            write("a.net", QByteArray(netlist).replace("\"DUT\"", type == u"Bügel"_s ? "\"Bügel\"" : "\"Connector\""));
+        const auto types = type.isNull() ? std::vector<std::string>() : std::vector{type.toStdString()};
+        const auto routes = query(VelkRouting({file}, types));
+        QCOMPARE(routes.size(), std::size_t(1));
+        QTEST(routes[0].switchingComponents.size(), "switches");
+    }
+
+    // The records of the first answer are more than are kept.
+    void answersAgainWithoutRecords()
+    {
+        QByteArray relays, atSource, atDut;
+        for (int i = 0; i < 20'001; ++i) {
+            const QByteArray ref = "R" + QByteArray::number(i);
+            relays += "(comp (ref \"" + ref +
+                      "\") (value \"\") (libsource (part \"K\"))"
+                      "(property (name \"CompType\") (value \"Relay\")))\n";
+            atSource += "(node (ref \"" + ref + "\") (pin \"1\"))";
+            atDut += "(node (ref \"" + ref + "\") (pin \"2\"))";
+        }
+        QByteArray large = netlist;
+        large.replace("(components", "(components " + relays).replace("(name \"A\")", "(name \"A\") " + atSource);
+        large.replace("(name \"C\")", "(name \"C\") " + atDut);
+        const VelkRouting routing({write("large.net", large)});
+        const auto texts = [&routing] {
+            std::vector<std::string> result;
+            for (const auto &route : query(routing))
+                result.push_back(describe(route.switchingComponents.back()));
+            return result;
+        };
+        const auto first = texts();
+        QCOMPARE(first.size(), std::size_t(20'002));
+        QCOMPARE(first[20'000], std::string("R20000#1 '' K#1 CompType=Relay"));
+        QVERIFY(texts() == first);
+    }
+
+    void assignmentShares()
+    {
+        VelkRouting first({write("a.net", netlist)});
+        VelkRouting second({write("b.net", "(export (components) (libparts) (nets))")});
+        std::byte owned[sizeof(second)]; // which the assignment would leak
+        std::memcpy(owned, &second, sizeof(second));
+        second = first;
+        QCOMPARE(query(second).size(), std::size_t(1));
+        second.setSwitchableTypes({});
+        QVERIFY(query(first).empty());
+        std::memcpy(static_cast<void *>(&second), owned, sizeof(second));
+        QCOMPARE(textsOfCopies(VelkRoutingException("a"), VelkRoutingException("b"),
+                               [](const VelkRoutingException &e) { return QString::fromStdString(e.message()); }),
+                 QStringList{u"a"_s});
     }
 
     void readsTolerantly()
@@ -60,6 +130,18 @@ private Q_SLOTS:
         const VelkRouting cutOff({write("cut.net", netlist.chopped(2))}, {}, VelkReadingMode::Tolerant);
         QVERIFY(cutOff.warnings().at(0).find("is not one list in parentheses as a whole") != std::string::npos);
         QVERIFY(VelkRouting({write("a.net", netlist)}).warnings().empty());
+    }
+
+    void warns()
+    {
+        const std::string file = write("a.net", QByteArray(netlist).replace("Ω", "\xe4") + "\n");
+        const std::vector<std::string> byDefault = VelkRouting({file}).warnings();
+        const std::vector<std::string> tolerant = VelkRouting({file}, {}, VelkReadingMode::Tolerant).warnings();
+        QCOMPARE(byDefault,
+                 std::vector<std::string>{
+                     file + ": is not UTF-8 at line 8, column 30, so names that differ there alone are taken for one"});
+        QCOMPARE(tolerant,
+                 std::vector<std::string>{file + ": is not UTF-8 at line 8, column 30, and taken as Latin-1 there"});
     }
 
     void configures()

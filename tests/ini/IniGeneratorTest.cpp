@@ -3,6 +3,7 @@
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
+#include <velk/model/EDAException.h>
 
 #include <QBuffer>
 #include <QTest>
@@ -22,6 +23,28 @@ QSharedPointer<EDAComponent> add(StubProvider &netlist, const QString &ref, cons
     return component;
 }
 
+/// With a null at the front of each list.
+class ProviderWithNulls : public StubProvider
+{
+public:
+    QList<QSharedPointer<EDAComponent>> getComponents() const override
+    {
+        return QList<QSharedPointer<EDAComponent>>{{}} + components;
+    }
+    QSharedPointer<EDAPart> getPartByName(const QString &name) const override
+    {
+        const auto part = StubProvider::getPartByName(name)->clone();
+        part->pins.prepend({});
+        return part;
+    }
+};
+
+class ThrowingProvider : public StubProvider
+{
+public:
+    QList<QSharedPointer<EDAComponent>> getComponents() const override { throw EDAException(u"gone"_s); }
+};
+
 QString physicalIni(const EDAPhysicalIniGenerator &generator)
 {
     QBuffer buffer;
@@ -35,8 +58,6 @@ QString applicationIni(const EDAApplicationIniGenerator &generator)
     generator.generate(&buffer, u"ts.net"_s, u"app.net"_s);
     return QString::fromUtf8(buffer.data());
 }
-
-const QString head = u"[ResourceManager]\nTestSystemEdaNet=ts.net\nApplicationEdaNet=app.net\n\n[LogicalNames]\n"_s;
 }
 
 class IniGeneratorTest : public QObject
@@ -66,24 +87,6 @@ private Q_SLOTS:
         QCOMPARE(physicalIni(after), u"[device->K1]\nCompType=Relay\n"_s);
     }
 
-    void application()
-    {
-        StubProvider testSystem, duts;
-        const auto source = add(testSystem, u"U1"_s, u"CompType=Source Dev=DMM DevNo=1"_s);
-        add(testSystem, u"U9"_s, u"CompType=Dut Bench=5"_s); // DUTs come from the other netlist only
-        add(duts, u"J1"_s, u"CompType=Dut Bench=1 Identifier=X1 Group=PWR"_s);
-        add(duts, u"J9"_s, u"CompType=Source Dev=A DevNo=1"_s);
-        const EDAApplicationIniGenerator generator(&testSystem, &duts);
-        const QString beforeSources = head + u"DUT=bench->DUT\n\n[bench->DUT]\nAppChannelTable=io_channel->ROUTE1\n\n"
-                                             "[io_channel->ROUTE1]\n; Type Dut, Reference J1\n"
-                                             "PWR.A=X1!A\nPWR.B=X1!B\n; Type Source, Reference U1\n"_s;
-        QCOMPARE(applicationIni(generator), beforeSources + u"DMM-No1.A=U1!A\nDMM-No1.B=U1!B\n"_s);
-        source->properties.insert(u"Channel"_s, u"0"_s);
-        source->properties.insert(u"Group"_s, u"DMM"_s);
-        QCOMPARE(applicationIni(generator), beforeSources + u"DMM-No1-Ch0.A=U1!A\nDMM-No1-Ch0.B=U1!B\n"
-                                                            "; Type Source, Group DMM\nDMM.A=DMM!A\nDMM.B=DMM!B\n"_s);
-    }
-
     void groups()
     {
         StubProvider testSystem, duts;
@@ -102,39 +105,29 @@ private Q_SLOTS:
                  "B2[%2].A=B%1!A\nB2[%2].B=B%1!B\n; Type Source, Group b\n"_s);
     }
 
-    void benches_data()
+    void passesOverNulls()
     {
-        QTest::addColumn<QStringList>("benches"); // of the DUTs J0, J1, ...
-        QTest::addColumn<QString>("expected");    // the DUTs in each channel table
-        QTest::newRow("no DUT") << QStringList() << u"1:"_s;
-        QTest::newRow("a gap stays") << QStringList{u"3"_s, u"1"_s, u"3"_s} << u"1: J1 2: 3: J0 J2"_s;
-        QTest::newRow("no number, no bench") << QStringList{u"x"_s, u""_s, u"2.0"_s, u"2"_s} << u"1: 2: J3"_s;
-        QTest::newRow("zero and below") << QStringList{u"0"_s, u"-1"_s, u"1"_s} << u"1: J2"_s;
-        QTest::newRow("blanks do no harm") << QStringList{u" 2"_s} << u"1: 2: J0"_s;
+        ProviderWithNulls netlist;
+        add(netlist, u"U1"_s, u"CompType=Source Group=G"_s);
+        add(netlist, u"J1"_s, u"CompType=Dut Bench=1"_s);
+        QCOMPARE(physicalIni(EDAPhysicalIniGenerator(&netlist)), u"[device->U1]\nCompType=Source\nGroup=G\n"_s);
+        QCOMPARE(applicationIni(EDAApplicationIniGenerator(&netlist, &netlist)).section(u"[io_channel->ROUTE1]\n"_s, 1),
+                 u"; Type Dut, Reference J1\n.A=!A\n.B=!B\n; Type Source, Reference U1\n-No.A=U1!A\n-No.B=U1!B\n"
+                 "; Type Source, Group G\nG.A=G!A\nG.B=G!B\n"_s);
     }
-    void benches()
+
+    void exceptionsLeaveDevicesAsTheyWere()
     {
-        QFETCH(QStringList, benches);
-        StubProvider testSystem, duts;
-        for (const QString &bench : std::as_const(benches))
-            add(duts, u"J%1"_s.arg(duts.components.size()), u"CompType=DUT"_s)->properties.insert(u"Bench"_s, bench);
-        EDAApplicationIniGenerator generator(&testSystem, &duts);
-        const QString ini = applicationIni(generator);
-        QStringList found;
-        for (const QString &table : ini.split(u"[io_channel->ROUTE"_s).mid(1)) {
-            found.append(table.section(u']', 0, 0) + u':');
-            for (const QString &line : table.split(u'\n').filter(u"Reference"_s))
-                found.append(line.section(u' ', -1));
+        ThrowingProvider broken;
+        for (const bool isOpen : {false, true}) {
+            QBuffer buffer;
+            QVERIFY(!isOpen || buffer.open(QIODevice::WriteOnly));
+            QVERIFY_THROWS_EXCEPTION(EDAException, EDAPhysicalIniGenerator(&broken).generate(&buffer));
+            QCOMPARE(buffer.isOpen(), isOpen);
+            QVERIFY_THROWS_EXCEPTION(EDAException,
+                                     EDAApplicationIniGenerator(&broken, &broken).generate(&buffer, {}, {}));
+            QCOMPARE(buffer.isOpen(), isOpen);
         }
-        QTEST(found.join(u' '), "expected");
-        for (qsizetype bench = 1; bench <= ini.count(u"[io_channel"_s); ++bench) {
-            const QString name = u"DUT%1"_s.arg(bench == 1 ? QString() : QString::number(bench));
-            QVERIFY(ini.contains(u"\n%1=bench->%1\n"_s.arg(name)));
-            QVERIFY(ini.contains(u"\n[bench->%1]\nAppChannelTable=io_channel->ROUTE%2\n\n[io_channel->ROUTE%2]\n"_s.arg(
-                name, QString::number(bench))));
-        }
-        generator.setComponentTypesDut({u"Board"_s});
-        QVERIFY(!applicationIni(generator).contains(u"Reference J"_s));
     }
 };
 

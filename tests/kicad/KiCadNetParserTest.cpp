@@ -4,9 +4,9 @@
 #include <velk/kicad/KiCadNetParser.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
+#include <velk/provider/MultipleEDAProvider.h>
 
 #include <QFile>
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -77,6 +77,37 @@ private Q_SLOTS:
         QVERIFY(parser->getPartByName({}).isNull());
     }
 
+    // What a derived parser answers counts, not what was read.
+    void asksDerivedParsers()
+    {
+        struct WithoutNets : KiCadNetParser
+        {
+            using KiCadNetParser::KiCadNetParser;
+            QList<QSharedPointer<EDANet>> getNets() const override { return {}; }
+        };
+        KiCadReader reader(goodNetlist());
+        reader.read();
+        WithoutNets parser(reader.getRoot());
+        parser.parse();
+        QVERIFY(MultipleEDAProvider({&parser}, {}).getNets().isEmpty());
+    }
+
+    void copiesAndMoves()
+    {
+        const auto parser = parse(goodNetlist());
+        KiCadNetParser copy(*parser);
+        QCOMPARE(copy.getComponentByProperties({}).data(), parser->getComponentByProperties({}).data());
+        KiCadNetParser moved(std::move(copy));
+        QCOMPARE(moved.getNets(), parser->getNets());
+        copy = *parser;
+        moved = KiCadNetParser({}, KiCadReadingMode::Tolerant);
+        QVERIFY(moved.getParts().isEmpty());
+        moved = std::move(copy);
+        QCOMPARE(moved.getParts(), parser->getParts());
+        moved.parse(); // the tree goes along
+        QCOMPARE(moved.warnings().size(), 5);
+    }
+
     void namesWhatIsMissing_data() { addRowsFrom("parser_failures.txt", {"text", "replacement", "expected"}); }
     void namesWhatIsMissing()
     {
@@ -89,21 +120,6 @@ private Q_SLOTS:
         if (expected.startsWith(u'/'))
             expected = u"Could not find KiCad token for path '%1'"_s.arg(expected);
         QCOMPARE(failure([&] { parse(netlist); }), expected);
-    }
-
-    void nullRootIsAnEmptyNetlist()
-    {
-        QCOMPARE(failure([] { parse(QByteArray()); }), u"Could not find KiCad token for path '/export/libparts'"_s);
-    }
-
-    void laterOfTwoReplacesTheEarlier()
-    {
-        QByteArray netlist = goodNetlist();
-        netlist.replace("(ref \"K2\")", "(ref \"K1\")").replace("\"/B\"", "\"/SIG\"");
-        const auto parser = parse(netlist);
-        QCOMPARE(parser->getComponents().size(), 2);
-        QCOMPARE(parser->getComponentByRef(u"K1"_s)->properties, (QMap<QString, QString>()));
-        QCOMPARE(parser->getNets(), QList{EDANet::create(u"/SIG"_s)->addNode(u"K1"_s, u"1"_s)});
     }
 
     // Exports of small boards that are legal in KiCad and awkward in a netlist, of two versions of KiCad.
@@ -128,31 +144,6 @@ private Q_SLOTS:
                 found += u"%1=%2."_s.arg(key, component->property(key));
         }
         QTEST(found, "expected");
-    }
-
-    // Cut anywhere, a netlist is read or refused, never worse.
-    void everyPrefixIsReadOrRefused()
-    {
-        int refused = 0;
-        const QByteArray netlist = goodNetlist();
-        for (qsizetype length = 0; length < netlist.size(); ++length)
-            refused += failure([&] { parse(netlist.left(length)); }).isEmpty() ? 0 : 1;
-        QVERIFY(refused > 0);
-    }
-
-    void anyBytesAreReadOrRefused()
-    {
-        const QByteArray netlist = goodNetlist();
-        int refused = 0;
-        constexpr int count = 2000;
-        for (quint32 seed = 0; seed < count; ++seed) {
-            QRandomGenerator random(seed);
-            QByteArray bytes = netlist;
-            for (int changes = random.bounded(1, 4); changes > 0; --changes)
-                bytes[random.bounded(bytes.size())] = static_cast<char>(random.bounded(256));
-            refused += failure([&] { parse(bytes); }).isEmpty() ? 0 : 1;
-        }
-        QVERIFY(refused > 0 && refused < count);
     }
 
 private:

@@ -51,6 +51,29 @@ private Q_SLOTS:
                  "KiCadToken('z', '')])");
     }
 
+    // As if each child were printed by itself.
+    void printsUpToANull()
+    {
+        QCOMPARE(text(read(QByteArray("(a (b \"1\0x\" (c)) (d \"2\"))", 25))),
+                 "KiCadToken('a', '', [KiCadToken('b', '1, KiCadToken('d', '2')])");
+        QCOMPARE(text(read(QByteArray("(a (b\0 (c)) (d \"2\"))", 20))),
+                 "KiCadToken('a', '', [KiCadToken('b, KiCadToken('d', '2')])");
+    }
+
+    void copiesAndMoves()
+    {
+        const auto tree = read("(a \"1\" (b) (c))");
+        KiCadToken copy;
+        copy = *tree;
+        QCOMPARE(copy.children.at(1).data(), tree->children.at(1).data());
+        KiCadToken moved(std::move(copy));
+        QCOMPARE(moved.name + moved.value, u"a1"_s);
+        const auto assigned = QSharedPointer<KiCadToken>::create(u"x"_s);
+        *assigned = std::move(moved);
+        QVERIFY(assigned == tree);
+        QCOMPARE(assigned->find(u"/a"_s).data(), assigned.data());
+    }
+
     void appends()
     {
         const auto parent = QSharedPointer<KiCadToken>::create(u"comp"_s);

@@ -1,3 +1,4 @@
+#include "tests/support/Copies.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/model/EDAComponent.h>
@@ -28,20 +29,6 @@ private Q_SLOTS:
         const auto tricky = EDAComponent::create(u"%2"_s, u"%1"_s, u"%4"_s);
         QCOMPARE(text(tricky), "EDAComponent(ref='%2', value='%4', part='%1', properties=[])");
         QCOMPARE(text({}), "EDAComponent(nullptr)");
-    }
-
-    void accessors()
-    {
-        const auto component = EDAComponent::create({}, {}, {});
-        QString texts;
-        for (const auto &key : {u"Bench"_s, u"Channel"_s, u"Dev"_s, u"DevNo"_s, u"Group"_s, u"Identifier"_s,
-                                u"CompType"_s, u"Card"_s, u"Module"_s, u"Slot"_s})
-            component->properties.insert(key, key + u' ');
-        texts += component->bench() + component->channel() + component->device() + component->deviceNumber() +
-                 component->group() + component->identifier() + component->type();
-        for (const auto &key : {EDAComponent::CARD, EDAComponent::MODULE, EDAComponent::SLOT, u"compType"_s})
-            texts += component->property(key);
-        QCOMPARE(texts, u"Bench Channel Dev DevNo Group Identifier CompType Card Module Slot "_s);
     }
 
     void matchesProperties_data()
@@ -84,6 +71,8 @@ private Q_SLOTS:
         QVERIFY(!a->properties.contains(u"Slot"_s));
         QVERIFY(a != QSharedPointer<EDAComponent>());
         QVERIFY(QSharedPointer<EDAComponent>() == QSharedPointer<EDAComponent>());
+        const auto allOf = [](const EDAComponent &c) { return c.ref + c.value + c.part + c.identifier(); };
+        QCOMPARE(textsOfCopies(*a, EDAComponent(), allOf), QStringList{u"K1vpi"_s});
     }
 
 private:

@@ -1,3 +1,4 @@
+#include "tests/support/Copies.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/model/EDAException.h>
@@ -10,45 +11,31 @@
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
+static_assert(!std::is_base_of_v<std::exception, EDAException>);
+
 class EDAExceptionTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void messagesAndFields()
+    void fields()
     {
         const auto component = EDAComponent::create(u"R1"_s, {}, u"R"_s);
         const auto part = EDAPart::create(u"R"_s, {});
-
-        const KiCadTokenNotFoundException token(u"/export/nets"_s);
-        QCOMPARE(caughtMessage(token), u"Could not find KiCad token for path '/export/nets'"_s);
-        QCOMPARE(token.path(), u"/export/nets"_s);
-
-        const EDAComponentNotFoundException noComponent({{u"ref"_s, u"R7"_s}});
-        QCOMPARE(caughtMessage(noComponent), u"No component matching properties 'ref=R7' found"_s);
-        QCOMPARE(noComponent.properties().value(u"ref"_s), u"R7"_s);
-
-        const EDAPartNotFoundException noPart(component, u"%2"_s);
-        QCOMPARE(caughtMessage(noPart), u"No part found for name '%2' of component 'R1'"_s);
-        QCOMPARE(noPart.component(), component);
-        QCOMPARE(noPart.partName(), u"%2"_s);
-
-        const EDAPinNotFoundException noPin(part, component, u"9"_s);
-        QCOMPARE(caughtMessage(noPin), u"No pin '9' found for part 'R' of component 'R1'"_s);
-        QCOMPARE(noPin.part(), part);
-        QCOMPARE(noPin.component(), component);
-        QCOMPARE(noPin.pin(), u"9"_s);
-    }
-
-private:
-    template <typename Exception>
-    static QString caughtMessage(const Exception &exception)
-    {
-        static_assert(!std::is_base_of_v<std::exception, Exception>);
-        try {
-            throw exception;
-        } catch (const EDAException &caught) {
-            return caught.message();
-        }
+        const auto other = EDAComponent::create({}, {}, {});
+        const auto otherPart = EDAPart::create({}, {});
+        QCOMPARE(textsOfCopies(KiCadTokenNotFoundException(u"/export"_s), KiCadTokenNotFoundException({}),
+                               [](const auto &e) { return e.path(); }),
+                 QStringList{u"/export"_s});
+        QCOMPARE(textsOfCopies(EDAComponentNotFoundException({{u"ref"_s, u"R7"_s}}), EDAComponentNotFoundException({}),
+                               [](const auto &e) { return e.properties().value(u"ref"_s); }),
+                 QStringList{u"R7"_s});
+        QCOMPARE(textsOfCopies(EDAPartNotFoundException(component, u"%2"_s), EDAPartNotFoundException(other, {}),
+                               [](const auto &e) { return e.component()->ref + u' ' + e.partName(); }),
+                 QStringList{u"R1 %2"_s});
+        QCOMPARE(textsOfCopies(
+                     EDAPinNotFoundException(part, component, u"9"_s), EDAPinNotFoundException(otherPart, other, {}),
+                     [](const auto &e) { return e.part()->name + u' ' + e.component()->ref + u' ' + e.pin(); }),
+                 QStringList{u"R R1 9"_s});
     }
 };
 

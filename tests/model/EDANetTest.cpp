@@ -1,3 +1,4 @@
+#include "tests/support/Copies.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/model/EDANet.h>
@@ -53,6 +54,10 @@ private Q_SLOTS:
         EDANet byValue(*net);
         QVERIFY(byValue.addNode(u"K2"_s, u"2"_s).isNull());
         QCOMPARE(byValue.nodes.size(), 2);
+        QCOMPARE(textsOfCopies(byValue, EDANet(), [](const EDANet &n) { return n.name + n.nodes.last()->ref; }),
+                 QStringList{u"AK2"_s});
+        QCOMPARE(textsOfCopies(*net->nodes[0], EDANetNode(), [](const EDANetNode &n) { return n.ref + n.pin; }),
+                 QStringList{u"K11"_s});
         QCOMPARE(net->nodes.size(), 1);
     }
 

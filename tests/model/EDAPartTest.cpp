@@ -1,3 +1,4 @@
+#include "tests/support/Copies.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/model/EDAPart.h>
@@ -49,6 +50,10 @@ private Q_SLOTS:
         QCOMPARE(copy->pins, part->pins);
         copy->pins.at(0)->number = u"4"_s;
         QCOMPARE(part->pins.at(0)->number, u"3"_s);
+        QCOMPARE(textsOfCopies(*part, EDAPart(), [](const EDAPart &p) { return p.name + p.lib + p.pins[0]->number; }),
+                 QStringList{u"RDevice3"_s});
+        QCOMPARE(textsOfCopies(*part->pins[0], EDAPin(), [](const EDAPin &p) { return p.number + p.name + p.type; }),
+                 QStringList{u"3OUToutput"_s});
     }
 };
 

@@ -1,3 +1,4 @@
+#include "tests/support/Copies.h"
 #include "tests/support/JoinByScanning.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
@@ -15,20 +16,20 @@ using namespace Velk;
 
 namespace {
 
-/// A board with few pins and identifiers, so that nets meet often.
+/// A board with few pins and identifiers, so that nets meet often, some of them over several connectors in turn.
 void fillRandomly(StubProvider &board, QRandomGenerator &random)
 {
     const auto pick = [&](const QStringList &texts) { return texts.at(random.bounded(texts.size())); };
-    const int componentCount = random.bounded(1, 6);
+    const int componentCount = random.bounded(1, 9);
     for (int i = 0; i < componentCount; ++i) {
         board.add(u"X%1"_s.arg(i), pick({u"Connector"_s, u"CONNECTOR"_s, u"Relay"_s, QString()}), {u"1"_s, u"2"_s},
-                  pick({u"A"_s, u"B"_s, u"C"_s, u""_s, QString()}));
+                  pick({u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s, u"F"_s, u""_s, QString()}));
     }
-    const int netCount = random.bounded(0, 7);
+    const int netCount = random.bounded(0, 9);
     for (int i = 0; i < netCount; ++i) {
         QStringList nodes;
-        for (int node = random.bounded(0, 4); node > 0; --node) // X6 is never listed
-            nodes.append(u"X%1/%2"_s.arg(random.bounded(7)).arg(random.bounded(1, 4)));
+        for (int node = random.bounded(0, 6); node > 0; --node) // X8 is never listed
+            nodes.append(u"X%1/%2"_s.arg(random.bounded(9)).arg(random.bounded(1, 4)));
         board.connect(u"N%1"_s.arg(i), nodes);
     }
 }
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void suffixesComponentsAndParts()
     {
         StubProvider first, second;
+        first.add(u"R10"_s, u"Relay"_s, {u"1"_s}); // of one reference, the last holds
         first.add(u"R10"_s, u"Resistor"_s, {u"1"_s}, u"X1"_s)->value = u"10k"_s;
         first.add(u"R1"_s, u"Resistor"_s, {u"1"_s});
         second.add(u"D5"_s, u"Diode"_s, {u"1"_s});
@@ -112,7 +114,12 @@ private Q_SLOTS:
         second.add(u"J1"_s, u"Connector"_s, {}, u"X"_s);
         second.connect(u"B"_s, {u"J1/1"_s});
         QCOMPARE(MultipleEDAProvider({&first, &second}, {}).getNets().size(), 2);
-        QCOMPARE(MultipleEDAProvider({&first, &second}, {u"Plug"_s, u"CONNECTOR"_s}).getNets().size(), 1);
+        const MultipleEDAProvider joined({&first, &second}, {u"Plug"_s, u"CONNECTOR"_s});
+        const auto answers = [](const MultipleEDAProvider &provider) {
+            return netsToText(provider.getNets()) + provider.getComponentByRef(u"J1#2"_s)->ref;
+        };
+        QCOMPARE(textsOfCopies(joined, MultipleEDAProvider({}, {}), answers),
+                 QStringList{u"A#1+B#2: J1#1/1 J1#2/1\nJ1#2"_s});
     }
 
     void logsUnlistedComponents()

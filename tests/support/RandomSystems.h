@@ -32,11 +32,14 @@ inline std::unique_ptr<StubProvider> randomSystem(QRandomGenerator &random)
     const int nets = random.bounded(2, 6);
     QList<QStringList> nodes(nets);
     const auto place = [&](const QString &node) { nodes[random.bounded(nets)].append(node); };
-    place(u"U1/1"_s);
-    place(u"D1/1"_s);
+    for (const QString &end : {u"U1/1"_s, u"D1/1"_s}) {
+        for (int copies = random.bounded(8) == 0 ? 2 : 1; copies > 0; --copies)
+            place(end);
+    }
     for (int i = random.bounded(1, 7); i > 0; --i) {
         const QString ref = u"K%1"_s.arg(i);
-        const QStringList pins = QStringList{u"1"_s, u"2"_s, u"3"_s}.mid(0, random.bounded(5) == 0 ? 3 : 2);
+        const QStringList pins =
+            QStringList{u"1"_s, u"a"_s, u"A"_s, u"b"_s}.mid(0, random.bounded(4) == 0 ? random.bounded(3, 5) : 2);
         system->add(ref, random.bounded(6) == 0 ? u"Fuse"_s : u"relay"_s, pins);
         for (const QString &pin : pins) {
             for (int copies = random.bounded(12) == 0 ? random.bounded(3) : 1; copies > 0; --copies)
@@ -90,7 +93,8 @@ inline std::vector<std::unique_ptr<StubProvider>> randomBoards(QRandomGenerator 
         if (random.bounded(3) == 0)
             crowd(board, random);
         for (const QString &ref : {u"X1"_s, u"X2"_s}) {
-            board.add(ref, random.bounded(4) == 0 ? u"Relay"_s : u"Connector"_s, {u"1"_s, u"2"_s}, ref);
+            board.add(ref, QStringList{u"Relay"_s, u"Connector"_s, u"CONNECTOR"_s}.at(random.bounded(3)),
+                      {u"1"_s, u"2"_s}, ref);
             for (const QString &pin : {u"1"_s, u"2"_s})
                 board.nets.at(random.bounded(board.nets.size()))->addNode(ref, pin);
         }

@@ -74,7 +74,7 @@ private:
     static QSharedPointer<Element> firstOf(const QList<QSharedPointer<Element>> &list, Condition condition)
     {
         for (const auto &element : list) {
-            if (condition(element))
+            if (element && condition(element))
                 return element;
         }
         return {};

@@ -1,5 +1,6 @@
 #include <velk/facade/VelkRouting.h>
 
+#include <velk/VelkVersion.h>
 #include <velk/facade/VelkRoutingPrivate.h>
 #include <velk/kicad/KiCadNetParser.h>
 #include <velk/kicad/KiCadReader.h>
@@ -36,6 +37,14 @@ VelkRoutingException exceptionWith(const QString &message)
     return VelkRoutingException(message.toStdString());
 }
 
+QString encodingWarning(const KiCadReader &reader, KiCadReadingMode mode)
+{
+    const QString effect = mode == KiCadReadingMode::Tolerant ? u"and taken as Latin-1 there"_s
+                                                              : u"so names that differ there alone are taken for one"_s;
+    return u"is not UTF-8 at line %1, column %2, %3"_s.arg(QString::number(reader.getEncodingErrorLine()),
+                                                           QString::number(reader.getEncodingErrorColumn()), effect);
+}
+
 std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName, KiCadReadingMode mode,
                                          std::vector<std::string> &warnings)
 {
@@ -53,6 +62,8 @@ std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName, KiCadReadingMo
     QStringList texts = parser->warnings();
     if (mode == KiCadReadingMode::Tolerant && !reader.isComplete())
         texts.prepend(u"is not one list in parentheses as a whole"_s);
+    if (reader.getEncodingErrorLine() > 0)
+        texts.prepend(encodingWarning(reader, mode));
     for (const QString &text : std::as_const(texts))
         warnings.push_back(u"%1: %2"_s.arg(fileName, text).toStdString());
     parser->releaseTree();
@@ -117,6 +128,11 @@ VelkRouting::~VelkRouting()
 }
 
 VelkRouting &VelkRouting::operator=(const VelkRouting &other) = default;
+
+std::string VelkRouting::version()
+{
+    return VELK_VERSION_STRING;
+}
 
 std::vector<VelkRoutingPath> VelkRouting::getRoutes(const std::map<std::string, std::string> &sourceProperties,
                                                     const std::string &sourcePin,

@@ -111,6 +111,10 @@ public:
     /// released. See to it that just one of the two is ever destroyed.
     VelkRouting &operator=(const VelkRouting &other);
 
+    /// The version of the library that the program runs with: "1.0.0". VELK_VERSION_STRING of velk/VelkVersion.h is
+    /// that of the headers it was built with.
+    static std::string version();
+
     /// All routes, or the first ones where setMaxRoutes() bounds them, from a pin of the first component (by reference)
     /// that has all of \a sourceProperties to one of the first that has all of \a destinationProperties. A pin is given
     /// by number or else by name. An empty property value also matches a component without that property.
@@ -123,8 +127,10 @@ public:
                                            const std::map<std::string, std::string> &destinationProperties,
                                            const std::string &destinationPin) const;
 
-    /// What tolerant reading has completed or dropped, in the order of the files, each as in
-    /// "boards/matrix.net: /export/nets/net[GND]/node/ref: component 'K1' is not listed, so the node is dropped".
+    /// What tolerant reading has completed or dropped, and in both modes what is listed more than once or is not UTF-8,
+    /// in the order of the files, each as in "boards/matrix.net: /export/nets/net[GND]/node/ref: component 'K1' is not
+    /// listed, so the node is dropped" or "boards/matrix.net: /export/nets/net[GND]: listed 2 times, and the last one
+    /// holds".
     std::vector<std::string> warnings() const;
 
     /// Switches the trace on or off, for all objects of the process: the debug messages of Qt's logging category

@@ -13,22 +13,6 @@ const QString EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE = u"Sour
 
 namespace {
 
-// A property for each pin, the pin's name behind both prefixes.
-void writePins(IniWriter &writer, const QSharedPointer<EDAPart> &part, const QString &keyPrefix,
-               const QString &valuePrefix)
-{
-    if (part.isNull())
-        return;
-    for (const auto &pin : std::as_const(part->pins)) {
-        writer.writeProperty(u"%1.%2"_s.arg(keyPrefix, pin->name), u"%1!%2"_s.arg(valuePrefix, pin->name), {});
-    }
-}
-
-void writeTypeAndReference(IniWriter &writer, const EDAComponent &component)
-{
-    writer.writeComment(u"Type %1, Reference %2"_s.arg(component.type(), component.ref));
-}
-
 QString deviceName(const EDAComponent &source)
 {
     const QString name = u"%1-No%2"_s.arg(source.device(), source.deviceNumber());
@@ -43,6 +27,48 @@ void forEachBench(int benchCount, Write write)
         write(static_cast<int>(bench));
 }
 }
+
+/// What stands in a channel table below its name, in order.
+class EDAApplicationIniGenerator::ChannelTable
+{
+public:
+    void addComment(const QString &text) { lines.append({{}, text, true}); }
+
+    void addTypeAndReference(const EDAComponent &component)
+    {
+        addComment(u"Type %1, Reference %2"_s.arg(component.type(), component.ref));
+    }
+
+    /// An entry for each pin, the pin's name behind both prefixes.
+    void addPins(const QSharedPointer<EDAPart> &part, const QString &keyPrefix, const QString &valuePrefix)
+    {
+        if (part.isNull())
+            return;
+        for (const auto &pin : std::as_const(part->pins)) {
+            if (pin)
+                lines.append({u"%1.%2"_s.arg(keyPrefix, pin->name), u"%1!%2"_s.arg(valuePrefix, pin->name), false});
+        }
+    }
+
+    void write(IniWriter &writer) const
+    {
+        for (const Line &line : lines) {
+            if (line.isComment)
+                writer.writeComment(line.text);
+            else
+                writer.writeProperty(line.key, line.text, {});
+        }
+    }
+
+private:
+    struct Line
+    {
+        QString key;
+        QString text; ///< value or comment
+        bool isComment;
+    };
+    QList<Line> lines;
+};
 
 EDAApplicationIniGenerator::EDAApplicationIniGenerator(EDAProvider *testSystem, EDAProvider *application)
     : testSystemProvider(testSystem)
@@ -70,20 +96,21 @@ void EDAApplicationIniGenerator::generate(QIODevice *device, const QString &test
     IniWriter writer(device);
     writer.open();
     writeGlobalParameters(writer, testSystemEdaNet, applicationEdaNet);
-    const int benchCount = determineBenchCount();
+    const Components allDuts = duts();
+    const int benchCount = determineBenchCount(allDuts);
     writeLogicalNames(writer, benchCount);
-    writeBenches(writer, benchCount);
+    writeBenches(writer, benchCount, allDuts);
     writer.close();
 }
 
 bool EDAApplicationIniGenerator::isDut(const QSharedPointer<EDAComponent> &component) const
 {
-    return componentTypesDut.contains(component->type(), Qt::CaseInsensitive);
+    return component && componentTypesDut.contains(component->type(), Qt::CaseInsensitive);
 }
 
 bool EDAApplicationIniGenerator::isSourceComponent(const QSharedPointer<EDAComponent> &component) const
 {
-    return componentTypesSource.contains(component->type(), Qt::CaseInsensitive);
+    return component && componentTypesSource.contains(component->type(), Qt::CaseInsensitive);
 }
 
 EDAApplicationIniGenerator::Components EDAApplicationIniGenerator::duts() const
@@ -92,15 +119,6 @@ EDAApplicationIniGenerator::Components EDAApplicationIniGenerator::duts() const
     const auto components = applicationProvider->getComponents();
     std::copy_if(components.cbegin(), components.cend(), std::back_inserter(result),
                  [this](const auto &component) { return isDut(component); });
-    return result;
-}
-
-EDAApplicationIniGenerator::Components EDAApplicationIniGenerator::dutsOfBench(int bench) const
-{
-    Components result;
-    const auto allDuts = duts();
-    std::copy_if(allDuts.cbegin(), allDuts.cend(), std::back_inserter(result),
-                 [bench](const auto &dut) { return dut->bench().toInt() == bench; });
     return result;
 }
 
@@ -113,10 +131,17 @@ EDAApplicationIniGenerator::Components EDAApplicationIniGenerator::sourceCompone
     return result;
 }
 
-QMap<QString, EDAApplicationIniGenerator::Components> EDAApplicationIniGenerator::sourceComponentsByGroup() const
+QMap<int, EDAApplicationIniGenerator::Components> EDAApplicationIniGenerator::byBench(const Components &duts)
+{
+    QMap<int, Components> benches;
+    for (const auto &dut : duts)
+        benches[dut->bench().toInt()].append(dut);
+    return benches;
+}
+
+QMap<QString, EDAApplicationIniGenerator::Components> EDAApplicationIniGenerator::byGroup(const Components &sources)
 {
     QMap<QString, Components> groups;
-    const auto sources = sourceComponents();
     for (const auto &source : sources) {
         if (!source->group().isEmpty())
             groups[source->group()].append(source);
@@ -124,11 +149,10 @@ QMap<QString, EDAApplicationIniGenerator::Components> EDAApplicationIniGenerator
     return groups;
 }
 
-int EDAApplicationIniGenerator::determineBenchCount() const
+int EDAApplicationIniGenerator::determineBenchCount(const Components &duts)
 {
     int count = 1;
-    const auto allDuts = duts();
-    for (const auto &dut : allDuts)
+    for (const auto &dut : duts)
         count = std::max(count, dut->bench().toInt());
     return count;
 }
@@ -164,11 +188,15 @@ void EDAApplicationIniGenerator::writeLogicalNames(IniWriter &writer, int benchC
                  [&](int bench) { writer.writeProperty(logicalBenchName(bench), physicalBenchName(bench), {}); });
 }
 
-void EDAApplicationIniGenerator::writeBenches(IniWriter &writer, int benchCount) const
+void EDAApplicationIniGenerator::writeBenches(IniWriter &writer, int benchCount, const Components &duts) const
 {
+    const auto dutsOfBench = byBench(duts);
+    const ChannelTable sources = tableOfSources();
     forEachBench(benchCount, [&](int bench) {
         writeBench(writer, bench);
-        writeAppChannelTable(writer, bench);
+        writer.writeSection(appChannelTableName(bench), {});
+        tableOfDuts(dutsOfBench.value(bench)).write(writer);
+        sources.write(writer);
     });
 }
 
@@ -178,62 +206,45 @@ void EDAApplicationIniGenerator::writeBench(IniWriter &writer, int bench)
     writer.writeProperty(u"AppChannelTable"_s, appChannelTableName(bench), {});
 }
 
-void EDAApplicationIniGenerator::writeAppChannelTable(IniWriter &writer, int bench) const
+EDAApplicationIniGenerator::ChannelTable EDAApplicationIniGenerator::tableOfDuts(const Components &duts) const
 {
-    writer.writeSection(appChannelTableName(bench), {});
-    writeDuts(writer, bench);
-    writeSourceComponents(writer);
-    writeGroupComponents(writer);
+    ChannelTable table;
+    for (const auto &dut : duts) {
+        table.addTypeAndReference(*dut);
+        table.addPins(applicationProvider->getPartByName(dut->part), dut->group(), dut->identifier());
+    }
+    return table;
 }
 
-void EDAApplicationIniGenerator::writeDuts(IniWriter &writer, int bench) const
+EDAApplicationIniGenerator::ChannelTable EDAApplicationIniGenerator::tableOfSources() const
 {
-    const auto dutsOnIt = dutsOfBench(bench);
-    for (const auto &dut : dutsOnIt)
-        writeDut(writer, dut);
-}
-
-void EDAApplicationIniGenerator::writeDut(IniWriter &writer, const QSharedPointer<EDAComponent> &dut) const
-{
-    writeTypeAndReference(writer, *dut);
-    writePins(writer, applicationProvider->getPartByName(dut->part), dut->group(), dut->identifier());
-}
-
-void EDAApplicationIniGenerator::writeSourceComponents(IniWriter &writer) const
-{
-    const auto sources = sourceComponents();
+    ChannelTable table;
+    const Components sources = sourceComponents();
     for (const auto &source : sources)
-        writeSourceComponent(writer, source);
+        addSource(table, *source);
+    const auto groups = byGroup(sources);
+    for (const Components &group : groups)
+        addGroup(table, group);
+    return table;
 }
 
-void EDAApplicationIniGenerator::writeSourceComponent(IniWriter &writer,
-                                                      const QSharedPointer<EDAComponent> &source) const
+void EDAApplicationIniGenerator::addSource(ChannelTable &table, const EDAComponent &source) const
 {
-    writeTypeAndReference(writer, *source);
-    writePins(writer, testSystemProvider->getPartByName(source->part), deviceName(*source), source->ref);
+    table.addTypeAndReference(source);
+    table.addPins(testSystemProvider->getPartByName(source.part), deviceName(source), source.ref);
 }
 
-void EDAApplicationIniGenerator::writeGroupComponents(IniWriter &writer) const
+void EDAApplicationIniGenerator::addGroup(ChannelTable &table, const Components &sources) const
 {
-    const auto groups = sourceComponentsByGroup();
-    for (const auto &sources : groups)
-        writeComponentsOfOneGroup(writer, sources);
-}
-
-void EDAApplicationIniGenerator::writeComponentsOfOneGroup(IniWriter &writer, const Components &sources) const
-{
-    writer.writeComment(u"Type %1, Group %2"_s.arg(sources.first()->type(), sources.first()->group()));
+    const QString group = sources.first()->group();
+    table.addComment(u"Type %1, Group %2"_s.arg(sources.first()->type(), group));
     int index = 1;
-    for (const auto &source : sources)
-        writeGroupComponent(writer, source, index++);
-}
-
-void EDAApplicationIniGenerator::writeGroupComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source,
-                                                     int index) const
-{
-    // Only the key tells the members of a group apart. It is filled in two steps, as the format has it: a
-    // group name that holds a placeholder takes the index.
-    const QString key = index == 1 ? source->group() : u"%1[%2]"_s.arg(source->group()).arg(index);
-    writePins(writer, testSystemProvider->getPartByName(source->part), key, source->group());
+    for (const auto &source : sources) {
+        // Only the key tells the members of a group apart. It is filled in two steps, as the format has it: a
+        // group name that holds a placeholder takes the index.
+        const QString key = index == 1 ? group : u"%1[%2]"_s.arg(group).arg(index);
+        table.addPins(testSystemProvider->getPartByName(source->part), key, group);
+        ++index;
+    }
 }
 }

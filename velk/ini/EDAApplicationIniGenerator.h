@@ -67,20 +67,22 @@ public:
     void setComponentTypesDut(const QList<QString> &types);
 
     /// Writes the whole file; the two texts are written as they are. Its length grows with the highest bench
-    /// number, whatever that is. The device is opened and closed unless it is open already. Failures of the
-    /// device are not reported: ask it.
+    /// number, whatever that is, times the pins of the sources; the memory needed does not. Null components and pins
+    /// are passed over. The device is opened and closed unless it is open already, also when a provider throws.
+    /// Failures of the device are not reported: ask it.
     void generate(QIODevice *device, const QString &testSystemEdaNet, const QString &applicationEdaNet) const;
 
 private:
+    class ChannelTable;
     using Components = QList<QSharedPointer<EDAComponent>>;
 
     VELK_NO_EXPORT bool isDut(const QSharedPointer<EDAComponent> &component) const;
     VELK_NO_EXPORT bool isSourceComponent(const QSharedPointer<EDAComponent> &component) const;
     VELK_NO_EXPORT Components duts() const;
-    VELK_NO_EXPORT Components dutsOfBench(int bench) const;
     VELK_NO_EXPORT Components sourceComponents() const;
-    VELK_NO_EXPORT QMap<QString, Components> sourceComponentsByGroup() const;
-    VELK_NO_EXPORT int determineBenchCount() const;
+    VELK_NO_EXPORT static QMap<int, Components> byBench(const Components &duts);
+    VELK_NO_EXPORT static QMap<QString, Components> byGroup(const Components &sources);
+    VELK_NO_EXPORT static int determineBenchCount(const Components &duts);
     VELK_NO_EXPORT static QString logicalBenchName(int bench);
     VELK_NO_EXPORT static QString physicalBenchName(int bench);
     VELK_NO_EXPORT static QString appChannelTableName(int bench);
@@ -88,17 +90,12 @@ private:
     VELK_NO_EXPORT static void writeGlobalParameters(IniWriter &writer, const QString &testSystemEdaNet,
                                                      const QString &applicationEdaNet);
     VELK_NO_EXPORT static void writeLogicalNames(IniWriter &writer, int benchCount);
-    VELK_NO_EXPORT void writeBenches(IniWriter &writer, int benchCount) const;
+    VELK_NO_EXPORT void writeBenches(IniWriter &writer, int benchCount, const Components &duts) const;
     VELK_NO_EXPORT static void writeBench(IniWriter &writer, int bench);
-    VELK_NO_EXPORT void writeAppChannelTable(IniWriter &writer, int bench) const;
-    VELK_NO_EXPORT void writeDuts(IniWriter &writer, int bench) const;
-    VELK_NO_EXPORT void writeDut(IniWriter &writer, const QSharedPointer<EDAComponent> &dut) const;
-    VELK_NO_EXPORT void writeSourceComponents(IniWriter &writer) const;
-    VELK_NO_EXPORT void writeSourceComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source) const;
-    VELK_NO_EXPORT void writeGroupComponents(IniWriter &writer) const;
-    VELK_NO_EXPORT void writeComponentsOfOneGroup(IniWriter &writer, const Components &sources) const;
-    VELK_NO_EXPORT void writeGroupComponent(IniWriter &writer, const QSharedPointer<EDAComponent> &source,
-                                            int index) const;
+    VELK_NO_EXPORT ChannelTable tableOfDuts(const Components &duts) const;
+    VELK_NO_EXPORT ChannelTable tableOfSources() const;
+    VELK_NO_EXPORT void addSource(ChannelTable &table, const EDAComponent &source) const;
+    VELK_NO_EXPORT void addGroup(ChannelTable &table, const Components &sources) const;
 
     EDAProvider *testSystemProvider;
     EDAProvider *applicationProvider;

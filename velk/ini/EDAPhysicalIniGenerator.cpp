@@ -43,6 +43,6 @@ void EDAPhysicalIniGenerator::generate(QIODevice *device) const
 
 bool EDAPhysicalIniGenerator::isComponentExported(const QSharedPointer<EDAComponent> &component) const
 {
-    return componentTypesThatAreExported.contains(component->type(), Qt::CaseInsensitive);
+    return component && componentTypesThatAreExported.contains(component->type(), Qt::CaseInsensitive);
 }
 }

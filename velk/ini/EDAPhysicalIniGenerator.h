@@ -37,9 +37,9 @@ public:
     void setComponentTypesThatAreExported(const QList<QString> &types);
 
     /// Writes the whole file. Sections come in the provider's order of components and are named by their
-    /// references as the provider gives them; keys are in ascending order, upper case before lower case. The
-    /// device is opened and closed unless it is open already. Failures of the device are not reported: ask
-    /// it.
+    /// references as the provider gives them; keys are in ascending order, upper case before lower case. A null
+    /// component is passed over. The device is opened and closed unless it is open already, also when the provider
+    /// throws. Failures of the device are not reported: ask it.
     void generate(QIODevice *device) const;
 
 private:

@@ -9,6 +9,8 @@
 #include <QSet>
 #include <QStringList>
 
+#include <algorithm>
+#include <iterator>
 #include <typeinfo>
 #include <utility>
 
@@ -54,6 +56,90 @@ const QList<Token> &requireList(const Token &root, const KiCadPath &path, const 
         throw KiCadTokenNotFoundException(listPath);
     const auto messagePath = [&listPath] { return listPath; };
     return requireToken(*root, path, messagePath, QString()).children;
+}
+
+/// The names that come up again, in that order.
+class RepeatedNames
+{
+public:
+    RepeatedNames(KiCadRepetition::Kind kindOfElements, bool areMerged)
+        : kind(kindOfElements)
+        , isMerged(areMerged)
+    {
+    }
+
+    /// Once for each time that it comes up again.
+    void add(const QString &name)
+    {
+        const auto known = positions.constFind(name);
+        if (known != positions.cend()) {
+            ++repetitions[*known].count;
+            return;
+        }
+        positions.insert(name, repetitions.size());
+        repetitions.append({kind, name, 2, isMerged});
+    }
+
+    const QList<KiCadRepetition> &all() const { return repetitions; }
+
+private:
+    KiCadRepetition::Kind kind;
+    bool isMerged;
+    QList<KiCadRepetition> repetitions;
+    QHash<QString, qsizetype> positions;
+};
+
+QString placeOf(const KiCadRepetition &repetition)
+{
+    switch (repetition.kind) {
+    case KiCadRepetition::Kind::List:
+        return u"/export/"_s + repetition.name;
+    case KiCadRepetition::Kind::Part:
+        return namedPath(u"/export/libparts/libpart"_s, repetition.name);
+    case KiCadRepetition::Kind::Component:
+        return namedPath(u"/export/components/comp"_s, repetition.name);
+    case KiCadRepetition::Kind::Net:
+        return namedPath(u"/export/nets/net"_s, repetition.name);
+    }
+    return {};
+}
+
+QString effectOf(const KiCadRepetition &repetition)
+{
+    if (repetition.isMerged)
+        return u"taken as one"_s;
+    if (repetition.kind == KiCadRepetition::Kind::List)
+        return u"and the first one holds"_s;
+    return repetition.kind == KiCadRepetition::Kind::Part ? u"with other pins, and the last one holds"_s
+                                                          : u"and the last one holds"_s;
+}
+
+/// Puts the element into the map and tells whether there was one of that name.
+template <typename Element>
+bool replaces(QMap<QString, QSharedPointer<Element>> &elements, const QString &name,
+              const QSharedPointer<Element> &element)
+{
+    const auto count = elements.size();
+    elements.insert(elements.cend(), name, element);
+    return elements.size() == count;
+}
+
+// One by one: QMap's own union takes as long as both are large, and there may be many components of one reference.
+void addMissing(QMap<QString, QString> &properties, QMap<QString, QString> &earlier)
+{
+    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
+        earlier.insert(it.key(), it.value());
+    properties.swap(earlier);
+}
+
+void keepEachOnce(QList<QSharedPointer<EDANetNode>> &nodes)
+{
+    QSet<std::pair<QString, QString>> known;
+    nodes.removeIf([&known](const auto &node) {
+        const auto count = known.size();
+        known.insert({node->ref, node->pin});
+        return known.size() == count;
+    });
 }
 
 template <typename Element>
@@ -125,10 +211,13 @@ KiCadNetParser::KiCadNetParser(const QSharedPointer<KiCadToken> &tree, KiCadRead
 KiCadNetParser::~KiCadNetParser() = default;
 KiCadNetParser::KiCadNetParser(const KiCadNetParser &other) = default;
 KiCadNetParser &KiCadNetParser::operator=(const KiCadNetParser &other) = default;
+KiCadNetParser::KiCadNetParser(KiCadNetParser &&other) noexcept = default;
+KiCadNetParser &KiCadNetParser::operator=(KiCadNetParser &&other) noexcept = default;
 
 void KiCadNetParser::parse()
 {
-    if (mode == KiCadReadingMode::Tolerant)
+    noteRepeatedLists();
+    if (isTolerant())
         repairs = KiCadRepair(root).run();
     // Components are resolved against the parts, nodes against both.
     parseParts();
@@ -138,7 +227,34 @@ void KiCadNetParser::parse()
 
 QStringList KiCadNetParser::warnings() const
 {
-    return repairs;
+    QStringList texts = repairs;
+    for (const KiCadRepetition &repetition : repeated) {
+        texts.append(u"%1: listed %2 times, %3"_s.arg(placeOf(repetition), QString::number(repetition.count),
+                                                      effectOf(repetition)));
+    }
+    return texts;
+}
+
+QList<KiCadRepetition> KiCadNetParser::repetitions() const
+{
+    return repeated;
+}
+
+bool KiCadNetParser::isTolerant() const
+{
+    return mode == KiCadReadingMode::Tolerant;
+}
+
+void KiCadNetParser::noteRepeatedLists()
+{
+    if (root.isNull() || root->name != u"export"_s)
+        return;
+    for (const QString &name : {u"libparts"_s, u"components"_s, u"nets"_s}) {
+        const auto count = std::count_if(root->children.cbegin(), root->children.cend(),
+                                         [&name](const Token &list) { return list->name == name; });
+        if (count > 1)
+            repeated.append({KiCadRepetition::Kind::List, name, static_cast<int>(count), isTolerant()});
+    }
 }
 
 void KiCadNetParser::releaseTree()
@@ -150,14 +266,24 @@ void KiCadNetParser::parseParts()
 {
     parts.clear();
     const auto &libparts = requireList(root, kiCadPaths().libparts, u"/export/libparts"_s);
+    RepeatedNames names(KiCadRepetition::Kind::Part, false);
+    QSet<QString> differing;
     for (qsizetype i = 0; i < libparts.size(); ++i) {
         KiCadToken &libpart = *libparts.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/libparts/libpart"_s, i); };
         const QString name = requireText(libpart, kiCadPaths().partName, messagePath, u"/part"_s);
         const auto part = EDAPart::create(name, kiCadPaths().partLib.textFrom(libpart));
+        const auto earlier = parts.value(name);
         parts.insert(name, part);
         parsePinsOfPart(libpart, part);
+        if (earlier.isNull())
+            continue;
+        names.add(name);
+        if (earlier->pins != part->pins)
+            differing.insert(name);
     }
+    std::copy_if(names.all().cbegin(), names.all().cend(), std::back_inserter(repeated),
+                 [&differing](const KiCadRepetition &repetition) { return differing.contains(repetition.name); });
 }
 
 void KiCadNetParser::parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const
@@ -179,6 +305,7 @@ void KiCadNetParser::parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<E
 void KiCadNetParser::parseComponents()
 {
     const auto &list = requireList(root, kiCadPaths().components, u"/export/components"_s);
+    RepeatedNames refs(KiCadRepetition::Kind::Component, isTolerant());
     QHash<QString, QMap<QString, QString>> propertiesBySheetNames; // components of one sheet have the same
     for (qsizetype i = 0; i < list.size(); ++i) {
         KiCadToken &comp = *list.at(i);
@@ -198,8 +325,12 @@ void KiCadNetParser::parseComponents()
         if (part.isNull())
             throw EDAPartNotFoundException(component, partName);
         component->part = part->name; // the same text, held in memory once
-        components.insert(components.cend(), ref, component);
+        if (const auto earlier = isTolerant() ? components.value(ref) : nullptr)
+            addMissing(component->properties, earlier->properties);
+        if (replaces(components, ref, component))
+            refs.add(ref);
     }
+    repeated += refs.all();
 }
 
 void KiCadNetParser::parsePropertiesOfComponent(KiCadToken &comp, const QSharedPointer<EDAComponent> &component)
@@ -233,20 +364,31 @@ void KiCadNetParser::parseNets()
 {
     const auto &list = requireList(root, kiCadPaths().nets, u"/export/nets"_s);
     const NodeFactory nodeFactory(components, parts);
+    RepeatedNames names(KiCadRepetition::Kind::Net, isTolerant());
     for (qsizetype i = 0; i < list.size(); ++i) {
         KiCadToken &netToken = *list.at(i);
         const auto messagePath = [i] { return indexedPath(u"/export/nets/net"_s, i); };
-        const auto net = EDANet::create(requireText(netToken, kiCadPaths().netName, messagePath, u"/name"_s));
-        nets.insert(nets.cend(), net->name, net);
+        const QString name = requireText(netToken, kiCadPaths().netName, messagePath, u"/name"_s);
+        auto net = isTolerant() ? nets.value(name) : nullptr;
+        if (net.isNull())
+            net = EDANet::create(name);
+        if (replaces(nets, name, net))
+            names.add(name);
         parseNodesOfNet(netToken, net, nodeFactory);
     }
+    if (isTolerant()) {
+        for (const KiCadRepetition &repetition : names.all())
+            keepEachOnce(nets.value(repetition.name)->nodes);
+    }
+    repeated += names.all();
 }
 
 void KiCadNetParser::parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
                                      const NodeFactory &nodeFactory) const
 {
     const auto messagePath = [&net] { return u"/export/nets/net[%1]/node"_s.arg(net->name); };
-    net->nodes.reserve(netToken.children.size());
+    if (net->nodes.isEmpty())
+        net->nodes.reserve(netToken.children.size());
     for (const Token &child : std::as_const(netToken.children)) {
         if (!kiCadPaths().node.findFrom(*child))
             continue;

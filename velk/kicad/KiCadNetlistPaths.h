@@ -47,6 +47,19 @@ inline QString indexedPath(const QString &listPath, qsizetype index)
 {
     return QStringLiteral("%1[%2]").arg(listPath, QString::number(index));
 }
+
+/// A name as it stands in warnings: there may be as many of them as there are elements.
+inline QString shortened(const QString &name)
+{
+    constexpr qsizetype most = 100;
+    return name.size() <= most ? name : name.left(most) + u'…';
+}
+
+/// A path for warnings: "/export/nets/net[GND]".
+inline QString namedPath(const QString &listPath, const QString &name)
+{
+    return QStringLiteral("%1[%2]").arg(listPath, shortened(name));
+}
 }
 
 #endif

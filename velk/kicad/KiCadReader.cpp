@@ -1,18 +1,14 @@
 #include <velk/kicad/KiCadReader.h>
 
+#include <velk/kicad/KiCadText.h>
 #include <velk/kicad/KiCadTolerantTreeBuilder.h>
 #include <velk/kicad/KiCadTreeBuilder.h>
 
-#include <QTextStream>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
 namespace Velk {
-
-namespace {
-
-constexpr qint64 textUnitsAtOnce = 16384;
-}
 
 QString kiCadErrorText(KiCadError error)
 {
@@ -47,6 +43,8 @@ KiCadError KiCadReader::read()
 {
     root.reset();
     complete = false;
+    encodingErrorLine = -1;
+    encodingErrorColumn = -1;
     if (!device->open(QIODevice::ReadOnly | QIODevice::Text))
         return KiCadOpenError;
 
@@ -56,14 +54,16 @@ KiCadError KiCadReader::read()
 template <typename Builder>
 KiCadError KiCadReader::buildTree(Builder builder)
 {
-    QTextStream stream(device);
+    const auto closing = qScopeGuard([this] { device->close(); }); // also where memory runs out
+    KiCadText text(*device, mode);
     bool isGood = true;
     QString piece;
     do { // until nothing comes: a pipe does not tell its end, and a device that fails never comes to it
-        piece = stream.read(textUnitsAtOnce);
+        piece = text.read();
         isGood = builder.read(piece);
     } while (isGood && !piece.isEmpty());
-    device->close();
+    encodingErrorLine = text.invalidLine();
+    encodingErrorColumn = text.invalidColumn();
     complete = isGood && builder.isComplete();
     root = builder.finish();
     if (isGood)
@@ -91,5 +91,15 @@ int KiCadReader::getErrorLine() const
 int KiCadReader::getErrorColumn() const
 {
     return errorColumn;
+}
+
+int KiCadReader::getEncodingErrorLine() const
+{
+    return encodingErrorLine;
+}
+
+int KiCadReader::getEncodingErrorColumn() const
+{
+    return encodingErrorColumn;
 }
 }

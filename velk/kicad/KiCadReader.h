@@ -72,6 +72,13 @@ public:
     /// Column of the last syntax error in UTF-16 units, counted from 1; -1 when there was none.
     int getErrorColumn() const;
 
+    /// Line of the first byte that is not UTF-8 in what the last read() has read, counted from 1; -1 when there was
+    /// none. It is no error: U+FFFD is read, so that two names may become one, and in tolerant reading the character
+    /// that the byte is in Latin-1. UTF-16 and UTF-32 are read where the input begins with their mark.
+    int getEncodingErrorLine() const;
+    /// Its column in UTF-16 units, counted from 1; -1 when there was none.
+    int getEncodingErrorColumn() const;
+
 private:
     template <typename Builder>
     VELK_NO_EXPORT KiCadError buildTree(Builder builder);
@@ -84,6 +91,8 @@ private:
     bool complete = false;
     int errorLine = -1;
     int errorColumn = -1;
+    int encodingErrorLine = -1;
+    int encodingErrorColumn = -1;
 };
 }
 

@@ -12,23 +12,11 @@ namespace {
 
 using Token = QSharedPointer<KiCadToken>;
 
-/// A name as it stands in warnings: there may be as many of them as there are elements.
-QString shortened(const QString &name)
-{
-    constexpr qsizetype most = 100;
-    return name.size() <= most ? name : name.left(most) + u'…';
-}
-
-QString pathOf(const QString &list, const QString &name)
-{
-    return u"%1[%2]"_s.arg(list, shortened(name));
-}
-
 QString partPath(KiCadToken &libpart)
 {
-    return pathOf(u"/export/libparts/libpart"_s,
-                  u"name=%1,lib=%2"_s.arg(shortened(kiCadPaths().partName.textFrom(libpart)),
-                                          shortened(kiCadPaths().partLib.textFrom(libpart))));
+    return namedPath(u"/export/libparts/libpart"_s,
+                     u"name=%1,lib=%2"_s.arg(shortened(kiCadPaths().partName.textFrom(libpart)),
+                                             shortened(kiCadPaths().partLib.textFrom(libpart))));
 }
 
 std::pair<QString, QString> libraryAndNameOf(KiCadToken &libpart)
@@ -66,16 +54,40 @@ KiCadRepair::KiCadRepair(const QSharedPointer<KiCadToken> &tree)
 
 QStringList KiCadRepair::run()
 {
-    if (root.isNull())
+    if (root.isNull() || root->name != u"export"_s)
         return {};
     isOld = kiCadPaths().version.textFrom(*root) == u"D"_s;
-    libparts = kiCadPaths().libparts.findFrom(*root);
-    if (libparts) {
-        repairParts();
-        repairComponents();
-        repairNets();
-    }
+    for (const QString &list : {u"libparts"_s, u"components"_s, u"nets"_s})
+        mergeLists(list);
+    findOrAddParts();
+    repairParts();
+    repairComponents();
+    repairNets();
     return warnings;
+}
+
+void KiCadRepair::mergeLists(const QString &name)
+{
+    Token first;
+    root->children.removeIf([&](const Token &list) {
+        if (list->name != name)
+            return false;
+        if (first)
+            first->children.append(list->children);
+        else
+            first = list;
+        return first.data() != list.data(); // not by content: an empty list gets that of the next one
+    });
+}
+
+void KiCadRepair::findOrAddParts()
+{
+    libparts = kiCadPaths().libparts.findFrom(*root);
+    hasParts = libparts != nullptr;
+    if (hasParts)
+        return;
+    libparts = root->append(u"libparts"_s).data();
+    warn(u"/export/libparts"_s, u"missing, so all parts are taken with the pins that the nets name"_s);
 }
 
 // Counts through all names, so that a million alike take no longer than others.
@@ -111,11 +123,12 @@ void KiCadRepair::repairParts()
         addPart(libpart);
     for (const Token &libpart : std::as_const(libparts->children))
         tellApart(libpart);
+    libparts->children.removeIf([this](const Token &libpart) { return isReplacedByTheSame(libpart); });
 }
 
 void KiCadRepair::addPart(const Token &libpart)
 {
-    const auto part = std::make_shared<Part>(Part{libpart, {}, false});
+    const auto part = std::make_shared<Part>(Part{libpart, kiCadPaths().partName.findFrom(*libpart)});
     repairPins(*part, partPath(*libpart));
     const LibraryAndName known = libraryAndNameOf(*libpart);
     partsByLibrary.insert(known, part);
@@ -139,13 +152,13 @@ void KiCadRepair::repairPinNumber(KiCadToken &pin, Part &part, MessagePath messa
 
 void KiCadRepair::repairPins(Part &part, const QString &path)
 {
-    if (!kiCadPaths().pins.findFrom(*part.token)) {
-        part.token->append(u"pins"_s);
+    part.pins = kiCadPaths().pins.findFrom(*part.token);
+    if (!part.pins) {
+        part.pins = part.token->append(u"pins"_s).data();
         warn(path + u"/pins"_s, u"missing, so the part has no pins"_s);
     }
-    auto &pins = kiCadPaths().pins.findFrom(*part.token)->children;
     qsizetype position = 0;
-    pins.removeIf([&](const Token &pin) {
+    part.pins->children.removeIf([&](const Token &pin) {
         const auto pinPath = [&path, index = position++] { return indexedPath(path + u"/pins/pin"_s, index); };
         if (pin->name != u"pin"_s) {
             warn(pinPath(), u"'%1' is no pin and dropped"_s.arg(shortened(pin->name)));
@@ -178,6 +191,13 @@ void KiCadRepair::tellApart(const Token &libpart)
     }
 }
 
+// Pins that the nets add are given to the one that replaces it.
+bool KiCadRepair::isReplacedByTheSame(const Token &libpart) const
+{
+    const Token &last = partsByName.value(kiCadPaths().partName.textFrom(*libpart))->token;
+    return libpart.data() != last.data() && haveSamePins(*libpart, *last);
+}
+
 void KiCadRepair::rename(KiCadToken &libpart, const LibraryAndName &known)
 {
     QString &name = newNames[known];
@@ -205,9 +225,7 @@ void KiCadRepair::repairComponents()
                  u"missing, so the component is dropped"_s);
             return true;
         }
-        const QString path = pathOf(u"/export/components/comp"_s, ref);
-        if (partsOfComponents.contains(ref))
-            warn(path, u"listed twice, and the later one holds"_s);
+        const QString path = namedPath(u"/export/components/comp"_s, ref);
         complete(*comp, kiCadPaths().value, u"value"_s, [&path]() -> const QString & { return path; });
         resolvePart(*comp, ref, path);
         repairProperties(*comp, path);
@@ -222,16 +240,22 @@ void KiCadRepair::resolvePart(KiCadToken &comp, const QString &ref, const QStrin
     PartPointer part = findPart(wanted, path + u"/libsource/part"_s);
     if (!part && wanted.second.isEmpty()) {
         part = makeUpPart(wanted.first, unusedName(ref, partsByName));
-        warn(path + u"/libsource/part"_s,
-             u"missing, so the part is taken as '%1' with the pins that the nets name"_s.arg(shortened(part->name())));
+        warnOfUnlisted(path, u"missing, so the part is taken as '%1' with the pins that the nets name"_s.arg(
+                                 shortened(part->name->value)));
     } else if (!part) {
         part = makeUpPart(wanted.first, wanted.second);
-        warn(path + u"/libsource/part"_s,
-             u"'%1' is not listed, so it is taken as a part with the pins that the nets name"_s.arg(
-                 shortened(wanted.second)));
+        warnOfUnlisted(path, u"'%1' is not listed, so it is taken as a part with the pins that the nets name"_s.arg(
+                                 shortened(wanted.second)));
     }
     partsOfComponents.insert(ref, part);
-    setPart(comp, part->name());
+    setPart(comp, part->name->value);
+}
+
+// One warning is enough where no part is listed.
+void KiCadRepair::warnOfUnlisted(const QString &path, const QString &text)
+{
+    if (hasParts)
+        warn(path + u"/libsource/part"_s, text);
 }
 
 // An alias in the component's own library means more than a part of another one.
@@ -251,7 +275,7 @@ KiCadRepair::PartPointer KiCadRepair::findPart(const LibraryAndName &wanted, con
     if (!part)
         part = aliases.value(wanted.second);
     if (part)
-        warn(path, u"'%1' is an alias of '%2'"_s.arg(shortened(wanted.second), shortened(part->name())));
+        warn(path, u"'%1' is an alias of '%2'"_s.arg(shortened(wanted.second), shortened(part->name->value)));
     return part;
 }
 
@@ -259,16 +283,11 @@ KiCadRepair::PartPointer KiCadRepair::makeUpPart(const QString &lib, const QStri
 {
     const Token libpart = libparts->append(u"libpart"_s);
     libpart->append(u"lib"_s, lib);
-    libpart->append(u"part"_s, name);
-    libpart->append(u"pins"_s);
-    auto part = std::make_shared<Part>(Part{libpart, {}, true});
+    auto part = std::make_shared<Part>(Part{libpart, libpart->append(u"part"_s, name).data()});
+    part->pins = libpart->append(u"pins"_s).data();
+    part->isMadeUp = true;
     partsByName.insert(name, part);
     return part;
-}
-
-QString KiCadRepair::Part::name() const
-{
-    return kiCadPaths().partName.textFrom(*token);
 }
 
 void KiCadRepair::repairProperties(KiCadToken &comp, const QString &path)
@@ -349,7 +368,7 @@ void KiCadRepair::repairNodes(KiCadToken &net)
 
 bool KiCadRepair::repairNode(KiCadToken &node, const QString &netName)
 {
-    const auto path = [&netName] { return pathOf(u"/export/nets/net"_s, netName) + u"/node"_s; };
+    const auto path = [&netName] { return namedPath(u"/export/nets/net"_s, netName) + u"/node"_s; };
     const QString ref = kiCadPaths().nodeRef.textFrom(node);
     const PartPointer part = partsOfComponents.value(ref);
     if (!part) {
@@ -361,7 +380,7 @@ bool KiCadRepair::repairNode(KiCadToken &node, const QString &netName)
     if (!part->pinNumbers.contains(pinNumber)) {
         if (!part->isMadeUp) {
             warn(path() + u"/pin"_s, u"part '%1' of component '%2' has no pin '%3', so it is given one"_s.arg(
-                                         shortened(part->name()), shortened(ref), shortened(pinNumber)));
+                                         shortened(part->name->value), shortened(ref), shortened(pinNumber)));
         }
         addPin(*part, pinNumber);
     }
@@ -371,7 +390,7 @@ bool KiCadRepair::repairNode(KiCadToken &node, const QString &netName)
 void KiCadRepair::addPin(Part &part, const QString &number)
 {
     part.pinNumbers.insert(number);
-    const Token pin = kiCadPaths().pins.findFrom(*part.token)->append(u"pin"_s);
+    const Token pin = part.pins->append(u"pin"_s);
     pin->append(u"num"_s, number);
     pin->append(u"name"_s);
     pin->append(u"type"_s);

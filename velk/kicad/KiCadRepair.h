@@ -22,31 +22,37 @@ public:
     explicit KiCadRepair(const QSharedPointer<KiCadToken> &tree);
 
     /// Changes the tree itself. Returns a text for each change: the path of the element, what is wrong with it and how
-    /// it is taken. Lists that are missing altogether are left to the parser's complaint.
+    /// it is taken. Components or nets that are missing altogether are left to the parser's complaint, and what is
+    /// listed more than once to its warning.
     QStringList run();
 
 private:
     struct Part
     {
         QSharedPointer<KiCadToken> token;
-        QSet<QString> pinNumbers;
+        KiCadToken *name;
+        // Found once: there may be much else in a part, and many nets that name it.
+        KiCadToken *pins = nullptr;
+        QSet<QString> pinNumbers = {};
         bool isMadeUp = false;
-
-        QString name() const;
     };
     using PartPointer = std::shared_ptr<Part>;
     using LibraryAndName = std::pair<QString, QString>;
 
+    void mergeLists(const QString &name);
+    void findOrAddParts();
     void repairParts();
     void addPart(const QSharedPointer<KiCadToken> &libpart);
     void repairPins(Part &part, const QString &path);
     template <typename MessagePath>
     void repairPinNumber(KiCadToken &pin, Part &part, MessagePath messagePath);
     void tellApart(const QSharedPointer<KiCadToken> &libpart);
+    bool isReplacedByTheSame(const QSharedPointer<KiCadToken> &libpart) const;
     void rename(KiCadToken &libpart, const LibraryAndName &known);
 
     void repairComponents();
     void resolvePart(KiCadToken &comp, const QString &ref, const QString &path);
+    void warnOfUnlisted(const QString &path, const QString &text);
     PartPointer findPart(const LibraryAndName &wanted, const QString &path);
     PartPointer makeUpPart(const QString &lib, const QString &name);
     void repairProperties(KiCadToken &comp, const QString &path);
@@ -66,7 +72,8 @@ private:
 
     QSharedPointer<KiCadToken> root;
     KiCadToken *libparts = nullptr;
-    bool isOld = false; ///< of KiCad 4 or 5, which write fields instead of properties, and "~" for no name
+    bool hasParts = true; ///< listed in the file
+    bool isOld = false;   ///< of KiCad 4 or 5, which write fields instead of properties, and "~" for no name
     /// By the names in the file. Of several with one name, the one that the parser keeps.
     QHash<LibraryAndName, PartPointer> partsByLibrary;
     QHash<QString, PartPointer> partsByName;

@@ -83,12 +83,25 @@ bool shareChildren(const Token &a, const Token &b)
     return a.isNull() || a->children.constData() == b->children.constData();
 }
 
+bool holdsNull(const Token &token)
+{
+    return token->name.contains(QChar::Null) || token->value.contains(QChar::Null);
+}
+
+// What is printed ends at a NUL, which for a child means that its own text does and the parent's goes on.
 QString opening(const Token &token)
 {
     if (token.isNull())
         return u"KiCadToken(nullptr)"_s;
     const QString text = u"KiCadToken('%1', '%2'"_s.arg(token->name, token->value);
+    if (holdsNull(token))
+        return text.left(text.indexOf(QChar::Null));
     return text + (token->children.isEmpty() ? u")"_s : u", ["_s);
+}
+
+bool hasMoreToPrint(const Token &token)
+{
+    return token && !token->children.isEmpty() && !holdsNull(token);
 }
 
 struct OpenToken
@@ -123,7 +136,7 @@ char *toString(const QSharedPointer<Velk::KiCadToken> &token)
 {
     QString text = Velk::opening(token);
     QList<Velk::OpenToken> open;
-    if (token && !token->children.isEmpty())
+    if (Velk::hasMoreToPrint(token))
         open.append({token.data(), 0});
     while (!open.isEmpty()) {
         auto &[parent, next] = open.last();
@@ -136,7 +149,7 @@ char *toString(const QSharedPointer<Velk::KiCadToken> &token)
             text += u", "_s;
         const auto &child = parent->children.at(next++);
         text += Velk::opening(child);
-        if (child && !child->children.isEmpty())
+        if (Velk::hasMoreToPrint(child))
             open.append({child.data(), 0});
     }
     return qstrdup(text.toLatin1().constData());

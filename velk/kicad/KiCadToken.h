@@ -59,7 +59,7 @@ VELK_EXPORT bool operator==(const QSharedPointer<Velk::KiCadToken> &a, const QSh
 VELK_EXPORT bool operator!=(const QSharedPointer<Velk::KiCadToken> &a, const QSharedPointer<Velk::KiCadToken> &b);
 
 /// Text for diagnostics in Latin-1, as "KiCadToken('comp', '', [KiCadToken('ref', 'R1')])"; the caller
-/// releases it with delete[].
+/// releases it with delete[]. The text of each token ends at the first NUL in its name or value, without its children.
 VELK_EXPORT char *toString(const QSharedPointer<Velk::KiCadToken> &token);
 
 #endif

@@ -1,5 +1,7 @@
 #include <velk/kicad/KiCadTolerantTreeBuilder.h>
 
+#include <velk/kicad/KiCadText.h>
+
 #include <QString>
 
 #include <cctype>
@@ -103,7 +105,7 @@ void KiCadTolerantTreeBuilder::readInQuotes(char16_t character)
         return;
     }
     if (!escapedBytes.isEmpty()) {
-        word += QString::fromUtf8(escapedBytes).toStdU16String();
+        word += QString::fromUtf8(completedByLatin1(escapedBytes)).toStdU16String();
         escapedBytes.clear();
     }
     if (character == u'"')

@@ -32,7 +32,7 @@ QSharedPointer<EDANet> EDANet::addNode(const QString &ref, const QString &pin)
 QSharedPointer<EDANetNode> EDANet::findNode(const QString &ref, const QString &pin) const
 {
     for (const auto &node : nodes) {
-        if (node->matches(ref, pin))
+        if (node && node->matches(ref, pin))
             return node;
     }
     return {};
@@ -45,8 +45,12 @@ bool EDANet::containsNode(const QSharedPointer<EDANetNode> &node) const
 
 QList<QSharedPointer<EDANetNode>> EDANet::otherNodes(const QSharedPointer<EDANetNode> &node) const
 {
-    auto others = nodes;
-    others.removeAll(node);
+    QList<QSharedPointer<EDANetNode>> others;
+    others.reserve(nodes.size());
+    for (const auto &other : nodes) {
+        if (other && other != node)
+            others.append(other);
+    }
     return others;
 }
 
@@ -54,8 +58,10 @@ QSharedPointer<EDANet> EDANet::clone() const
 {
     auto copy = create(name);
     copy->nodes.reserve(nodes.size());
-    for (const auto &node : nodes)
-        copy->nodes.append(node->clone());
+    for (const auto &node : nodes) {
+        if (node)
+            copy->nodes.append(node->clone());
+    }
     return copy;
 }
 }

@@ -18,7 +18,8 @@ extern template class VELK_EXPORT QEnableSharedFromThis<Velk::EDANet>;
 namespace Velk {
 
 /// One electrical net: a plain value, held through QSharedPointer. A net copied by value shares the node
-/// objects and belongs to no shared pointer until one takes ownership of it.
+/// objects and belongs to no shared pointer until one takes ownership of it. A null pointer among the nodes is passed
+/// over: it is neither found nor among the others nor cloned.
 class VELK_EXPORT EDANet : public QEnableSharedFromThis<EDANet>
 {
 public:

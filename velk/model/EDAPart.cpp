@@ -23,15 +23,17 @@ QSharedPointer<EDAPart> EDAPart::clone() const
 {
     auto copy = create(name, lib);
     copy->pins.reserve(pins.size());
-    for (const auto &pin : pins)
-        copy->pins.append(pin->clone());
+    for (const auto &pin : pins) {
+        if (pin)
+            copy->pins.append(pin->clone());
+    }
     return copy;
 }
 
 QSharedPointer<EDAPin> EDAPart::getPinByNumber(const QString &number) const
 {
     for (const auto &pin : pins) {
-        if (pin->number == number)
+        if (pin && pin->number == number)
             return pin;
     }
     return {};
@@ -40,7 +42,7 @@ QSharedPointer<EDAPin> EDAPart::getPinByNumber(const QString &number) const
 QSharedPointer<EDAPin> EDAPart::getPinByName(const QString &pinName) const
 {
     for (const auto &pin : pins) {
-        if (pin->name == pinName)
+        if (pin && pin->name == pinName)
             return pin;
     }
     return {};

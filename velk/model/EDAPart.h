@@ -11,7 +11,8 @@
 namespace Velk {
 
 /// A library part (a libpart of a KiCad netlist) with its pins: a plain value, held through QSharedPointer.
-/// All look-ups compare exactly, case included: pin "01" is not pin "1".
+/// All look-ups compare exactly, case included: pin "01" is not pin "1". A null pointer among the pins is passed over:
+/// it is neither found nor cloned.
 class VELK_EXPORT EDAPart
 {
 public:

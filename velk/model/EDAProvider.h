@@ -18,6 +18,9 @@ namespace Velk {
 ///
 /// A look-up that finds nothing returns a null pointer; none throws or logs. Whether returned objects are the
 /// provider's own or copies is each implementation's choice, so do not try to change a netlist through them.
+///
+/// Null pointers in the lists, also in those of a net's nodes and of a part's pins, are passed over by
+/// MultipleEDAProvider and Routing.
 class VELK_EXPORT EDAProvider
 {
 public:

@@ -40,10 +40,12 @@ NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allCompone
 void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
 {
     partsByName.insert(part->name, static_cast<int>(parts.size()));
-    parts.push_back({part, {}});
+    parts.push_back({part, {}, {}});
     auto &positions = parts.back().positions;
     for (qsizetype i = part->pins.size() - 1; i >= 0; --i)
         positions.insert(part->pins.at(i)->number, static_cast<int>(i));
+    for (const auto &pin : std::as_const(part->pins))
+        parts.back().firstOfNumber.push_back(positions.value(pin->number));
 }
 
 void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
@@ -79,20 +81,20 @@ void NetlistIndex::numberPins()
 void NetlistIndex::addPinsOf(const IndexedPart &indexedPart)
 {
     const int first = static_cast<int>(pinTerminals.size());
-    for (const auto &pin : std::as_const(indexedPart.part->pins))
-        pinTerminals.push_back(first + indexedPart.positions.value(pin->number));
+    for (const int position : indexedPart.firstOfNumber)
+        pinTerminals.push_back(first + position);
 }
 
 void NetlistIndex::reserveNets(qsizetype netCount, qsizetype nodeCount)
 {
-    nets.reserve(netCount);
+    nodesOfNets.reserve(static_cast<std::size_t>(netCount));
     firstNodes.reserve(static_cast<std::size_t>(netCount) + 1);
     nodes.reserve(static_cast<std::size_t>(nodeCount));
 }
 
 void NetlistIndex::addNet(const QSharedPointer<EDANet> &net)
 {
-    nets.append(net);
+    nodesOfNets.push_back(net->nodes);
     firstNodes.push_back(firstNodes.back());
 }
 
@@ -103,14 +105,21 @@ void NetlistIndex::addNode(const NumberedNode &node)
     if (node.component == none)
         return;
     const int net = netCount() - 1;
-    if (node.terminal == none) {
-        hiddenNets.insert(node.component, net);
-    } else if (netOfTerminal(node.terminal) == none) {
+    if (node.terminal == none)
+        hiddenNets[node.component].push_back(net);
+    else if (netOfTerminal(node.terminal) == none)
         terminalNets[toSize(node.terminal)] = net;
-    } else if (netOfTerminal(node.terminal) != net && furtherNets.value(node.terminal, none) != net) { // the latest
-        furtherNets.insert(node.terminal, net);
-        hiddenNets.insert(node.component, net);
-    }
+    else if (netOfTerminal(node.terminal) != net)
+        addFurtherNet(node, net);
+}
+
+void NetlistIndex::addFurtherNet(const NumberedNode &node, int net)
+{
+    auto &further = furtherNets[node.terminal];
+    if (!further.empty() && further.back() == net)
+        return;
+    further.push_back(net);
+    hiddenNets[node.component].push_back(net);
 }
 
 NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNumber) const
@@ -123,11 +132,11 @@ NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNu
     return {component, position == none ? none : firstPin(component) + position, typeOf(component)};
 }
 
-QList<int> NetlistIndex::netsOfTerminal(int terminal) const
+std::vector<int> NetlistIndex::netsOfTerminal(int terminal) const
 {
-    QList<int> result = furtherNets.values(terminal);
+    std::vector<int> result = netsIn(furtherNets, terminal);
     if (netOfTerminal(terminal) != none)
-        result.append(netOfTerminal(terminal));
+        result.push_back(netOfTerminal(terminal));
     return result;
 }
 

@@ -9,9 +9,9 @@
 #include <QHash>
 #include <QList>
 #include <QMap>
-#include <QMultiHash>
 #include <QString>
 
+#include <unordered_map>
 #include <vector>
 
 namespace Velk {
@@ -24,7 +24,8 @@ struct NumberedNode
     int type;      ///< of the component; NetlistIndex::unlisted if that is not listed
 };
 
-/// A netlist in numbers. It is made for the components first, then gets the nets, and is not changed any more.
+/// A netlist in numbers. It is made for the components first, then gets the nets, and is not changed any more, whatever
+/// becomes of the elements' contents: it has lists, numbers and texts of its own.
 ///
 /// Nets and components count from 0 in the order given. A terminal is a pin of a component: the terminals of a
 /// component are consecutive, in the order of its part's pins, and pins of the same number are the first one's
@@ -35,7 +36,7 @@ public:
     static constexpr int none = -1;
     static constexpr int unlisted = 0; ///< the type of components that are not listed; others count from 1
 
-    /// References, and part names, must be unique.
+    /// References, and part names, must be unique, and no element, pin or node may be null.
     NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents, const QList<QSharedPointer<EDAPart>> &parts);
 
     void reserveNets(qsizetype netCount, qsizetype nodeCount);
@@ -47,7 +48,7 @@ public:
     /// most of which lie on no net. There are no terminals then, and no pins of components.
     bool hasTerminals() const { return !firstPins.empty(); }
 
-    int netCount() const { return static_cast<int>(nets.size()); }
+    int netCount() const { return static_cast<int>(nodesOfNets.size()); }
     int componentCount() const { return static_cast<int>(components.size()); }
 
     /// The nodes of a net are firstNode(net) to firstNode(net + 1) - 1.
@@ -62,13 +63,10 @@ public:
     /// The first net that holds the terminal, or none.
     int netOfTerminal(int terminal) const { return terminalNets[toSize(terminal)]; }
     /// All nets that hold the terminal.
-    QList<int> netsOfTerminal(int terminal) const;
+    std::vector<int> netsOfTerminal(int terminal) const;
     /// Nets where the component has a node that netOfTerminal() does not lead to: a node that lies on two nets, or one
     /// on a pin that the part lacks.
-    QList<int> hiddenNetsOfComponent(int component) const
-    {
-        return hiddenNets.isEmpty() ? QList<int>() : hiddenNets.values(component);
-    }
+    std::vector<int> hiddenNetsOfComponent(int component) const { return netsIn(hiddenNets, component); }
 
     /// The text of each type, the first one being that of unlisted components, and which of them a component has.
     const QList<QString> &componentTypes() const { return types; }
@@ -78,9 +76,10 @@ public:
     int identifierCount() const { return static_cast<int>(identifiersByText.size()); }
 
     const QSharedPointer<EDAComponent> &component(int number) const { return components.at(number); }
+    /// As the net held it when it was added. The reference is valid as long as the index.
     const QSharedPointer<EDANetNode> &node(int net, int number) const
     {
-        return nets.at(net)->nodes.at(number - firstNode(net));
+        return nodesOfNets[toSize(net)].at(number - firstNode(net));
     }
 
     /// Null where there is none.
@@ -94,14 +93,25 @@ private:
     struct IndexedPart
     {
         QSharedPointer<EDAPart> part;
-        QHash<QString, int> positions;
+        QHash<QString, int> positions;  ///< of the first pin of each number
+        std::vector<int> firstOfNumber; ///< by position
     };
 
+    using NetsByNumber = std::unordered_map<int, std::vector<int>>;
+
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
+    static std::vector<int> netsIn(const NetsByNumber &nets, int number)
+    {
+        if (nets.empty())
+            return {};
+        const auto found = nets.find(number);
+        return found == nets.end() ? std::vector<int>() : found->second;
+    }
     void addPart(const QSharedPointer<EDAPart> &part);
     void addComponent(const QSharedPointer<EDAComponent> &component);
     void numberPins();
     void addPinsOf(const IndexedPart &indexedPart);
+    void addFurtherNet(const NumberedNode &node, int net);
 
     std::vector<IndexedPart> parts;
     QHash<QString, int> partsByName;
@@ -118,12 +128,12 @@ private:
     std::vector<int> firstPins;
     std::vector<int> pinTerminals;
 
-    QList<QSharedPointer<EDANet>> nets;
-    std::vector<int> firstNodes = {0}; ///< one more than there are nets
+    std::vector<QList<QSharedPointer<EDANetNode>>> nodesOfNets; ///< shared with the nets until these are changed
+    std::vector<int> firstNodes = {0};                          ///< one more than there are nets
     std::vector<NumberedNode> nodes;
     std::vector<int> terminalNets;
-    QMultiHash<int, int> furtherNets; ///< of a terminal, besides the first
-    QMultiHash<int, int> hiddenNets;
+    NetsByNumber furtherNets; ///< of a terminal, besides the first
+    NetsByNumber hiddenNets;
 };
 }
 

@@ -63,6 +63,8 @@ public:
         const auto copy = EDANet::create(net->name % suffix);
         copy->nodes.reserve(net->nodes.size());
         for (const auto &node : std::as_const(net->nodes)) {
+            if (!node)
+                continue;
             ref.resize(0);
             ref.append(node->ref).append(suffix);
             nodes.push_back(index.numberedNode(ref, node->pin));
@@ -176,6 +178,8 @@ MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, c
 MultipleEDAProvider::~MultipleEDAProvider() = default;
 MultipleEDAProvider::MultipleEDAProvider(const MultipleEDAProvider &other) = default;
 MultipleEDAProvider &MultipleEDAProvider::operator=(const MultipleEDAProvider &other) = default;
+MultipleEDAProvider::MultipleEDAProvider(MultipleEDAProvider &&other) noexcept = default;
+MultipleEDAProvider &MultipleEDAProvider::operator=(MultipleEDAProvider &&other) noexcept = default;
 
 void MultipleEDAProvider::prepareParts()
 {
@@ -183,6 +187,8 @@ void MultipleEDAProvider::prepareParts()
         const QString suffix = suffixOf(i);
         const auto partsOfProvider = partsOf(*providers.at(i));
         for (const auto &part : partsOfProvider) {
+            if (!part)
+                continue;
             parts.append(part->clone());
             parts.last()->name = part->name % suffix;
         }
@@ -196,8 +202,9 @@ void MultipleEDAProvider::prepareComponents()
         const QString suffix = suffixOf(i);
         QHash<QString, QString> partNames; // shared by the components
         const auto componentsOfProvider = componentsOf(*providers.at(i));
-        components.reserve(components.size() + componentsOfProvider.size());
         for (const auto &component : componentsOfProvider) {
+            if (!component)
+                continue;
             const auto copy = component->clone();
             QString &partName = partNames[component->part];
             if (partName.isEmpty())
@@ -217,8 +224,10 @@ void MultipleEDAProvider::prepareNets()
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
         const auto netsOfProvider = netsOf(*providers.at(i));
-        for (const auto &net : netsOfProvider)
-            copies.add(net, suffix);
+        for (const auto &net : netsOfProvider) {
+            if (net)
+                copies.add(net, suffix);
+        }
     }
     NetJoiner joiner(copies.count());
     giveTo(joiner, copies, *numbers, Connectors(*numbers, connectorComponentTypes));

@@ -27,9 +27,13 @@ namespace Velk {
 /// looked at again, last. A net node whose component is not listed is logged and joins nothing.
 ///
 /// All is copied and joined in the constructor, in time near-linear in the number of nodes; afterwards the
-/// object is read-only and does not touch the netlists that it was made from. Look-ups hand out the stored objects,
-/// which must not be changed, since the search relies on them. Components and parts come in the order of their suffixed
-/// names, ascending by UTF-16 code units.
+/// object is read-only and does not touch the netlists that it was made from. Components and parts come in the order of
+/// their suffixed names, ascending by UTF-16 code units.
+///
+/// Look-ups hand out the stored objects. Leave them as they are: changing them between queries is safe, but it does not
+/// change the netlist. Components and parts go on being found by their former names, components by properties that they
+/// both had and have. A search with the trace off goes by the nets, pins, references and types of before, and only
+/// looks up its two ends in what is there now; one with the trace on goes by what is there now.
 class VELK_EXPORT MultipleEDAProvider : public EDAProvider, public IndexedProvider
 {
 public:
@@ -43,6 +47,9 @@ public:
     /// Copies share the model objects.
     MultipleEDAProvider(const MultipleEDAProvider &other);
     MultipleEDAProvider &operator=(const MultipleEDAProvider &other);
+    /// One that was moved from may be assigned to or destroyed, nothing else.
+    MultipleEDAProvider(MultipleEDAProvider &&other) noexcept;
+    MultipleEDAProvider &operator=(MultipleEDAProvider &&other) noexcept;
 
     /// The joined nets, in the order in which joining finished them.
     QList<QSharedPointer<EDANet>> getNets() const override;

@@ -30,14 +30,14 @@ public:
 private:
     struct Entry
     {
-        quint32 round = 0;
+        quint16 round = 0; // no wider, so that tests can use them up
         int value = 0;
     };
 
     const Entry &entry(int number) const { return entries[static_cast<std::size_t>(number)]; }
 
     std::vector<Entry> entries;
-    quint32 round = 0;
+    quint16 round = 0;
 };
 }
 

@@ -60,15 +60,15 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
         keepPath();
         return;
     }
-    const qsizetype additionalNodesBefore = additionalNodes.size();
+    const std::size_t collectedBefore = additionalNodes.size();
     if (node != source.node)
-        additionalNodes += findAdditionalNodes(net, node);
+        collectAdditionalNodes(net, node);
     if (pathLimitReached()) {
-        additionalNodes.resize(additionalNodesBefore);
+        additionalNodes.resize(collectedBefore);
         return;
     }
     visited.insert(net.data());
-    branch.append(Level{net, additionalNodesBefore, switchableNodes(net, node), {}});
+    branch.append(Level{net, collectedBefore, switchableNodes(net, node), {}});
 }
 
 void PathSearch::crossNextComponent(Level &level) const
@@ -87,7 +87,7 @@ void PathSearch::leaveNet()
 
 void PathSearch::keepPath()
 {
-    if (deepening.keep(branch.size(), additionalNodes.size()))
+    if (deepening.keep(branch.size(), static_cast<qsizetype>(additionalNodes.size())))
         paths.append(currentPath());
 }
 
@@ -97,7 +97,9 @@ RoutingPath PathSearch::currentPath() const
     path.switchingComponents.reserve(branch.size());
     for (const Level &level : branch)
         path.switchingComponents.append(level.crossed);
-    path.additionalNodes = additionalNodes;
+    path.additionalNodes.reserve(static_cast<qsizetype>(additionalNodes.size()));
+    for (const auto &node : additionalNodes)
+        path.additionalNodes.append(node);
     return path;
 }
 
@@ -105,7 +107,7 @@ QSharedPointer<EDANet> PathSearch::findNetContainingNode(const QSharedPointer<ED
 {
     const auto nets = routing.provider->getNets();
     for (const auto &net : nets) {
-        if (net->containsNode(node))
+        if (net && net->containsNode(node))
             return net;
     }
     return {};
@@ -138,16 +140,13 @@ QList<NodeWithComponent> PathSearch::switchableNodes(const QSharedPointer<EDANet
     return result;
 }
 
-QList<QSharedPointer<EDANetNode>> PathSearch::findAdditionalNodes(const QSharedPointer<EDANet> &net,
-                                                                  const QSharedPointer<EDANetNode> &node) const
+void PathSearch::collectAdditionalNodes(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node)
 {
-    QList<QSharedPointer<EDANetNode>> result;
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
         if (other.node != source.node && other.node != destination && routing.isComponentInterface(other.component))
-            result.append(other.node);
+            additionalNodes.push_back(other.node);
     }
-    return result;
 }
 
 QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
@@ -161,7 +160,7 @@ QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSh
     }
     QList<QSharedPointer<EDANetNode>> result;
     for (const auto &pin : std::as_const(part->pins)) {
-        if (pin->number != pinNumber)
+        if (pin && pin->number != pinNumber)
             result.append(EDANetNode::create(component->ref, pin->number));
     }
     return result;
@@ -170,10 +169,11 @@ QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSh
 // Beyond this net it takes one switch more than to get here.
 bool PathSearch::pathLimitReached()
 {
+    const auto nodes = static_cast<qsizetype>(additionalNodes.size());
     const qsizetype switches = branch.size() + 1;
-    if (deepening.reaches(switches, additionalNodes.size()))
+    if (deepening.reaches(switches, nodes))
         return false;
-    deepening.noteCut(switches, additionalNodes.size());
+    deepening.noteCut(switches, nodes);
     return true;
 }
 

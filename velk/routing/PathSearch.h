@@ -7,6 +7,8 @@
 
 #include <QSet>
 
+#include <vector>
+
 namespace Velk {
 
 /// The depth-first search of one query. The current branch lies on a stack of its own, so that its depth is
@@ -25,7 +27,7 @@ private:
     struct Level
     {
         QSharedPointer<EDANet> net; ///< kept alive while it counts as visited, so that no other gets its address
-        qsizetype additionalNodesBefore;
+        std::size_t additionalNodesBefore;
         QList<NodeWithComponent> entries;          ///< switchable components that are not yet crossed
         QSharedPointer<EDAComponent> crossed;      ///< the one being crossed
         QList<QSharedPointer<EDANetNode>> exits{}; ///< its pins that are not yet left by
@@ -43,8 +45,7 @@ private:
                                                           const QSharedPointer<EDANetNode> &node) const;
     QList<NodeWithComponent> switchableNodes(const QSharedPointer<EDANet> &net,
                                              const QSharedPointer<EDANetNode> &node) const;
-    QList<QSharedPointer<EDANetNode>> findAdditionalNodes(const QSharedPointer<EDANet> &net,
-                                                          const QSharedPointer<EDANetNode> &node) const;
+    void collectAdditionalNodes(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node);
     QList<QSharedPointer<EDANetNode>> getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
                                                                const QString &pinNumber) const;
     bool pathLimitReached();
@@ -58,7 +59,7 @@ private:
     IterativeDeepening deepening;
     QList<Level> branch;
     QSet<const EDANet *> visited; ///< the nets of the branch; identity decides, equal nets are different ones
-    QList<QSharedPointer<EDANetNode>> additionalNodes; ///< of the whole branch
+    std::vector<QSharedPointer<EDANetNode>> additionalNodes; ///< of the whole branch
     QList<RoutingPath> paths;
 };
 }

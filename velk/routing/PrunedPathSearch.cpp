@@ -5,18 +5,12 @@ namespace Velk {
 namespace {
 
 constexpr std::size_t usualDepth = 8;
-
-SearchMemory &memoryOfThread()
-{
-    thread_local SearchMemory memory;
-    return memory;
-}
 }
 
 PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, qsizetype maxPaths)
     : index(netlist)
     , rules(searchRules)
-    , memory(memoryOfThread())
+    , memory(borrowed.memory())
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, maxPaths)
     , bounds(netlist, searchRules, deepening, memory)
 {
@@ -69,16 +63,16 @@ void PrunedPathSearch::crossToNextPin()
         keepPath();
         return;
     }
-    const qsizetype collected = additionalNodes.size();
+    const std::size_t collected = additionalNodes.size();
     const auto switched = static_cast<qsizetype>(branch.size());
-    if (!bounds.allow(net, switched, collected))
+    if (!bounds.allow(net, switched, additionalNodeCount()))
         return;
     collectAdditionalNodes(net, exit);
-    if (deepening.reaches(switched, additionalNodes.size())) {
+    if (deepening.reaches(switched, additionalNodeCount())) {
         enterNet(net, exit, collected);
     } else {
-        deepening.noteCut(switched, additionalNodes.size());
-        additionalNodes.resize(collected);
+        deepening.noteCut(switched, additionalNodeCount());
+        dropAdditionalNodes(collected);
         bounds.noteUselessBranch();
     }
 }
@@ -95,7 +89,7 @@ void PrunedPathSearch::enterNextComponent()
     level.endPin = index.firstPin(node.component + 1);
 }
 
-void PrunedPathSearch::enterNet(int net, int arrival, qsizetype additionalNodesBefore)
+void PrunedPathSearch::enterNet(int net, int arrival, std::size_t additionalNodesBefore)
 {
     memory.onBranch.set(net);
     branch.push_back(Level{net, arrival, index.firstNode(net), index.firstNode(net + 1), NetlistIndex::none,
@@ -106,23 +100,43 @@ void PrunedPathSearch::leaveNet()
 {
     const Level &level = branch.back();
     memory.onBranch.unset(level.net);
-    if (additionalNodes.size() > level.additionalNodesBefore)
-        additionalNodes.resize(level.additionalNodesBefore);
+    dropAdditionalNodes(level.additionalNodesBefore);
     branch.pop_back();
 }
 
 void PrunedPathSearch::collectAdditionalNodes(int net, int arrival)
 {
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
-        if (rules.isAdditional(index.numberedNode(i), arrival))
-            additionalNodes.append(index.node(net, i));
+        if (rules.isAdditional(index.numberedNode(i), arrival)) {
+            additionalNodes.push_back(&index.node(net, i));
+            additionalNodeList = NodeList();
+        }
     }
+}
+
+void PrunedPathSearch::dropAdditionalNodes(std::size_t countBefore)
+{
+    if (additionalNodes.size() == countBefore)
+        return;
+    additionalNodes.resize(countBefore);
+    additionalNodeList = NodeList();
+}
+
+// A list of its own for each change: Qt does not check the allocation by which a shared list is shortened.
+const PrunedPathSearch::NodeList &PrunedPathSearch::additionalNodesAsList()
+{
+    if (additionalNodeList.size() == additionalNodeCount())
+        return additionalNodeList;
+    additionalNodeList.reserve(additionalNodeCount());
+    for (const auto *node : additionalNodes)
+        additionalNodeList.append(*node);
+    return additionalNodeList;
 }
 
 void PrunedPathSearch::keepPath()
 {
-    if (deepening.keep(static_cast<qsizetype>(branch.size()), additionalNodes.size()))
-        paths.add(branch, additionalNodes);
+    if (deepening.keep(static_cast<qsizetype>(branch.size()), additionalNodeCount()))
+        paths.add(branch, additionalNodesAsList());
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
 }

@@ -21,6 +21,8 @@ public:
     QList<RoutingPath> run();
 
 private:
+    using NodeList = QList<QSharedPointer<EDANetNode>>;
+
     /// A net on the current branch and what is still to be crossed from it.
     struct Level
     {
@@ -32,25 +34,31 @@ private:
         int entry;     ///< the terminal by which that is entered
         int nextPin;   ///< of it
         int endPin;
-        qsizetype additionalNodesBefore; ///< how many the branch had before this net
+        std::size_t additionalNodesBefore; ///< how many the branch had before this net
     };
 
     void searchOnce();
     void enterSourceNet();
     void crossToNextPin();
     void enterNextComponent();
-    void enterNet(int net, int arrival, qsizetype additionalNodesBefore);
+    void enterNet(int net, int arrival, std::size_t additionalNodesBefore);
     void leaveNet();
     void collectAdditionalNodes(int net, int arrival);
+    void dropAdditionalNodes(std::size_t countBefore);
+    const NodeList &additionalNodesAsList();
+    qsizetype additionalNodeCount() const { return static_cast<qsizetype>(additionalNodes.size()); }
     void keepPath();
 
     const NetlistIndex &index;
     const SearchRules &rules;
+    BorrowedMemory borrowed;
     SearchMemory &memory;
     IterativeDeepening deepening;
     SearchBounds bounds;
     std::vector<Level> branch;
-    QList<QSharedPointer<EDANetNode>> additionalNodes; ///< of the branch; shared by all paths that have the same
+    std::vector<const QSharedPointer<EDANetNode> *> additionalNodes; ///< of the branch
+    /// The same, or empty while no path has needed them. Paths that have the same nodes share it.
+    NodeList additionalNodeList;
     FoundPaths paths;
 };
 }

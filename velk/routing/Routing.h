@@ -98,21 +98,14 @@ public:
                                  const QString &destinationPin) const;
 
     /// The same from a pin of \a source to a pin of \a destination, for callers that know the two components. Both are
-    /// to be the provider's; a null one throws EDAComponentNotFoundException with no properties. A template of
-    /// EDAComponent alone, so that {} goes on meaning an empty list of properties.
-    template <typename Component>
-    QList<RoutingPath> findPaths(const QSharedPointer<Component> &source, const QString &sourcePin,
-                                 const QSharedPointer<Component> &destination, const QString &destinationPin) const
-    {
-        return findPathsBetween(source, sourcePin, destination, destinationPin);
-    }
+    /// to be the provider's; a null one throws EDAComponentNotFoundException with no properties.
+    QList<RoutingPath> findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                        const QSharedPointer<EDAComponent> &destination,
+                                        const QString &destinationPin) const;
 
 private:
     friend class PathSearch;
 
-    QList<RoutingPath> findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
-                                        const QSharedPointer<EDAComponent> &destination,
-                                        const QString &destinationPin) const;
     VELK_NO_EXPORT QList<RoutingPath> search(const NodeWithComponent &source,
                                              const NodeWithComponent &destination) const;
     VELK_NO_EXPORT SearchRules rulesFor(const NetlistIndex &index, const NodeWithComponent &source,

@@ -3,6 +3,7 @@
 
 #include <velk/routing/Marks.h>
 
+#include <memory>
 #include <vector>
 
 namespace Velk {
@@ -17,7 +18,7 @@ struct Label
     int earlier; ///< number of the label of the same net before this one, or none
 };
 
-/// Working memory that a thread keeps from query to query. Nothing in it outlives a query in meaning.
+/// What a query works with. Nothing in it outlives a query in meaning.
 struct SearchMemory
 {
     Marks switches;           ///< of nets: fewest to the destination; unmarked where it is too far
@@ -27,6 +28,23 @@ struct SearchMemory
     Marks onBranch;           ///< nets
     std::vector<int> nets;    ///< to be looked at
     std::vector<Label> labels;
+};
+
+/// The memory that the thread keeps from query to query, for as long as one query takes. One made for it alone where
+/// another query has it, or where the thread has released it: static objects are destroyed after those of the main
+/// thread, and their destructors may search.
+class BorrowedMemory
+{
+public:
+    BorrowedMemory();
+    ~BorrowedMemory();
+    BorrowedMemory(const BorrowedMemory &other) = delete;
+    BorrowedMemory &operator=(const BorrowedMemory &other) = delete;
+
+    SearchMemory &memory() { return *borrowed; }
+
+private:
+    std::unique_ptr<SearchMemory> borrowed;
 };
 }
 

@@ -1,0 +1,50 @@
+#include "tests/support/Boards.h"
+#include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What goes to standard output, then to standard error, then the exit status if it is not 0.
+QString transcript(const Result &result)
+{
+    QString text = result.output + result.errors;
+    text.replace(u'\r', u"\\r"_s);
+    return result.status == 0 ? text : text + u"exit status %1\n"_s.arg(result.status);
+}
+}
+
+/// What a user sees of the command, in a folder with the boards of the case and links to the example system and to
+/// tests/data.
+class SessionTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void shows_data() { addCasesFrom("sessions.txt"); }
+    void shows()
+    {
+        QFETCH(QString, input);
+        const QTemporaryDir folder;
+        QVERIFY(QFile::link(QStringLiteral(VELK_SOURCE_DIR "/examples/demo"), folder.filePath(u"demo"_s)) &&
+                QFile::link(QStringLiteral(VELK_TEST_DATA), folder.filePath(u"data"_s)));
+        QString script =
+            u"velk() { '%1' \"$@\"; }\n"
+            "demo='demo/instruments.net demo/matrix.net demo/adapter.net'\n"_s.arg(QStringLiteral(VELK_COMMAND));
+        while (input.startsWith(u"$ "_s)) {
+            script += input.section(u'\n', 0, 0).mid(2) + u'\n';
+            input = input.section(u'\n', 1);
+        }
+        writeBoards(input, folder.path());
+        QFETCH(QString, expected);
+        const QString shown = transcript(run(u"sh"_s, {u"-c"_s, script}, folder.path())).trimmed();
+        QVERIFY2(shown == expected, qPrintable(shown));
+    }
+};
+
+VELK_TEST(SessionTest)
+
+#include "SessionTest.moc"
