@@ -1,7 +1,7 @@
 #include <velk/provider/MultipleEDAProvider.h>
 
+#include <velk/index/NetlistIndex.h>
 #include <velk/model/ElementOwner.h>
-#include <velk/model/NetlistIndex.h>
 #include <velk/model/RoutingLog.h>
 #include <velk/provider/NetJoiner.h>
 

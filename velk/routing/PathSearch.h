@@ -1,9 +1,9 @@
 #ifndef VELK_ROUTING_PATHSEARCH_H
 #define VELK_ROUTING_PATHSEARCH_H
 
-#include <velk/routing/IterativeDeepening.h>
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/routing/Routing.h>
+#include <velk/search/IterativeDeepening.h>
 
 #include <QSet>
 

@@ -4,7 +4,7 @@
 #include <velk/model/IndexedProvider.h>
 #include <velk/model/RoutingLog.h>
 #include <velk/routing/PathSearch.h>
-#include <velk/routing/PrunedPathSearch.h>
+#include <velk/search/PrunedPathSearch.h>
 
 #include <algorithm>
 #include <tuple>

@@ -1,4 +1,4 @@
-#include <velk/routing/PrunedPathSearch.h>
+#include <velk/search/PrunedPathSearch.h>
 
 namespace Velk {
 

@@ -1,4 +1,4 @@
-#include <velk/routing/FoundPaths.h>
+#include <velk/search/FoundPaths.h>
 
 #include <utility>
 

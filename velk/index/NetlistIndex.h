@@ -1,10 +1,10 @@
-#ifndef VELK_MODEL_NETLISTINDEX_H
-#define VELK_MODEL_NETLISTINDEX_H
+#ifndef VELK_INDEX_NETLISTINDEX_H
+#define VELK_INDEX_NETLISTINDEX_H
 
+#include <velk/index/PropertyIndex.h>
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDANet.h>
 #include <velk/model/EDAPart.h>
-#include <velk/model/PropertyIndex.h>
 
 #include <QHash>
 #include <QList>

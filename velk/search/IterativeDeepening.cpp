@@ -1,4 +1,4 @@
-#include <velk/routing/IterativeDeepening.h>
+#include <velk/search/IterativeDeepening.h>
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,7 @@
-#ifndef VELK_ROUTING_SEARCHRULES_H
-#define VELK_ROUTING_SEARCHRULES_H
+#ifndef VELK_SEARCH_SEARCHRULES_H
+#define VELK_SEARCH_SEARCHRULES_H
 
-#include <velk/model/NetlistIndex.h>
+#include <velk/index/NetlistIndex.h>
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include <velk/model/PropertyIndex.h>
+#include <velk/index/PropertyIndex.h>
 
 #include <QHash>
 

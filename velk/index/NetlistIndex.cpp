@@ -1,4 +1,4 @@
-#include <velk/model/NetlistIndex.h>
+#include <velk/index/NetlistIndex.h>
 
 #include <velk/model/IndexedProvider.h>
 

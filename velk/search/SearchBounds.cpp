@@ -1,4 +1,4 @@
-#include <velk/routing/SearchBounds.h>
+#include <velk/search/SearchBounds.h>
 
 #include <limits>
 

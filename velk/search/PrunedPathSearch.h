@@ -1,8 +1,8 @@
-#ifndef VELK_ROUTING_PRUNEDPATHSEARCH_H
-#define VELK_ROUTING_PRUNEDPATHSEARCH_H
+#ifndef VELK_SEARCH_PRUNEDPATHSEARCH_H
+#define VELK_SEARCH_PRUNEDPATHSEARCH_H
 
-#include <velk/routing/FoundPaths.h>
-#include <velk/routing/SearchBounds.h>
+#include <velk/search/FoundPaths.h>
+#include <velk/search/SearchBounds.h>
 
 #include <vector>
 

@@ -1,7 +1,7 @@
-#ifndef VELK_ROUTING_FOUNDPATHS_H
-#define VELK_ROUTING_FOUNDPATHS_H
+#ifndef VELK_SEARCH_FOUNDPATHS_H
+#define VELK_SEARCH_FOUNDPATHS_H
 
-#include <velk/model/NetlistIndex.h>
+#include <velk/index/NetlistIndex.h>
 #include <velk/routing/RoutingPath.h>
 
 #include <map>

@@ -1,7 +1,7 @@
-#ifndef VELK_ROUTING_SEARCHMEMORY_H
-#define VELK_ROUTING_SEARCHMEMORY_H
+#ifndef VELK_SEARCH_SEARCHMEMORY_H
+#define VELK_SEARCH_SEARCHMEMORY_H
 
-#include <velk/routing/Marks.h>
+#include <velk/search/Marks.h>
 
 #include <memory>
 #include <vector>

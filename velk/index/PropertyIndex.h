@@ -1,5 +1,5 @@
-#ifndef VELK_MODEL_PROPERTYINDEX_H
-#define VELK_MODEL_PROPERTYINDEX_H
+#ifndef VELK_INDEX_PROPERTYINDEX_H
+#define VELK_INDEX_PROPERTYINDEX_H
 
 #include <velk/model/EDAComponent.h>
 

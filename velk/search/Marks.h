@@ -1,5 +1,5 @@
-#ifndef VELK_ROUTING_MARKS_H
-#define VELK_ROUTING_MARKS_H
+#ifndef VELK_SEARCH_MARKS_H
+#define VELK_SEARCH_MARKS_H
 
 #include <QtGlobal>
 

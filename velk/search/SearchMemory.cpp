@@ -1,4 +1,4 @@
-#include <velk/routing/SearchMemory.h>
+#include <velk/search/SearchMemory.h>
 
 #include <utility>
 

@@ -1,9 +1,9 @@
-#ifndef VELK_ROUTING_SEARCHBOUNDS_H
-#define VELK_ROUTING_SEARCHBOUNDS_H
+#ifndef VELK_SEARCH_SEARCHBOUNDS_H
+#define VELK_SEARCH_SEARCHBOUNDS_H
 
-#include <velk/routing/IterativeDeepening.h>
-#include <velk/routing/SearchMemory.h>
-#include <velk/routing/SearchRules.h>
+#include <velk/search/IterativeDeepening.h>
+#include <velk/search/SearchMemory.h>
+#include <velk/search/SearchRules.h>
 
 namespace Velk {
 
