@@ -1,9 +1,9 @@
 #include "cli/CommandLine.h"
 
-#include "cli/CommandError.h"
-#include "cli/Message.h"
-#include "cli/Progress.h"
 #include "cli/Suggestions.h"
+#include "cli/commands/CommandError.h"
+#include "cli/terminal/Message.h"
+#include "cli/terminal/Progress.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,10 +1,10 @@
 #ifndef VELK_CLI_COMMANDLINE_H
 #define VELK_CLI_COMMANDLINE_H
 
-#include "cli/CheckCommand.h"
-#include "cli/IniCommand.h"
-#include "cli/ListCommand.h"
-#include "cli/RoutesCommand.h"
+#include "cli/commands/CheckCommand.h"
+#include "cli/commands/IniCommand.h"
+#include "cli/commands/ListCommand.h"
+#include "cli/commands/RoutesCommand.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "cli/NoRouteReason.h"
 
-#include "cli/CommandError.h"
-#include "cli/Progress.h"
+#include "cli/commands/CommandError.h"
+#include "cli/terminal/Progress.h"
 
 #include <velk/facade/VelkRouting.h>
 

@@ -1,10 +1,10 @@
 #include "cli/RouteEnd.h"
 
-#include "cli/CommandError.h"
-#include "cli/Message.h"
-#include "cli/Netlist.h"
 #include "cli/PropertyHints.h"
 #include "cli/Suggestions.h"
+#include "cli/commands/CommandError.h"
+#include "cli/commands/Netlist.h"
+#include "cli/terminal/Message.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_ROUTEEND_H
 #define VELK_CLI_ROUTEEND_H
 
-#include "cli/Options.h"
+#include "cli/commands/Options.h"
 
 #include <velk/model/EDAProvider.h>
 

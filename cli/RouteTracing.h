@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_ROUTETRACING_H
 #define VELK_CLI_ROUTETRACING_H
 
-#include "cli/RouteFormats.h"
+#include "cli/formats/RouteFormats.h"
 
 #include <QHash>
 #include <QSet>

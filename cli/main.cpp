@@ -1,6 +1,6 @@
-#include "cli/CommandError.h"
 #include "cli/CommandLine.h"
-#include "cli/Trace.h"
+#include "cli/commands/CommandError.h"
+#include "cli/commands/Trace.h"
 
 int main(int argc, char **argv)
 {

@@ -1,8 +1,8 @@
 #ifndef VELK_CLI_CHECK_FILECHECKS_H
 #define VELK_CLI_CHECK_FILECHECKS_H
 
-#include "cli/Netlist.h"
 #include "cli/check/Finding.h"
+#include "cli/commands/Netlist.h"
 
 namespace VelkCli {
 

@@ -1,5 +1,5 @@
 #include "cli/NoRouteReason.h"
-#include "cli/Netlist.h"
+#include "cli/commands/Netlist.h"
 #include "tests/support/PlainProvider.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"

@@ -1,8 +1,8 @@
 #include "cli/CommandLine.h"
-#include "cli/pages/BashCompletion.h"
-#include "cli/pages/FishCompletion.h"
-#include "cli/pages/ManualPage.h"
-#include "cli/pages/ZshCompletion.h"
+#include "cli/manual/BashCompletion.h"
+#include "cli/manual/FishCompletion.h"
+#include "cli/manual/ManualPage.h"
+#include "cli/manual/ZshCompletion.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 

@@ -1,4 +1,4 @@
-#include "cli/RoutePage.h"
+#include "cli/formats/html/RoutePage.h"
 #include "cli/RouteTracing.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"

@@ -1,0 +1,54 @@
+#ifndef VELK_CLI_COMMANDS_NETLIST_H
+#define VELK_CLI_COMMANDS_NETLIST_H
+
+#include <velk/kicad/KiCadNetParser.h>
+#include <velk/provider/MultipleEDAProvider.h>
+
+#include <QHash>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace VelkCli {
+
+using Netlists = std::vector<std::unique_ptr<Velk::KiCadNetParser>>;
+
+/// Reads the files. Throws a CommandError that names the file for the first one that cannot be read or is no netlist.
+/// Prints the warnings of reading.
+Netlists readNetlists(const QStringList &fileNames, Velk::KiCadReadingMode mode);
+
+/// Joins them at connectors of these types.
+Velk::MultipleEDAProvider joined(const Netlists &netlists, const QStringList &connectorTypes);
+
+/// Reads the files, "-" being standard input, and joins them.
+Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList &connectorTypes,
+                                       Velk::KiCadReadingMode mode);
+
+/// One file as it is, without the suffix "#1", or several joined.
+std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
+
+/// As messages name the file: "standard input" for "-".
+QString shownName(const QString &fileName);
+QStringList shownNames(const QStringList &fileNames);
+
+/// "K3" for "K3#2", what a netlist itself says.
+QString drawnName(const QString &name);
+
+QStringList refsOf(const QList<QSharedPointer<Velk::EDAComponent>> &components);
+
+/// How people name the pins of a netlist, which has to stay: "U1#1.HI" by its name, or by its number where the name is
+/// empty or could be taken for another pin of the component.
+class PinNames
+{
+public:
+    explicit PinNames(const Velk::EDAProvider &provider);
+    QString text(const QString &ref, const QString &pinNumber) const;
+
+private:
+    const Velk::EDAProvider &netlist;
+    QHash<QString, QHash<QString, QString>> namesByPart; ///< by pin number
+};
+}
+
+#endif

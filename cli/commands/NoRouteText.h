@@ -1,0 +1,19 @@
+#ifndef VELK_CLI_COMMANDS_NOROUTETEXT_H
+#define VELK_CLI_COMMANDS_NOROUTETEXT_H
+
+#include "cli/formats/RouteFormats.h"
+
+#include <QJsonObject>
+
+namespace VelkCli {
+
+/// Sentences that tell the reason of a report that has one.
+QStringList reasonTexts(const RouteReport &report);
+
+/// The same for programs: {"texts": [sentence]}, and besides what is known of "limits": [{"maxSwitches",
+/// "maxConnections", "switches", "connections"}], "source" and "destination": {"nets": [name], "boards": [number],
+/// "unpluggedPins": [{"ref", "pin"}]}, "between": [component].
+QJsonObject reasonToJson(const RouteReport &report);
+}
+
+#endif

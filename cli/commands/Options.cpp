@@ -1,0 +1,206 @@
+#include "cli/commands/Options.h"
+
+#include "cli/commands/CommandError.h"
+#include "cli/terminal/Progress.h"
+
+#include <CLI/CLI.hpp>
+
+#include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+const std::string examplesFolder = VELK_EXAMPLES_FOLDER;
+const std::string exampleHeading = "Example, from " VELK_EXAMPLES_FOLDER ":\n";
+const std::string exitStatusHeading = "Exit status:\n";
+
+namespace {
+
+/// Of a file of this name, if its ending tells.
+std::string formatOf(const std::string &fileName)
+{
+    const QString ending = QFileInfo(toQString(fileName)).suffix().toLower();
+    if (ending == u"htm"_s)
+        return "html";
+    return ending == u"gv"_s ? "dot" : ending.toStdString();
+}
+}
+
+NetlistOptions::NetlistOptions()
+    : connectorTypes{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE.toStdString()}
+    , switchableTypes{Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY.toStdString(),
+                      Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR.toStdString()}
+    , interfaceTypes{Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE.toStdString(),
+                     Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT.toStdString()}
+{
+}
+
+void NetlistOptions::addTo(CLI::App &command, const std::vector<std::string> &formats)
+{
+    addRepeatable(command, "--connector", connectorTypes, "CompType at which boards are joined")
+        ->type_name("TYPE")
+        ->capture_default_str();
+    addRepeatable(command, "--switchable", switchableTypes, "CompType that a route may pass through")
+        ->type_name("TYPE")
+        ->capture_default_str();
+    addRepeatable(command, "--interface", interfaceTypes, "CompType whose pins a route lists as side connections")
+        ->type_name("TYPE")
+        ->capture_default_str();
+    addTolerantTo(command, tolerant);
+    const auto *formatOption =
+        command.add_option("--format", format, "Form of the output; without it the name of FILE decides")
+            ->check(CLI::IsMember(formats))
+            ->type_name("")
+            ->capture_default_str();
+    if (std::find(formats.cbegin(), formats.cend(), "csv") != formats.cend())
+        command.add_flag("--for-spreadsheets", isForSpreadsheets,
+                         "In CSV, put an apostrophe before what a spreadsheet would take for a formula");
+    addOutputTo(command, outputFile);
+    command.parse_complete_callback([this, formatOption, formats] {
+        const std::string ending = formatOption->count() == 0 ? formatOf(outputFile) : std::string();
+        if (std::find(formats.cbegin(), formats.cend(), ending) != formats.cend())
+            format = ending;
+    });
+    command
+        .add_option(
+            "NETLIST", files,
+            "KiCad netlist files, one for each board, in the order of their numbers #1, #2, ...; - is standard input")
+        ->required()
+        ->type_name("");
+}
+
+CsvReader NetlistOptions::csvReader() const
+{
+    if (isForSpreadsheets && format != "csv")
+        throw CommandError{u"--for-spreadsheets: goes with --format csv only"_s};
+    return isForSpreadsheets ? CsvReader::Spreadsheet : CsvReader::Program;
+}
+
+CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
+                           const std::string &description)
+{
+    return command.add_option(name, values, description)->allow_extra_args(false);
+}
+
+CLI::Option *addNumber(CLI::App &command, const std::string &name, int &value, const std::string &description,
+                       int least, int greatest)
+{
+    const auto toDecimal = [least, greatest](std::string &text) {
+        bool isNumber = false;
+        const int number = toQString(text).toInt(&isNumber);
+        if (!isNumber || number < least || number > greatest)
+            return u"'%1' is no whole number from %2 to %3"_s
+                .arg(toQString(text), QString::number(least), QString::number(greatest))
+                .toStdString();
+        text = std::to_string(number);
+        return std::string();
+    };
+    return command.add_option(name, value, description)
+        ->transform(CLI::Validator(toDecimal, {}))
+        ->type_name("N")
+        ->capture_default_str();
+}
+
+void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
+                const std::string &description)
+{
+    types = {defaultType.toStdString()};
+    addRepeatable(command, name, types, description)->type_name("TYPE")->capture_default_str();
+}
+
+void addDutTypeTo(CLI::App &command, std::vector<std::string> &types)
+{
+    addTypesTo(command, "--dut-type", types, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
+               "CompType that is a DUT");
+}
+
+void addOutputTo(CLI::App &command, std::string &outputFile)
+{
+    const auto withoutStream = [](std::string &name) {
+        if (toQString(name) == standardStream)
+            name.clear();
+        return std::string();
+    };
+    command.add_option("-o,--output", outputFile, "Write to this file instead of standard output")
+        ->transform(CLI::Validator(withoutStream, {}))
+        ->type_name("FILE");
+}
+
+void addTolerantTo(CLI::App &command, bool &tolerant)
+{
+    command.add_flag("--tolerant", tolerant,
+                     "Read whatever KiCad 4 to 10 write; what had to be completed is a warning");
+}
+
+KiCadReadingMode readingMode(bool tolerant)
+{
+    return tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default;
+}
+
+namespace {
+
+// Qt would put another character into it, and so name another file.
+void requireUtf8(QByteArrayView argument)
+{
+    if (argument.isValidUtf8())
+        return;
+    QString shown;
+    for (const char byte : argument) {
+        const auto code = static_cast<unsigned char>(byte);
+        shown += code < 0x80 ? QString(QLatin1Char(byte)) : u"\\x"_s + QString::number(code, 16).toUpper();
+    }
+    throw CommandError{u"%1: this argument is not UTF-8"_s.arg(shown)};
+}
+}
+
+std::vector<std::string> guarded(int argc, char **argv)
+{
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        requireUtf8(argv[i]);
+        std::string argument = argv[i];
+        if (!argument.empty() && (argument.front() == '[' || argument.front() == bracketGuard))
+            argument.insert(argument.begin(), static_cast<char>(bracketGuard));
+        arguments.push_back(argument);
+    }
+    return arguments;
+}
+
+QString toQString(const std::string &text)
+{
+    const QString result = QString::fromStdString(text);
+    return result.startsWith(bracketGuard) ? result.mid(1) : result;
+}
+
+QStringList toQStringList(const std::vector<std::string> &texts)
+{
+    QStringList result;
+    for (const auto &text : texts)
+        result.append(toQString(text));
+    return result;
+}
+
+QMap<QString, QString> parseProperties(const QString &option, const std::vector<std::string> &texts)
+{
+    QMap<QString, QString> properties;
+    for (const QString &text : toQStringList(texts)) {
+        const qsizetype sign = text.indexOf(u'=');
+        if (sign <= 0)
+            throw CommandError{u"%1 %2: expected KEY=VALUE"_s.arg(option, text)};
+        const QString key = text.left(sign);
+        const QString value = text.mid(sign + 1);
+        if (properties.value(key, value) != value)
+            throw CommandError{u"%1 %2: %3 has another value already, and both have to match"_s.arg(option, text, key)};
+        properties.insert(key, value);
+    }
+    return properties;
+}
+}

@@ -1,0 +1,85 @@
+#ifndef VELK_CLI_COMMANDS_OPTIONS_H
+#define VELK_CLI_COMMANDS_OPTIONS_H
+
+#include "cli/formats/CsvWriter.h"
+
+#include <velk/kicad/KiCadReadingMode.h>
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}
+
+namespace VelkCli {
+
+/// Where the examples and the documents are.
+extern const std::string examplesFolder;
+
+/// The paragraphs of a help's footer that begin so go to sections of their own in the manual page.
+extern const std::string exampleHeading;
+extern const std::string exitStatusHeading;
+
+/// The options that every command on netlists has.
+struct NetlistOptions
+{
+    std::vector<std::string> files;
+    std::vector<std::string> connectorTypes;
+    std::vector<std::string> switchableTypes;
+    std::vector<std::string> interfaceTypes;
+    std::string format = "text";
+    std::string outputFile;
+    bool tolerant = false;
+    bool isForSpreadsheets = false;
+
+    /// With the types that the library has as defaults.
+    NetlistOptions();
+    /// Without --format the name of the output file decides, if it ends in one of the formats.
+    void addTo(CLI::App &command, const std::vector<std::string> &formats);
+    /// Throws a CommandError where the form has no cells.
+    CsvReader csvReader() const;
+};
+
+/// An option that may be given several times and takes one argument each time.
+CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
+                           const std::string &description);
+
+/// An option that takes a whole number in decimal digits, with a default. CLI11 alone takes an empty text for 0 and
+/// "010" for 8.
+CLI::Option *addNumber(CLI::App &command, const std::string &name, int &value, const std::string &description,
+                       int least = std::numeric_limits<int>::min(), int greatest = std::numeric_limits<int>::max());
+
+/// Repeatable, with a default.
+void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
+                const std::string &description);
+/// The option that tells which components the application INI takes for DUTs.
+void addDutTypeTo(CLI::App &command, std::vector<std::string> &types);
+/// "-" is standard output, as is no name.
+void addOutputTo(CLI::App &command, std::string &outputFile);
+void addTolerantTo(CLI::App &command, bool &tolerant);
+Velk::KiCadReadingMode readingMode(bool tolerant);
+
+/// What guarded() puts before an argument.
+constexpr char16_t bracketGuard = u'\x01';
+
+/// The arguments in the order in which CLI11 wants them, the last first. Those in brackets, as a file "[a,b]", which
+/// CLI11 would take for lists, are guarded; toQString() takes the guard away. Throws a CommandError for one that is not
+/// UTF-8.
+std::vector<std::string> guarded(int argc, char **argv);
+
+QString toQString(const std::string &text);
+QStringList toQStringList(const std::vector<std::string> &texts);
+
+/// Splits each "KEY=VALUE" at its first equals sign. Throws a CommandError that names \a option for a text
+/// without a key or without the sign, and for a key that is given two different values.
+QMap<QString, QString> parseProperties(const QString &option, const std::vector<std::string> &texts);
+}
+
+#endif

@@ -1,0 +1,132 @@
+#include "cli/commands/RoutesCommand.h"
+
+#include "cli/NoRouteReason.h"
+#include "cli/commands/Netlist.h"
+#include "cli/commands/NoRouteText.h"
+#include "cli/commands/TypeWarnings.h"
+#include "cli/commands/Warnings.h"
+#include "cli/formats/RouteDrawing.h"
+#include "cli/formats/RouteFormats.h"
+#include "cli/formats/html/RoutePage.h"
+#include "cli/terminal/Message.h"
+#include "cli/terminal/Output.h"
+#include "cli/terminal/Progress.h"
+
+#include <CLI/CLI.hpp>
+
+#include <velk/facade/VelkRouting.h>
+#include <velk/routing/Routing.h>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+constexpr int noRoutes = 1; ///< exit status
+
+/// One more is asked for, to know whether there are more.
+constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
+
+void write(const RouteReport &report, const std::string &formatName, CsvReader reader, const QString &fileName)
+{
+    if (formatName == "json")
+        writeOutput(fileName, [&](QIODevice &device) { routesToJson(report, device); });
+    else if (formatName == "csv")
+        writeOutput(fileName, [&](QIODevice &device) { routesToCsv(report, reader, device); });
+    else if (formatName == "dot")
+        writeOutput(fileName, drawRoutes(report));
+    else if (formatName == "html")
+        writeOutput(fileName, routesToPage(report));
+    else
+        writeText(fileName, routesToText(report, Colour::forOutput(fileName)));
+}
+}
+
+RoutesCommand::RoutesCommand(CLI::App &app)
+    : maxSwitches(Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
+    , maxConnections(Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
+    , command(app.add_subcommand("routes", "Show the routes from a source pin to a DUT pin"))
+{
+    source.addTo(*command);
+    dut.addTo(*command);
+    command->callback([this] {
+        source.check();
+        dut.check();
+    });
+    addNumber(*command, "--max-switches", maxSwitches,
+              "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
+    addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
+    addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes);
+    netlist.addTo(*command, {"text", "json", "csv", "dot", "html"});
+    command->add_flag("--trace", trace, "Log every net that is searched on standard error");
+    command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
+                    exampleHeading +
+                    "  velk routes --source Dev=DMM --source-pin HI --dut Bench=2 --dut CompType=DUT --dut-pin OUT \\\n"
+                    "    examples/demo/instruments.net examples/demo/matrix.net examples/demo/adapter.net");
+}
+
+bool RoutesCommand::isChosen() const
+{
+    return command->parsed();
+}
+
+int RoutesCommand::run() const
+{
+    VelkRouting::setTraceEnabled(trace);
+    if (trace)
+        Progress::end();
+    const CsvReader reader = netlist.csvReader();
+    const QString outputFile = toQString(netlist.outputFile);
+    checkFiles(toQStringList(netlist.files), outputFile);
+    auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
+                                 readingMode(netlist.tolerant));
+    printWarnings(typeWarnings(provider, netlist));
+    const RouteEnd sourceEnd = findEnd(provider, source);
+    const RouteEnd dutEnd = findEnd(provider, dut);
+
+    Routing routing(&provider);
+    routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
+    routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
+    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+    routing.setMaxAdditionalNodesPerPath(maxConnections);
+    routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
+    Progress::begin(QStringLiteral("searching for routes"));
+    auto paths = routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
+    const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
+    if (areThereMore)
+        paths.resize(maxRoutes);
+    RouteReport report{provider,
+                       sourceEnd.node,
+                       dutEnd.node,
+                       paths,
+                       areThereMore,
+                       PinNames(provider),
+                       shownNames(toQStringList(netlist.files)),
+                       toQStringList(netlist.connectorTypes),
+                       toQStringList(netlist.interfaceTypes),
+                       maxSwitches,
+                       maxConnections,
+                       toQStringList(netlist.switchableTypes)};
+    if (!paths.isEmpty()) {
+        write(report, netlist.format, reader, outputFile);
+        return 0;
+    }
+    const VainSearch search{provider,
+                            routing,
+                            sourceEnd,
+                            dutEnd,
+                            {maxSwitches, maxConnections},
+                            {report.switchableTypes, report.interfaceTypes, report.connectorTypes}};
+    explainNoRoute(search, noRoutes, [&](const NoRouteReason &reason) {
+        report.reason = reason;
+        write(report, netlist.format, reader, outputFile);
+        for (const QString &text : reasonTexts(report))
+            printMessage(u"velk: "_s + text);
+    });
+    return noRoutes;
+}
+}

@@ -1,0 +1,31 @@
+#ifndef VELK_CLI_COMMANDS_ROUTESCOMMAND_H
+#define VELK_CLI_COMMANDS_ROUTESCOMMAND_H
+
+#include "cli/RouteEnd.h"
+
+namespace VelkCli {
+
+/// velk routes: the routes between two pins.
+class RoutesCommand
+{
+public:
+    /// Adds the subcommand with its options to \a app.
+    explicit RoutesCommand(CLI::App &app);
+
+    bool isChosen() const;
+    /// Returns the exit status: 0 when there are routes, 1 when there are none. Throws a CommandError.
+    int run() const;
+
+private:
+    NetlistOptions netlist;
+    EndOptions source{"--source", "source component"};
+    EndOptions dut{"--dut", "DUT component"};
+    int maxSwitches;
+    int maxConnections;
+    int maxRoutes = 0;
+    bool trace = false;
+    CLI::App *command;
+};
+}
+
+#endif

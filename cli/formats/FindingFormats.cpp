@@ -1,0 +1,78 @@
+#include "cli/formats/FindingFormats.h"
+
+#include "cli/check/CheckedSystem.h"
+#include "cli/formats/Json.h"
+#include "cli/terminal/Message.h"
+
+#include <algorithm>
+#include <set>
+
+using namespace Qt::StringLiterals;
+
+namespace VelkCli {
+
+namespace {
+
+QString countOf(qsizetype count, const QString &noun)
+{
+    return u"%1 %2%3"_s.arg(QString::number(count), noun, count == 1 ? QString() : u"s"_s);
+}
+
+QString messageLine(const Finding &finding, const Colour &colour)
+{
+    const QString places = colour.paint(Colour::Role::Reference, listed(finding.places));
+    return u"  "_s + places + u": "_s + printable(finding.text) + u'\n';
+}
+
+/// The files that a finding is about, or whose components and nets, in their order.
+QJsonArray filesOf(const Finding &finding, const QStringList &files)
+{
+    std::set<int> numbers(finding.netlists.cbegin(), finding.netlists.cend());
+    for (const QString &name : finding.refs + finding.nets)
+        numbers.insert(netlistOf(name));
+    QJsonArray result;
+    for (const int number : numbers)
+        result.append(files.at(number - 1));
+    return result;
+}
+}
+
+QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour &colour)
+{
+    constexpr qsizetype most = 10;
+    QString text;
+    for (auto first = report.findings.cbegin(); first != report.findings.cend();) {
+        const auto isOther = [&](const Finding &finding) { return finding.code != first->code; };
+        const auto end = std::find_if(first, report.findings.cend(), isOther);
+        const qsizetype count = end - first;
+        const auto &kind = kindOf(first->code);
+        text += u"%1: %2\n"_s.arg(colour.paint(Colour::Role::Heading, QLatin1String(kind.name)),
+                                  countOf(count, u"finding"_s));
+        const qsizetype shown = showsAll || count <= most + 1 ? count : most;
+        for (qsizetype i = 0; i < shown; ++i)
+            text += messageLine(*(first + i), colour);
+        if (shown < count)
+            text += u"  and %1 more; --all shows them\n"_s.arg(count - shown);
+        text += u"  > %1\n\n"_s.arg(QLatin1String(kind.advice));
+        first = end;
+    }
+    text += u"%1 in %2, %3\n"_s.arg(countOf(report.findings.size(), u"finding"_s),
+                                    countOf(report.files.size(), u"netlist"_s),
+                                    countOf(report.componentCount, u"component"_s));
+    return text.toUtf8();
+}
+
+QByteArray findingsToJson(const CheckReport &report)
+{
+    QJsonArray findings;
+    for (const Finding &finding : report.findings) {
+        findings.append(QJsonObject{{u"code"_s, QLatin1String(kindOf(finding.code).name)},
+                                    {u"message"_s, messageOf(finding)},
+                                    {u"components"_s, QJsonArray::fromStringList(finding.refs)},
+                                    {u"nets"_s, QJsonArray::fromStringList(finding.nets)},
+                                    {u"netlists"_s, filesOf(finding, report.files)},
+                                    {u"advice"_s, QLatin1String(kindOf(finding.code).advice)}});
+    }
+    return jsonDocument({{u"findings"_s, findings}});
+}
+}

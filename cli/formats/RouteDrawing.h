@@ -1,0 +1,13 @@
+#ifndef VELK_CLI_FORMATS_ROUTEDRAWING_H
+#define VELK_CLI_FORMATS_ROUTEDRAWING_H
+
+#include "cli/formats/RouteFormats.h"
+
+namespace VelkCli {
+
+/// A Graphviz drawing of all routes together: the two ends, the nets and switches in between, and dashed what
+/// is connected besides.
+QByteArray drawRoutes(const RouteReport &report);
+}
+
+#endif

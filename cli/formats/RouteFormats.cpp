@@ -1,0 +1,134 @@
+#include "cli/formats/RouteFormats.h"
+
+#include "cli/commands/NoRouteText.h"
+#include "cli/formats/Json.h"
+#include "cli/terminal/Message.h"
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+QString switchCount(qsizetype count)
+{
+    return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
+}
+
+namespace {
+
+QStringList pinTexts(const PinNames &pinNames, const QList<QSharedPointer<EDANetNode>> &nodes)
+{
+    QStringList texts;
+    for (const auto &node : nodes)
+        texts.append(pinNames.text(node->ref, node->pin));
+    return texts;
+}
+
+QString endText(const RouteReport &report, const QSharedPointer<EDANetNode> &end)
+{
+    return report.pinNames.text(end->ref, end->pin);
+}
+
+QStringList painted(const Colour &colour, Colour::Role role, QStringList texts)
+{
+    for (QString &text : texts)
+        text = colour.paint(role, text);
+    return texts;
+}
+
+QString routeText(const RouteReport &report, const RoutingPath &path, const Colour &colour)
+{
+    QStringList stations = painted(colour, Colour::Role::Reference, refsOf(path.switchingComponents));
+    stations.prepend(colour.paint(Colour::Role::End, endText(report, report.source)));
+    stations.append(colour.paint(Colour::Role::End, endText(report, report.destination)));
+    QString remarks = switchCount(path.switchingComponents.size());
+    if (!path.additionalNodes.isEmpty()) {
+        const QStringList pins = pinTexts(report.pinNames, path.additionalNodes);
+        remarks += u"; also connects "_s + painted(colour, Colour::Role::SideConnection, pins).join(u", "_s);
+    }
+    return u"%1 (%2)"_s.arg(stations.join(u" -> "_s), remarks);
+}
+
+// "274 routes: 1 of 2 switches, 21 of 4, 252 of 6". The paths are sorted by their number of switches.
+QString countText(const QList<RoutingPath> &paths)
+{
+    QStringList counts;
+    for (qsizetype first = 0; first < paths.size();) {
+        const qsizetype switches = paths.at(first).switchingComponents.size();
+        qsizetype end = first;
+        while (end < paths.size() && paths.at(end).switchingComponents.size() == switches)
+            ++end;
+        counts.append(u"%1 of %2"_s.arg(QString::number(end - first),
+                                        counts.isEmpty() ? switchCount(switches) : QString::number(switches)));
+        first = end;
+    }
+    return u"%1: %2"_s.arg(paths.size() == 1 ? u"1 route"_s : u"%1 routes"_s.arg(paths.size()), counts.join(u", "_s));
+}
+
+QJsonArray connectionsToJson(const EDAProvider &netlist, const QList<QSharedPointer<EDANetNode>> &nodes)
+{
+    QJsonArray connections;
+    for (const auto &node : nodes) {
+        const auto component = netlist.getComponentByRef(node->ref);
+        const auto part = netlist.getPartByName(component->part);
+        if (part.isNull())
+            continue;
+        const auto pin = part->getPinByNumber(node->pin);
+        connections.append(
+            QJsonObject{{u"component"_s, componentToJson(*component)}, {u"pin"_s, pinToJson(pin ? *pin : EDAPin())}});
+    }
+    return connections;
+}
+
+QJsonObject routeToJson(const RouteReport &report, const RoutingPath &path)
+{
+    QJsonArray switchingComponents;
+    for (const auto &component : path.switchingComponents)
+        switchingComponents.append(componentToJson(*component));
+    return {{u"switchingComponents"_s, switchingComponents},
+            {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}};
+}
+}
+
+QByteArray routesToText(const RouteReport &report, const Colour &colour)
+{
+    if (report.paths.isEmpty()) {
+        const QString text =
+            u"no route from %1 to %2"_s.arg(endText(report, report.source), endText(report, report.destination));
+        return printable(text).toUtf8() + '\n';
+    }
+    const auto numberWidth = QString::number(report.paths.size()).size();
+    QByteArray text;
+    for (qsizetype i = 0; i < report.paths.size(); ++i) {
+        const QString number = QString::number(i + 1).rightJustified(numberWidth);
+        text += u"%1. %2\n"_s.arg(number, routeText(report, report.paths.at(i), colour)).toUtf8();
+    }
+    return text + countText(report.paths).toUtf8() + (report.areThereMore ? "; there are more\n" : "\n");
+}
+
+void routesToJson(const RouteReport &report, QIODevice &device)
+{
+    QJsonObject members;
+    if (report.areThereMore)
+        members.insert(u"more"_s, true);
+    if (report.reason)
+        members.insert(u"reason"_s, reasonToJson(report));
+    writeJson(device, members, u"routes"_s, report.paths.size(),
+              [&report](qsizetype i) { return routeToJson(report, report.paths.at(i)); });
+}
+
+void routesToCsv(const RouteReport &report, CsvReader reader, QIODevice &device)
+{
+    CsvWriter csv(device, reader);
+    csv.write(
+        {u"route"_s, u"switches"_s, u"source"_s, u"switching components"_s, u"dut"_s, u"additional connections"_s});
+    const QString source = endText(report, report.source);
+    const QString destination = endText(report, report.destination);
+    for (qsizetype i = 0; i < report.paths.size(); ++i) {
+        const RoutingPath &path = report.paths.at(i);
+        csv.write({QString::number(i + 1), QString::number(path.switchingComponents.size()), source,
+                   refsOf(path.switchingComponents).join(u' '), destination,
+                   pinTexts(report.pinNames, path.additionalNodes).join(u' ')});
+    }
+}
+}

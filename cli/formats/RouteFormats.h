@@ -1,0 +1,50 @@
+#ifndef VELK_CLI_FORMATS_ROUTEFORMATS_H
+#define VELK_CLI_FORMATS_ROUTEFORMATS_H
+
+#include "cli/NoRouteReason.h"
+#include "cli/commands/Netlist.h"
+#include "cli/formats/CsvWriter.h"
+#include "cli/terminal/Colour.h"
+
+#include <velk/model/EDAProvider.h>
+#include <velk/routing/RoutingPath.h>
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace VelkCli {
+
+/// The answer to one query, with the netlist that it came from.
+struct RouteReport
+{
+    const Velk::EDAProvider &netlist;
+    QSharedPointer<Velk::EDANetNode> source;
+    QSharedPointer<Velk::EDANetNode> destination;
+    QList<Velk::RoutingPath> paths;
+    bool areThereMore; ///< than these paths
+    PinNames pinNames;
+    QStringList fileNames;      ///< of the boards
+    QStringList connectorTypes; ///< of the components at which boards are joined
+    QStringList interfaceTypes; ///< of the components whose pins are additional nodes
+    int maxSwitches;
+    int maxConnections;
+    QStringList switchableTypes = {};
+    std::optional<NoRouteReason> reason = std::nullopt; ///< where there are no paths
+};
+
+/// "1 switch"
+QString switchCount(qsizetype count);
+
+/// A numbered line for each route and a line with the count, which also tells whether there are more.
+QByteArray routesToText(const RouteReport &report, const Colour &colour);
+
+/// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and besides
+/// "more": true if there are more, and "reason" if there is none
+void routesToJson(const RouteReport &report, QIODevice &device);
+
+/// A row for each route; cells that list several things separate them with blanks.
+void routesToCsv(const RouteReport &report, CsvReader reader, QIODevice &device);
+}
+
+#endif
