@@ -5,7 +5,7 @@
 #include "cli/commands/NoRouteText.h"
 #include "cli/commands/TypeWarnings.h"
 #include "cli/commands/Warnings.h"
-#include "cli/formats/RouteDrawing.h"
+#include "cli/formats/RouteDot.h"
 #include "cli/formats/RouteFormats.h"
 #include "cli/formats/html/RoutePage.h"
 #include "cli/terminal/Message.h"

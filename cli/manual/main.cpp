@@ -13,15 +13,15 @@ using namespace VelkCli;
 
 namespace {
 
-void writePages(const QString &folder)
+void writeManual(const QString &folder)
 {
     const CommandLine commandLine;
     const auto command = describe(commandLine.definitions());
-    const std::pair<QString, QString> pages[] = {{u"velk.1"_s, manualPage(command)},
+    const std::pair<QString, QString> files[] = {{u"velk.1"_s, manualPage(command)},
                                                  {u"velk.bash"_s, bashCompletion(command)},
                                                  {u"_velk"_s, zshCompletion(command)},
                                                  {u"velk.fish"_s, fishCompletion(command)}};
-    for (const auto &[name, text] : pages)
+    for (const auto &[name, text] : files)
         writeOutput(folder + u'/' + name, text.toUtf8());
 }
 }
@@ -29,14 +29,14 @@ void writePages(const QString &folder)
 int main(int argc, char **argv)
 {
     if (argc != 2) {
-        printMessage(u"velk-pages: expected a folder"_s);
+        printMessage(u"velk-manual: expected a folder"_s);
         return exitFailure;
     }
     try {
-        writePages(QString::fromLocal8Bit(argv[1]));
+        writeManual(QString::fromLocal8Bit(argv[1]));
         return 0;
     } catch (const CommandError &error) {
-        printMessage(u"velk-pages: "_s + error.message);
+        printMessage(u"velk-manual: "_s + error.message);
         return exitFailure;
     }
 }

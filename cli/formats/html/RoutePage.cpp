@@ -193,7 +193,7 @@ QByteArray script()
 {
     QByteArray text;
     for (const QString &name :
-         {u"text.js"_s, u"routes.js"_s, u"list.js"_s, u"drawing.js"_s, u"steps.js"_s, u"page.js"_s})
+         {u"text.js"_s, u"routes.js"_s, u"list.js"_s, u"diagram.js"_s, u"steps.js"_s, u"page.js"_s})
         text += pageFile(name);
     return text;
 }

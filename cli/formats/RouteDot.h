@@ -1,5 +1,5 @@
-#ifndef VELK_CLI_FORMATS_ROUTEDRAWING_H
-#define VELK_CLI_FORMATS_ROUTEDRAWING_H
+#ifndef VELK_CLI_FORMATS_ROUTEDOT_H
+#define VELK_CLI_FORMATS_ROUTEDOT_H
 
 #include "cli/formats/RouteFormats.h"
 

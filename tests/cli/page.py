@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Uses the pages in a folder as people do, in headless Chromium: drawing.py FOLDER. Leaves screenshots there."""
+"""Uses the pages in a folder as people do, in headless Chromium: page.py FOLDER. Leaves screenshots there."""
 
 import json
 import os

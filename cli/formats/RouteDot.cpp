@@ -1,4 +1,4 @@
-#include "cli/formats/RouteDrawing.h"
+#include "cli/formats/RouteDot.h"
 
 #include "cli/RouteTracing.h"
 
@@ -33,10 +33,10 @@ QString netLabel(const QString &name)
 }
 
 /// Collects statements, each once, in the order in which they are first made.
-class Drawing
+class Graph
 {
 public:
-    Drawing(const RouteReport &routes, const RouteTracing &routeTracing)
+    Graph(const RouteReport &routes, const RouteTracing &routeTracing)
         : report(routes)
         , tracing(routeTracing)
     {
@@ -145,20 +145,19 @@ QByteArray drawRoutes(const RouteReport &report)
 {
     const RouteTracing tracing(report);
     const qsizetype first = tracing.netOf(*report.source);
-    Drawing drawing(report, tracing);
+    Graph graph(report, tracing);
     const auto routes = tracing.traced();
     for (qsizetype i = 0; i < routes.size(); ++i) {
-        drawing.addEnd(*report.source, first, u"source"_s);
+        graph.addEnd(*report.source, first, u"source"_s);
         if (tracing.isLast(first))
-            drawing.addEnd(*report.destination, first, u"sink"_s);
+            graph.addEnd(*report.destination, first, u"sink"_s);
         for (const Crossing &crossing : routes.at(i).crossings) {
-            if (drawing.addCrossing(crossing) && tracing.isLast(crossing.to))
-                drawing.addEnd(*report.destination, crossing.to, u"sink"_s);
+            if (graph.addCrossing(crossing) && tracing.isLast(crossing.to))
+                graph.addEnd(*report.destination, crossing.to, u"sink"_s);
         }
         for (qsizetype node = 0; node < routes.at(i).connectedNets.size(); ++node)
-            drawing.addSideConnection(*report.paths.at(i).additionalNodes.at(node),
-                                      routes.at(i).connectedNets.at(node));
+            graph.addSideConnection(*report.paths.at(i).additionalNodes.at(node), routes.at(i).connectedNets.at(node));
     }
-    return drawing.toDot();
+    return graph.toDot();
 }
 }

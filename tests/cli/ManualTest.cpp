@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 using namespace VelkCli;
 
-class PagesTest : public QObject
+class ManualTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -45,14 +45,14 @@ private Q_SLOTS:
         QFETCH(QString, input);
         QFETCH(QString, expected);
         const auto command = describe(CommandLine().definitions());
-        const QMap<QString, QString> pages{{u"velk.1"_s, manualPage(command)},
+        const QMap<QString, QString> files{{u"velk.1"_s, manualPage(command)},
                                            {u"velk.bash"_s, bashCompletion(command)},
                                            {u"velk.zsh"_s, zshCompletion(command)},
                                            {u"velk.fish"_s, fishCompletion(command)}};
-        QVERIFY2(pages.value(input).contains(expected), qPrintable(pages.value(input)));
+        QVERIFY2(files.value(input).contains(expected), qPrintable(files.value(input)));
     }
 };
 
-VELK_TEST(PagesTest)
+VELK_TEST(ManualTest)
 
-#include "PagesTest.moc"
+#include "ManualTest.moc"
