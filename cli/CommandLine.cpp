@@ -1,6 +1,6 @@
 #include "cli/CommandLine.h"
 
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 #include "cli/commands/CommandError.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Progress.h"

@@ -1,7 +1,7 @@
 #include "cli/RouteEnd.h"
 
-#include "cli/PropertyHints.h"
-#include "cli/Suggestions.h"
+#include "velk/naming/PropertyHints.h"
+#include "velk/naming/Suggestions.h"
 #include "cli/commands/CommandError.h"
 #include "cli/commands/Netlist.h"
 #include "cli/terminal/Message.h"

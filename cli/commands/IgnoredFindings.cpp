@@ -1,6 +1,6 @@
 #include "cli/commands/IgnoredFindings.h"
 
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "cli/commands/ListCommand.h"
 
-#include "cli/PropertyHints.h"
+#include "velk/naming/PropertyHints.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
 #include "cli/commands/Warnings.h"

@@ -1,6 +1,6 @@
 #include "cli/commands/NoRouteText.h"
 
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 #include "cli/formats/Json.h"
 
 using namespace Qt::StringLiterals;

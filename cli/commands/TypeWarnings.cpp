@@ -1,6 +1,6 @@
 #include "cli/commands/TypeWarnings.h"
 
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 

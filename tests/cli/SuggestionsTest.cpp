@@ -1,4 +1,4 @@
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 

@@ -1,4 +1,4 @@
-#include "cli/EditDistance.h"
+#include "velk/naming/EditDistance.h"
 
 #include <algorithm>
 #include <utility>

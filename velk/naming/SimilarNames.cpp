@@ -1,6 +1,6 @@
-#include "cli/check/SimilarNames.h"
+#include "velk/naming/SimilarNames.h"
 
-#include "cli/EditDistance.h"
+#include "velk/naming/EditDistance.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,6 +1,6 @@
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 
-#include "cli/EditDistance.h"
+#include "velk/naming/EditDistance.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
-#include "cli/PropertyHints.h"
+#include "velk/naming/PropertyHints.h"
 
-#include "cli/Suggestions.h"
+#include "velk/naming/Suggestions.h"
 
 #include <QRegularExpression>
 
