@@ -1,6 +1,5 @@
 #include "cli/CommandLine.h"
 
-#include "velk/naming/Suggestions.h"
 #include "cli/commands/CommandError.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Progress.h"
@@ -8,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <velk/VelkVersion.h>
+#include <velk/naming/Suggestions.h>
 
 #include <QRegularExpression>
 
@@ -16,6 +16,7 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
+using namespace Velk;
 
 namespace VelkCli {
 

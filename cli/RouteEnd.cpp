@@ -1,7 +1,5 @@
 #include "cli/RouteEnd.h"
 
-#include "velk/naming/PropertyHints.h"
-#include "velk/naming/Suggestions.h"
 #include "cli/commands/CommandError.h"
 #include "cli/commands/Netlist.h"
 #include "cli/terminal/Message.h"
@@ -9,6 +7,8 @@
 #include <CLI/CLI.hpp>
 
 #include <velk/model/EDAException.h>
+#include <velk/naming/PropertyHints.h>
+#include <velk/naming/Suggestions.h>
 
 #include <algorithm>
 

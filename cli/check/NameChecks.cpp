@@ -1,6 +1,6 @@
 #include "cli/check/NameChecks.h"
 
-#include "velk/naming/SimilarNames.h"
+#include <velk/naming/SimilarNames.h>
 
 #include <QMap>
 

@@ -1,10 +1,11 @@
 #include "cli/commands/IgnoredFindings.h"
 
-#include "velk/naming/Suggestions.h"
+#include <velk/naming/Suggestions.h>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using namespace Velk;
 
 namespace VelkCli {
 

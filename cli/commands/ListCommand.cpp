@@ -1,6 +1,5 @@
 #include "cli/commands/ListCommand.h"
 
-#include "velk/naming/PropertyHints.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
 #include "cli/commands/Warnings.h"
@@ -10,6 +9,8 @@
 #include "cli/terminal/Output.h"
 
 #include <CLI/CLI.hpp>
+
+#include <velk/naming/PropertyHints.h>
 
 #include <QSet>
 

@@ -1,7 +1,8 @@
 #include "cli/commands/NoRouteText.h"
 
-#include "velk/naming/Suggestions.h"
 #include "cli/formats/Json.h"
+
+#include <velk/naming/Suggestions.h>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;

@@ -1,8 +1,7 @@
 #include "cli/commands/TypeWarnings.h"
 
-#include "velk/naming/Suggestions.h"
-
 #include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/naming/Suggestions.h>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;

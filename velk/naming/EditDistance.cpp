@@ -1,10 +1,10 @@
-#include "velk/naming/EditDistance.h"
+#include <velk/naming/EditDistance.h>
 
 #include <algorithm>
 #include <utility>
 #include <vector>
 
-namespace VelkCli {
+namespace Velk {
 
 int editDistance(const QString &a, const QString &b)
 {

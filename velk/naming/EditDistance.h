@@ -1,9 +1,9 @@
-#ifndef VELK_CLI_EDITDISTANCE_H
-#define VELK_CLI_EDITDISTANCE_H
+#ifndef VELK_NAMING_EDITDISTANCE_H
+#define VELK_NAMING_EDITDISTANCE_H
 
 #include <QString>
 
-namespace VelkCli {
+namespace Velk {
 
 /// How many letters have to be put in, taken out, replaced or exchanged with the next to make one text of the other.
 /// Takes time in proportion to the product of their lengths.

@@ -1,6 +1,6 @@
-#include "velk/naming/PropertyHints.h"
+#include <velk/naming/PropertyHints.h>
 
-#include "velk/naming/Suggestions.h"
+#include <velk/naming/Suggestions.h>
 
 #include <QRegularExpression>
 
@@ -8,9 +8,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 

@@ -1,13 +1,13 @@
-#include "velk/naming/SimilarNames.h"
+#include <velk/naming/SimilarNames.h>
 
-#include "velk/naming/EditDistance.h"
+#include <velk/naming/EditDistance.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <tuple>
 #include <utility>
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 

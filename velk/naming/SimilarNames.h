@@ -1,5 +1,5 @@
-#ifndef VELK_CLI_CHECK_SIMILARNAMES_H
-#define VELK_CLI_CHECK_SIMILARNAMES_H
+#ifndef VELK_NAMING_SIMILARNAMES_H
+#define VELK_NAMING_SIMILARNAMES_H
 
 #include <QString>
 #include <QStringList>
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace VelkCli {
+namespace Velk {
 
 /// What two names share that only differ in case, in blanks, or in hyphens and underscores between their letters:
 /// "X-1", "x 1" and "X1", but not "X1-1" and "X11".

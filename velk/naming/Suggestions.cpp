@@ -1,6 +1,6 @@
-#include "velk/naming/Suggestions.h"
+#include <velk/naming/Suggestions.h>
 
-#include "velk/naming/EditDistance.h"
+#include <velk/naming/EditDistance.h>
 
 #include <algorithm>
 #include <utility>
@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 

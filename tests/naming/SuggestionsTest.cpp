@@ -1,11 +1,12 @@
-#include "velk/naming/Suggestions.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
+
+#include <velk/naming/Suggestions.h>
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using namespace VelkCli;
+using namespace Velk;
 
 class SuggestionsTest : public QObject
 {
