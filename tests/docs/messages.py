@@ -13,8 +13,8 @@ TEXT = re.compile(rf'(?:\bu|QStringLiteral\()({LITERAL}(?:\s*{LITERAL})*)')
 REPORTED = re.compile(r"\b(?:CommandError|EDAException|exceptionWith|VelkRoutingException|printMessage|print|warn|qCWarning|"
                       rf'qCCritical|fail)\s*[({{](?:{LITERAL}|[^;"])*;')
 SENTENCE = re.compile(r"[A-Za-z']+ [A-Za-z']+ \(?[A-Za-z']+")
-NOT_SHOWN_TO_USERS = ("cli/pages/",)  # what only the build runs
-FINDINGS = "cli/check/"
+NOT_SHOWN_TO_USERS = ("cli/manual/",)  # what only the build runs
+FINDINGS = ("cli/check/", "cli/commands/IgnoredFindings", "cli/formats/FindingFormats")
 
 
 def texts(source):
