@@ -1,6 +1,5 @@
 #include "cli/commands/IniCommand.h"
 
-#include "cli/IniInspection.h"
 #include "cli/commands/IniWarnings.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/Warnings.h"
@@ -22,17 +21,6 @@ namespace {
 QString netName(const std::string &name, const std::vector<std::string> &files)
 {
     return name.empty() ? shownNames(toQStringList(files)).join(u", "_s) : toQString(name);
-}
-
-/// Writes what \a generate gives to a device, and tells how others would read it.
-template <typename Generate>
-void writeIni(const std::string &outputFile, Generate generate)
-{
-    writeOutput(toQString(outputFile), [&](QIODevice &output) {
-        IniInspection inspection(output);
-        generate(inspection);
-        printWarnings(inspection.warnings());
-    });
 }
 }
 
@@ -101,7 +89,10 @@ int IniCommand::runPhysical() const
     printWarnings(deviceWarnings(*netlist, toQStringList(types)));
     EDAPhysicalIniGenerator generator(netlist.get());
     generator.setComponentTypesThatAreExported(toQStringList(types));
-    writeIni(outputFile, [&](QIODevice &device) { generator.generate(&device); });
+    writeOutput(toQString(outputFile), [&](QIODevice &output) {
+        generator.generate(&output);
+        printWarnings(generator.warnings());
+    });
     return 0;
 }
 
@@ -117,9 +108,11 @@ int IniCommand::runApplication() const
 
     EDAApplicationIniGenerator generator(testSystem.get(), duts.get());
     generator.setComponentTypesDut(toQStringList(dutTypes));
-    writeIni(outputFile, [&](QIODevice &device) {
-        generator.generate(&device, netName(testSystemName, testSystemFiles),
-                           netName(applicationName, applicationFiles));
+    const QString testSystemEdaNet = netName(testSystemName, testSystemFiles);
+    const QString applicationEdaNet = netName(applicationName, applicationFiles);
+    writeOutput(toQString(outputFile), [&](QIODevice &output) {
+        generator.generate(&output, testSystemEdaNet, applicationEdaNet);
+        printWarnings(generator.warnings(testSystemEdaNet, applicationEdaNet));
     });
     return 0;
 }

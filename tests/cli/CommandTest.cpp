@@ -1,4 +1,5 @@
 #include "tests/support/Command.h"
+#include "tests/support/Boards.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -138,6 +139,26 @@ private Q_SLOTS:
         }
         QCOMPARE(velk({}).output, velk({u"--help"_s}).output);
         QVERIFY(velk({u"--version"_s}).output.startsWith(u"velk "_s));
+    }
+
+    void tooManyIniEntries()
+    {
+        const QTemporaryDir folder;
+        const QMap<QString, QString> sources{
+            {u"5010000"_s, u"U1 [%1] CompType=Source"_s.arg(u" 1"_s.repeated(501))},
+            {u"5020000"_s, u"U1 [%1] CompType=Source, Group=G"_s.arg(u" 1"_s.repeated(251))}};
+        for (auto it = sources.cbegin(); it != sources.cend(); ++it) {
+            const QString board =
+                writeBoards(it.value() + u"\nJ1 [1] CompType=DUT, Bench=10000"_s, folder.path()).first();
+            const Result result = velk(
+                {u"ini"_s, u"application"_s, u"--tolerant"_s, u"--test-system"_s, board, u"--application"_s, board});
+            QCOMPARE(result.status, 2);
+            QVERIFY2(
+                result.errors.endsWith(
+                    u"velk: J1: Bench=10000: with the sources in as many channel tables there would be %1 entries; "
+                    "there may be 5000000 at most\n"_s.arg(it.key())),
+                qPrintable(result.errors));
+        }
     }
 };
 

@@ -1,7 +1,7 @@
 #ifndef VELK_TESTS_BOARDS_H
 #define VELK_TESTS_BOARDS_H
 
-#include "tests/support/Command.h"
+#include "tests/support/Process.h"
 
 #include <QString>
 #include <QStringList>

@@ -5,16 +5,12 @@
 #include <velk/model/EDAProvider.h>
 
 #include <QList>
-#include <QMap>
-#include <QSharedPointer>
 #include <QString>
 #include <QStringList>
 
 class QIODevice;
 
 namespace Velk {
-
-class IniWriter;
 
 /// Writes the application INI file of the test system's resource manager: the names of the two netlists, the
 /// logical names of the benches and, for each bench, a channel table that maps every pin of its DUTs and of
@@ -72,30 +68,16 @@ public:
     /// Failures of the device are not reported: ask it.
     void generate(QIODevice *device, const QString &testSystemEdaNet, const QString &applicationEdaNet) const;
 
+    /// What readers would not take as it is meant in the file that generate() writes from the same texts, a line each,
+    /// as in "[io_channel->ROUTE1]: the key DMM.HI occurs more than once": a key that stands in a section more than
+    /// once, or in upper and lower case, and what Qt's QSettings or Python's configparser, as they are by default,
+    /// misread. Each is told at the first section where it applies, in the order of the file.
+    QStringList warnings(const QString &testSystemEdaNet, const QString &applicationEdaNet) const;
+
 private:
-    class ChannelTable;
-    using Components = QList<QSharedPointer<EDAComponent>>;
-
-    VELK_NO_EXPORT bool isDut(const QSharedPointer<EDAComponent> &component) const;
-    VELK_NO_EXPORT bool isSourceComponent(const QSharedPointer<EDAComponent> &component) const;
-    VELK_NO_EXPORT Components duts() const;
-    VELK_NO_EXPORT Components sourceComponents() const;
-    VELK_NO_EXPORT static QMap<int, Components> byBench(const Components &duts);
-    VELK_NO_EXPORT static QMap<QString, Components> byGroup(const Components &sources);
-    VELK_NO_EXPORT static int determineBenchCount(const Components &duts);
-    VELK_NO_EXPORT static QString logicalBenchName(int bench);
-    VELK_NO_EXPORT static QString physicalBenchName(int bench);
-    VELK_NO_EXPORT static QString appChannelTableName(int bench);
-
-    VELK_NO_EXPORT static void writeGlobalParameters(IniWriter &writer, const QString &testSystemEdaNet,
-                                                     const QString &applicationEdaNet);
-    VELK_NO_EXPORT static void writeLogicalNames(IniWriter &writer, int benchCount);
-    VELK_NO_EXPORT void writeBenches(IniWriter &writer, int benchCount, const Components &duts) const;
-    VELK_NO_EXPORT static void writeBench(IniWriter &writer, int bench);
-    VELK_NO_EXPORT ChannelTable tableOfDuts(const Components &duts) const;
-    VELK_NO_EXPORT ChannelTable tableOfSources() const;
-    VELK_NO_EXPORT void addSource(ChannelTable &table, const EDAComponent &source) const;
-    VELK_NO_EXPORT void addGroup(ChannelTable &table, const Components &sources) const;
+    template <typename Writer>
+    VELK_NO_EXPORT void writeTo(Writer &writer, const QString &testSystemEdaNet,
+                                const QString &applicationEdaNet) const;
 
     EDAProvider *testSystemProvider;
     EDAProvider *applicationProvider;

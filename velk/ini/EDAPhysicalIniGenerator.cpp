@@ -1,5 +1,6 @@
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 
+#include <velk/ini/IniInspection.h>
 #include <velkini/IniWriter.h>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +30,20 @@ void EDAPhysicalIniGenerator::generate(QIODevice *device) const
 {
     IniWriter writer(device);
     writer.open();
+    writeTo(writer);
+    writer.close();
+}
+
+QStringList EDAPhysicalIniGenerator::warnings() const
+{
+    IniInspection inspection;
+    writeTo(inspection);
+    return inspection.warnings();
+}
+
+template <typename Writer>
+void EDAPhysicalIniGenerator::writeTo(Writer &writer) const
+{
     const auto components = provider->getComponents();
     for (const auto &component : components) {
         if (!isComponentExported(component))
@@ -38,7 +53,6 @@ void EDAPhysicalIniGenerator::generate(QIODevice *device) const
         for (auto it = properties.cbegin(); it != properties.cend(); ++it)
             writer.writeProperty(it.key(), it.value(), {});
     }
-    writer.close();
 }
 
 bool EDAPhysicalIniGenerator::isComponentExported(const QSharedPointer<EDAComponent> &component) const

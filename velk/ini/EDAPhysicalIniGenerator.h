@@ -7,6 +7,7 @@
 #include <QList>
 #include <QSharedPointer>
 #include <QString>
+#include <QStringList>
 
 class QIODevice;
 
@@ -42,7 +43,13 @@ public:
     /// throws. Failures of the device are not reported: ask it.
     void generate(QIODevice *device) const;
 
+    /// What readers would not take as it is meant in the file that generate() writes, as
+    /// EDAApplicationIniGenerator::warnings() tells it of the other file.
+    QStringList warnings() const;
+
 private:
+    template <typename Writer>
+    VELK_NO_EXPORT void writeTo(Writer &writer) const;
     VELK_NO_EXPORT bool isComponentExported(const QSharedPointer<EDAComponent> &component) const;
 
     EDAProvider *provider;

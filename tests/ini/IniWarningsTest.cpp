@@ -1,12 +1,10 @@
-#include "cli/IniInspection.h"
-#include "tests/support/Boards.h"
+#include "tests/support/Process.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 
-#include <QBuffer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRandomGenerator>
@@ -18,7 +16,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
-using namespace VelkCli;
 
 namespace {
 
@@ -61,22 +58,12 @@ struct WrittenFile
     QStringList warnings;
 };
 
-/// Passes on, in pieces, what is generated.
-template <typename Generate>
-WrittenFile writtenBy(const QString &fileName, QRandomGenerator &random, Generate generate)
+template <typename Generator, typename... Names>
+WrittenFile writtenBy(const Generator &generator, const QString &fileName, const Names &...names)
 {
-    QBuffer ini;
-    generate(ini);
     QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        qFatal("cannot write");
-    IniInspection inspection(file);
-    for (QByteArrayView rest = ini.data(); !rest.isEmpty();) {
-        const QByteArrayView piece = rest.first(std::min<qsizetype>(rest.size(), random.bounded(1, 100)));
-        inspection.write(piece.data(), piece.size());
-        rest = rest.sliced(piece.size());
-    }
-    return {fileName, {}, inspection.warnings()};
+    generator.generate(&file, names...);
+    return {fileName, {}, generator.warnings(names...)};
 }
 
 WrittenFile physicalIniFile(const QString &fileName, QRandomGenerator &random)
@@ -94,8 +81,7 @@ WrittenFile physicalIniFile(const QString &fileName, QRandomGenerator &random)
         for (auto it = device->properties.cbegin(); it != device->properties.cend(); ++it)
             entries.add(u"device->"_s + device->ref, it.key(), it.value());
     }
-    WrittenFile file =
-        writtenBy(fileName, random, [&](QIODevice &device) { EDAPhysicalIniGenerator(&netlist).generate(&device); });
+    WrittenFile file = writtenBy(EDAPhysicalIniGenerator(&netlist), fileName);
     file.entries = entries;
     return file;
 }
@@ -124,10 +110,7 @@ WrittenFile applicationIniFile(const QString &fileName, QRandomGenerator &random
         for (const QString &key : {u"Group"_s, u"Identifier"_s, u"Dev"_s, u"DevNo"_s, u"Channel"_s})
             component->properties.insert(key, iniText(random));
     }
-    const QString name = iniText(random);
-    WrittenFile file = writtenBy(fileName, random, [&](QIODevice &device) {
-        EDAApplicationIniGenerator(&netlist, &netlist).generate(&device, name, u"a.net"_s);
-    });
+    WrittenFile file = writtenBy(EDAApplicationIniGenerator(&netlist, &netlist), fileName, iniText(random), u"a.net"_s);
     file.entries = entriesIn(read(fileName));
     return file;
 }
@@ -169,7 +152,7 @@ bool mention(const QStringList &warnings, const QString &pattern)
 }
 }
 
-class IniInspectionTest : public QObject
+class IniWarningsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -183,7 +166,7 @@ private Q_SLOTS:
             const QString name = folder.filePath(u"%1.ini"_s.arg(seed, 4, 10, QChar(u'0')));
             files.append(isPhysical(seed) ? physicalIniFile(name, random) : applicationIniFile(name, random));
         }
-        const auto python = run(u"python3"_s, {u"tests/cli/read_ini.py"_s, folder.path()});
+        const auto python = run(u"python3"_s, {u"tests/ini/read_ini.py"_s, folder.path()});
         QCOMPARE(python.errors, QString());
         const QJsonArray readByPython = QJsonDocument::fromJson(python.output.toUtf8()).array();
         QCOMPARE(readByPython.size(), files.size());
@@ -210,28 +193,8 @@ private Q_SLOTS:
         }
         QVERIFY(silent > 750 && silent < 2250);
     }
-
-    void tooManyIniEntries()
-    {
-        const QTemporaryDir folder;
-        const QMap<QString, QString> sources{
-            {u"5010000"_s, u"U1 [%1] CompType=Source"_s.arg(u" 1"_s.repeated(501))},
-            {u"5020000"_s, u"U1 [%1] CompType=Source, Group=G"_s.arg(u" 1"_s.repeated(251))}};
-        for (auto it = sources.cbegin(); it != sources.cend(); ++it) {
-            const QString board =
-                writeBoards(it.value() + u"\nJ1 [1] CompType=DUT, Bench=10000"_s, folder.path()).first();
-            const Result result = velk(
-                {u"ini"_s, u"application"_s, u"--tolerant"_s, u"--test-system"_s, board, u"--application"_s, board});
-            QCOMPARE(result.status, 2);
-            QVERIFY2(
-                result.errors.endsWith(
-                    u"velk: J1: Bench=10000: with the sources in as many channel tables there would be %1 entries; "
-                    "there may be 5000000 at most\n"_s.arg(it.key())),
-                qPrintable(result.errors));
-        }
-    }
 };
 
-VELK_TEST(IniInspectionTest)
+VELK_TEST(IniWarningsTest)
 
-#include "IniInspectionTest.moc"
+#include "IniWarningsTest.moc"

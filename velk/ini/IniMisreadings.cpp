@@ -1,11 +1,8 @@
-#include "cli/IniMisreadings.h"
-
-#include <algorithm>
-#include <cstring>
+#include <velk/ini/IniMisreadings.h>
 
 using namespace Qt::StringLiterals;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
@@ -16,19 +13,12 @@ const QString both = u"QSettings and configparser"_s;
 // other.
 const QString either = u"QSettings or configparser"_s;
 
-/// Whether nothing in it can be misread, as is the case for most texts.
-bool isPlain(const QByteArray &text)
-{
-    return !text.isEmpty() && std::all_of(text.cbegin(), text.cend(),
-                                          [](char c) { return c > ' ' && std::strchr("\",/:;@\\%", c) == nullptr; });
-}
-
 /// Collects what is misread in a section name, a key or a value.
 class Misreadings
 {
 public:
-    Misreadings(const QByteArray &bytes, const QString &nameOfPlace)
-        : text(toText(bytes))
+    Misreadings(const QString &written, const QString &nameOfPlace)
+        : text(written)
         , place(nameOfPlace)
     {
     }
@@ -78,28 +68,25 @@ private:
 };
 }
 
-QStringList misreadingsOfSection(const QByteArray &section)
+QStringList misreadingsOfSection(const QString &section)
 {
-    Misreadings name(section.sliced(1).chopped(1), u"section name"_s);
+    Misreadings name(section, u"section name"_s);
     name.findInName();
     if (name.text.endsWith(u' '))
         name.add(u"outer blank"_s, qt);
     return name.found;
 }
 
-QStringList misreadingsOfEntry(const IniEntry &entry)
+QStringList misreadingsOfEntry(const QString &writtenKey, const QString &writtenValue)
 {
-    if (isPlain(entry.key) && isPlain(entry.value))
-        return {};
-
-    Misreadings key(entry.key, u"key"_s);
+    Misreadings key(writtenKey, u"key"_s);
     if (key.text.isEmpty())
         key.add(u"empty text"_s, both);
     key.findInName();
     key.findAtEnds();
     key.find(u':', u"colon"_s, python);
 
-    Misreadings value(entry.value, u"value"_s);
+    Misreadings value(writtenValue, u"value"_s);
     value.findInAnyText();
     value.findAtEnds();
     value.find(u',', u"comma"_s, qt);

@@ -1,0 +1,43 @@
+#ifndef VELK_TESTS_PROCESS_H
+#define VELK_TESTS_PROCESS_H
+
+#include <QFile>
+#include <QProcess>
+#include <QStringList>
+
+struct Result
+{
+    int status;
+    QString output;
+    QString errors;
+};
+
+inline Result run(const QString &program, const QStringList &arguments,
+                  const QString &folder = QStringLiteral(VELK_SOURCE_DIR))
+{
+    QProcess process;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.debug=true")); // must not wake the trace
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder);
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return {-1, {}, QStringLiteral("the command crashed or hangs")};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+inline QString read(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+inline void write(const QString &fileName, const QString &text)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+        qFatal("cannot write %s", qPrintable(fileName));
+}
+
+#endif
