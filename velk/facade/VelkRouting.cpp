@@ -32,6 +32,15 @@ QMap<QString, QString> toQt(const std::map<std::string, std::string> &properties
     return result;
 }
 
+std::vector<std::string> toStandard(const QList<QString> &texts)
+{
+    std::vector<std::string> result;
+    result.reserve(static_cast<std::size_t>(texts.size()));
+    for (const QString &text : texts)
+        result.push_back(text.toStdString());
+    return result;
+}
+
 VelkRoutingException exceptionWith(const QString &message)
 {
     return VelkRoutingException(message.toStdString());
@@ -156,9 +165,19 @@ void VelkRouting::setTraceEnabled(bool enabled)
     setRoutingLogEnabled(enabled);
 }
 
+bool VelkRouting::isTraceEnabled()
+{
+    return routingLog().isDebugEnabled();
+}
+
 void VelkRouting::setInterfaceTypes(const std::vector<std::string> &types)
 {
     d->routing->setComponentTypesThatAreInterfaces(toQt(types));
+}
+
+std::vector<std::string> VelkRouting::interfaceTypes() const
+{
+    return toStandard(d->routing->componentTypesThatAreInterfaces());
 }
 
 void VelkRouting::setSwitchableTypes(const std::vector<std::string> &types)
@@ -166,11 +185,21 @@ void VelkRouting::setSwitchableTypes(const std::vector<std::string> &types)
     d->routing->setComponentTypesThatAreSwitchable(toQt(types));
 }
 
-// The limits go on bit by bit: above the largest int they turn negative, which the search takes as "direct
-// only".
+std::vector<std::string> VelkRouting::switchableTypes() const
+{
+    return toStandard(d->routing->componentTypesThatAreSwitchable());
+}
+
+// The limits go on bit by bit, and come back so: above the largest int they turn negative, which the search takes as
+// "direct only".
 void VelkRouting::setMaxAdditionalConnectionsPerPath(unsigned int limit)
 {
     d->routing->setMaxAdditionalNodesPerPath(static_cast<int>(limit));
+}
+
+unsigned int VelkRouting::maxAdditionalConnectionsPerPath() const
+{
+    return static_cast<unsigned int>(d->routing->maxAdditionalNodesPerPath());
 }
 
 void VelkRouting::setMaxSwitchingComponentsPerPath(unsigned int limit)
@@ -178,9 +207,19 @@ void VelkRouting::setMaxSwitchingComponentsPerPath(unsigned int limit)
     d->routing->setMaxSwitchingComponentsPerPath(static_cast<int>(limit));
 }
 
+unsigned int VelkRouting::maxSwitchingComponentsPerPath() const
+{
+    return static_cast<unsigned int>(d->routing->maxSwitchingComponentsPerPath());
+}
+
 // Bit by bit too: what turns negative is no bound either.
 void VelkRouting::setMaxRoutes(std::size_t bound)
 {
     d->routing->setMaxPaths(static_cast<qsizetype>(bound));
+}
+
+std::size_t VelkRouting::maxRoutes() const
+{
+    return static_cast<std::size_t>(d->routing->maxPaths());
 }
 }

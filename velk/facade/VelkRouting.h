@@ -139,24 +139,31 @@ public:
     /// QCoreApplication later, they decide again. The routes are the same with and without it. Not to be called while
     /// another thread is searching.
     static void setTraceEnabled(bool enabled);
+    /// Whether it is on now.
+    static bool isTraceEnabled();
 
     /// Replaces the types whose pins are additional connections; with an empty list there are none.
     void setInterfaceTypes(const std::vector<std::string> &types);
+    std::vector<std::string> interfaceTypes() const; ///< as set; "Source" and "DUT" at first
     /// Replaces the types that a route may pass through; with an empty list there are direct connections only.
     void setSwitchableTypes(const std::vector<std::string> &types);
+    std::vector<std::string> switchableTypes() const; ///< as set; "Relay" and "Resistor" at first
 
     /// 3 by default: a route that would connect more additional pins is not followed. Above 2147483647 only
     /// direct connections are found.
     void setMaxAdditionalConnectionsPerPath(unsigned int limit);
+    unsigned int maxAdditionalConnectionsPerPath() const; ///< as set
     /// 5 by default. The destination is looked for before the limit is tested, so a limit of 5 finds routes
     /// of up to 6 switching components. From 2147483647 on only direct connections are found.
     void setMaxSwitchingComponentsPerPath(unsigned int limit);
+    unsigned int maxSwitchingComponentsPerPath() const; ///< as set
     /// Has getRoutes() return the first so many of its routes only, exactly those that would come first without the
     /// bound. 0, the default, is no bound, as is a number above the largest std::ptrdiff_t. With the trace off it then
     /// takes time and memory for these routes, be there thousands of millions of others. With the trace on every pass
     /// of the search is logged, each going deeper than the one before, and the search looks everywhere. A bound that is
     /// not reached saves nothing: it costs as much as some queries without it.
     void setMaxRoutes(std::size_t bound);
+    std::size_t maxRoutes() const; ///< as set
 
 private:
     VelkRoutingPrivate *d;

@@ -6,12 +6,13 @@ using namespace Qt::StringLiterals;
 
 namespace Velk {
 
-PathSearch::PathSearch(const Routing &configuredRouting, const NodeWithComponent &sourceNode,
-                       const QSharedPointer<EDANetNode> &destinationNode)
-    : routing(configuredRouting)
-    , source(sourceNode)
-    , destination(destinationNode)
-    , deepening(routing.maxNetsSearchedPerPath(), routing.maxAdditionalNodesPerPath, routing.maxPaths)
+PathSearch::PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules,
+                       const NodeWithComponent &sourceNode, const QSharedPointer<EDANetNode> &destinationNode)
+    : provider(netlist)
+    , rules(routingRules)
+    , sourceComponent(sourceNode.component)
+    , ends{sourceNode.node, destinationNode}
+    , deepening(rules.maxNetsSearched(), rules.maxAdditionalNodes, rules.maxPaths)
 {
 }
 
@@ -25,7 +26,7 @@ QList<RoutingPath> PathSearch::run()
 
 void PathSearch::searchOnce()
 {
-    searchNode(source.component, source.node);
+    searchNode(sourceComponent, ends.source);
     while (!branch.isEmpty() && !deepening.isComplete()) {
         Level &level = branch.last();
         if (!level.exits.isEmpty()) {
@@ -52,7 +53,7 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
     }
     if (visited.contains(net.data()))
         return;
-    const bool found = net->containsNode(destination);
+    const bool found = net->containsNode(ends.destination);
     logNodeSearch(component, net, found);
     // Ask for the destination before the limit: a path may end one net beyond the last that is searched
     // further.
@@ -61,7 +62,7 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
         return;
     }
     const std::size_t collectedBefore = additionalNodes.size();
-    if (node != source.node)
+    if (node != ends.source)
         collectAdditionalNodes(net, node);
     if (pathLimitReached()) {
         additionalNodes.resize(collectedBefore);
@@ -105,7 +106,7 @@ RoutingPath PathSearch::currentPath() const
 
 QSharedPointer<EDANet> PathSearch::findNetContainingNode(const QSharedPointer<EDANetNode> &node) const
 {
-    const auto nets = routing.provider->getNets();
+    const auto nets = provider.getNets();
     for (const auto &net : nets) {
         if (net && net->containsNode(node))
             return net;
@@ -119,7 +120,7 @@ QList<NodeWithComponent> PathSearch::otherNodesWithComponentOfNet(const QSharedP
     QList<NodeWithComponent> result;
     const auto otherNodes = net->otherNodes(node);
     for (const auto &other : otherNodes) {
-        const auto component = routing.provider->getComponentByRef(other->ref);
+        const auto component = provider.getComponentByRef(other->ref);
         if (component)
             result.append({other, component});
         else
@@ -134,7 +135,7 @@ QList<NodeWithComponent> PathSearch::switchableNodes(const QSharedPointer<EDANet
     QList<NodeWithComponent> result;
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
-        if (routing.isComponentSwitchable(other.component))
+        if (ends.canCross(rules.roleOf(other.component->type()), other.node, node))
             result.append(other);
     }
     return result;
@@ -144,7 +145,7 @@ void PathSearch::collectAdditionalNodes(const QSharedPointer<EDANet> &net, const
 {
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
-        if (other.node != source.node && other.node != destination && routing.isComponentInterface(other.component))
+        if (ends.isAdditional(rules.roleOf(other.component->type()), other.node, node))
             additionalNodes.push_back(other.node);
     }
 }
@@ -152,7 +153,7 @@ void PathSearch::collectAdditionalNodes(const QSharedPointer<EDANet> &net, const
 QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
                                                                        const QString &pinNumber) const
 {
-    const auto part = routing.provider->getPartByName(component->part);
+    const auto part = provider.getPartByName(component->part);
     if (part.isNull()) {
         qCDebug(routingLog).noquote() << u"No part found for name '%1' of component '%2'"_s.arg(component->part,
                                                                                                 component->ref);
@@ -171,10 +172,7 @@ bool PathSearch::pathLimitReached()
 {
     const auto nodes = static_cast<qsizetype>(additionalNodes.size());
     const qsizetype switches = branch.size() + 1;
-    if (deepening.reaches(switches, nodes))
-        return false;
-    deepening.noteCut(switches, nodes);
-    return true;
+    return !deepening.enters(switches, nodes);
 }
 
 void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,

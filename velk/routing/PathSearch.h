@@ -1,9 +1,11 @@
 #ifndef VELK_ROUTING_PATHSEARCH_H
 #define VELK_ROUTING_PATHSEARCH_H
 
+#include <velk/model/EDAProvider.h>
 #include <velk/routing/NodeWithComponent.h>
-#include <velk/routing/Routing.h>
+#include <velk/routing/RoutingPath.h>
 #include <velk/search/IterativeDeepening.h>
+#include <velk/search/RoutingRules.h>
 
 #include <QSet>
 
@@ -16,7 +18,9 @@ namespace Velk {
 class PathSearch
 {
 public:
-    PathSearch(const Routing &routing, const NodeWithComponent &source, const QSharedPointer<EDANetNode> &destination);
+    /// The first two have to stay.
+    PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules, const NodeWithComponent &sourceNode,
+               const QSharedPointer<EDANetNode> &destinationNode);
 
     /// All paths, in the order in which they are found; the first ones in the order of results if their number is
     /// bounded. Call it once.
@@ -52,9 +56,10 @@ private:
     void logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
                        bool found) const;
 
-    const Routing &routing;
-    const NodeWithComponent source;
-    const QSharedPointer<EDANetNode> destination;
+    const EDAProvider &provider;
+    const RoutingRules &rules;
+    const QSharedPointer<EDAComponent> sourceComponent;
+    const PathEnds<QSharedPointer<EDANetNode>> ends;
 
     IterativeDeepening deepening;
     QList<Level> branch;

@@ -3,7 +3,9 @@
 #include <velk/model/EDAException.h>
 #include <velk/model/IndexedProvider.h>
 #include <velk/model/RoutingLog.h>
+#include <velk/routing/PathRecords.h>
 #include <velk/routing/PathSearch.h>
+#include <velk/routing/RoutingPrivate.h>
 #include <velk/search/PrunedPathSearch.h>
 
 #include <algorithm>
@@ -52,13 +54,29 @@ bool comesFirst(const RoutingPath &a, const RoutingPath &b)
 }
 }
 
+QList<RoutingPath> RoutingPrivate::search(const NodeWithComponent &source, const NodeWithComponent &destination) const
+{
+    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
+    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
+    // The trace shows every net that an exhaustive search visits.
+    if (index && !routingLog().isDebugEnabled()) {
+        const SearchRules numbered(rules, *index, *source.node, *destination.node);
+        if (numbered.hasEnds())
+            return routingPathsOf(PrunedPathSearch(*index, numbered).run(), *index);
+    }
+    auto paths = PathSearch(*provider, rules, source, destination.node).run();
+    // Stable, so that the same netlist always gives the same order.
+    std::stable_sort(paths.begin(), paths.end(), comesFirst);
+    return paths;
+}
+
 Routing::Routing(EDAProvider *netlist)
-    : provider(netlist)
-    , maxSwitchingComponentsPerPath(DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
-    , maxAdditionalNodesPerPath(DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
-    , maxPaths(0)
-    , switchableTypes{DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR}
-    , interfaceTypes{DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT}
+    : d(new RoutingPrivate(netlist,
+                           {{DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR},
+                            {DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT},
+                            DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH,
+                            DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH,
+                            0}))
 {
 }
 
@@ -70,92 +88,67 @@ Routing &Routing::operator=(Routing &&other) noexcept = default;
 
 void Routing::setComponentTypesThatAreSwitchable(const QList<QString> &types)
 {
-    switchableTypes = types;
+    d->rules.switchableTypes = types;
+}
+
+QList<QString> Routing::componentTypesThatAreSwitchable() const
+{
+    return d->rules.switchableTypes;
 }
 
 void Routing::setComponentTypesThatAreInterfaces(const QList<QString> &types)
 {
-    interfaceTypes = types;
+    d->rules.interfaceTypes = types;
+}
+
+QList<QString> Routing::componentTypesThatAreInterfaces() const
+{
+    return d->rules.interfaceTypes;
 }
 
 void Routing::setMaxSwitchingComponentsPerPath(int limit)
 {
-    maxSwitchingComponentsPerPath = limit;
+    d->rules.maxSwitchingComponents = limit;
+}
+
+int Routing::maxSwitchingComponentsPerPath() const
+{
+    return d->rules.maxSwitchingComponents;
 }
 
 void Routing::setMaxAdditionalNodesPerPath(int limit)
 {
-    maxAdditionalNodesPerPath = limit;
+    d->rules.maxAdditionalNodes = limit;
+}
+
+int Routing::maxAdditionalNodesPerPath() const
+{
+    return d->rules.maxAdditionalNodes;
 }
 
 void Routing::setMaxPaths(qsizetype bound)
 {
-    maxPaths = bound;
+    d->rules.maxPaths = bound;
 }
 
-// One more than the limit of switches. The limit is documented to wrap, so the largest one leads to a negative number;
-// unsigned, since overflow of signed numbers is undefined.
-int Routing::maxNetsSearchedPerPath() const
+qsizetype Routing::maxPaths() const
 {
-    return static_cast<int>(static_cast<unsigned int>(maxSwitchingComponentsPerPath) + 1U);
-}
-
-bool Routing::isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const
-{
-    return switchableTypes.contains(component->type(), Qt::CaseInsensitive);
-}
-
-bool Routing::isComponentInterface(const QSharedPointer<EDAComponent> &component) const
-{
-    return interfaceTypes.contains(component->type(), Qt::CaseInsensitive);
+    return d->rules.maxPaths;
 }
 
 QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                       const QMap<QString, QString> &destinationProperties,
                                       const QString &destinationPin) const
 {
-    const auto source = findNode(*provider, sourceProperties, sourcePin);
-    return search(source, findNode(*provider, destinationProperties, destinationPin));
+    const auto source = findNode(*d->provider, sourceProperties, sourcePin);
+    return d->search(source, findNode(*d->provider, destinationProperties, destinationPin));
 }
 
 QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                              const QSharedPointer<EDAComponent> &destination,
                                              const QString &destinationPin) const
 {
-    const auto sourceNode = findNode(*provider, source, {}, sourcePin);
-    return search(sourceNode, findNode(*provider, destination, {}, destinationPin));
-}
-
-QList<RoutingPath> Routing::search(const NodeWithComponent &source, const NodeWithComponent &destination) const
-{
-    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
-    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
-    // The trace shows every net that an exhaustive search visits.
-    if (index && !routingLog().isDebugEnabled()) {
-        const auto rules = rulesFor(*index, source, destination);
-        if (rules.hasEnds())
-            return PrunedPathSearch(*index, rules, maxPaths).run();
-    }
-    auto paths = PathSearch(*this, source, destination.node).run();
-    // Stable, so that the same netlist always gives the same order.
-    std::stable_sort(paths.begin(), paths.end(), comesFirst);
-    return paths;
-}
-
-SearchRules Routing::rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
-                              const NodeWithComponent &destination) const
-{
-    SearchRules rules{index.numberedNode(source.node->ref, source.node->pin).terminal,
-                      index.numberedNode(destination.node->ref, destination.node->pin).terminal,
-                      maxNetsSearchedPerPath(),
-                      maxAdditionalNodesPerPath,
-                      {}};
-    const auto &types = index.componentTypes();
-    rules.roles.reserve(static_cast<std::size_t>(types.size()));
-    for (const QString &type : types)
-        rules.roles.push_back(
-            {switchableTypes.contains(type, Qt::CaseInsensitive), interfaceTypes.contains(type, Qt::CaseInsensitive)});
-    rules.roles[NetlistIndex::unlisted] = {false, false};
-    return rules;
+    const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
+    return d->search(sourceNode, findNode(*d->provider, destination, {}, destinationPin));
 }
 }

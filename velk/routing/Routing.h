@@ -7,14 +7,13 @@
 
 #include <QList>
 #include <QMap>
+#include <QSharedDataPointer>
 #include <QSharedPointer>
 #include <QString>
 
 namespace Velk {
 
-class NetlistIndex;
-struct NodeWithComponent;
-struct SearchRules;
+class RoutingPrivate;
 
 /// Finds the chains of switchable components (relays and resistors by default) that lead from a pin of one
 /// component to a pin of another, on any provider.
@@ -61,19 +60,24 @@ public:
     ~Routing();
     Routing(const Routing &other);
     Routing &operator=(const Routing &other);
+    /// One that was moved from may be assigned to or destroyed, nothing else.
     Routing(Routing &&other) noexcept;
     Routing &operator=(Routing &&other) noexcept;
 
     /// Replaces the types that a path may pass through. Types are compared without regard to case; with an empty list
     /// no component has that role.
     void setComponentTypesThatAreSwitchable(const QList<QString> &types);
+    QList<QString> componentTypesThatAreSwitchable() const; ///< as set; "Relay" and "Resistor" at first
     /// Replaces the types whose pins are additional nodes, in the same way.
     void setComponentTypesThatAreInterfaces(const QList<QString> &types);
+    QList<QString> componentTypesThatAreInterfaces() const; ///< as set; "Source" and "DUT" at first
 
     /// Sets the first of the two limits above. Any value is taken as it is.
     void setMaxSwitchingComponentsPerPath(int limit);
+    int maxSwitchingComponentsPerPath() const; ///< as set, or the default when this was constructed
     /// Sets the second one. Any value is taken as it is.
     void setMaxAdditionalNodesPerPath(int limit);
+    int maxAdditionalNodesPerPath() const; ///< as set, or the default when this was constructed
     /// Has findPaths() return the first so many of its paths only, exactly those that would come first without the
     /// bound. 0, the default, or a negative number is no bound.
     ///
@@ -82,6 +86,7 @@ public:
     /// thousands of millions of others. Otherwise a pass looks everywhere down to its depth, and the trace shows each
     /// pass. A bound that is not reached saves nothing: the search then takes as long as some searches without it.
     void setMaxPaths(qsizetype bound);
+    qsizetype maxPaths() const; ///< as set; 0 at first
 
     /// All paths, or the first ones where setMaxPaths() bounds them, from a pin of the first component that matches
     /// \a sourceProperties to a pin of the first one that matches \a destinationProperties. A pin is given by its
@@ -104,22 +109,7 @@ public:
                                         const QString &destinationPin) const;
 
 private:
-    friend class PathSearch;
-
-    VELK_NO_EXPORT QList<RoutingPath> search(const NodeWithComponent &source,
-                                             const NodeWithComponent &destination) const;
-    VELK_NO_EXPORT SearchRules rulesFor(const NetlistIndex &index, const NodeWithComponent &source,
-                                        const NodeWithComponent &destination) const;
-    VELK_NO_EXPORT int maxNetsSearchedPerPath() const;
-    VELK_NO_EXPORT bool isComponentSwitchable(const QSharedPointer<EDAComponent> &component) const;
-    VELK_NO_EXPORT bool isComponentInterface(const QSharedPointer<EDAComponent> &component) const;
-
-    EDAProvider *provider;
-    int maxSwitchingComponentsPerPath;
-    int maxAdditionalNodesPerPath;
-    qsizetype maxPaths;
-    QList<QString> switchableTypes;
-    QList<QString> interfaceTypes;
+    QSharedDataPointer<RoutingPrivate> d;
 };
 }
 

@@ -1,8 +1,7 @@
 #ifndef VELK_SEARCH_FOUNDPATHS_H
 #define VELK_SEARCH_FOUNDPATHS_H
 
-#include <velk/index/NetlistIndex.h>
-#include <velk/routing/RoutingPath.h>
+#include <QtGlobal>
 
 #include <map>
 #include <utility>
@@ -10,32 +9,77 @@
 
 namespace Velk {
 
-/// Paths in numbers, kept in the order of results until all are known: in groups of as many switching components and
-/// additional nodes, within a group in the order in which they were found.
+/// A node in the numbers of an index.
+struct NodeOnNet
+{
+    int net;
+    int node;
+};
+
+/// A path in numbers; it points into the FoundPaths that it is of.
+struct FoundPath
+{
+    const int *components; ///< the first of them
+    qsizetype length;
+    const NodeOnNet *additionalNodes; ///< the first of them; paths that have the same ones may share them
+    qsizetype nodeCount;
+};
+
+/// Paths in numbers, kept in the order of results: in groups of as many switching components and additional nodes,
+/// within a group in the order in which they were found.
 class FoundPaths
 {
 public:
-    /// A path over the \a component of each step.
-    template <typename Step>
-    void add(const std::vector<Step> &steps, const QList<QSharedPointer<EDANetNode>> &nodes)
+    /// Keeps additional nodes for paths to come and tells their place.
+    std::size_t keepNodes(const std::vector<NodeOnNet> &additionalNodes)
     {
-        Group &group = groups[{static_cast<qsizetype>(steps.size()), nodes.size()}];
-        for (const Step &step : steps)
-            group.components.push_back(step.component);
-        group.additionalNodes.push_back(nodes);
+        const std::size_t place = nodes.size();
+        nodes.insert(nodes.end(), additionalNodes.begin(), additionalNodes.end());
+        return place;
     }
 
-    /// Empties this.
-    QList<RoutingPath> take(const NetlistIndex &index);
+    /// A path over the \a component of each step, with the additional nodes at this place.
+    template <typename Step>
+    void add(const std::vector<Step> &steps, std::size_t nodesPlace, std::size_t nodeCount)
+    {
+        Group &group = groups[{steps.size(), nodeCount}];
+        for (const Step &step : steps)
+            group.components.push_back(step.component);
+        group.nodesPlaces.push_back(nodesPlace);
+    }
+
+    qsizetype count() const
+    {
+        std::size_t count = 0;
+        for (const auto &[key, group] : groups)
+            count += group.nodesPlaces.size();
+        return static_cast<qsizetype>(count);
+    }
+
+    /// Calls \a visit with each path.
+    template <typename Visit>
+    void visitAll(Visit visit) const
+    {
+        for (const auto &[key, group] : groups) {
+            const auto &[length, nodeCount] = key;
+            const int *components = group.components.data();
+            for (const std::size_t place : group.nodesPlaces) {
+                visit(FoundPath{components, static_cast<qsizetype>(length), nodes.data() + place,
+                                static_cast<qsizetype>(nodeCount)});
+                components += length;
+            }
+        }
+    }
 
 private:
     struct Group
     {
-        std::vector<int> components;                                    ///< those of one path after those of another
-        std::vector<QList<QSharedPointer<EDANetNode>>> additionalNodes; ///< of each path
+        std::vector<int> components;          ///< those of one path after those of another
+        std::vector<std::size_t> nodesPlaces; ///< of each path
     };
 
-    std::map<std::pair<qsizetype, qsizetype>, Group> groups; ///< by the numbers of components and of additional nodes
+    std::map<std::pair<std::size_t, std::size_t>, Group> groups; ///< by the numbers of components and additional nodes
+    std::vector<NodeOnNet> nodes;                                ///< those of one path after those of another
 };
 }
 

@@ -23,6 +23,14 @@ public:
     {
         return switches <= depth.switches && nodes <= depth.nodes;
     }
+    /// The same, noting where it does not that a branch is cut off which needs as much.
+    bool enters(qsizetype switches, qsizetype nodes)
+    {
+        if (reaches(switches, nodes))
+            return true;
+        noteCut(switches, nodes);
+        return false;
+    }
     /// Tells that a branch was cut off which needs as much at least, and which this pass does not reach.
     void noteCut(qsizetype switches, qsizetype nodes);
     /// Counts a path that was found, and tells whether it is new: earlier passes have found those that need less.

@@ -1,5 +1,7 @@
 #include <velk/search/PrunedPathSearch.h>
 
+#include <utility>
+
 namespace Velk {
 
 namespace {
@@ -7,16 +9,16 @@ namespace {
 constexpr std::size_t usualDepth = 8;
 }
 
-PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, qsizetype maxPaths)
+PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules)
     : index(netlist)
     , rules(searchRules)
     , memory(borrowed.memory())
-    , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, maxPaths)
+    , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
     , bounds(netlist, searchRules, deepening, memory)
 {
 }
 
-QList<RoutingPath> PrunedPathSearch::run()
+FoundPaths PrunedPathSearch::run()
 {
     memory.onBranch.clear(index.netCount());
     branch.reserve(usualDepth);
@@ -24,7 +26,7 @@ QList<RoutingPath> PrunedPathSearch::run()
     do
         searchOnce();
     while (deepening.startNextPass());
-    return paths.take(index);
+    return std::move(paths);
 }
 
 void PrunedPathSearch::searchOnce()
@@ -43,13 +45,13 @@ void PrunedPathSearch::searchOnce()
 
 void PrunedPathSearch::enterSourceNet()
 {
-    const int net = index.netOfTerminal(rules.source);
+    const int net = index.netOfTerminal(rules.ends.source);
     if (net == NetlistIndex::none)
         return;
     if (bounds.isLast(net))
         keepPath();
     else if (bounds.allow(net, 0, 0))
-        enterNet(net, rules.source, 0);
+        enterNet(net, rules.ends.source, 0);
 }
 
 void PrunedPathSearch::crossToNextPin()
@@ -68,10 +70,9 @@ void PrunedPathSearch::crossToNextPin()
     if (!bounds.allow(net, switched, additionalNodeCount()))
         return;
     collectAdditionalNodes(net, exit);
-    if (deepening.reaches(switched, additionalNodeCount())) {
+    if (deepening.enters(switched, additionalNodeCount())) {
         enterNet(net, exit, collected);
     } else {
-        deepening.noteCut(switched, additionalNodeCount());
         dropAdditionalNodes(collected);
         bounds.noteUselessBranch();
     }
@@ -81,7 +82,7 @@ void PrunedPathSearch::enterNextComponent()
 {
     Level &level = branch.back();
     const NumberedNode &node = index.numberedNode(level.nextNode++);
-    if (!rules.roleOf(node).isSwitchable || node.terminal == level.arrival) // equal nodes are one terminal
+    if (!rules.canCross(node, level.arrival))
         return;
     level.component = node.component;
     level.entry = node.terminal;
@@ -108,8 +109,8 @@ void PrunedPathSearch::collectAdditionalNodes(int net, int arrival)
 {
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         if (rules.isAdditional(index.numberedNode(i), arrival)) {
-            additionalNodes.push_back(&index.node(net, i));
-            additionalNodeList = NodeList();
+            additionalNodes.push_back({net, i});
+            keptNodes.reset();
         }
     }
 }
@@ -119,24 +120,20 @@ void PrunedPathSearch::dropAdditionalNodes(std::size_t countBefore)
     if (additionalNodes.size() == countBefore)
         return;
     additionalNodes.resize(countBefore);
-    additionalNodeList = NodeList();
+    keptNodes.reset();
 }
 
-// A list of its own for each change: Qt does not check the allocation by which a shared list is shortened.
-const PrunedPathSearch::NodeList &PrunedPathSearch::additionalNodesAsList()
+std::size_t PrunedPathSearch::keptNodesPlace()
 {
-    if (additionalNodeList.size() == additionalNodeCount())
-        return additionalNodeList;
-    additionalNodeList.reserve(additionalNodeCount());
-    for (const auto *node : additionalNodes)
-        additionalNodeList.append(*node);
-    return additionalNodeList;
+    if (!keptNodes)
+        keptNodes = paths.keepNodes(additionalNodes);
+    return *keptNodes;
 }
 
 void PrunedPathSearch::keepPath()
 {
     if (deepening.keep(static_cast<qsizetype>(branch.size()), additionalNodeCount()))
-        paths.add(branch, additionalNodesAsList());
+        paths.add(branch, keptNodesPlace(), additionalNodes.size());
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
 }

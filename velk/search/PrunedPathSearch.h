@@ -4,6 +4,7 @@
 #include <velk/search/FoundPaths.h>
 #include <velk/search/SearchBounds.h>
 
+#include <optional>
 #include <vector>
 
 namespace Velk {
@@ -13,16 +14,13 @@ namespace Velk {
 class PrunedPathSearch
 {
 public:
-    /// \a maxPaths of 0 or less is no bound.
-    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, qsizetype maxPaths);
+    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
     /// them those with the fewest additional nodes, among equals in depth-first order. Call it once.
-    QList<RoutingPath> run();
+    FoundPaths run();
 
 private:
-    using NodeList = QList<QSharedPointer<EDANetNode>>;
-
     /// A net on the current branch and what is still to be crossed from it.
     struct Level
     {
@@ -45,7 +43,7 @@ private:
     void leaveNet();
     void collectAdditionalNodes(int net, int arrival);
     void dropAdditionalNodes(std::size_t countBefore);
-    const NodeList &additionalNodesAsList();
+    std::size_t keptNodesPlace();
     qsizetype additionalNodeCount() const { return static_cast<qsizetype>(additionalNodes.size()); }
     void keepPath();
 
@@ -56,9 +54,9 @@ private:
     IterativeDeepening deepening;
     SearchBounds bounds;
     std::vector<Level> branch;
-    std::vector<const QSharedPointer<EDANetNode> *> additionalNodes; ///< of the branch
-    /// The same, or empty while no path has needed them. Paths that have the same nodes share it.
-    NodeList additionalNodeList;
+    std::vector<NodeOnNet> additionalNodes; ///< of the branch
+    /// Where the same are kept, if a path has needed them. Paths that have the same nodes share them.
+    std::optional<std::size_t> keptNodes;
     FoundPaths paths;
 };
 }

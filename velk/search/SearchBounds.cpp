@@ -15,7 +15,7 @@ SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searc
     : index(netlist)
     , rules(searchRules)
     , deepening(searchDeepening)
-    , sourceNet(netlist.netOfTerminal(searchRules.source))
+    , sourceNet(netlist.netOfTerminal(searchRules.ends.source))
     , switches(memory.switches)
     , latestLabels(memory.latestLabels)
     , ownAdditionalNodes(memory.ownAdditionalNodes)
@@ -46,7 +46,7 @@ void SearchBounds::measureSwitches()
         nets.push_back(net);
     };
 
-    const auto lastNets = index.netsOfTerminal(rules.destination);
+    const auto lastNets = index.netsOfTerminal(rules.ends.destination);
     for (const int net : lastNets)
         reach(net, 0);
     for (std::size_t next = 0; next < nets.size(); ++next) {
@@ -76,7 +76,7 @@ void SearchBounds::measureBoth()
     latestLabels.clear(index.netCount());
     crossed.clear(index.componentCount());
     labels.clear();
-    const auto lastNets = index.netsOfTerminal(rules.destination);
+    const auto lastNets = index.netsOfTerminal(rules.ends.destination);
     for (const int net : lastNets)
         label(net, 0, 0);
     for (std::size_t next = 0; next < labels.size(); ++next) {
@@ -131,7 +131,7 @@ int SearchBounds::countAdditionalNodesOn(int net) const
     int count = 0;
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         const NumberedNode &node = index.numberedNode(i);
-        if (rules.isAdditional(node, NetlistIndex::none) && !rules.roleOf(node).isSwitchable)
+        if (rules.isAdditional(node, SearchRules::nowhere) && !rules.canCross(node, SearchRules::nowhere))
             ++count;
     }
     return count;
@@ -145,7 +145,8 @@ void SearchBounds::crossFrom(int net, int collected, Visit visit)
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         const NumberedNode &node = index.numberedNode(i);
         const int component = node.component;
-        if (!rules.roleOf(node).isSwitchable || (crossed.has(component) && crossed.value(component) <= collected))
+        if (!rules.canCross(node, SearchRules::nowhere) ||
+            (crossed.has(component) && crossed.value(component) <= collected))
             continue;
         crossed.set(component, collected);
         for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {

@@ -2,37 +2,43 @@
 #define VELK_SEARCH_SEARCHRULES_H
 
 #include <velk/index/NetlistIndex.h>
+#include <velk/model/EDANetNode.h>
+#include <velk/search/RoutingRules.h>
 
 #include <vector>
 
 namespace Velk {
 
-/// What a query asks for, in the numbers of an index.
+/// The rules and the ends of a query in the numbers of an index.
 struct SearchRules
 {
-    /// What components of a type are to the search.
-    struct Role
-    {
-        bool isSwitchable;
-        bool isInterface;
-    };
+    /// No pin of a net, not even one that has no terminal: for arrivals that are not known.
+    static constexpr int nowhere = NetlistIndex::none - 1;
 
-    int source;          ///< terminal
-    int destination;     ///< terminal
-    int maxNetsSearched; ///< nets on a branch that are searched further: one more than the limit of switches
+    SearchRules(const RoutingRules &rules, const NetlistIndex &index, const EDANetNode &source,
+                const EDANetNode &destination);
+
+    PathEnds<int> ends; ///< terminals
+    int maxNetsSearched;
     int maxAdditionalNodes;
-    std::vector<Role> roles; ///< by type
+    qsizetype maxPaths;
+    std::vector<ComponentRole> roles; ///< by type
 
     /// False where a pin was added to a part after the index had been made.
-    bool hasEnds() const { return source != NetlistIndex::none && destination != NetlistIndex::none; }
-    const Role &roleOf(const NumberedNode &node) const { return roles[static_cast<std::size_t>(node.type)]; }
-    /// Whether a branch that arrives at its net by this terminal collects the node.
+    bool hasEnds() const { return ends.source != NetlistIndex::none && ends.destination != NetlistIndex::none; }
+    /// Whether a branch that has arrived by this terminal may cross the component of the node.
+    bool canCross(const NumberedNode &node, int arrival) const
+    {
+        return ends.canCross(roleOf(node), node.terminal, arrival); // equal nodes are one terminal
+    }
+    /// Whether it collects the node.
     bool isAdditional(const NumberedNode &node, int arrival) const
     {
-        return roleOf(node).isInterface &&
-               (node.terminal == NetlistIndex::none ||
-                (node.terminal != arrival && node.terminal != source && node.terminal != destination));
+        return ends.isAdditional(roleOf(node), node.terminal, arrival);
     }
+
+private:
+    const ComponentRole &roleOf(const NumberedNode &node) const { return roles[static_cast<std::size_t>(node.type)]; }
 };
 }
 
