@@ -1,6 +1,6 @@
 #include "cli/NetlistReach.h"
 
-#include "cli/check/CheckedSystem.h"
+#include "velk/check/CheckedSystem.h"
 
 #include <QSet>
 

@@ -1,18 +1,18 @@
 #include "cli/commands/CheckCommand.h"
 
-#include "cli/check/ConnectorChecks.h"
-#include "cli/check/FileChecks.h"
-#include "cli/check/IniChecks.h"
-#include "cli/check/NameChecks.h"
-#include "cli/check/NetChecks.h"
-#include "cli/check/SwappedPins.h"
-#include "cli/commands/IgnoredFindings.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
 #include "cli/commands/Warnings.h"
 #include "cli/formats/FindingFormats.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
+#include "velk/check/ConnectorChecks.h"
+#include "velk/check/FileChecks.h"
+#include "velk/check/IgnoredFindings.h"
+#include "velk/check/IniChecks.h"
+#include "velk/check/NameChecks.h"
+#include "velk/check/NetChecks.h"
+#include "velk/check/SwappedPins.h"
 
 #include <CLI/CLI.hpp>
 

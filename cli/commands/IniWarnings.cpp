@@ -1,7 +1,7 @@
 #include "cli/commands/IniWarnings.h"
 
-#include "cli/check/IniChecks.h"
 #include "cli/commands/CommandError.h"
+#include "velk/check/IniChecks.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 

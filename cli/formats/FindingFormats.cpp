@@ -1,8 +1,8 @@
 #include "cli/formats/FindingFormats.h"
 
-#include "cli/check/CheckedSystem.h"
 #include "cli/formats/Json.h"
 #include "cli/terminal/Message.h"
+#include "velk/check/CheckedSystem.h"
 
 #include <algorithm>
 #include <set>

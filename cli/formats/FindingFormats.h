@@ -1,8 +1,8 @@
 #ifndef VELK_CLI_FORMATS_FINDINGFORMATS_H
 #define VELK_CLI_FORMATS_FINDINGFORMATS_H
 
-#include "cli/check/Finding.h"
 #include "cli/terminal/Colour.h"
+#include "velk/check/Finding.h"
 
 #include <QByteArray>
 

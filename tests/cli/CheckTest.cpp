@@ -1,9 +1,9 @@
-#include "cli/check/ConnectorChecks.h"
 #include "tests/support/Boards.h"
 #include "tests/support/Command.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
+#include "velk/check/ConnectorChecks.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

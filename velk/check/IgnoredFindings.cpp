@@ -1,4 +1,4 @@
-#include "cli/commands/IgnoredFindings.h"
+#include "velk/check/IgnoredFindings.h"
 
 #include <velk/naming/Suggestions.h>
 

@@ -1,8 +1,8 @@
 #ifndef VELK_CLI_CHECK_FILECHECKS_H
 #define VELK_CLI_CHECK_FILECHECKS_H
 
-#include "cli/check/Finding.h"
 #include "cli/commands/Netlist.h"
+#include "velk/check/Finding.h"
 
 namespace VelkCli {
 

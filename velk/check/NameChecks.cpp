@@ -1,4 +1,4 @@
-#include "cli/check/NameChecks.h"
+#include "velk/check/NameChecks.h"
 
 #include <velk/naming/SimilarNames.h>
 

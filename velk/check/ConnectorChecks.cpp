@@ -1,4 +1,4 @@
-#include "cli/check/ConnectorChecks.h"
+#include "velk/check/ConnectorChecks.h"
 
 #include <QMap>
 #include <QSet>

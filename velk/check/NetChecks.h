@@ -1,8 +1,8 @@
 #ifndef VELK_CLI_CHECK_NETCHECKS_H
 #define VELK_CLI_CHECK_NETCHECKS_H
 
-#include "cli/check/CheckedSystem.h"
-#include "cli/check/Finding.h"
+#include "velk/check/CheckedSystem.h"
+#include "velk/check/Finding.h"
 
 namespace VelkCli {
 

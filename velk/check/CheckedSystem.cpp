@@ -1,6 +1,6 @@
-#include "cli/check/CheckedSystem.h"
+#include "velk/check/CheckedSystem.h"
 
-#include "cli/check/ProviderView.h"
+#include "velk/check/ProviderView.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 

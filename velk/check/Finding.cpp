@@ -1,4 +1,4 @@
-#include "cli/check/Finding.h"
+#include "velk/check/Finding.h"
 
 using namespace Qt::StringLiterals;
 

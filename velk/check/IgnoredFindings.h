@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_IGNOREDFINDINGS_H
 #define VELK_CLI_COMMANDS_IGNOREDFINDINGS_H
 
-#include "cli/check/Finding.h"
+#include "velk/check/Finding.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "cli/check/FileChecks.h"
+#include "velk/check/FileChecks.h"
 
 #include <QCryptographicHash>
 #include <QFile>

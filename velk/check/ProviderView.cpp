@@ -1,4 +1,4 @@
-#include "cli/check/ProviderView.h"
+#include "velk/check/ProviderView.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "cli/check/NetChecks.h"
+#include "velk/check/NetChecks.h"
 
 #include <QMap>
 #include <QSet>

@@ -1,7 +1,7 @@
-#include "cli/check/IniChecks.h"
+#include "velk/check/IniChecks.h"
 
 #include "cli/IniEntries.h"
-#include "cli/check/ProviderView.h"
+#include "velk/check/ProviderView.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 

@@ -1,4 +1,4 @@
-#include "cli/check/SwappedPins.h"
+#include "velk/check/SwappedPins.h"
 
 #include <QMap>
 #include <QSet>
