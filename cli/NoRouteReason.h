@@ -2,7 +2,7 @@
 #define VELK_CLI_NOROUTEREASON_H
 
 #include "cli/NetlistReach.h"
-#include "cli/RouteEnd.h"
+#include "cli/commands/RouteEnd.h"
 
 #include <velk/routing/Routing.h>
 

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 #define VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 
-#include "cli/RouteEnd.h"
+#include "cli/commands/RouteEnd.h"
 
 namespace VelkCli {
 

@@ -1,5 +1,5 @@
-#ifndef VELK_CLI_ROUTEEND_H
-#define VELK_CLI_ROUTEEND_H
+#ifndef VELK_CLI_COMMANDS_ROUTEEND_H
+#define VELK_CLI_COMMANDS_ROUTEEND_H
 
 #include "cli/commands/Options.h"
 

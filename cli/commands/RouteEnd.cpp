@@ -1,4 +1,4 @@
-#include "cli/RouteEnd.h"
+#include "cli/commands/RouteEnd.h"
 
 #include "cli/commands/CommandError.h"
 #include "cli/commands/Netlist.h"
