@@ -10,9 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <velk/naming/PropertyHints.h>
-
-#include <QSet>
+#include <velk/naming/NetlistSelection.h>
+#include <velk/naming/PinNames.h>
 
 #include <algorithm>
 #include <set>
@@ -27,7 +26,6 @@ namespace {
 using Components = QList<QSharedPointer<EDAComponent>>;
 using Parts = QList<QSharedPointer<EDAPart>>;
 using Nets = QList<QSharedPointer<EDANet>>;
-using Properties = QMap<QString, QString>;
 
 /// One list in its three forms, of which the one that is wanted is made.
 struct Listing
@@ -37,69 +35,6 @@ struct Listing
     qsizetype count;
     std::function<QJsonObject(qsizetype)> toJson;
 };
-
-/// The component with its other columns as properties too, unless it has others of these names; as drawn, without the
-/// number of the board, where that is wanted.
-QSharedPointer<EDAComponent> withColumns(const EDAComponent &component, const Properties &wanted)
-{
-    auto result = component.clone();
-    const auto add = [&](const QString &key, const QString &value) {
-        if (!result->properties.contains(key))
-            result->properties.insert(key, value);
-    };
-    const auto asWanted = [&](const QString &key, const QString &value) {
-        return drawnName(value) == wanted.value(key) ? drawnName(value) : value;
-    };
-    add(u"ref"_s, asWanted(u"ref"_s, component.ref));
-    add(u"value"_s, component.value);
-    add(u"part"_s, asWanted(u"part"_s, component.part));
-    return result;
-}
-
-QString whyNoneIsListed(const EDAProvider &provider, const Properties &where)
-{
-    Components components;
-    for (const auto &component : provider.getComponents())
-        components.append(withColumns(*component, where));
-    return whyNoneMatches(components, where);
-}
-
-Components componentsWith(const Properties &where, const EDAProvider &provider)
-{
-    auto components = provider.getComponents();
-    if (!where.isEmpty())
-        components.removeIf(
-            [&](const auto &component) { return !withColumns(*component, where)->matchesProperties(where); });
-    return components;
-}
-
-/// Those of the components with these properties.
-Parts partsWith(const Properties &where, const EDAProvider &provider)
-{
-    Parts parts = provider.getParts();
-    if (where.isEmpty())
-        return parts;
-    QSet<QString> names;
-    for (const auto &component : componentsWith(where, provider))
-        names.insert(component->part);
-    parts.removeIf([&](const auto &part) { return !names.contains(part->name); });
-    return parts;
-}
-
-/// Those on which a component with these properties lies.
-Nets netsWith(const Properties &where, const EDAProvider &provider)
-{
-    Nets nets = provider.getNets();
-    if (where.isEmpty())
-        return nets;
-    const QStringList refs = refsOf(componentsWith(where, provider));
-    const QSet<QString> listed(refs.cbegin(), refs.cend());
-    nets.removeIf([&](const auto &net) {
-        return std::none_of(net->nodes.cbegin(), net->nodes.cend(),
-                            [&](const auto &node) { return listed.contains(node->ref); });
-    });
-    return nets;
-}
 
 Table componentTable(const Components &components)
 {
@@ -280,16 +215,16 @@ Listing listTypes(const QList<TypeRow> &rows)
             [=](qsizetype i) { return typeToJson(rows.at(i)); }};
 }
 
-Listing listWhat(const QString &what, const Properties &where, const EDAProvider &provider,
+Listing listWhat(const QString &what, const NetlistSelection &selection, const EDAProvider &provider,
                  const NetlistOptions &options)
 {
     if (what == u"components"_s)
-        return listComponents(componentsWith(where, provider));
+        return listComponents(selection.components());
     if (what == u"types"_s)
-        return listTypes(typeRows(componentsWith(where, provider), options));
+        return listTypes(typeRows(selection.components(), options));
     if (what == u"parts"_s)
-        return listParts(partsWith(where, provider));
-    return listNets(netsWith(where, provider), provider);
+        return listParts(selection.parts());
+    return listNets(selection.nets(), provider);
 }
 
 void write(const Listing &listing, const NetlistOptions &options, CsvReader reader, const QString &what)
@@ -337,9 +272,11 @@ int ListCommand::run() const
                                        readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist));
     const QString listed = toQString(what);
-    const auto listing = listWhat(listed, properties, provider, netlist);
-    if (!properties.isEmpty() && componentsWith(properties, provider).isEmpty())
-        printWarnings({u"--where: "_s + whyNoneIsListed(provider, properties)});
+    const NetlistSelection selection(provider, properties);
+    const auto listing = listWhat(listed, selection, provider, netlist);
+    const QString whyEmpty = properties.isEmpty() ? QString() : selection.whyEmpty();
+    if (!whyEmpty.isEmpty())
+        printWarnings({u"--where: "_s + whyEmpty});
     write(listing, netlist, reader, listed);
     return 0;
 }

@@ -113,23 +113,6 @@ std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName, KiCadReadin
         throw CommandError{error.message + u"; try --tolerant, which can read this file"_s};
     }
 }
-
-/// The name by which to show each pin, by its number.
-QHash<QString, QString> namesOfPins(const EDAPart &part)
-{
-    QHash<QString, int> pinsCalled; // so, by name or by number
-    for (const auto &pin : std::as_const(part.pins)) {
-        ++pinsCalled[pin->name];
-        if (pin->number != pin->name)
-            ++pinsCalled[pin->number];
-    }
-    QHash<QString, QString> names;
-    for (const auto &pin : std::as_const(part.pins)) {
-        if (!names.contains(pin->number)) // the first of that number
-            names.insert(pin->number, pinsCalled.value(pin->name) == 1 ? pin->name : QString());
-    }
-    return names;
-}
 }
 
 Netlists readNetlists(const QStringList &fileNames, KiCadReadingMode mode)
@@ -173,34 +156,5 @@ QStringList shownNames(const QStringList &fileNames)
     for (const QString &fileName : fileNames)
         names.append(shownName(fileName));
     return names;
-}
-
-QString drawnName(const QString &name)
-{
-    return name.left(name.lastIndexOf(u'#'));
-}
-
-QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
-{
-    QStringList refs;
-    for (const auto &component : components)
-        refs.append(component->ref);
-    return refs;
-}
-
-PinNames::PinNames(const EDAProvider &provider)
-    : netlist(provider)
-{
-    const auto parts = netlist.getParts();
-    for (const auto &part : parts)
-        namesByPart.insert(part->name, namesOfPins(*part));
-}
-
-QString PinNames::text(const QString &ref, const QString &pinNumber) const
-{
-    const auto component = netlist.getComponentByRef(ref);
-    const auto part = component ? namesByPart.constFind(component->part) : namesByPart.cend();
-    const QString name = part == namesByPart.cend() ? QString() : part->value(pinNumber);
-    return u"%1.%2"_s.arg(ref, name.isEmpty() ? pinNumber : name);
 }
 }

@@ -4,7 +4,6 @@
 #include <velk/kicad/KiCadNetParser.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
-#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -31,24 +30,6 @@ std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, V
 /// As messages name the file: "standard input" for "-".
 QString shownName(const QString &fileName);
 QStringList shownNames(const QStringList &fileNames);
-
-/// "K3" for "K3#2", what a netlist itself says.
-QString drawnName(const QString &name);
-
-QStringList refsOf(const QList<QSharedPointer<Velk::EDAComponent>> &components);
-
-/// How people name the pins of a netlist, which has to stay: "U1#1.HI" by its name, or by its number where the name is
-/// empty or could be taken for another pin of the component.
-class PinNames
-{
-public:
-    explicit PinNames(const Velk::EDAProvider &provider);
-    QString text(const QString &ref, const QString &pinNumber) const;
-
-private:
-    const Velk::EDAProvider &netlist;
-    QHash<QString, QHash<QString, QString>> namesByPart; ///< by pin number
-};
 }
 
 #endif

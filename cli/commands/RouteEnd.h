@@ -3,7 +3,7 @@
 
 #include "cli/commands/Options.h"
 
-#include <velk/model/EDAProvider.h>
+#include <velk/naming/PinSearch.h>
 
 namespace VelkCli {
 
@@ -15,15 +15,12 @@ public:
     EndOptions(const std::string &optionName, const std::string &componentName);
 
     void addTo(CLI::App &command);
-    /// Throws a CLI::ParseError where neither properties nor a reference are given, and what parsedProperties() throws.
+    /// Throws a CLI::ParseError where neither properties nor a reference are given, and what description() throws.
     void check() const;
 
-    QString option() const;    ///< "--source"
-    QString refOption() const; ///< "--source-ref"
+    QString option() const; ///< "--source"
     /// Throws a CommandError as parseProperties() does.
-    QMap<QString, QString> parsedProperties() const;
-    QString ref() const; ///< empty where properties are given
-    QString pin() const;
+    Velk::PinDescription description() const;
 
 private:
     std::string name;

@@ -4,6 +4,8 @@
 #include "cli/formats/Json.h"
 #include "cli/terminal/Message.h"
 
+#include <velk/naming/References.h>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 

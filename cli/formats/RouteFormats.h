@@ -7,6 +7,7 @@
 #include "cli/terminal/Colour.h"
 
 #include <velk/model/EDAProvider.h>
+#include <velk/naming/PinNames.h>
 #include <velk/routing/RoutingPath.h>
 
 #include <QByteArray>
@@ -23,7 +24,7 @@ struct RouteReport
     QSharedPointer<Velk::EDANetNode> destination;
     QList<Velk::RoutingPath> paths;
     bool areThereMore; ///< than these paths
-    PinNames pinNames;
+    Velk::PinNames pinNames;
     QStringList fileNames;      ///< of the boards
     QStringList connectorTypes; ///< of the components at which boards are joined
     QStringList interfaceTypes; ///< of the components whose pins are additional nodes

@@ -4,6 +4,7 @@
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
+#include <velk/naming/References.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
 #include <QTest>

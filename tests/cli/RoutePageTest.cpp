@@ -3,6 +3,7 @@
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
+#include <velk/naming/References.h>
 #include <velk/routing/Routing.h>
 
 #include <QBuffer>

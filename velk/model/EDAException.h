@@ -11,8 +11,8 @@
 
 namespace Velk {
 
-/// An element that a netlist lacks. Thrown by value, by KiCadNetParser::parse and Routing::findPaths only. It
-/// is not a std::exception: catch it as Velk::EDAException.
+/// An element that a netlist lacks. Thrown by value, by KiCadNetParser::parse, Routing::findPaths and findPin(). It is
+/// not a std::exception: catch it as Velk::EDAException.
 class VELK_EXPORT EDAException
 {
 public:

@@ -106,6 +106,8 @@ QString whyNoneMatches(const Components &components, const Properties &wanted)
         if (!reason.isEmpty())
             reasons.append(reason);
     }
-    return reasons.isEmpty() ? nearestComponent(components, wanted) : reasons.join(u"; "_s);
+    if (!reasons.isEmpty())
+        return reasons.join(u"; "_s);
+    return components.isEmpty() ? u"none exists"_s : nearestComponent(components, wanted);
 }
 }

@@ -1,0 +1,17 @@
+#include <velk/naming/References.h>
+
+namespace Velk {
+
+QString drawnName(const QString &name)
+{
+    return name.left(name.lastIndexOf(u'#'));
+}
+
+QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
+{
+    QStringList refs;
+    for (const auto &component : components)
+        refs.append(component->ref);
+    return refs;
+}
+}
