@@ -1,8 +1,8 @@
 #include "cli/CommandLine.h"
 
-#include "cli/commands/CommandError.h"
-#include "cli/terminal/Message.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
+#include "cli/terminal/Terminal.h"
 
 #include <CLI/CLI.hpp>
 

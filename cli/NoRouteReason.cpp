@@ -1,6 +1,6 @@
 #include "cli/NoRouteReason.h"
 
-#include "cli/commands/CommandError.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
 
 #include <velk/facade/VelkRouting.h>

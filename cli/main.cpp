@@ -1,6 +1,6 @@
 #include "cli/CommandLine.h"
-#include "cli/commands/CommandError.h"
 #include "cli/commands/Trace.h"
+#include "cli/terminal/CommandError.h"
 
 int main(int argc, char **argv)
 {

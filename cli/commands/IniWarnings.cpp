@@ -1,6 +1,6 @@
 #include "cli/commands/IniWarnings.h"
 
-#include "cli/commands/CommandError.h"
+#include "cli/terminal/CommandError.h"
 #include "velk/check/IniChecks.h"
 
 #include <velk/ini/EDAApplicationIniGenerator.h>

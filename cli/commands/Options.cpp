@@ -1,6 +1,6 @@
 #include "cli/commands/Options.h"
 
-#include "cli/commands/CommandError.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
 
 #include <CLI/CLI.hpp>

@@ -1,6 +1,6 @@
 #include "cli/commands/RouteEnd.h"
 
-#include "cli/commands/CommandError.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
 
 #include <CLI/CLI.hpp>

@@ -1,7 +1,7 @@
 #include "cli/formats/FindingFormats.h"
 
 #include "cli/formats/Json.h"
-#include "cli/terminal/Message.h"
+#include "cli/terminal/Terminal.h"
 #include "velk/check/CheckedSystem.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "cli/commands/NoRouteText.h"
 #include "cli/formats/Json.h"
-#include "cli/terminal/Message.h"
+#include "cli/terminal/Terminal.h"
 
 #include <velk/naming/References.h>
 

@@ -1,6 +1,6 @@
 #include "cli/formats/Table.h"
 
-#include "cli/terminal/Message.h"
+#include "cli/terminal/Terminal.h"
 
 #include <algorithm>
 

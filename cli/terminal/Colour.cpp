@@ -1,6 +1,5 @@
 #include "cli/terminal/Colour.h"
 
-#include "cli/terminal/Message.h"
 #include "cli/terminal/Terminal.h"
 
 using namespace Qt::StringLiterals;

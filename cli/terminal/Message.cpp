@@ -1,53 +1,11 @@
 #include "cli/terminal/Message.h"
 
 #include "cli/terminal/Progress.h"
+#include "cli/terminal/Terminal.h"
 
 #include <cstdio>
 
-using namespace Qt::StringLiterals;
-
 namespace VelkCli {
-
-namespace {
-
-/// True for what steers a terminal, and for what turns the direction of the text that follows.
-bool isSteering(QChar c)
-{
-    switch (c.direction()) {
-    case QChar::DirLRE:
-    case QChar::DirLRO:
-    case QChar::DirRLE:
-    case QChar::DirRLO:
-    case QChar::DirPDF:
-    case QChar::DirLRI:
-    case QChar::DirRLI:
-    case QChar::DirFSI:
-    case QChar::DirPDI:
-        return true;
-    default:
-        return c.category() == QChar::Other_Control && c != u'\t';
-    }
-}
-
-QString escaped(QChar c)
-{
-    const QString digits = QString::number(c.unicode(), 16).toUpper();
-    return c.unicode() < 0x100 ? u"\\x"_s + digits.rightJustified(2, u'0') : u"\\u"_s + digits.rightJustified(4, u'0');
-}
-}
-
-QString printable(const QString &text)
-{
-    QString result;
-    result.reserve(text.size());
-    for (const QChar c : text) {
-        if (isSteering(c))
-            result += escaped(c);
-        else
-            result += c;
-    }
-    return result;
-}
 
 void printMessage(const QString &line)
 {

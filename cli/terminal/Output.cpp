@@ -1,7 +1,6 @@
 #include "cli/terminal/Output.h"
 
-#include "cli/commands/CommandError.h"
-#include "cli/terminal/Message.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
 #include "cli/terminal/Terminal.h"
 

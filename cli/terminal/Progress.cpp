@@ -1,6 +1,5 @@
 #include "cli/terminal/Progress.h"
 
-#include "cli/terminal/Message.h"
 #include "cli/terminal/Terminal.h"
 
 #include <algorithm>

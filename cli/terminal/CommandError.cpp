@@ -1,4 +1,4 @@
-#include "cli/commands/CommandError.h"
+#include "cli/terminal/CommandError.h"
 
 #include "cli/terminal/Message.h"
 
