@@ -39,6 +39,35 @@ QStringList toTexts(const QList<RoutingPath> &paths)
     return texts;
 }
 
+/// "N0 K1/1/2 N3 K2/1/2 N4 | U3/1@N3": the same with the pins and nets.
+QStringList toTexts(const QList<TracedPath> &paths)
+{
+    QStringList texts;
+    for (const auto &path : paths) {
+        QStringList words;
+        for (const TracedStep &step : path.steps)
+            words += {step.net->name, u"%1/%2/%3"_s.arg(step.component->ref, step.entryPin, step.exitPin)};
+        words += {path.lastNet->name, u"|"_s};
+        for (const auto &[node, net] : path.additionalNodes)
+            words.append(u"%1/%2@%3"_s.arg(node->ref, node->pin, net->name));
+        texts.append(words.join(u' '));
+    }
+    return texts;
+}
+
+QList<RoutingPath> untraced(const QList<TracedPath> &paths)
+{
+    QList<RoutingPath> result;
+    for (const auto &path : paths) {
+        result.append(RoutingPath());
+        for (const auto &step : path.steps)
+            result.last().switchingComponents.append(step.component);
+        for (const auto &node : path.additionalNodes)
+            result.last().additionalNodes.append(node.node);
+    }
+    return result;
+}
+
 using Properties = QMap<QString, QString>;
 const Properties fromU1{{u"Id"_s, u"U1"_s}};
 const Properties toD1{{u"Id"_s, u"D1"_s}};
@@ -71,29 +100,23 @@ public:
     {
     }
 
-    QStringList paths()
+    QList<TracedPath> paths()
     {
-        walk(u"U1/1"_s, {}, {});
+        walk(u"U1/1"_s, {});
         std::stable_sort(found.begin(), found.end(), [](const auto &a, const auto &b) {
-            return std::pair(a.switchingComponents.size(), a.additionalNodes.size()) <
-                   std::pair(b.switchingComponents.size(), b.additionalNodes.size());
+            return std::pair(a.steps.size(), a.additionalNodes.size()) <
+                   std::pair(b.steps.size(), b.additionalNodes.size());
         });
-        return toTexts(found);
+        return found;
     }
 
 private:
-    struct Visit
-    {
-        qsizetype net;
-        QList<QSharedPointer<EDANetNode>> interfaces; ///< the nodes to be collected on it
-    };
-
-    qsizetype netOf(const QString &node) const
+    QSharedPointer<EDANet> netOf(const QString &node) const
     {
         const auto it = std::find_if(system.nets.cbegin(), system.nets.cend(), [&](const auto &net) {
             return net->findNode(node.section(u'/', 0, 0), node.section(u'/', 1));
         });
-        return it == system.nets.cend() ? -1 : it - system.nets.cbegin();
+        return it == system.nets.cend() ? nullptr : *it;
     }
 
     QString typeOf(const EDANetNode &node) const
@@ -102,42 +125,44 @@ private:
         return component ? component->type().toLower() : QString();
     }
 
-    void walk(const QString &entry, QList<Visit> visits, const QList<QSharedPointer<EDAComponent>> &crossed)
+    void walk(const QString &entry, TracedPath path)
     {
-        const qsizetype net = netOf(entry);
-        const bool again = std::any_of(visits.cbegin(), visits.cend(), [&](const auto &v) { return v.net == net; });
-        if (net < 0 || (again && !mayRevisit) || visits.size() > 5)
+        const auto net = netOf(entry);
+        const bool again = std::any_of(path.steps.cbegin(), path.steps.cend(),
+                                       [&](const auto &step) { return step.net.data() == net.data(); });
+        if (!net || (again && !mayRevisit) || path.steps.size() > 5)
             return;
-        if (system.nets.at(net)->findNode(u"D1"_s, u"1"_s)) {
-            keepIfAllowed(visits, crossed);
+        if (net->findNode(u"D1"_s, u"1"_s)) {
+            path.lastNet = net;
+            keepIfAllowed(path);
             return;
         }
-        visits.append(Visit{net, {}});
-        for (const auto &node : std::as_const(system.nets.at(net)->nodes)) {
+        for (const auto &node : std::as_const(net->nodes)) {
             const QString text = node->ref + u'/' + node->pin;
             const QStringList interfaces{u"source"_s, u"dut"_s};
             if (entry != u"U1/1"_s && text != entry && text != u"U1/1"_s && interfaces.contains(typeOf(*node)))
-                visits.last().interfaces.append(node);
+                path.additionalNodes.append({node, net});
         }
-        for (const auto &node : std::as_const(system.nets.at(net)->nodes)) {
+        for (const auto &node : std::as_const(net->nodes)) {
             const auto component = system.getComponentByRef(node->ref);
             if (typeOf(*node) != u"relay"_s || node->ref + u'/' + node->pin == entry)
                 continue;
             const auto part = system.getPartByName(component->part);
             for (const auto &pin : std::as_const(part->pins)) {
-                if (pin->number != node->pin)
-                    walk(node->ref + u'/' + pin->number, visits, crossed + QList{component});
+                if (pin->number == node->pin)
+                    continue;
+                TracedPath longer = path;
+                longer.steps.append({net, node->pin, component, pin->number});
+                walk(node->ref + u'/' + pin->number, longer);
             }
         }
     }
 
     // Every net but the last had to pass both limits.
-    void keepIfAllowed(const QList<Visit> &visits, const QList<QSharedPointer<EDAComponent>> &crossed)
+    void keepIfAllowed(const TracedPath &path)
     {
-        RoutingPath path{crossed, {}};
-        for (const auto &visit : visits)
-            path.additionalNodes += visit.interfaces;
-        if (crossed.isEmpty() || (crossed.size() <= qint64(maxSwitches) + 1 && path.additionalNodes.size() <= maxNodes))
+        if (path.steps.isEmpty() ||
+            (path.steps.size() <= qint64(maxSwitches) + 1 && path.additionalNodes.size() <= maxNodes))
             found.append(path);
     }
 
@@ -145,7 +170,7 @@ private:
     const int maxSwitches;
     const int maxNodes;
     const bool mayRevisit;
-    QList<RoutingPath> found;
+    QList<TracedPath> found;
 };
 
 /// A query on random boards that are joined, and so indexed.
@@ -181,7 +206,9 @@ private:
         routing.setMaxPaths(maxPaths);
         if (seed % 3 == 0)
             routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s, QString()});
-        return toTexts(routing.findPaths(fromU1, u"1"_s, destination, u"1"_s));
+        const auto paths = routing.findTracedPaths(fromU1, u"1"_s, destination, u"1"_s);
+        const bool isSame = toTexts(untraced(paths)) == toTexts(routing.findPaths(fromU1, u"1"_s, destination, u"1"_s));
+        return isSame ? toTexts(paths) : QStringList{u"findPaths differs"_s};
     }
 
     const quint32 seed;
@@ -520,8 +547,10 @@ private Q_SLOTS:
             const auto all = BruteForce(*netlist, maxSwitches, maxNodes, netlist->makesNewNets).paths();
             for (const qsizetype bound : {qsizetype(0), qsizetype(random.bounded(1, 8))}) {
                 routing.setMaxPaths(bound);
-                const auto found = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
-                const auto expected = bound == 0 ? all : all.mid(0, bound);
+                const auto found = toTexts(routing.findTracedPaths(fromU1, u"1"_s, toD1, u"1"_s));
+                const auto expected = toTexts(bound == 0 ? all : all.mid(0, bound));
+                QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)),
+                         toTexts(untraced(bound == 0 ? all : all.mid(0, bound))));
                 QVERIFY2(found == expected,
                          qPrintable(u"seed %1, limits %2, %3 and %4:\n%5\nfound:\n%6\nexpected:\n%7"_s.arg(seed)
                                         .arg(maxSwitches)

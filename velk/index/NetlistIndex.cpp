@@ -40,12 +40,15 @@ NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allCompone
 void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
 {
     partsByName.insert(part->name, static_cast<int>(parts.size()));
-    parts.push_back({part, {}, {}});
+    parts.push_back({part, {}, {}, {}});
     auto &positions = parts.back().positions;
     for (qsizetype i = part->pins.size() - 1; i >= 0; --i)
         positions.insert(part->pins.at(i)->number, static_cast<int>(i));
-    for (const auto &pin : std::as_const(part->pins))
+    parts.back().numbers.reserve(part->pins.size());
+    for (const auto &pin : std::as_const(part->pins)) {
         parts.back().firstOfNumber.push_back(positions.value(pin->number));
+        parts.back().numbers.append(pin->number);
+    }
 }
 
 void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
@@ -87,6 +90,7 @@ void NetlistIndex::addPinsOf(const IndexedPart &indexedPart)
 
 void NetlistIndex::reserveNets(qsizetype netCount, qsizetype nodeCount)
 {
+    nets.reserve(static_cast<std::size_t>(netCount));
     nodesOfNets.reserve(static_cast<std::size_t>(netCount));
     firstNodes.reserve(static_cast<std::size_t>(netCount) + 1);
     nodes.reserve(static_cast<std::size_t>(nodeCount));
@@ -94,6 +98,7 @@ void NetlistIndex::reserveNets(qsizetype netCount, qsizetype nodeCount)
 
 void NetlistIndex::addNet(const QSharedPointer<EDANet> &net)
 {
+    nets.push_back(net);
     nodesOfNets.push_back(net->nodes);
     firstNodes.push_back(firstNodes.back());
 }

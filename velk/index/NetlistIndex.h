@@ -76,6 +76,12 @@ public:
     int identifierCount() const { return static_cast<int>(identifiersByText.size()); }
 
     const QSharedPointer<EDAComponent> &component(int number) const { return components.at(number); }
+    const QSharedPointer<EDANet> &net(int number) const { return nets[toSize(number)]; }
+    /// The number that this pin of the component has in its part.
+    const QString &pinNumber(int component, int pin) const
+    {
+        return parts[toSize(partsOfComponents[toSize(component)])].numbers.at(pin - firstPin(component));
+    }
     /// As the net held it when it was added. The reference is valid as long as the index.
     const QSharedPointer<EDANetNode> &node(int net, int number) const
     {
@@ -95,6 +101,7 @@ private:
         QSharedPointer<EDAPart> part;
         QHash<QString, int> positions;  ///< of the first pin of each number
         std::vector<int> firstOfNumber; ///< by position
+        QList<QString> numbers;         ///< by position
     };
 
     using NetsByNumber = std::unordered_map<int, std::vector<int>>;
@@ -128,6 +135,7 @@ private:
     std::vector<int> firstPins;
     std::vector<int> pinTerminals;
 
+    std::vector<QSharedPointer<EDANet>> nets;
     std::vector<QList<QSharedPointer<EDANetNode>>> nodesOfNets; ///< shared with the nets until these are changed
     std::vector<int> firstNodes = {0};                          ///< one more than there are nets
     std::vector<NumberedNode> nodes;

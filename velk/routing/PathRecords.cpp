@@ -33,7 +33,8 @@ private:
 };
 }
 
-QList<RoutingPath> routingPathsOf(const FoundPaths &found, const NetlistIndex &index)
+template <>
+QList<RoutingPath> pathsOf(const FoundPaths &found, const NetlistIndex &index)
 {
     const auto nodeOf = [&index](const NodeOnNet &place) { return index.node(place.net, place.node); };
     NodeLists<QSharedPointer<EDANetNode>, decltype(nodeOf)> nodeLists(nodeOf);
@@ -45,6 +46,31 @@ QList<RoutingPath> routingPathsOf(const FoundPaths &found, const NetlistIndex &i
         for (const int *component = foundPath.components; component != foundPath.components + foundPath.length;
              ++component)
             path.switchingComponents.append(index.component(*component));
+        path.additionalNodes = nodeLists.of(foundPath);
+        paths.append(std::move(path));
+    });
+    return paths;
+}
+
+template <>
+QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index)
+{
+    const auto nodeOf = [&index](const NodeOnNet &place) {
+        return TracedNode{index.node(place.net, place.node), index.net(place.net)};
+    };
+    NodeLists<TracedNode, decltype(nodeOf)> nodeLists(nodeOf);
+    QList<TracedPath> paths;
+    paths.reserve(found.count());
+    found.visitAll([&](const FoundPath &foundPath) {
+        TracedPath path;
+        path.steps.reserve(foundPath.length);
+        for (qsizetype i = 0; i < foundPath.length; ++i) {
+            const int component = foundPath.components[i];
+            const Crossing &crossing = foundPath.crossings[i];
+            path.steps.append({index.net(crossing.net), index.node(crossing.net, crossing.node)->pin,
+                               index.component(component), index.pinNumber(component, crossing.pin)});
+        }
+        path.lastNet = index.net(foundPath.lastNet);
         path.additionalNodes = nodeLists.of(foundPath);
         paths.append(std::move(path));
     });

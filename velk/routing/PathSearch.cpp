@@ -16,12 +16,12 @@ PathSearch::PathSearch(const EDAProvider &netlist, const RoutingRules &routingRu
 {
 }
 
-QList<RoutingPath> PathSearch::run()
+void PathSearch::run(const std::function<void()> &keep)
 {
+    keepCurrent = keep;
     do
         searchOnce();
     while (deepening.startNextPass());
-    return paths;
 }
 
 void PathSearch::searchOnce()
@@ -31,7 +31,7 @@ void PathSearch::searchOnce()
         Level &level = branch.last();
         if (!level.exits.isEmpty()) {
             // Copies, since the branch may move in memory when it grows.
-            const auto component = level.crossed;
+            const auto component = level.crossed.component;
             const auto exit = level.exits.takeFirst();
             searchNode(component, exit);
         } else if (!level.entries.isEmpty()) {
@@ -58,7 +58,7 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
     // Ask for the destination before the limit: a path may end one net beyond the last that is searched
     // further.
     if (found) {
-        keepPath();
+        keepPath(net, node);
         return;
     }
     const std::size_t collectedBefore = additionalNodes.size();
@@ -69,13 +69,13 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
         return;
     }
     visited.insert(net.data());
-    branch.append(Level{net, collectedBefore, switchableNodes(net, node), {}});
+    branch.append(Level{net, node, collectedBefore, switchableNodes(net, node), {}});
 }
 
 void PathSearch::crossNextComponent(Level &level) const
 {
     const auto entry = level.entries.takeFirst();
-    level.crossed = entry.component;
+    level.crossed = entry;
     level.exits = getOtherNodesOfComponent(entry.component, entry.node->pin);
 }
 
@@ -86,21 +86,42 @@ void PathSearch::leaveNet()
     additionalNodes.resize(level.additionalNodesBefore);
 }
 
-void PathSearch::keepPath()
+void PathSearch::keepPath(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node)
 {
-    if (deepening.keep(branch.size(), static_cast<qsizetype>(additionalNodes.size())))
-        paths.append(currentPath());
+    if (!deepening.keep(branch.size(), static_cast<qsizetype>(additionalNodes.size())))
+        return;
+    lastNet = net;
+    lastArrival = node;
+    keepCurrent();
 }
 
-RoutingPath PathSearch::currentPath() const
+template <>
+RoutingPath PathSearch::path() const
 {
     RoutingPath path;
     path.switchingComponents.reserve(branch.size());
     for (const Level &level : branch)
-        path.switchingComponents.append(level.crossed);
+        path.switchingComponents.append(level.crossed.component);
     path.additionalNodes.reserve(static_cast<qsizetype>(additionalNodes.size()));
     for (const auto &node : additionalNodes)
         path.additionalNodes.append(node);
+    return path;
+}
+
+template <>
+TracedPath PathSearch::path() const
+{
+    TracedPath path;
+    path.lastNet = lastNet;
+    for (qsizetype i = 0; i < branch.size(); ++i) {
+        const Level &level = branch.at(i);
+        const bool isLast = i + 1 == branch.size();
+        path.steps.append({level.net, level.crossed.node->pin, level.crossed.component,
+                           isLast ? lastArrival->pin : branch.at(i + 1).arrival->pin});
+        const std::size_t end = isLast ? additionalNodes.size() : branch.at(i + 1).additionalNodesBefore;
+        for (std::size_t node = level.additionalNodesBefore; node < end; ++node)
+            path.additionalNodes.append({additionalNodes[node], level.net});
+    }
     return path;
 }
 

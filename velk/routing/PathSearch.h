@@ -4,11 +4,13 @@
 #include <velk/model/EDAProvider.h>
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/routing/RoutingPath.h>
+#include <velk/routing/TracedPath.h>
 #include <velk/search/IterativeDeepening.h>
 #include <velk/search/RoutingRules.h>
 
 #include <QSet>
 
+#include <functional>
 #include <vector>
 
 namespace Velk {
@@ -22,18 +24,22 @@ public:
     PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules, const NodeWithComponent &sourceNode,
                const QSharedPointer<EDANetNode> &destinationNode);
 
-    /// All paths, in the order in which they are found; the first ones in the order of results if their number is
-    /// bounded. Call it once.
-    QList<RoutingPath> run();
+    /// Calls \a keep with each path, in the order in which they are found; with the first ones in the order of results
+    /// if their number is bounded. Call it once.
+    void run(const std::function<void()> &keep);
+    /// The path that is to be kept, as RoutingPath or TracedPath.
+    template <typename Path>
+    Path path() const;
 
 private:
     /// A net on the current branch and what is still to be crossed from it.
     struct Level
     {
         QSharedPointer<EDANet> net; ///< kept alive while it counts as visited, so that no other gets its address
+        QSharedPointer<EDANetNode> arrival; ///< by which it was reached
         std::size_t additionalNodesBefore;
         QList<NodeWithComponent> entries;          ///< switchable components that are not yet crossed
-        QSharedPointer<EDAComponent> crossed;      ///< the one being crossed
+        NodeWithComponent crossed;                 ///< the one being crossed, with the node by which it is entered
         QList<QSharedPointer<EDANetNode>> exits{}; ///< its pins that are not yet left by
     };
 
@@ -41,8 +47,7 @@ private:
     void searchNode(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANetNode> &node);
     void crossNextComponent(Level &level) const;
     void leaveNet();
-    void keepPath();
-    RoutingPath currentPath() const;
+    void keepPath(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node);
 
     QSharedPointer<EDANet> findNetContainingNode(const QSharedPointer<EDANetNode> &node) const;
     QList<NodeWithComponent> otherNodesWithComponentOfNet(const QSharedPointer<EDANet> &net,
@@ -65,8 +70,15 @@ private:
     QList<Level> branch;
     QSet<const EDANet *> visited; ///< the nets of the branch; identity decides, equal nets are different ones
     std::vector<QSharedPointer<EDANetNode>> additionalNodes; ///< of the whole branch
-    QList<RoutingPath> paths;
+    QSharedPointer<EDANet> lastNet;                          ///< of the path that is to be kept
+    QSharedPointer<EDANetNode> lastArrival;                  ///< by which that was reached
+    std::function<void()> keepCurrent;
 };
+
+template <>
+RoutingPath PathSearch::path() const;
+template <>
+TracedPath PathSearch::path() const;
 }
 
 #endif

@@ -9,7 +9,8 @@
 #include <velk/search/PrunedPathSearch.h>
 
 #include <algorithm>
-#include <tuple>
+#include <type_traits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -45,16 +46,19 @@ NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QStr
     return findNode(provider, provider.getComponentByProperties(properties), properties, pinNumberOrName);
 }
 
-bool comesFirst(const RoutingPath &a, const RoutingPath &b)
+qsizetype switchCount(const RoutingPath &path)
 {
-    const auto key = [](const RoutingPath &path) {
-        return std::tuple(path.switchingComponents.size(), path.additionalNodes.size());
-    };
-    return key(a) < key(b);
+    return path.switchingComponents.size();
+}
+
+qsizetype switchCount(const TracedPath &path)
+{
+    return path.steps.size();
 }
 }
 
-QList<RoutingPath> RoutingPrivate::search(const NodeWithComponent &source, const NodeWithComponent &destination) const
+template <typename Path>
+QList<Path> RoutingPrivate::search(const NodeWithComponent &source, const NodeWithComponent &destination) const
 {
     const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
     const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
@@ -62,11 +66,16 @@ QList<RoutingPath> RoutingPrivate::search(const NodeWithComponent &source, const
     if (index && !routingLog().isDebugEnabled()) {
         const SearchRules numbered(rules, *index, *source.node, *destination.node);
         if (numbered.hasEnds())
-            return routingPathsOf(PrunedPathSearch(*index, numbered).run(), *index);
+            return pathsOf<Path>(PrunedPathSearch(*index, numbered, std::is_same_v<Path, TracedPath>).run(), *index);
     }
-    auto paths = PathSearch(*provider, rules, source, destination.node).run();
+    QList<Path> paths;
+    PathSearch search(*provider, rules, source, destination.node);
+    search.run([&] { paths.append(search.path<Path>()); });
     // Stable, so that the same netlist always gives the same order.
-    std::stable_sort(paths.begin(), paths.end(), comesFirst);
+    std::stable_sort(paths.begin(), paths.end(), [](const Path &a, const Path &b) {
+        return std::pair(switchCount(a), a.additionalNodes.size()) <
+               std::pair(switchCount(b), b.additionalNodes.size());
+    });
     return paths;
 }
 
@@ -141,7 +150,7 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
                                       const QString &destinationPin) const
 {
     const auto source = findNode(*d->provider, sourceProperties, sourcePin);
-    return d->search(source, findNode(*d->provider, destinationProperties, destinationPin));
+    return d->search<RoutingPath>(source, findNode(*d->provider, destinationProperties, destinationPin));
 }
 
 QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
@@ -149,6 +158,22 @@ QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> 
                                              const QString &destinationPin) const
 {
     const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
-    return d->search(sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+    return d->search<RoutingPath>(sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+}
+
+QList<TracedPath> Routing::findTracedPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
+                                           const QMap<QString, QString> &destinationProperties,
+                                           const QString &destinationPin) const
+{
+    const auto source = findNode(*d->provider, sourceProperties, sourcePin);
+    return d->search<TracedPath>(source, findNode(*d->provider, destinationProperties, destinationPin));
+}
+
+QList<TracedPath> Routing::findTracedPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                                  const QSharedPointer<EDAComponent> &destination,
+                                                  const QString &destinationPin) const
+{
+    const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
+    return d->search<TracedPath>(sourceNode, findNode(*d->provider, destination, {}, destinationPin));
 }
 }

@@ -4,6 +4,7 @@
 #include <velk/VelkExport.h>
 #include <velk/model/EDAProvider.h>
 #include <velk/routing/RoutingPath.h>
+#include <velk/routing/TracedPath.h>
 
 #include <QList>
 #include <QMap>
@@ -107,6 +108,15 @@ public:
     QList<RoutingPath> findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                         const QSharedPointer<EDAComponent> &destination,
                                         const QString &destinationPin) const;
+
+    /// The same paths in the same order, each with the pins and nets that it passes, and so none like another unless a
+    /// net holds a node twice or a part a pin. They take about five times the memory.
+    QList<TracedPath> findTracedPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
+                                      const QMap<QString, QString> &destinationProperties,
+                                      const QString &destinationPin) const;
+    QList<TracedPath> findTracedPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                             const QSharedPointer<EDAComponent> &destination,
+                                             const QString &destinationPin) const;
 
 private:
     QSharedDataPointer<RoutingPrivate> d;

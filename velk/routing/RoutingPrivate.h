@@ -3,7 +3,6 @@
 
 #include <velk/model/EDAProvider.h>
 #include <velk/routing/NodeWithComponent.h>
-#include <velk/routing/RoutingPath.h>
 #include <velk/search/RoutingRules.h>
 
 #include <QSharedData>
@@ -20,7 +19,9 @@ public:
     {
     }
 
-    QList<RoutingPath> search(const NodeWithComponent &source, const NodeWithComponent &destination) const;
+    /// The paths as RoutingPath or TracedPath.
+    template <typename Path>
+    QList<Path> search(const NodeWithComponent &source, const NodeWithComponent &destination) const;
 
     EDAProvider *provider;
     RoutingRules rules;

@@ -1,7 +1,7 @@
 #ifndef VELK_SEARCH_FOUNDPATHS_H
 #define VELK_SEARCH_FOUNDPATHS_H
 
-#include <QtGlobal>
+#include <velk/index/NetlistIndex.h>
 
 #include <map>
 #include <utility>
@@ -16,6 +16,14 @@ struct NodeOnNet
     int node;
 };
 
+/// By which way a path crosses a component, in the numbers of an index.
+struct Crossing
+{
+    int net;
+    int node; ///< of the net, by which the component is entered
+    int pin;  ///< of the component, by which it is left
+};
+
 /// A path in numbers; it points into the FoundPaths that it is of.
 struct FoundPath
 {
@@ -23,6 +31,8 @@ struct FoundPath
     qsizetype length;
     const NodeOnNet *additionalNodes; ///< the first of them; paths that have the same ones may share them
     qsizetype nodeCount;
+    const Crossing *crossings; ///< the first of them, one for each component, where they are kept
+    int lastNet;               ///< where crossings are kept
 };
 
 /// Paths in numbers, kept in the order of results: in groups of as many switching components and additional nodes,
@@ -30,6 +40,11 @@ struct FoundPath
 class FoundPaths
 {
 public:
+    explicit FoundPaths(bool withCrossings)
+        : keepsCrossings(withCrossings)
+    {
+    }
+
     /// Keeps additional nodes for paths to come and tells their place.
     std::size_t keepNodes(const std::vector<NodeOnNet> &additionalNodes)
     {
@@ -38,14 +53,20 @@ public:
         return place;
     }
 
-    /// A path over the \a component of each step, with the additional nodes at this place.
+    /// A path over the \a component of each step, by its \a crossing(), to this net, with the additional nodes at this
+    /// place.
     template <typename Step>
-    void add(const std::vector<Step> &steps, std::size_t nodesPlace, std::size_t nodeCount)
+    void add(const std::vector<Step> &steps, int lastNet, std::size_t nodesPlace, std::size_t nodeCount)
     {
         Group &group = groups[{steps.size(), nodeCount}];
         for (const Step &step : steps)
             group.components.push_back(step.component);
         group.nodesPlaces.push_back(nodesPlace);
+        if (keepsCrossings) {
+            for (const Step &step : steps)
+                group.crossings.push_back(step.crossing());
+            group.lastNets.push_back(lastNet);
+        }
     }
 
     qsizetype count() const
@@ -62,11 +83,18 @@ public:
     {
         for (const auto &[key, group] : groups) {
             const auto &[length, nodeCount] = key;
-            const int *components = group.components.data();
-            for (const std::size_t place : group.nodesPlaces) {
-                visit(FoundPath{components, static_cast<qsizetype>(length), nodes.data() + place,
-                                static_cast<qsizetype>(nodeCount)});
-                components += length;
+            for (std::size_t i = 0; i < group.nodesPlaces.size(); ++i) {
+                FoundPath path{group.components.data() + i * length,
+                               static_cast<qsizetype>(length),
+                               nodes.data() + group.nodesPlaces[i],
+                               static_cast<qsizetype>(nodeCount),
+                               nullptr,
+                               NetlistIndex::none};
+                if (keepsCrossings) {
+                    path.crossings = group.crossings.data() + i * length;
+                    path.lastNet = group.lastNets[i];
+                }
+                visit(path);
             }
         }
     }
@@ -76,8 +104,11 @@ private:
     {
         std::vector<int> components;          ///< those of one path after those of another
         std::vector<std::size_t> nodesPlaces; ///< of each path
+        std::vector<Crossing> crossings;      ///< one for each component, where they are kept
+        std::vector<int> lastNets;            ///< of each path, where crossings are kept
     };
 
+    const bool keepsCrossings;
     std::map<std::pair<std::size_t, std::size_t>, Group> groups; ///< by the numbers of components and additional nodes
     std::vector<NodeOnNet> nodes;                                ///< those of one path after those of another
 };

@@ -9,12 +9,13 @@ namespace {
 constexpr std::size_t usualDepth = 8;
 }
 
-PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules)
+PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, bool keepsCrossings)
     : index(netlist)
     , rules(searchRules)
     , memory(borrowed.memory())
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
     , bounds(netlist, searchRules, deepening, memory)
+    , paths(keepsCrossings)
 {
 }
 
@@ -49,7 +50,7 @@ void PrunedPathSearch::enterSourceNet()
     if (net == NetlistIndex::none)
         return;
     if (bounds.isLast(net))
-        keepPath();
+        keepPath(net);
     else if (bounds.allow(net, 0, 0))
         enterNet(net, rules.ends.source, 0);
 }
@@ -62,7 +63,7 @@ void PrunedPathSearch::crossToNextPin()
     if (net == NetlistIndex::none || memory.onBranch.has(net))
         return;
     if (bounds.isLast(net)) {
-        keepPath();
+        keepPath(net);
         return;
     }
     const std::size_t collected = additionalNodes.size();
@@ -130,10 +131,10 @@ std::size_t PrunedPathSearch::keptNodesPlace()
     return *keptNodes;
 }
 
-void PrunedPathSearch::keepPath()
+void PrunedPathSearch::keepPath(int lastNet)
 {
     if (deepening.keep(static_cast<qsizetype>(branch.size()), additionalNodeCount()))
-        paths.add(branch, keptNodesPlace(), additionalNodes.size());
+        paths.add(branch, lastNet, keptNodesPlace(), additionalNodes.size());
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
 }

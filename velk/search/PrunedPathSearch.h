@@ -14,7 +14,7 @@ namespace Velk {
 class PrunedPathSearch
 {
 public:
-    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules);
+    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, bool keepsCrossings);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
     /// them those with the fewest additional nodes, among equals in depth-first order. Call it once.
@@ -33,6 +33,9 @@ private:
         int nextPin;   ///< of it
         int endPin;
         std::size_t additionalNodesBefore; ///< how many the branch had before this net
+
+        /// The one that was begun last.
+        Crossing crossing() const { return {net, nextNode - 1, nextPin - 1}; }
     };
 
     void searchOnce();
@@ -45,7 +48,7 @@ private:
     void dropAdditionalNodes(std::size_t countBefore);
     std::size_t keptNodesPlace();
     qsizetype additionalNodeCount() const { return static_cast<qsizetype>(additionalNodes.size()); }
-    void keepPath();
+    void keepPath(int lastNet);
 
     const NetlistIndex &index;
     const SearchRules &rules;
