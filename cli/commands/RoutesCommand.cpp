@@ -31,6 +31,16 @@ constexpr int noRoutes = 1; ///< exit status
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
 
+/// Leaves the first \a count of the list; 0 is all. Whether there were more.
+template <typename Path>
+bool takeFirst(int count, QList<Path> &paths)
+{
+    if (count == 0 || paths.size() <= count)
+        return false;
+    paths.resize(count);
+    return true;
+}
+
 void write(const RouteReport &report, const std::string &formatName, CsvReader reader, const QString &fileName)
 {
     if (formatName == "json")
@@ -95,15 +105,12 @@ int RoutesCommand::run() const
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
     Progress::begin(QStringLiteral("searching for routes"));
-    auto paths = routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
-    const bool areThereMore = maxRoutes > 0 && paths.size() > maxRoutes;
-    if (areThereMore)
-        paths.resize(maxRoutes);
     RouteReport report{provider,
                        sourceEnd.node,
                        dutEnd.node,
-                       paths,
-                       areThereMore,
+                       {},
+                       {},
+                       false,
                        PinNames(provider),
                        shownNames(toQStringList(netlist.files)),
                        toQStringList(netlist.connectorTypes),
@@ -111,7 +118,14 @@ int RoutesCommand::run() const
                        maxSwitches,
                        maxConnections,
                        toQStringList(netlist.switchableTypes)};
-    if (!paths.isEmpty()) {
+    if (netlist.format == "dot" || netlist.format == "html")
+        report.tracedPaths = routing.findTracedPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component,
+                                                            dutEnd.node->pin);
+    else
+        report.paths =
+            routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
+    report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
+    if (!report.paths.isEmpty() || !report.tracedPaths.isEmpty()) {
         write(report, netlist.format, reader, outputFile);
         return 0;
     }

@@ -1,7 +1,6 @@
 #include "cli/formats/RouteDot.h"
 
-#include "cli/RouteTracing.h"
-
+#include <QHash>
 #include <QSet>
 
 #include <set>
@@ -36,39 +35,25 @@ QString netLabel(const QString &name)
 class Graph
 {
 public:
-    Graph(const RouteReport &routes, const RouteTracing &routeTracing)
+    explicit Graph(const RouteReport &routes)
         : report(routes)
-        , tracing(routeTracing)
     {
+        const auto nets = routes.netlist.getNets();
+        for (const auto &net : nets)
+            places.insert(net.data(), places.size());
     }
 
-    void addEnd(const EDANetNode &end, qsizetype net, const QString &rank)
+    void add(const TracedPath &path)
     {
-        const QString id = pinId(u"end"_s, end);
-        add(u"{ rank=%1; %2 [label=%3, shape=box, style=\"rounded,filled\", fillcolor=\"#bfe3c8\"]; }"_s.arg(
-            rank, id, quotedText(report.pinNames.text(end.ref, end.pin))));
-        add(u"%1 -- %2 [penwidth=2];"_s.arg(id, addNet(net)));
-    }
-
-    /// False where it is there already.
-    bool addCrossing(const Crossing &crossing)
-    {
-        if (!crossings.insert({crossing.from, crossing.to, crossing.ref, crossing.entryPin, crossing.exitPin}).second)
-            return false;
-        const QString component = addComponent(crossing.ref);
-        // Numbers on the lines only where there is a choice.
-        const bool namesPins = hasManyPins(crossing.ref);
-        addLine(addNet(crossing.from), component, namesPins ? crossing.entryPin : QString());
-        addLine(component, addNet(crossing.to), namesPins ? crossing.exitPin : QString());
-        return true;
-    }
-
-    void addSideConnection(const EDANetNode &node, qsizetype net)
-    {
-        const QString id = pinId(u"side"_s, node);
-        add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(
-            id, quotedText(report.pinNames.text(node.ref, node.pin))));
-        add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(net), id));
+        const EDANet &first = path.steps.isEmpty() ? *path.lastNet : *path.steps.first().net;
+        addEnd(*report.source, first, u"source"_s);
+        bool endsAnew = path.steps.isEmpty();
+        for (qsizetype i = 0; i < path.steps.size(); ++i)
+            endsAnew = addStep(path.steps.at(i), *path.netAfter(i));
+        if (endsAnew)
+            addEnd(*report.destination, *path.lastNet, u"sink"_s);
+        for (const TracedNode &connection : path.additionalNodes)
+            addSideConnection(*connection.node, *connection.net);
     }
 
     QByteArray toDot() const
@@ -85,6 +70,35 @@ public:
     }
 
 private:
+    void addEnd(const EDANetNode &end, const EDANet &net, const QString &rank)
+    {
+        const QString id = pinId(u"end"_s, end);
+        add(u"{ rank=%1; %2 [label=%3, shape=box, style=\"rounded,filled\", fillcolor=\"#bfe3c8\"]; }"_s.arg(
+            rank, id, quotedText(report.pinNames.text(end.ref, end.pin))));
+        add(u"%1 -- %2 [penwidth=2];"_s.arg(id, addNet(net)));
+    }
+
+    /// False where it is there already.
+    bool addStep(const TracedStep &step, const EDANet &next)
+    {
+        if (!steps.insert({step.net.data(), &next, step.component->ref, step.entryPin, step.exitPin}).second)
+            return false;
+        const QString component = addComponent(*step.component);
+        // Numbers on the lines only where there is a choice.
+        const bool namesPins = hasManyPins(*step.component);
+        addLine(addNet(*step.net), component, namesPins ? step.entryPin : QString());
+        addLine(component, addNet(next), namesPins ? step.exitPin : QString());
+        return true;
+    }
+
+    void addSideConnection(const EDANetNode &node, const EDANet &net)
+    {
+        const QString id = pinId(u"side"_s, node);
+        add(u"%1 [label=%2, shape=box, style=\"rounded,filled\", fillcolor=\"#f7d9b5\"];"_s.arg(
+            id, quotedText(report.pinNames.text(node.ref, node.pin))));
+        add(u"%1 -- %2 [style=dashed];"_s.arg(addNet(net), id));
+    }
+
     void add(const QString &statement)
     {
         if (known.contains(statement))
@@ -98,20 +112,19 @@ private:
         return quotedId(u"%1 %2 %3"_s.arg(role, node.ref, node.pin));
     }
 
-    QString addNet(qsizetype net)
+    QString addNet(const EDANet &net)
     {
-        QString id = quotedId(u"net %1"_s.arg(net));
+        QString id = quotedId(u"net %1"_s.arg(places.value(&net)));
         add(u"%1 [label=%2, tooltip=%3, shape=ellipse, color=\"#3b6ea5\", fontcolor=\"#3b6ea5\"];"_s.arg(
-            id, quotedText(netLabel(tracing.net(net).name)), quotedText(tracing.net(net).name)));
+            id, quotedText(netLabel(net.name)), quotedText(net.name)));
         return id;
     }
 
-    QString addComponent(const QString &ref)
+    QString addComponent(const EDAComponent &component)
     {
-        const auto component = report.netlist.getComponentByRef(ref);
-        QString id = quotedId(u"component "_s + ref);
+        QString id = quotedId(u"component "_s + component.ref);
         add(u"%1 [label=%2, tooltip=%3, shape=box, style=filled, fillcolor=\"#e8eef5\"];"_s.arg(
-            id, quotedText(ref), quotedText(component->type() + u' ' + component->value)));
+            id, quotedText(component.ref), quotedText(component.type() + u' ' + component.value)));
         return id;
     }
 
@@ -128,36 +141,24 @@ private:
                                : u"%1 -- %2 [label=%3];"_s.arg(from, to, quotedText(label));
     }
 
-    bool hasManyPins(const QString &ref) const
+    bool hasManyPins(const EDAComponent &component) const
     {
-        return report.netlist.getPartByName(report.netlist.getComponentByRef(ref)->part)->pins.size() > 2;
+        return report.netlist.getPartByName(component.part)->pins.size() > 2;
     }
 
     const RouteReport &report;
-    const RouteTracing &tracing;
+    QHash<const EDANet *, qsizetype> places; ///< among the nets of the netlist
     QStringList statements;
     QSet<QString> known;
-    std::set<std::tuple<qsizetype, qsizetype, QString, QString, QString>> crossings;
+    std::set<std::tuple<const EDANet *, const EDANet *, QString, QString, QString>> steps;
 };
 }
 
 QByteArray drawRoutes(const RouteReport &report)
 {
-    const RouteTracing tracing(report);
-    const qsizetype first = tracing.netOf(*report.source);
-    Graph graph(report, tracing);
-    const auto routes = tracing.traced();
-    for (qsizetype i = 0; i < routes.size(); ++i) {
-        graph.addEnd(*report.source, first, u"source"_s);
-        if (tracing.isLast(first))
-            graph.addEnd(*report.destination, first, u"sink"_s);
-        for (const Crossing &crossing : routes.at(i).crossings) {
-            if (graph.addCrossing(crossing) && tracing.isLast(crossing.to))
-                graph.addEnd(*report.destination, crossing.to, u"sink"_s);
-        }
-        for (qsizetype node = 0; node < routes.at(i).connectedNets.size(); ++node)
-            graph.addSideConnection(*report.paths.at(i).additionalNodes.at(node), routes.at(i).connectedNets.at(node));
-    }
+    Graph graph(report);
+    for (const TracedPath &path : report.tracedPaths)
+        graph.add(path);
     return graph.toDot();
 }
 }

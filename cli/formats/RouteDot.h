@@ -5,7 +5,7 @@
 
 namespace VelkCli {
 
-/// A Graphviz drawing of all routes together: the two ends, the nets and switches in between, and dashed what
+/// A Graphviz drawing of all traced routes together: the two ends, the nets and switches in between, and dashed what
 /// is connected besides.
 QByteArray drawRoutes(const RouteReport &report);
 }

@@ -9,6 +9,7 @@
 #include <velk/model/EDAProvider.h>
 #include <velk/naming/PinNames.h>
 #include <velk/routing/RoutingPath.h>
+#include <velk/routing/TracedPath.h>
 
 #include <QByteArray>
 
@@ -16,13 +17,15 @@
 
 namespace VelkCli {
 
-/// The answer to one query, with the netlist that it came from.
+/// The answer to one query, with the netlist that it came from. Drawings and pages need traced paths; the other forms
+/// do with those of a fifth of their size.
 struct RouteReport
 {
     const Velk::EDAProvider &netlist;
     QSharedPointer<Velk::EDANetNode> source;
     QSharedPointer<Velk::EDANetNode> destination;
     QList<Velk::RoutingPath> paths;
+    QList<Velk::TracedPath> tracedPaths;
     bool areThereMore; ///< than these paths
     Velk::PinNames pinNames;
     QStringList fileNames;      ///< of the boards

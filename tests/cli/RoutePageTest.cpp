@@ -1,5 +1,4 @@
 #include "cli/formats/html/RoutePage.h"
-#include "cli/RouteTracing.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
@@ -31,6 +30,7 @@ struct Query
                  EDANetNode::create(u"U1#1"_s, u"1"_s),
                  EDANetNode::create(u"D1#1"_s, u"1"_s),
                  {},
+                 {},
                  false,
                  PinNames(netlist),
                  {u"a.net"_s},
@@ -41,8 +41,10 @@ struct Query
     {
         Routing routing(&netlist);
         routing.setMaxSwitchingComponentsPerPath(maxSwitches);
-        report.paths = routing.findPathsBetween(netlist.getComponentByRef(u"U1#1"_s), u"1"_s,
-                                                netlist.getComponentByRef(u"D1#1"_s), u"1"_s);
+        const auto source = netlist.getComponentByRef(u"U1#1"_s);
+        const auto destination = netlist.getComponentByRef(u"D1#1"_s);
+        report.paths = routing.findPathsBetween(source, u"1"_s, destination, u"1"_s);
+        report.tracedPaths = routing.findTracedPathsBetween(source, u"1"_s, destination, u"1"_s);
     }
 
     MultipleEDAProvider netlist;
@@ -55,16 +57,6 @@ bool hasAllParts(const EDAProvider &netlist)
     const auto components = netlist.getComponents();
     return std::all_of(components.cbegin(), components.cend(),
                        [&](const auto &component) { return !netlist.getPartByName(component->part).isNull(); });
-}
-
-bool holdsEachPinOnce(const EDAProvider &netlist)
-{
-    QStringList pins;
-    for (const auto &net : netlist.getNets()) {
-        for (const auto &node : std::as_const(net->nodes))
-            pins.append(node->ref + u'/' + node->pin);
-    }
-    return pins.removeDuplicates() == 0;
 }
 
 QJsonObject dataOf(const QByteArray &page)
@@ -100,47 +92,6 @@ QJsonObject asRoutes(const QJsonObject &data)
         routes.append(QJsonObject{{u"switchingComponents"_s, components}, {u"additionalConnections"_s, connections}});
     }
     return {{u"routes"_s, routes}};
-}
-
-/// What a route passes: "N0#1 K1#1/1/2 N3#1".
-QString wayText(const RouteTracing &tracing, const TracedRoute &route, qsizetype first)
-{
-    QString text = tracing.net(first).name;
-    for (const Crossing &crossing : route.crossings)
-        text += u" %1/%2/%3 %4"_s.arg(crossing.ref, crossing.entryPin, crossing.exitPin, tracing.net(crossing.to).name);
-    return text;
-}
-
-/// Empty if the route can be taken as it is traced.
-QString faultIn(const RouteTracing &tracing, const RoutingPath &path, const TracedRoute &route, qsizetype first)
-{
-    if (route.crossings.size() != path.switchingComponents.size())
-        return u"number of switches"_s;
-    QList<qsizetype> visited{first};
-    std::pair arrival(u"U1#1"_s, u"1"_s);
-    for (qsizetype i = 0; i < route.crossings.size(); ++i) {
-        const Crossing &crossing = route.crossings.at(i);
-        if (crossing.ref != path.switchingComponents.at(i)->ref)
-            return u"component"_s;
-        if (crossing.from != visited.last() || visited.contains(crossing.to))
-            return u"order of nets"_s;
-        if (!tracing.net(crossing.from).findNode(crossing.ref, crossing.entryPin) ||
-            !tracing.net(crossing.to).findNode(crossing.ref, crossing.exitPin))
-            return u"pins"_s;
-        if (crossing.entryPin == crossing.exitPin || arrival == std::pair(crossing.ref, crossing.entryPin))
-            return u"pin that is passed twice"_s;
-        arrival = {crossing.ref, crossing.exitPin};
-        if (tracing.isLast(crossing.from))
-            return u"end that is passed"_s;
-        visited.append(crossing.to);
-    }
-    for (qsizetype i = 0; i < path.additionalNodes.size(); ++i) {
-        const qsizetype net = route.connectedNets.value(i, -1);
-        if (!visited.mid(1, visited.size() - 2).contains(net) ||
-            !tracing.net(net).containsNode(path.additionalNodes.at(i)))
-            return u"side connections"_s;
-    }
-    return tracing.isLast(visited.last()) ? QString() : u"end"_s;
 }
 
 /// "N0#1 X1/2: X1#1 X1#2" for each place where boards meet on a net.
@@ -195,11 +146,8 @@ class RoutePageTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    // No two routes of a system without repeated nodes and pins are the same, so if each can be taken and all differ,
-    // they are the ones that the search has found.
-    void routesAreTracedOnRandomSystems()
+    void showsRoutesOfRandomSystems()
     {
-        qsizetype alike = 0;
         qsizetype joints = 0;
         for (quint32 seed = 0; seed < 1500; ++seed) {
             QRandomGenerator random(seed);
@@ -207,34 +155,20 @@ private Q_SLOTS:
             const Query query({boards[0].get(), boards[1].get()}, 3);
             if (!hasAllParts(query.netlist) || query.report.paths.size() > 500)
                 continue;
-            const RouteTracing tracing(query.report);
-            const qsizetype first = tracing.netOf(*query.report.source);
-            const auto routes = tracing.traced();
             const auto data = dataOf(routesToPage(query.report));
             QCOMPARE(asRoutes(data), jsonOf(query.report));
-            QSet<QString> ways;
-            QSet<QStringList> components;
-            for (qsizetype i = 0; i < routes.size(); ++i) {
-                const auto &path = query.report.paths.at(i);
-                const QString fault = faultIn(tracing, path, routes.at(i), first);
-                QVERIFY2(fault.isEmpty(), qPrintable(u"seed %1, route %2: %3"_s.arg(seed).arg(i).arg(fault)));
-                ways.insert(wayText(tracing, routes.at(i), first));
-                components.insert(refsOf(path.switchingComponents));
+            for (qsizetype i = 0; i < query.report.tracedPaths.size(); ++i) {
                 QStringList nets;
-                for (const qsizetype net : routes.at(i).connectedNets)
-                    nets.append(tracing.net(net).name);
+                for (const TracedNode &connection : query.report.tracedPaths.at(i).additionalNodes)
+                    nets.append(connection.net->name);
                 QCOMPARE(connectedNets(data, i), nets);
-            }
-            if (holdsEachPinOnce(query.netlist)) {
-                QVERIFY2(ways.size() == routes.size(), qPrintable(u"seed %1"_s.arg(seed)));
-                alike += routes.size() - components.size();
             }
             for (const auto net : data[u"nets"_s].toArray()) {
                 QCOMPARE(jointsOf(data, net), jointsOf(query, net[u"name"_s].toString()));
                 joints += net[u"joints"_s].toArray().size();
             }
         }
-        QVERIFY(alike > 100 && joints > 100); // else nothing would have to be told apart
+        QVERIFY(joints > 100);
     }
 
     void anyTextStaysData_data()

@@ -1,6 +1,5 @@
 #include "cli/formats/html/RoutePage.h"
 
-#include "cli/RouteTracing.h"
 #include "cli/commands/NoRouteText.h"
 #include "cli/formats/Json.h"
 
@@ -9,6 +8,7 @@
 #include <QJsonDocument>
 #include <QMap>
 
+#include <algorithm>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -47,7 +47,6 @@ class PageData
 public:
     explicit PageData(const RouteReport &routes)
         : report(routes)
-        , tracing(routes)
     {
     }
 
@@ -82,16 +81,14 @@ private:
     QByteArray routesToText()
     {
         QByteArray text;
-        const auto traced = tracing.traced();
-        for (qsizetype i = 0; i < traced.size(); ++i) {
+        for (const TracedPath &path : report.tracedPaths) {
             QByteArrayList crossed;
-            for (const Crossing &crossing : traced.at(i).crossings)
-                crossed.append(QByteArray::number(place(crossing)));
+            for (qsizetype i = 0; i < path.steps.size(); ++i)
+                crossed.append(QByteArray::number(place(path.steps.at(i), *path.netAfter(i))));
             QByteArrayList connected;
-            for (qsizetype node = 0; node < traced.at(i).connectedNets.size(); ++node)
-                connected.append(QByteArray::number(
-                    place(*report.paths.at(i).additionalNodes.at(node), traced.at(i).connectedNets.at(node))));
-            text += i > 0 ? ",{" : "{";
+            for (const TracedNode &connection : path.additionalNodes)
+                connected.append(QByteArray::number(place(*connection.node, *connection.net)));
+            text += text.isEmpty() ? "{" : ",{";
             text += "\"crossings\":[" + crossed.join(',') + "],\"connections\":[" + connected.join(',') + "]}";
         }
         return text;
@@ -102,36 +99,37 @@ private:
         return components.place(ref, [&] { return componentToJson(*report.netlist.getComponentByRef(ref)); });
     }
 
-    qsizetype place(qsizetype net)
+    qsizetype place(const EDANet &net)
     {
-        return nets.place(net, [&] {
-            return QJsonObject{{u"name"_s, tracing.net(net).name}, {u"joints"_s, joints(tracing.net(net))}};
+        return nets.place(&net, [&] { return QJsonObject{{u"name"_s, net.name}, {u"joints"_s, joints(net)}}; });
+    }
+
+    qsizetype place(const TracedStep &step, const EDANet &next)
+    {
+        const QString &ref = step.component->ref;
+        return crossings.place({step.net.data(), &next, ref, step.entryPin, step.exitPin}, [&] {
+            return QJsonObject{{u"component"_s, place(ref)},
+                               {u"from"_s, place(*step.net)},
+                               {u"to"_s, place(next)},
+                               {u"entry"_s, pin(ref, step.entryPin)},
+                               {u"exit"_s, pin(ref, step.exitPin)}};
         });
     }
 
-    qsizetype place(const Crossing &crossing)
+    qsizetype place(const EDANetNode &node, const EDANet &net)
     {
-        return crossings.place({crossing.from, crossing.to, crossing.ref, crossing.entryPin, crossing.exitPin}, [&] {
-            return QJsonObject{{u"component"_s, place(crossing.ref)},
-                               {u"from"_s, place(crossing.from)},
-                               {u"to"_s, place(crossing.to)},
-                               {u"entry"_s, pin(crossing.ref, crossing.entryPin)},
-                               {u"exit"_s, pin(crossing.ref, crossing.exitPin)}};
-        });
-    }
-
-    qsizetype place(const EDANetNode &node, qsizetype net)
-    {
-        return connections.place({net, node.ref, node.pin}, [&] { return pinOnNet(node, net); });
+        return connections.place({&net, node.ref, node.pin}, [&] { return pinOnNet(node, net); });
     }
 
     QJsonObject end(const EDANetNode &node)
     {
-        const qsizetype net = tracing.netOf(node);
-        return net < 0 ? pinOfComponent(node) : pinOnNet(node, net);
+        const auto allNets = report.netlist.getNets();
+        const auto net = std::find_if(allNets.cbegin(), allNets.cend(),
+                                      [&](const auto &candidate) { return candidate->findNode(node.ref, node.pin); });
+        return net == allNets.cend() ? pinOfComponent(node) : pinOnNet(node, **net);
     }
 
-    QJsonObject pinOnNet(const EDANetNode &node, qsizetype net)
+    QJsonObject pinOnNet(const EDANetNode &node, const EDANet &net)
     {
         QJsonObject members = pinOfComponent(node);
         members.insert(u"net"_s, place(net));
@@ -174,11 +172,10 @@ private:
     }
 
     const RouteReport &report;
-    const RouteTracing tracing;
     JsonTable<QString> components;
-    JsonTable<qsizetype> nets;
-    JsonTable<std::tuple<qsizetype, qsizetype, QString, QString, QString>> crossings;
-    JsonTable<std::tuple<qsizetype, QString, QString>> connections;
+    JsonTable<const EDANet *> nets;
+    JsonTable<std::tuple<const EDANet *, const EDANet *, QString, QString, QString>> crossings;
+    JsonTable<std::tuple<const EDANet *, QString, QString>> connections;
 };
 
 QByteArray pageFile(const QString &name)
