@@ -4,12 +4,10 @@
 #include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
 
-#include <velk/kicad/KiCadReader.h>
-#include <velk/model/EDAException.h>
-
+#include <QFile>
 #include <QFileInfo>
 
-#include <utility>
+#include <exception>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -18,70 +16,38 @@ namespace VelkCli {
 
 namespace {
 
-QString syntaxErrorText(KiCadReadingMode mode)
+/// Reports what is read of it.
+class WatchedFile : public QFile
 {
-    return mode == KiCadReadingMode::Default ? u"a closing parenthesis without an opening one"_s
-                                             : u"a parenthesis that closes nothing, or a list without a name"_s;
-}
+public:
+    using QFile::QFile;
 
-QString encodingErrorText(const KiCadReader &reader)
-{
-    return u"is not UTF-8 at line %1, column %2"_s.arg(QString::number(reader.getEncodingErrorLine()),
-                                                       QString::number(reader.getEncodingErrorColumn()));
-}
-
-QSharedPointer<KiCadToken> readTree(KiCadReader &reader, const QFile &file, KiCadReadingMode mode)
-{
-    const QString fileName = shownName(file.fileName());
-    switch (reader.read()) {
-    case KiCadNoError:
-        break;
-    case KiCadOpenError:
-        throw CommandError{u"%1: cannot be read: %2"_s.arg(fileName, file.errorString())};
-    case KiCadSyntaxError:
-        throw CommandError{u"%1: %2 at line %3, column %4: %5"_s.arg(
-            fileName, kiCadErrorText(KiCadSyntaxError), QString::number(reader.getErrorLine()),
-            QString::number(reader.getErrorColumn()), syntaxErrorText(mode))};
+    bool open(OpenMode mode) override
+    {
+        Progress::begin(u"reading "_s + shownName(fileName()), size());
+        return fileName() == standardStream ? QFile::open(stdin, mode) : QFile::open(mode);
     }
-    auto root = reader.getRoot();
-    if (root.isNull() || root->name != u"export"_s)
-        throw CommandError{u"%1: is not a KiCad netlist: it does not begin with \"(export\""_s.arg(fileName)};
-    if (reader.getEncodingErrorLine() > 0 && mode == KiCadReadingMode::Default)
-        throw CommandError{u"%1: %2"_s.arg(fileName, encodingErrorText(reader))};
-    return root;
-}
 
-struct ReadNetlist
-{
-    std::unique_ptr<KiCadNetParser> parser;
-    QStringList warnings;
+    void close() override
+    {
+        QFile::close();
+        Progress::begin(u"taking up what %1 holds"_s.arg(shownName(fileName())));
+    }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        const qint64 count = QFile::readData(data, maxSize);
+        if (count > 0)
+            Progress::advance(count);
+        return count;
+    }
 };
 
-ReadNetlist readNetlist(const QString &path, KiCadReadingMode mode)
+KiCadNetlistFile readNetlist(const QString &fileName, KiCadReadingMode mode)
 {
-    WatchedFile file(path);
-    const QString fileName = shownName(path);
-    Progress::begin(u"reading "_s + fileName, file.size());
-    KiCadReader reader(&file, mode);
-    const auto root = readTree(reader, file, mode);
-    Progress::begin(u"taking up what %1 holds"_s.arg(fileName));
-    auto parser = std::make_unique<KiCadNetParser>(root, mode);
-    const QString cutOff =
-        u"the file is not one list in parentheses as a whole; was it cut off, or is something around it?"_s;
-    try {
-        parser->parse();
-    } catch (const EDAException &exception) {
-        throw CommandError{
-            u"%1: %2%3"_s.arg(fileName, exception.message(), reader.isComplete() ? QString() : u"; "_s + cutOff)};
-    }
-    parser->releaseTree();
-    // The model would silently lack what followed.
-    if (!reader.isComplete())
-        throw CommandError{u"%1: %2"_s.arg(fileName, cutOff)};
-    QStringList warnings = parser->warnings();
-    if (reader.getEncodingErrorLine() > 0)
-        warnings.prepend(encodingErrorText(reader) + u", and taken as Latin-1 there"_s);
-    return {std::move(parser), warnings};
+    WatchedFile file(fileName);
+    return {&file, shownName(fileName), mode};
 }
 
 // A pipe cannot be read twice.
@@ -90,28 +56,26 @@ bool canBeReadTolerantly(const QString &fileName)
     if (fileName == standardStream || !QFileInfo(fileName).isFile())
         return false;
     try {
-        readNetlist(fileName, KiCadReadingMode::Tolerant);
-        return true;
-    } catch (const CommandError &) {
-        return false;
+        return readNetlist(fileName, KiCadReadingMode::Tolerant).refusal().isEmpty();
     } catch (const std::exception &) { // out of memory: the first error is what counts
         return false;
     }
 }
 
-std::unique_ptr<KiCadNetParser> loadNetlist(const QString &fileName, KiCadReadingMode mode)
+KiCadNetlistFile loadNetlist(const QString &fileName, KiCadReadingMode mode)
 {
-    try {
-        auto [parser, warnings] = readNetlist(fileName, mode);
-        for (QString &warning : warnings)
-            warning.prepend(shownName(fileName) + u": "_s);
-        printWarnings(warnings);
-        return std::move(parser);
-    } catch (const CommandError &error) {
-        if (mode == KiCadReadingMode::Tolerant || !canBeReadTolerantly(fileName))
-            throw;
-        throw CommandError{error.message + u"; try --tolerant, which can read this file"_s};
+    auto netlist = readNetlist(fileName, mode);
+    const QString refusal = netlist.refusal();
+    if (!refusal.isEmpty()) {
+        const bool isRemedied = mode == KiCadReadingMode::Default && canBeReadTolerantly(fileName);
+        throw CommandError{u"%1: %2%3"_s.arg(netlist.fileName(), refusal,
+                                             isRemedied ? u"; try --tolerant, which can read this file"_s : QString())};
     }
+    QStringList warnings = netlist.warnings();
+    for (QString &warning : warnings)
+        warning.prepend(netlist.fileName() + u": "_s);
+    printWarnings(warnings);
+    return netlist;
 }
 }
 
@@ -119,7 +83,7 @@ Netlists readNetlists(const QStringList &fileNames, KiCadReadingMode mode)
 {
     Netlists netlists;
     for (const QString &fileName : fileNames)
-        netlists.push_back(loadNetlist(fileName, mode));
+        netlists.append(loadNetlist(fileName, mode));
     return netlists;
 }
 
@@ -127,7 +91,7 @@ MultipleEDAProvider joined(const Netlists &netlists, const QStringList &connecto
 {
     QList<EDAProvider *> providers;
     for (const auto &netlist : netlists)
-        providers.append(netlist.get());
+        providers.append(netlist.netlist().get());
     Progress::begin(u"joining the netlists"_s);
     return MultipleEDAProvider(providers, connectorTypes);
 }
@@ -137,11 +101,11 @@ MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList
     return joined(readNetlists(fileNames, mode), connectorTypes);
 }
 
-std::unique_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadReadingMode mode)
+std::shared_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadReadingMode mode)
 {
     if (fileNames.size() == 1)
-        return loadNetlist(fileNames.first(), mode);
-    return std::make_unique<MultipleEDAProvider>(
+        return loadNetlist(fileNames.first(), mode).netlist();
+    return std::make_shared<MultipleEDAProvider>(
         loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}, mode));
 }
 

@@ -1,17 +1,17 @@
 #ifndef VELK_CLI_COMMANDS_NETLIST_H
 #define VELK_CLI_COMMANDS_NETLIST_H
 
-#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
+#include <QList>
 #include <QStringList>
 
 #include <memory>
-#include <vector>
 
 namespace VelkCli {
 
-using Netlists = std::vector<std::unique_ptr<Velk::KiCadNetParser>>;
+using Netlists = QList<Velk::KiCadNetlistFile>;
 
 /// Reads the files. Throws a CommandError that names the file for the first one that cannot be read or is no netlist.
 /// Prints the warnings of reading.
@@ -25,7 +25,7 @@ Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStri
                                        Velk::KiCadReadingMode mode);
 
 /// One file as it is, without the suffix "#1", or several joined.
-std::unique_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
+std::shared_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
 
 /// As messages name the file: "standard input" for "-".
 QString shownName(const QString &fileName);

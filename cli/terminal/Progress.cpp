@@ -114,17 +114,4 @@ QString Progress::text() const
     const auto seconds = std::chrono::round<std::chrono::seconds>(Clock::now() - startOfStep).count();
     return u"velk: %1 (%2 s)"_s.arg(step, QString::number(seconds));
 }
-
-bool WatchedFile::open(OpenMode mode)
-{
-    return fileName() == standardStream ? QFile::open(stdin, mode) : QFile::open(mode);
-}
-
-qint64 WatchedFile::readData(char *data, qint64 maxSize)
-{
-    const qint64 count = QFile::readData(data, maxSize);
-    if (count > 0)
-        Progress::advance(count);
-    return count;
-}
 }

@@ -1,7 +1,6 @@
 #ifndef VELK_CLI_TERMINAL_PROGRESS_H
 #define VELK_CLI_TERMINAL_PROGRESS_H
 
-#include <QFile>
 #include <QString>
 
 #include <atomic>
@@ -60,18 +59,6 @@ private:
 
 /// As the name of a file this is standard input or output.
 constexpr QStringView standardStream = u"-";
-
-/// Reports what is read of it.
-class WatchedFile : public QFile
-{
-public:
-    using QFile::QFile;
-
-    bool open(OpenMode mode) override;
-
-protected:
-    qint64 readData(char *data, qint64 maxSize) override;
-};
 }
 
 #endif

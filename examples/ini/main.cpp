@@ -4,8 +4,7 @@
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
-#include <velk/kicad/KiCadNetParser.h>
-#include <velk/kicad/KiCadReader.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/model/EDAException.h>
 
 #include <QFile>
@@ -18,18 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::unique_ptr<Velk::KiCadNetParser> load(const QString &fileName)
+std::shared_ptr<Velk::KiCadNetParser> load(const QString &fileName)
 {
-    QFile file(fileName);
-    Velk::KiCadReader reader(&file, Velk::KiCadReadingMode::Tolerant);
-    if (const auto error = reader.read(); error != Velk::KiCadNoError)
-        throw Velk::EDAException(u"%1: %2"_s.arg(fileName, Velk::kiCadErrorText(error)));
-    auto parser = std::make_unique<Velk::KiCadNetParser>(reader.getRoot(), Velk::KiCadReadingMode::Tolerant);
-    parser->parse();
-    const auto warnings = parser->warnings();
-    for (const QString &warning : warnings)
+    const Velk::KiCadNetlistFile file(fileName, Velk::KiCadReadingMode::Tolerant);
+    for (const QString &warning : file.warnings())
         QTextStream(stderr) << fileName << ": " << warning << '\n';
-    return parser;
+    if (!file.refusal().isEmpty())
+        throw Velk::EDAException(u"%1: %2"_s.arg(fileName, file.refusal()));
+    return file.netlist();
 }
 
 bool writeFiles(const QString &testSystemFile, const QString &applicationFile)

@@ -4,8 +4,7 @@
 //
 //     qt-example instruments.net matrix.net adapter.net
 
-#include <velk/kicad/KiCadNetParser.h>
-#include <velk/kicad/KiCadReader.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/model/EDAException.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
@@ -15,31 +14,20 @@
 #include <QSet>
 #include <QTextStream>
 
-#include <memory>
-#include <vector>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-std::unique_ptr<Velk::KiCadNetParser> load(const QString &fileName)
-{
-    QFile file(fileName);
-    Velk::KiCadReader reader(&file);
-    if (const auto error = reader.read(); error != Velk::KiCadNoError)
-        throw Velk::EDAException(u"%1: %2"_s.arg(fileName, Velk::kiCadErrorText(error)));
-    auto parser = std::make_unique<Velk::KiCadNetParser>(reader.getRoot());
-    parser->parse();
-    return parser;
-}
-
 int printRoutes(const QStringList &fileNames)
 {
-    std::vector<std::unique_ptr<Velk::KiCadNetParser>> parsers;
+    QList<Velk::KiCadNetlistFile> files;
     QList<Velk::EDAProvider *> boards;
     for (const QString &fileName : fileNames) {
-        parsers.push_back(load(fileName));
-        boards.append(parsers.back().get());
+        const Velk::KiCadNetlistFile file(fileName);
+        if (!file.refusal().isEmpty())
+            throw Velk::EDAException(u"%1: %2"_s.arg(fileName, file.refusal()));
+        files.append(file);
+        boards.append(file.netlist().get());
     }
     Velk::MultipleEDAProvider system(boards, {Velk::MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
 

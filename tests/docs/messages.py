@@ -56,7 +56,7 @@ class MessagesTest(unittest.TestCase):
 
     def test_messages_are_found_in_the_sources(self):
         found = {message for _, message in self.messages()}
-        for message in ("%1: cannot be read: %2", "No pin '%1' found for part '%2' of component '%3'",
+        for message in ("cannot be read: %1", "No pin '%1' found for part '%2' of component '%3'",
                         "missing, taken as empty", "; try --tolerant, which can read this file",
                         "%1 %2: expected KEY=VALUE", "a connector without Identifier",
                         "Syntax error in KiCad file '%1' at line %2, column %3"):

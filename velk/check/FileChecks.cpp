@@ -88,7 +88,7 @@ QList<Finding> repetitionFindings(const QStringList &files, const Netlists &netl
 {
     QList<Finding> findings;
     for (int i = 0; i < files.size(); ++i) {
-        const auto repetitions = netlists[static_cast<std::size_t>(i)]->repetitions();
+        const auto repetitions = netlists.at(i).repetitions();
         for (const KiCadRepetition &repetition : repetitions) {
             if (isWorthTelling(repetition))
                 findings.append(findingOf(repetition, files.at(i), i + 1));

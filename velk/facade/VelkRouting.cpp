@@ -2,12 +2,10 @@
 
 #include <velk/VelkVersion.h>
 #include <velk/facade/VelkRoutingPrivate.h>
-#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
 #include <velk/model/RoutingLog.h>
-
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -46,37 +44,30 @@ VelkRoutingException exceptionWith(const QString &message)
     return VelkRoutingException(message.toStdString());
 }
 
-QString encodingWarning(const KiCadReader &reader, KiCadReadingMode mode)
+QString errorText(const KiCadNetlistFile &file)
 {
-    const QString effect = mode == KiCadReadingMode::Tolerant ? u"and taken as Latin-1 there"_s
-                                                              : u"so names that differ there alone are taken for one"_s;
-    return u"is not UTF-8 at line %1, column %2, %3"_s.arg(QString::number(reader.getEncodingErrorLine()),
-                                                           QString::number(reader.getEncodingErrorColumn()), effect);
+    switch (file.error()) {
+    case KiCadNetlistFile::Error::Unreadable:
+        return u"%1 (%2)"_s.arg(kiCadErrorText(KiCadOpenError), file.fileName());
+    case KiCadNetlistFile::Error::Syntax:
+        return u"Syntax error in KiCad file '%1' at line %2, column %3"_s.arg(
+            file.fileName(), QString::number(file.errorLine()), QString::number(file.errorColumn()));
+    case KiCadNetlistFile::Error::NoNetlist:
+        return KiCadTokenNotFoundException(u"/export/libparts"_s).message();
+    case KiCadNetlistFile::Error::None:
+    case KiCadNetlistFile::Error::MissingElement:
+        break;
+    }
+    return file.errorText();
 }
 
-std::unique_ptr<EDAProvider> loadNetlist(const QString &fileName, KiCadReadingMode mode,
-                                         std::vector<std::string> &warnings)
+KiCadNetlistFile loadNetlist(const std::string &fileName, VelkReadingMode mode)
 {
-    QFile file(fileName);
-    KiCadReader reader(&file, mode);
-    const KiCadError error = reader.read();
-    if (error == KiCadSyntaxError) {
-        throw exceptionWith(u"Syntax error in KiCad file '%1' at line %2, column %3"_s.arg(
-            file.fileName(), QString::number(reader.getErrorLine()), QString::number(reader.getErrorColumn())));
-    }
-    if (error != KiCadNoError)
-        throw exceptionWith(u"%1 (%2)"_s.arg(kiCadErrorText(error), fileName));
-    auto parser = std::make_unique<KiCadNetParser>(reader.getRoot(), mode);
-    parser->parse();
-    QStringList texts = parser->warnings();
-    if (mode == KiCadReadingMode::Tolerant && !reader.isComplete())
-        texts.prepend(u"is not one list in parentheses as a whole"_s);
-    if (reader.getEncodingErrorLine() > 0)
-        texts.prepend(encodingWarning(reader, mode));
-    for (const QString &text : std::as_const(texts))
-        warnings.push_back(u"%1: %2"_s.arg(fileName, text).toStdString());
-    parser->releaseTree();
-    return parser;
+    KiCadNetlistFile file(QString::fromStdString(fileName),
+                          mode == VelkReadingMode::Tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default);
+    if (file.error() != KiCadNetlistFile::Error::None)
+        throw exceptionWith(errorText(file));
+    return file;
 }
 }
 
@@ -99,16 +90,18 @@ std::string VelkRoutingException::message() const
 VelkRoutingPrivate::VelkRoutingPrivate(const std::vector<std::string> &netlistFileNames,
                                        const std::vector<std::string> &connectorComponentTypes, VelkReadingMode mode)
 {
-    const auto readingMode = mode == VelkReadingMode::Tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default;
-    QList<EDAProvider *> loaded;
+    QList<KiCadNetlistFile> files;
+    QList<EDAProvider *> netlists;
     for (const auto &fileName : netlistFileNames) {
-        parsers.push_back(loadNetlist(QString::fromStdString(fileName), readingMode, warnings));
-        loaded.append(parsers.back().get());
+        files.append(loadNetlist(fileName, mode));
+        netlists.append(files.last().netlist().get());
+        for (const QString &text : files.last().warnings())
+            warnings.push_back(u"%1: %2"_s.arg(files.last().fileName(), text).toStdString());
     }
     const auto connectorTypes = connectorComponentTypes.empty()
                                     ? QList<QString>{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}
                                     : toQt(connectorComponentTypes);
-    provider = std::make_unique<MultipleEDAProvider>(loaded, connectorTypes);
+    provider = std::make_unique<MultipleEDAProvider>(netlists, connectorTypes);
     routing = std::make_unique<Routing>(provider.get());
     records = std::make_unique<RouteRecords>(*provider);
 }

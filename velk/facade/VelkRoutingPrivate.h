@@ -17,7 +17,6 @@ public:
     VelkRoutingPrivate(const std::vector<std::string> &netlistFileNames,
                        const std::vector<std::string> &connectorComponentTypes, VelkReadingMode mode);
 
-    std::vector<std::unique_ptr<EDAProvider>> parsers;
     std::unique_ptr<MultipleEDAProvider> provider;
     std::unique_ptr<Routing> routing;
     std::unique_ptr<RouteRecords> records;
