@@ -1,7 +1,5 @@
 #include "tests/support/Command.h"
-#include "tests/support/Boards.h"
 #include "tests/support/TestRegistry.h"
-#include "tests/support/TextTable.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -24,30 +22,12 @@ QString onTerminal(const QString &arguments, const QString &noColor = QString())
                           u"-qec"_s, u"\"$VELK\" "_s + arguments, u"/dev/null"_s})
         .output.remove(u'\r');
 }
-
-/// Split at blanks; '' is an empty argument.
-QStringList argumentsOf(const QString &text)
-{
-    return text.split(u' ', Qt::SkipEmptyParts).replaceInStrings(u"''"_s, QString());
-}
 }
 
-class CommandTest : public QObject
+class TerminalTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void routesAsText_data() { addRowsFrom("command_routes.txt", {"arguments", "status", "expected", "errors"}); }
-    void routesAsText()
-    {
-        QFETCH(QString, arguments);
-        QFETCH(QString, expected);
-        const Result result = velk(QStringList{u"routes"_s} + argumentsOf(arguments) + demo);
-        QFETCH(QString, errors);
-        QCOMPARE(result.errors, errors.replace(u'¶', u'\n'));
-        QTEST(QString::number(result.status), "status");
-        QCOMPARE(result.output, expected.replace(u'/', u'\n'));
-    }
-
     void coloursOnTerminals()
     {
         const QString query = u"routes --source-ref U2 --source-pin HI --dut-ref J1#3 --dut-pin IN_P --max-switches 1 "
@@ -84,20 +64,6 @@ private Q_SLOTS:
         QCOMPARE(result.output.section(erased, -1).remove(u'\r'), read(folder.filePath(u"plain"_s)));
     }
 
-    void refuses_data() { addRowsFrom("command_failures.txt", {"arguments", "expected"}); }
-    void refuses()
-    {
-        QFETCH(QString, arguments);
-        QFETCH(QString, expected);
-        arguments.replace(u"QUERY"_s, u"routes --source Dev=PSU --dut Bench=1 --dut-pin SENSE+ --source-pin"_s);
-        arguments.replace(u"DEMO"_s, demo.join(u' '));
-        const Result result = velk(argumentsOf(arguments));
-        QCOMPARE(result.status, 2);
-        QCOMPARE(result.output, QString());
-        QVERIFY2(result.errors.startsWith(u"velk: "_s) && result.errors.contains(expected), qPrintable(result.errors));
-        QCOMPARE(result.errors.count(u'\n'), 1);
-    }
-
     // What a terminal shows is not what a file gets.
     void dataCannotSteerTheTerminal()
     {
@@ -117,51 +83,8 @@ private Q_SLOTS:
             QVERIFY(onTerminal(arguments + u" -o /dev/tty >/dev/null"_s).endsWith(expected));
         }
     }
-
-    void helpAndVersion()
-    {
-        for (const QStringList &command : {QStringList(),
-                                           {u"routes"_s},
-                                           {u"list"_s},
-                                           {u"check"_s},
-                                           {u"ini"_s},
-                                           {u"ini"_s, u"physical"_s},
-                                           {u"ini"_s, u"application"_s}}) {
-            const Result result = velk(command + QStringList{u"--help"_s});
-            QCOMPARE(result.status, 0);
-            QCOMPARE(result.errors, QString());
-            // The example works as it stands.
-            QString example = result.output.section(u"  velk "_s, 1).section(u"\n\n"_s, 0, 0);
-            const Result run = velk(example.remove(u'\\').simplified().split(u' '));
-            QCOMPARE(run.status, 0);
-            QVERIFY(!run.output.isEmpty());
-            QCOMPARE(velk(QStringList{u"help"_s} + command).output, result.output);
-        }
-        QCOMPARE(velk({}).output, velk({u"--help"_s}).output);
-        QVERIFY(velk({u"--version"_s}).output.startsWith(u"velk "_s));
-    }
-
-    void tooManyIniEntries()
-    {
-        const QTemporaryDir folder;
-        const QMap<QString, QString> sources{
-            {u"5010000"_s, u"U1 [%1] CompType=Source"_s.arg(u" 1"_s.repeated(501))},
-            {u"5020000"_s, u"U1 [%1] CompType=Source, Group=G"_s.arg(u" 1"_s.repeated(251))}};
-        for (auto it = sources.cbegin(); it != sources.cend(); ++it) {
-            const QString board =
-                writeBoards(it.value() + u"\nJ1 [1] CompType=DUT, Bench=10000"_s, folder.path()).first();
-            const Result result = velk(
-                {u"ini"_s, u"application"_s, u"--tolerant"_s, u"--test-system"_s, board, u"--application"_s, board});
-            QCOMPARE(result.status, 2);
-            QVERIFY2(
-                result.errors.endsWith(
-                    u"velk: J1: Bench=10000: with the sources in as many channel tables there would be %1 entries; "
-                    "there may be 5000000 at most\n"_s.arg(it.key())),
-                qPrintable(result.errors));
-        }
-    }
 };
 
-VELK_TEST(CommandTest)
+VELK_TEST(TerminalTest)
 
-#include "CommandTest.moc"
+#include "TerminalTest.moc"
