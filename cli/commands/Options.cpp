@@ -77,11 +77,11 @@ void NetlistOptions::addTo(CLI::App &command, const std::vector<std::string> &fo
         ->type_name("");
 }
 
-CsvReader NetlistOptions::csvReader() const
+OutputTarget NetlistOptions::target() const
 {
     if (isForSpreadsheets && format != "csv")
         throw CommandError{u"--for-spreadsheets: goes with --format csv only"_s};
-    return isForSpreadsheets ? CsvReader::Spreadsheet : CsvReader::Program;
+    return {toQString(outputFile), isForSpreadsheets ? CsvReader::Spreadsheet : CsvReader::Program};
 }
 
 CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_OPTIONS_H
 #define VELK_CLI_COMMANDS_OPTIONS_H
 
-#include "cli/formats/CsvWriter.h"
+#include "cli/formats/Format.h"
 
 #include <velk/kicad/KiCadReadingMode.h>
 
@@ -44,7 +44,7 @@ struct NetlistOptions
     /// Without --format the name of the output file decides, if it ends in one of the formats.
     void addTo(CLI::App &command, const std::vector<std::string> &formats);
     /// Throws a CommandError where the form has no cells.
-    CsvReader csvReader() const;
+    OutputTarget target() const;
 };
 
 /// An option that may be given several times and takes one argument each time.

@@ -41,12 +41,13 @@ bool takeFirst(int count, QList<Path> &paths)
     return true;
 }
 
-void write(const RouteReport &report, const std::string &formatName, CsvReader reader, const QString &fileName)
+void write(const RouteReport &report, const std::string &formatName, const OutputTarget &target)
 {
+    const QString &fileName = target.fileName;
     if (formatName == "json")
         writeOutput(fileName, [&](QIODevice &device) { routesToJson(report, device); });
     else if (formatName == "csv")
-        writeOutput(fileName, [&](QIODevice &device) { routesToCsv(report, reader, device); });
+        writeOutput(fileName, [&](QIODevice &device) { routesToCsv(report, target.csvReader, device); });
     else if (formatName == "dot")
         writeOutput(fileName, drawRoutes(report));
     else if (formatName == "html")
@@ -89,9 +90,8 @@ int RoutesCommand::run() const
     VelkRouting::setTraceEnabled(trace);
     if (trace)
         Progress::end();
-    const CsvReader reader = netlist.csvReader();
-    const QString outputFile = toQString(netlist.outputFile);
-    checkFiles(toQStringList(netlist.files), outputFile);
+    const OutputTarget target = netlist.target();
+    checkFiles(toQStringList(netlist.files), target.fileName);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist));
@@ -126,7 +126,7 @@ int RoutesCommand::run() const
             routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
     report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
     if (!report.paths.isEmpty() || !report.tracedPaths.isEmpty()) {
-        write(report, netlist.format, reader, outputFile);
+        write(report, netlist.format, target);
         return 0;
     }
     const VainSearch search{provider,
@@ -137,7 +137,7 @@ int RoutesCommand::run() const
                             {report.switchableTypes, report.interfaceTypes, report.connectorTypes}};
     explainNoRoute(search, noRoutes, [&](const NoRouteReason &reason) {
         report.reason = reason;
-        write(report, netlist.format, reader, outputFile);
+        write(report, netlist.format, target);
         for (const QString &text : reasonTexts(report))
             printMessage(u"velk: "_s + text);
     });
