@@ -1,4 +1,5 @@
 #include "tests/support/Copies.h"
+#include "tests/support/NetlistText.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -79,11 +80,9 @@ private Q_SLOTS:
         QByteArray relays, atSource, atDut;
         for (int i = 0; i < 20'001; ++i) {
             const QByteArray ref = "R" + QByteArray::number(i);
-            relays += "(comp (ref \"" + ref +
-                      "\") (value \"\") (libsource (part \"K\"))"
-                      "(property (name \"CompType\") (value \"Relay\")))\n";
-            atSource += "(node (ref \"" + ref + "\") (pin \"1\"))";
-            atDut += "(node (ref \"" + ref + "\") (pin \"2\"))";
+            relays += NetlistText::component(ref, "K", NetlistText::property("CompType", "Relay"));
+            atSource += NetlistText::node(ref, "1");
+            atDut += NetlistText::node(ref, "2");
         }
         QByteArray large = netlist;
         large.replace("(components", "(components " + relays).replace("(name \"A\")", "(name \"A\") " + atSource);

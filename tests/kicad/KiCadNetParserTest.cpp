@@ -2,11 +2,11 @@
 #include "tests/support/TextTable.h"
 
 #include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
 #include <velk/provider/MultipleEDAProvider.h>
 
-#include <QFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,18 +19,13 @@ QByteArray goodNetlist()
     return textOf("good.net").toUtf8();
 }
 
-std::unique_ptr<KiCadNetParser> parse(KiCadReader &reader)
+std::unique_ptr<KiCadNetParser> parse(const QByteArray &netlist)
 {
+    KiCadReader reader(netlist);
     reader.read();
     auto parser = std::make_unique<KiCadNetParser>(reader.getRoot());
     parser->parse();
     return parser;
-}
-
-std::unique_ptr<KiCadNetParser> parse(const QByteArray &netlist)
-{
-    KiCadReader reader(netlist);
-    return parse(reader);
 }
 }
 
@@ -129,7 +124,7 @@ private Q_SLOTS:
         for (const QString &folder : {u"quirks/"_s, u"quirks/kicad10/"_s}) {
             const QString name = folder + QString::fromUtf8(QTest::currentDataTag());
             if (name != u"quirks/missing_symbol"_s) // only KiCad 10 exports it
-                QTEST(failure([&] { parseFile(name); }), "expected");
+                QTEST(fileOf(name).errorText(), "expected");
         }
     }
 
@@ -138,7 +133,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, ref);
         QString found;
-        const auto component = parseFile(u"quirks/sheet_names"_s)->getComponentByRef(ref);
+        const auto component = fileOf(u"quirks/sheet_names"_s).netlist()->getComponentByRef(ref);
         for (const auto &key : {u"Bench"_s, u"Card"_s, u"Group"_s, u"Slot"_s, u"n"_s}) {
             if (component->properties.contains(key))
                 found += u"%1=%2."_s.arg(key, component->property(key));
@@ -147,11 +142,9 @@ private Q_SLOTS:
     }
 
 private:
-    static std::unique_ptr<KiCadNetParser> parseFile(const QString &name)
+    static KiCadNetlistFile fileOf(const QString &name)
     {
-        QFile file(QStringLiteral(VELK_TEST_DATA "/%1.net").arg(name));
-        KiCadReader reader(&file);
-        return parse(reader);
+        return KiCadNetlistFile(QStringLiteral(VELK_TEST_DATA "/%1.net").arg(name));
     }
 
     template <typename Action>

@@ -1,3 +1,4 @@
+#include "tests/support/NetlistText.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
@@ -155,7 +156,7 @@ private Q_SLOTS:
                 nodes[name].append(ofNet);
                 if (isInFirst)
                     last[name] = ofNet;
-                lists += netText(name, ofNet) + (random.bounded(5) == 0 ? ") (nets " : "");
+                lists += NetlistText::net(name.toUtf8(), ofNet) + (random.bounded(5) == 0 ? ") (nets " : "");
             }
             QString united;
             for (auto it = nodes.cbegin(); it != nodes.cend(); ++it)
@@ -227,14 +228,6 @@ private:
         for (int count = random.bounded(4); count > 0; --count)
             result.append(nodes.at(random.bounded(nodes.size())));
         return result;
-    }
-
-    static QByteArray netText(const QString &name, const QStringList &nodes)
-    {
-        QString text = u"(net (name \"%1\")"_s.arg(name);
-        for (const QString &node : nodes)
-            text += u"(node (ref \"%1\") (pin \"%2\"))"_s.arg(node.section(u'/', 0, 0), node.section(u'/', 1));
-        return text.toUtf8() + ")";
     }
 
     static QString lineOf(const QString &name, const QStringList &nodes)

@@ -1,10 +1,12 @@
+#include "tests/support/NetlistText.h"
 #include "tests/support/TestRegistry.h"
 
-#include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -21,6 +23,9 @@ using namespace Velk;
 
 namespace {
 
+using NetlistText::net;
+using NetlistText::node;
+
 QByteArray repeated(int count, const std::function<QByteArray(int)> &text)
 {
     QByteArray result;
@@ -34,32 +39,20 @@ QByteArray number(int i)
     return QByteArray::number(i);
 }
 
-QByteArray component(const QByteArray &ref, const QByteArray &type)
+QByteArray component(const QByteArray &ref, const QByteArray &type, const QByteArray &properties = {})
 {
-    return "(comp (ref \"" + ref + "\") (value \"\") (libsource (part \"P\")) (property (name \"CompType\") (value \"" +
-           type + "\")))\n";
+    return NetlistText::component(ref, "P", NetlistText::property("CompType", type) + properties);
 }
 
 QByteArray pin(const QByteArray &pinNumber)
 {
-    return "(pin (num \"" + pinNumber + "\") (name \"\") (type \"\"))\n";
-}
-
-QByteArray net(const QByteArray &name, const QByteArray &nodes)
-{
-    return "(net (name \"" + name + "\") " + nodes + ")\n";
-}
-
-QByteArray node(const QByteArray &ref, const QByteArray &pinNumber)
-{
-    return "(node (ref \"" + ref + "\") (pin \"" + pinNumber + "\"))\n";
+    return NetlistText::pin(pinNumber);
 }
 
 /// With a single part, P.
 QByteArray netlist(const QByteArray &components, const QByteArray &pins, const QByteArray &nets)
 {
-    return "(export (components " + components + ") (libparts (libpart (part \"P\") (pins " + pins + "))) (nets " +
-           nets + "))";
+    return NetlistText::netlist(components, NetlistText::libpart("P", pins), nets);
 }
 
 QSharedPointer<KiCadToken> read(const QByteArray &text)
@@ -68,21 +61,15 @@ QSharedPointer<KiCadToken> read(const QByteArray &text)
     return reader.read() == KiCadNoError ? reader.getRoot() : nullptr;
 }
 
-std::unique_ptr<KiCadNetParser> parse(const QByteArray &text)
-{
-    auto parser = std::make_unique<KiCadNetParser>(read(text));
-    parser->parse();
-    parser->releaseTree();
-    return parser;
-}
-
 MultipleEDAProvider joined(const QList<QByteArray> &boards)
 {
-    std::vector<std::unique_ptr<KiCadNetParser>> parsers;
+    QList<KiCadNetlistFile> files;
     QList<EDAProvider *> providers;
     for (const auto &board : boards) {
-        parsers.push_back(parse(board));
-        providers.append(parsers.back().get());
+        QBuffer buffer;
+        buffer.setData(board);
+        files.append(KiCadNetlistFile(&buffer, {}));
+        providers.append(files.last().netlist().get());
     }
     return MultipleEDAProvider(providers, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
 }
@@ -238,7 +225,7 @@ private Q_SLOTS:
         constexpr int nets = 1'000'000;
         const auto board = netlist(component("X1", "Connector"), pin("1"),
                                    repeated(nets, [](int i) { return net('N' + number(i), node("X1", "1")); }) +
-                                       repeated(1000, [](int i) { return net('O' + number(i), {}); }));
+                                       repeated(1000, [](int i) { return net('O' + number(i), QByteArray()); }));
         const auto provider = joined({board});
         QCOMPARE(provider.getNets().size(), 1001);
         QCOMPARE(provider.getNets().last()->nodes.size(), nets);
@@ -302,12 +289,8 @@ private Q_SLOTS:
     {
         constexpr int components = 20'000;
         const auto list = repeated(components, [](int i) {
-            return component("K" + number(i), "Relay").chopped(2) +
-                   repeated(5,
-                            [i](int property) {
-                                return "(property (name \"P" + number(5 * i + property) + "\") (value \"x\"))";
-                            }) +
-                   ")\n";
+            return component("K" + number(i), "Relay",
+                             repeated(5, [i](int n) { return NetlistText::property("P" + number(5 * i + n), "x"); }));
         });
         const auto board = netlist(list, pin("1"), {});
         QCOMPARE(outputOf({u"list"_s, u"components"_s}, board).count('\n'), 1 + components);

@@ -1,6 +1,7 @@
 #ifndef VELK_TESTS_BOARDS_H
 #define VELK_TESTS_BOARDS_H
 
+#include "tests/support/NetlistText.h"
 #include "tests/support/Process.h"
 
 #include <QString>
@@ -15,50 +16,37 @@ inline QStringList words(const QString &text)
     return text.split(u' ', Qt::SkipEmptyParts);
 }
 
-inline QString element(const QString &name, const QString &value)
-{
-    return u"(%1 \"%2\")"_s.arg(name, value);
-}
-
 /// "1=HI 2": components with the same pins have the same part.
-inline QString libpart(const QString &pins)
+inline QByteArray libpart(const QString &pins)
 {
-    QString result;
+    QByteArray result;
     for (const QString &pin : words(pins))
-        result += u"(pin %1 %2 (type \"\"))"_s.arg(element(u"num"_s, pin.section(u'=', 0, 0)),
-                                                   element(u"name"_s, pin.section(u'=', 1)));
-    return u"(libpart %1 (pins %2))"_s.arg(element(u"part"_s, pins), result);
+        result += NetlistText::pin(pin.section(u'=', 0, 0).toUtf8(), pin.section(u'=', 1).toUtf8());
+    return NetlistText::libpart(pins.toUtf8(), result);
 }
 
 /// "K1 [1 2] CompType=Relay, Group=A", with "~" for a blank in the properties.
-inline QString component(const QString &line)
+inline QByteArray component(const QString &line)
 {
-    QString result = element(u"ref"_s, line.section(u' ', 0, 0)) + element(u"value"_s, {}) +
-                     u"(libsource %1)"_s.arg(element(u"part"_s, line.section(u'[', 1).section(u']', 0, 0)));
+    QByteArray properties;
     for (QString property : line.section(u"] "_s, 1).split(u", "_s, Qt::SkipEmptyParts)) {
         property.replace(u'~', u' ');
-        result += u"(property %1 %2)"_s.arg(element(u"name"_s, property.section(u'=', 0, 0)),
-                                            element(u"value"_s, property.section(u'=', 1)));
+        properties += NetlistText::property(property.section(u'=', 0, 0).toUtf8(), property.section(u'=', 1).toUtf8());
     }
-    return u"(comp %1)"_s.arg(result);
+    return NetlistText::component(line.section(u' ', 0, 0).toUtf8(), line.section(u'[', 1).section(u']', 0, 0).toUtf8(),
+                                  properties);
 }
 
 /// "A: K1/1 K2/1".
-inline QString net(const QString &line)
+inline QByteArray net(const QString &line)
 {
-    QString result = element(u"name"_s, line.section(u": "_s, 0, 0));
-    for (const QString &node : words(line.section(u": "_s, 1)))
-        result += u"(node %1 %2)"_s.arg(element(u"ref"_s, node.section(u'/', 0, 0)),
-                                        element(u"pin"_s, node.section(u'/', 1)));
-    return u"(net %1)"_s.arg(result);
+    return NetlistText::net(line.section(u": "_s, 0, 0).toUtf8(), words(line.section(u": "_s, 1)));
 }
 
 /// A line for each component and each net.
-inline QString netlist(const QString &board)
+inline QByteArray netlist(const QString &board)
 {
-    QString components;
-    QString parts;
-    QString nets;
+    QByteArray components, parts, nets;
     for (const QString &line : board.split(u'\n', Qt::SkipEmptyParts)) {
         if (!line.contains(u'[')) {
             nets += net(line);
@@ -67,7 +55,7 @@ inline QString netlist(const QString &board)
         components += component(line);
         parts += libpart(line.section(u'[', 1).section(u']', 0, 0));
     }
-    return u"(export (components %1) (libparts %2) (nets %3))"_s.arg(components, parts, nets);
+    return NetlistText::netlist(components, parts, nets);
 }
 }
 
@@ -78,7 +66,7 @@ inline QStringList writeBoards(const QString &boards, const QString &folder)
     QStringList names;
     for (const QString &board : boards.split(QStringLiteral("\n--\n"))) {
         names.append(QStringLiteral("%1/%2.net").arg(folder).arg(names.size() + 1));
-        write(names.last(), board.startsWith(u'(') ? board : BoardText::netlist(board));
+        write(names.last(), board.startsWith(u'(') ? board : QString::fromUtf8(BoardText::netlist(board)));
     }
     return names;
 }
