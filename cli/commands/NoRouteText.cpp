@@ -1,8 +1,11 @@
 #include "cli/commands/NoRouteText.h"
 
 #include "cli/formats/Json.h"
+#include "velk/check/CheckedSystem.h"
 
 #include <velk/naming/Suggestions.h>
+
+#include <set>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -12,52 +15,72 @@ namespace VelkCli {
 namespace {
 
 /// "8 switches, 1 side connection"
-QString amountText(const WiderLimits &found)
+QString amountText(const SufficientLimits &found)
 {
-    QString text = switchCount(found.switches);
-    if (found.connections > 0)
-        text += found.connections == 1 ? u", 1 side connection"_s : u", %1 side connections"_s.arg(found.connections);
+    QString text = switchCount(found.switchingComponents);
+    if (found.additionalNodes > 0)
+        text += found.additionalNodes == 1 ? u", 1 side connection"_s
+                                           : u", %1 side connections"_s.arg(found.additionalNodes);
     return text;
 }
 
-QString optionText(const WiderLimits &found, const RouteReport &report)
+QString optionText(const SufficientLimits &found, const RouteReport &report)
 {
     QStringList options;
-    if (found.limits.switches != report.maxSwitches)
-        options.append(u"--max-switches %1"_s.arg(found.limits.switches));
-    if (found.limits.connections != report.maxConnections)
-        options.append(u"--max-connections %1"_s.arg(found.limits.connections));
+    if (found.maxSwitchingComponents != report.maxSwitches)
+        options.append(u"--max-switches %1"_s.arg(found.maxSwitchingComponents));
+    if (found.maxAdditionalNodes != report.maxConnections)
+        options.append(u"--max-connections %1"_s.arg(found.maxAdditionalNodes));
     return u"with %1 (%2)"_s.arg(options.join(u' '), amountText(found));
 }
 
 QString limitsText(const RouteReport &report)
 {
     QStringList ways;
-    for (const WiderLimits &limits : report.reason->widerLimits)
+    for (const SufficientLimits &limits : report.reason->sufficientLimits)
         ways.append(optionText(limits, report));
     return u"all routes are beyond the limits; there is one "_s + ways.join(u", or one "_s);
 }
 
 /// Empty if something else lies on the net of the pin, too.
-QString looseEndText(const Reach &reach, const QString &pin)
+QString looseEndText(const PathReach &reach, const QString &pin)
 {
     if (!reach.isAlone)
         return {};
     return reach.nets.isEmpty() ? pin + u" lies on no net"_s : u"nothing else lies on the net of "_s + pin;
 }
 
+/// The numbers of the boards with a pin on these nets, ascending.
+QList<int> boardsOf(const PathReach &reach)
+{
+    std::set<int> boards;
+    for (const auto &net : reach.nets) {
+        for (const auto &node : std::as_const(net->nodes))
+            boards.insert(netlistOf(node->ref));
+    }
+    return {boards.cbegin(), boards.cend()};
+}
+
+QStringList netNames(const PathReach &reach)
+{
+    QStringList names;
+    for (const auto &net : reach.nets)
+        names.append(net->name);
+    return names;
+}
+
 /// "from U2#1.HI one gets to 2 nets on board #1: N1#1, N2#1; connector pins there without counterpart: X1#1.5"
-QString reachText(const Reach &reach, const QString &pin, const PinNames &pinNames)
+QString reachText(const PathReach &reach, const QString &pin, const PinNames &pinNames)
 {
     QStringList boards;
-    for (const int board : reach.boards)
+    for (const int board : boardsOf(reach))
         boards.append(u'#' + QString::number(board));
     QStringList pins;
     for (const auto &node : reach.unpluggedPins)
         pins.append(pinNames.text(node->ref, node->pin));
     const QString text = u"from %1 one gets to %2 on %3 %4: %5"_s.arg(
         pin, reach.nets.size() == 1 ? u"1 net"_s : u"%1 nets"_s.arg(reach.nets.size()),
-        boards.size() == 1 ? u"board"_s : u"boards"_s, enumeration(boards), enumeration(reach.nets));
+        boards.size() == 1 ? u"board"_s : u"boards"_s, enumeration(boards), enumeration(netNames(reach)));
     return pins.isEmpty() ? text : text + u"; connector pins there without counterpart: "_s + enumeration(pins);
 }
 
@@ -72,10 +95,11 @@ QString betweenText(const QList<QSharedPointer<EDAComponent>> &components)
 
 QStringList unconnectedTexts(const RouteReport &report)
 {
-    const NoRouteReason &reason = *report.reason;
+    const NoPathReason &reason = *report.reason;
     const QString source = report.pinNames.text(report.source->ref, report.source->pin);
     const QString destination = report.pinNames.text(report.destination->ref, report.destination->pin);
-    const QString direction = reason.isInOtherDirection ? u"; in the other direction there is one"_s : QString();
+    const QString direction =
+        reason.isConnectedInOtherDirection ? u"; in the other direction there is one"_s : QString();
     QStringList looseEnds{looseEndText(reason.fromSource, source), looseEndText(reason.fromDestination, destination)};
     looseEnds.removeAll(QString());
     if (!looseEnds.isEmpty())
@@ -84,7 +108,7 @@ QStringList unconnectedTexts(const RouteReport &report)
     QStringList texts{u"no chain of components of CompType %1 connects them, however long"_s.arg(
                           report.switchableTypes.join(u" or "_s)) +
                       direction};
-    if (reason.isInOtherDirection)
+    if (reason.isConnectedInOtherDirection)
         return texts;
     texts.append(reachText(reason.fromSource, source, report.pinNames));
     texts.append(reachText(reason.fromDestination, destination, report.pinNames));
@@ -94,41 +118,42 @@ QStringList unconnectedTexts(const RouteReport &report)
     return texts;
 }
 
-QString incompleteText(const NoRouteReason &reason)
+QString incompleteText(const NoPathReason &reason)
 {
-    if (!reason.failure.isEmpty())
-        return u"why there is none could not be found out: "_s + reason.failure;
     if (reason.shortest < 0)
         return u"it would take long to find out whether they are connected at all"_s;
     return u"all routes are beyond the limits; the shortest chain has %1, and it would take long to find out which "
            "limits would do"_s.arg(switchCount(reason.shortest));
 }
 
-QJsonObject reachToJson(const Reach &reach)
+QJsonObject reachToJson(const PathReach &reach)
 {
     QJsonArray boards;
-    for (const int board : reach.boards)
+    for (const int board : boardsOf(reach))
         boards.append(board);
     QJsonArray pins;
     for (const auto &node : reach.unpluggedPins)
         pins.append(QJsonObject{{u"ref"_s, node->ref}, {u"pin"_s, node->pin}});
-    return {{u"nets"_s, QJsonArray::fromStringList(reach.nets)}, {u"boards"_s, boards}, {u"unpluggedPins"_s, pins}};
+    return {
+        {u"nets"_s, QJsonArray::fromStringList(netNames(reach))}, {u"boards"_s, boards}, {u"unpluggedPins"_s, pins}};
 }
 
-QJsonArray limitsToJson(const QList<WiderLimits> &found)
+QJsonArray limitsToJson(const QList<SufficientLimits> &found)
 {
     QJsonArray result;
-    for (const WiderLimits &limits : found)
-        result.append(QJsonObject{{u"maxSwitches"_s, limits.limits.switches},
-                                  {u"maxConnections"_s, limits.limits.connections},
-                                  {u"switches"_s, limits.switches},
-                                  {u"connections"_s, limits.connections}});
+    for (const SufficientLimits &limits : found)
+        result.append(QJsonObject{{u"maxSwitches"_s, limits.maxSwitchingComponents},
+                                  {u"maxConnections"_s, limits.maxAdditionalNodes},
+                                  {u"switches"_s, limits.switchingComponents},
+                                  {u"connections"_s, limits.additionalNodes}});
     return result;
 }
 }
 
 QStringList reasonTexts(const RouteReport &report)
 {
+    if (!report.failure.isEmpty())
+        return {u"why there is none could not be found out: "_s + report.failure};
     if (!report.reason->isComplete)
         return {incompleteText(*report.reason)};
     return report.reason->shortest < 0 ? unconnectedTexts(report) : QStringList{limitsText(report)};
@@ -136,10 +161,10 @@ QStringList reasonTexts(const RouteReport &report)
 
 QJsonObject reasonToJson(const RouteReport &report)
 {
-    const NoRouteReason &reason = *report.reason;
+    const NoPathReason &reason = *report.reason;
     QJsonObject members{{u"texts"_s, QJsonArray::fromStringList(reasonTexts(report))}};
-    if (!reason.widerLimits.isEmpty())
-        members.insert(u"limits"_s, limitsToJson(reason.widerLimits));
+    if (!reason.sufficientLimits.isEmpty())
+        members.insert(u"limits"_s, limitsToJson(reason.sufficientLimits));
     if (!reason.isComplete || reason.shortest >= 0)
         return members;
     members.insert(u"source"_s, reachToJson(reason.fromSource));

@@ -1,6 +1,5 @@
 #include "cli/commands/RoutesCommand.h"
 
-#include "cli/NoRouteReason.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/NoRouteText.h"
 #include "cli/commands/TypeWarnings.h"
@@ -17,6 +16,8 @@
 #include <velk/facade/VelkRouting.h>
 #include <velk/routing/Routing.h>
 
+#include <chrono>
+#include <exception>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,7 @@ namespace VelkCli {
 namespace {
 
 constexpr int noRoutes = 1; ///< exit status
+constexpr auto timeToExplain = std::chrono::seconds(5);
 
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
@@ -39,6 +41,22 @@ bool takeFirst(int count, QList<Path> &paths)
         return false;
     paths.resize(count);
     return true;
+}
+
+/// Has the report say why there is no route, as far as that is known after some seconds.
+void explain(Routing &routing, const RouteEnd &source, const RouteEnd &destination, RouteReport &report)
+{
+    VelkRouting::setTraceEnabled(false);
+    Progress::begin(u"finding out why there is no route"_s);
+    routing.setInterruption(
+        [end = std::chrono::steady_clock::now() + timeToExplain] { return std::chrono::steady_clock::now() > end; });
+    try {
+        report.reason = routing.explainNoPathBetween(source.component, source.node->pin, destination.component,
+                                                     destination.node->pin);
+    } catch (const std::exception &exception) {
+        report.failure = QString::fromUtf8(exception.what());
+        report.reason = NoPathReason();
+    }
 }
 
 void write(const RouteReport &report, const std::string &formatName, const OutputTarget &target)
@@ -101,6 +119,7 @@ int RoutesCommand::run() const
     Routing routing(&provider);
     routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
     routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
+    routing.setComponentTypesThatAreConnectors(toQStringList(netlist.connectorTypes));
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
@@ -129,18 +148,10 @@ int RoutesCommand::run() const
         write(report, netlist.format, target);
         return 0;
     }
-    const VainSearch search{provider,
-                            routing,
-                            sourceEnd,
-                            dutEnd,
-                            {maxSwitches, maxConnections},
-                            {report.switchableTypes, report.interfaceTypes, report.connectorTypes}};
-    explainNoRoute(search, noRoutes, [&](const NoRouteReason &reason) {
-        report.reason = reason;
-        write(report, netlist.format, target);
-        for (const QString &text : reasonTexts(report))
-            printMessage(u"velk: "_s + text);
-    });
+    explain(routing, sourceEnd, dutEnd, report);
+    write(report, netlist.format, target);
+    for (const QString &text : reasonTexts(report))
+        printMessage(u"velk: "_s + text);
     return noRoutes;
 }
 }

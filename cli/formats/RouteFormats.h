@@ -1,13 +1,13 @@
 #ifndef VELK_CLI_FORMATS_ROUTEFORMATS_H
 #define VELK_CLI_FORMATS_ROUTEFORMATS_H
 
-#include "cli/NoRouteReason.h"
 #include "cli/commands/Netlist.h"
 #include "cli/formats/CsvWriter.h"
 #include "cli/terminal/Colour.h"
 
 #include <velk/model/EDAProvider.h>
 #include <velk/naming/PinNames.h>
+#include <velk/routing/NoPathReason.h>
 #include <velk/routing/RoutingPath.h>
 #include <velk/routing/TracedPath.h>
 
@@ -34,7 +34,8 @@ struct RouteReport
     int maxSwitches;
     int maxConnections;
     QStringList switchableTypes = {};
-    std::optional<NoRouteReason> reason = std::nullopt; ///< where there are no paths
+    std::optional<Velk::NoPathReason> reason = std::nullopt; ///< where there are no paths
+    QString failure = {};                                    ///< why the reason could not be found out; mostly empty
 };
 
 /// "1 switch"

@@ -110,4 +110,16 @@ QString EDAPinNotFoundException::pin() const
 {
     return m_pin;
 }
+
+EDASearchCalledOffException::EDASearchCalledOffException()
+    : EDAException(u"The search was called off"_s)
+{
+}
+
+EDASearchCalledOffException::~EDASearchCalledOffException() = default;
+EDASearchCalledOffException::EDASearchCalledOffException(const EDASearchCalledOffException &other) = default;
+EDASearchCalledOffException &EDASearchCalledOffException::operator=(const EDASearchCalledOffException &other) = default;
+EDASearchCalledOffException::EDASearchCalledOffException(EDASearchCalledOffException &&other) noexcept = default;
+EDASearchCalledOffException &
+EDASearchCalledOffException::operator=(EDASearchCalledOffException &&other) noexcept = default;
 }

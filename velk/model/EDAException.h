@@ -11,8 +11,8 @@
 
 namespace Velk {
 
-/// An element that a netlist lacks. Thrown by value, by KiCadNetParser::parse, Routing::findPaths and findPin(). It is
-/// not a std::exception: catch it as Velk::EDAException.
+/// An element that a netlist lacks, or a search that was called off. Thrown by value, by KiCadNetParser::parse, the
+/// searches of Routing and findPin(). It is not a std::exception: catch it as Velk::EDAException.
 class VELK_EXPORT EDAException
 {
 public:
@@ -24,7 +24,7 @@ public:
     EDAException(EDAException &&other) noexcept;
     EDAException &operator=(EDAException &&other) noexcept;
 
-    /// What is missing and where, in one line of English, in the words of the netlist.
+    /// What is wrong and where, in one line of English, in the words of the netlist.
     QString message() const;
 
 private:
@@ -111,6 +111,18 @@ private:
     QSharedPointer<EDAPart> m_part;
     QSharedPointer<EDAComponent> m_component;
     QString m_pin;
+};
+
+/// "The search was called off": by the function that Routing::setInterruption() was given.
+class VELK_EXPORT EDASearchCalledOffException : public EDAException
+{
+public:
+    EDASearchCalledOffException();
+    ~EDASearchCalledOffException();
+    EDASearchCalledOffException(const EDASearchCalledOffException &other);
+    EDASearchCalledOffException &operator=(const EDASearchCalledOffException &other);
+    EDASearchCalledOffException(EDASearchCalledOffException &&other) noexcept;
+    EDASearchCalledOffException &operator=(EDASearchCalledOffException &&other) noexcept;
 };
 }
 

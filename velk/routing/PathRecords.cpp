@@ -34,13 +34,14 @@ private:
 }
 
 template <>
-QList<RoutingPath> pathsOf(const FoundPaths &found, const NetlistIndex &index)
+QList<RoutingPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, Interruption &interruption)
 {
     const auto nodeOf = [&index](const NodeOnNet &place) { return index.node(place.net, place.node); };
     NodeLists<QSharedPointer<EDANetNode>, decltype(nodeOf)> nodeLists(nodeOf);
     QList<RoutingPath> paths;
     paths.reserve(found.count());
     found.visitAll([&](const FoundPath &foundPath) {
+        interruption.work(static_cast<std::size_t>(foundPath.length));
         RoutingPath path;
         path.switchingComponents.reserve(foundPath.length);
         for (const int *component = foundPath.components; component != foundPath.components + foundPath.length;
@@ -53,7 +54,7 @@ QList<RoutingPath> pathsOf(const FoundPaths &found, const NetlistIndex &index)
 }
 
 template <>
-QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index)
+QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, Interruption &interruption)
 {
     const auto nodeOf = [&index](const NodeOnNet &place) {
         return TracedNode{index.node(place.net, place.node), index.net(place.net)};
@@ -62,6 +63,7 @@ QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index)
     QList<TracedPath> paths;
     paths.reserve(found.count());
     found.visitAll([&](const FoundPath &foundPath) {
+        interruption.work(static_cast<std::size_t>(foundPath.length));
         TracedPath path;
         path.steps.reserve(foundPath.length);
         for (qsizetype i = 0; i < foundPath.length; ++i) {

@@ -6,10 +6,11 @@ using namespace Qt::StringLiterals;
 
 namespace Velk {
 
-PathSearch::PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules,
+PathSearch::PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules, Interruption &searchInterruption,
                        const NodeWithComponent &sourceNode, const QSharedPointer<EDANetNode> &destinationNode)
     : provider(netlist)
     , rules(routingRules)
+    , interruption(searchInterruption)
     , sourceComponent(sourceNode.component)
     , ends{sourceNode.node, destinationNode}
     , deepening(rules.maxNetsSearched(), rules.maxAdditionalNodes, rules.maxPaths)
@@ -45,6 +46,7 @@ void PathSearch::searchOnce()
 // The component is the one over which the node was reached.
 void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANetNode> &node)
 {
+    interruption.ask(); // each time, since a step goes over the whole netlist
     const auto net = findNetContainingNode(node);
     if (net.isNull()) {
         qCDebug(routingLog).noquote() << u"No net found when searching for Node(Component.Ref=%1,PinNumber=%2)"_s.arg(

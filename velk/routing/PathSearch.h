@@ -5,6 +5,7 @@
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/routing/RoutingPath.h>
 #include <velk/routing/TracedPath.h>
+#include <velk/search/Interruption.h>
 #include <velk/search/IterativeDeepening.h>
 #include <velk/search/RoutingRules.h>
 
@@ -20,12 +21,12 @@ namespace Velk {
 class PathSearch
 {
 public:
-    /// The first two have to stay.
-    PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules, const NodeWithComponent &sourceNode,
-               const QSharedPointer<EDANetNode> &destinationNode);
+    /// The first three have to stay.
+    PathSearch(const EDAProvider &netlist, const RoutingRules &routingRules, Interruption &searchInterruption,
+               const NodeWithComponent &sourceNode, const QSharedPointer<EDANetNode> &destinationNode);
 
     /// Calls \a keep with each path, in the order in which they are found; with the first ones in the order of results
-    /// if their number is bounded. Call it once.
+    /// if their number is bounded. Call it once. Throws EDASearchCalledOffException.
     void run(const std::function<void()> &keep);
     /// The path that is to be kept, as RoutingPath or TracedPath.
     template <typename Path>
@@ -63,6 +64,7 @@ private:
 
     const EDAProvider &provider;
     const RoutingRules &rules;
+    Interruption &interruption;
     const QSharedPointer<EDAComponent> sourceComponent;
     const PathEnds<QSharedPointer<EDANetNode>> ends;
 

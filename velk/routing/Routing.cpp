@@ -1,16 +1,8 @@
 #include <velk/routing/Routing.h>
 
 #include <velk/model/EDAException.h>
-#include <velk/model/IndexedProvider.h>
-#include <velk/model/RoutingLog.h>
-#include <velk/routing/PathRecords.h>
-#include <velk/routing/PathSearch.h>
+#include <velk/routing/NoPathSearch.h>
 #include <velk/routing/RoutingPrivate.h>
-#include <velk/search/PrunedPathSearch.h>
-
-#include <algorithm>
-#include <type_traits>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +15,7 @@ const QString Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY = u"Relay"_s;
 const QString Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR = u"Resistor"_s;
 const QString Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE = u"Source"_s;
 const QString Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT = u"DUT"_s;
+const QString Routing::DEFAULT_CONNECTOR_COMPONENT_TYPE = u"Connector"_s;
 
 namespace {
 
@@ -45,38 +38,6 @@ NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QStr
 {
     return findNode(provider, provider.getComponentByProperties(properties), properties, pinNumberOrName);
 }
-
-qsizetype switchCount(const RoutingPath &path)
-{
-    return path.switchingComponents.size();
-}
-
-qsizetype switchCount(const TracedPath &path)
-{
-    return path.steps.size();
-}
-}
-
-template <typename Path>
-QList<Path> RoutingPrivate::search(const NodeWithComponent &source, const NodeWithComponent &destination) const
-{
-    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
-    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
-    // The trace shows every net that an exhaustive search visits.
-    if (index && !routingLog().isDebugEnabled()) {
-        const SearchRules numbered(rules, *index, *source.node, *destination.node);
-        if (numbered.hasEnds())
-            return pathsOf<Path>(PrunedPathSearch(*index, numbered, std::is_same_v<Path, TracedPath>).run(), *index);
-    }
-    QList<Path> paths;
-    PathSearch search(*provider, rules, source, destination.node);
-    search.run([&] { paths.append(search.path<Path>()); });
-    // Stable, so that the same netlist always gives the same order.
-    std::stable_sort(paths.begin(), paths.end(), [](const Path &a, const Path &b) {
-        return std::pair(switchCount(a), a.additionalNodes.size()) <
-               std::pair(switchCount(b), b.additionalNodes.size());
-    });
-    return paths;
 }
 
 Routing::Routing(EDAProvider *netlist)
@@ -85,7 +46,8 @@ Routing::Routing(EDAProvider *netlist)
                             {DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT},
                             DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH,
                             DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH,
-                            0}))
+                            0},
+                           {DEFAULT_CONNECTOR_COMPONENT_TYPE}))
 {
 }
 
@@ -113,6 +75,16 @@ void Routing::setComponentTypesThatAreInterfaces(const QList<QString> &types)
 QList<QString> Routing::componentTypesThatAreInterfaces() const
 {
     return d->rules.interfaceTypes;
+}
+
+void Routing::setComponentTypesThatAreConnectors(const QList<QString> &types)
+{
+    d->connectorTypes = types;
+}
+
+QList<QString> Routing::componentTypesThatAreConnectors() const
+{
+    return d->connectorTypes;
 }
 
 void Routing::setMaxSwitchingComponentsPerPath(int limit)
@@ -145,12 +117,22 @@ qsizetype Routing::maxPaths() const
     return d->rules.maxPaths;
 }
 
+void Routing::setInterruption(const std::function<bool()> &isCalledOff)
+{
+    d->isCalledOff = isCalledOff;
+}
+
+std::function<bool()> Routing::interruption() const
+{
+    return d->isCalledOff;
+}
+
 QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                       const QMap<QString, QString> &destinationProperties,
                                       const QString &destinationPin) const
 {
     const auto source = findNode(*d->provider, sourceProperties, sourcePin);
-    return d->search<RoutingPath>(source, findNode(*d->provider, destinationProperties, destinationPin));
+    return d->search<RoutingPath>(d->rules, source, findNode(*d->provider, destinationProperties, destinationPin));
 }
 
 QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
@@ -158,7 +140,7 @@ QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> 
                                              const QString &destinationPin) const
 {
     const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
-    return d->search<RoutingPath>(sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+    return d->search<RoutingPath>(d->rules, sourceNode, findNode(*d->provider, destination, {}, destinationPin));
 }
 
 QList<TracedPath> Routing::findTracedPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
@@ -166,7 +148,7 @@ QList<TracedPath> Routing::findTracedPaths(const QMap<QString, QString> &sourceP
                                            const QString &destinationPin) const
 {
     const auto source = findNode(*d->provider, sourceProperties, sourcePin);
-    return d->search<TracedPath>(source, findNode(*d->provider, destinationProperties, destinationPin));
+    return d->search<TracedPath>(d->rules, source, findNode(*d->provider, destinationProperties, destinationPin));
 }
 
 QList<TracedPath> Routing::findTracedPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
@@ -174,6 +156,22 @@ QList<TracedPath> Routing::findTracedPathsBetween(const QSharedPointer<EDACompon
                                                   const QString &destinationPin) const
 {
     const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
-    return d->search<TracedPath>(sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+    return d->search<TracedPath>(d->rules, sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+}
+
+NoPathReason Routing::explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
+                                    const QMap<QString, QString> &destinationProperties,
+                                    const QString &destinationPin) const
+{
+    const auto source = findNode(*d->provider, sourceProperties, sourcePin);
+    return NoPathSearch(*d, source, findNode(*d->provider, destinationProperties, destinationPin)).reason();
+}
+
+NoPathReason Routing::explainNoPathBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                           const QSharedPointer<EDAComponent> &destination,
+                                           const QString &destinationPin) const
+{
+    const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
+    return NoPathSearch(*d, sourceNode, findNode(*d->provider, destination, {}, destinationPin)).reason();
 }
 }

@@ -3,6 +3,7 @@
 
 #include <velk/VelkExport.h>
 #include <velk/model/EDAProvider.h>
+#include <velk/routing/NoPathReason.h>
 #include <velk/routing/RoutingPath.h>
 #include <velk/routing/TracedPath.h>
 
@@ -11,6 +12,8 @@
 #include <QSharedDataPointer>
 #include <QSharedPointer>
 #include <QString>
+
+#include <functional>
 
 namespace Velk {
 
@@ -55,6 +58,7 @@ public:
     static const QString DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR; ///< "Resistor"
     static const QString DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE;    ///< "Source"
     static const QString DEFAULT_INTERFACE_COMPONENT_TYPE_DUT;       ///< "DUT"
+    static const QString DEFAULT_CONNECTOR_COMPONENT_TYPE;           ///< "Connector"
 
     /// \a netlist stays the caller's, must outlive all queries and is asked nothing before the first.
     explicit Routing(EDAProvider *netlist);
@@ -73,6 +77,10 @@ public:
     void setComponentTypesThatAreInterfaces(const QList<QString> &types);
     QList<QString> componentTypesThatAreInterfaces() const; ///< as set; "Source" and "DUT" at first
 
+    /// Replaces the types of the components at which netlists are joined, in the same way. Only explainNoPath() asks.
+    void setComponentTypesThatAreConnectors(const QList<QString> &types);
+    QList<QString> componentTypesThatAreConnectors() const; ///< as set; "Connector" at first
+
     /// Sets the first of the two limits above. Any value is taken as it is.
     void setMaxSwitchingComponentsPerPath(int limit);
     int maxSwitchingComponentsPerPath() const; ///< as set, or the default when this was constructed
@@ -88,6 +96,14 @@ public:
     /// pass. A bound that is not reached saves nothing: the search then takes as long as some searches without it.
     void setMaxPaths(qsizetype bound);
     qsizetype maxPaths() const; ///< as set; 0 at first
+
+    /// Has every search ask \a isCalledOff, from the thread that searches, and end when it returns true: findPaths()
+    /// and findTracedPaths() by an EDASearchCalledOffException, explainNoPath() with what is known by then. It is asked
+    /// every millisecond or so; while the trace is on, and on other than joined netlists, before each pin that is
+    /// tried. An empty function, the default, lets searches run to their end. Where threads share the Routing, each
+    /// calls it.
+    void setInterruption(const std::function<bool()> &isCalledOff);
+    std::function<bool()> interruption() const; ///< as set
 
     /// All paths, or the first ones where setMaxPaths() bounds them, from a pin of the first component that matches
     /// \a sourceProperties to a pin of the first one that matches \a destinationProperties. A pin is given by its
@@ -114,9 +130,22 @@ public:
     QList<TracedPath> findTracedPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                       const QMap<QString, QString> &destinationProperties,
                                       const QString &destinationPin) const;
+    /// The same between pins of components, as in findPathsBetween().
     QList<TracedPath> findTracedPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                              const QSharedPointer<EDAComponent> &destination,
                                              const QString &destinationPin) const;
+
+    /// Why findPaths() finds nothing between these pins; of pins with paths only NoPathReason::shortest is of use. It
+    /// searches some times over, with any limits but for one path each: on a MultipleEDAProvider with the trace off
+    /// that is mostly fast. Anywhere else it may take as long as the netlist has ways, without end where a provider
+    /// makes new nets at every call, so set an interruption. Throws as findPaths() does where an end is unknown.
+    NoPathReason explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
+                               const QMap<QString, QString> &destinationProperties,
+                               const QString &destinationPin) const;
+    /// The same between pins of components, as in findPathsBetween().
+    NoPathReason explainNoPathBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                      const QSharedPointer<EDAComponent> &destination,
+                                      const QString &destinationPin) const;
 
 private:
     QSharedDataPointer<RoutingPrivate> d;

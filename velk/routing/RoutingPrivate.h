@@ -5,7 +5,11 @@
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/search/RoutingRules.h>
 
+#include <QList>
 #include <QSharedData>
+#include <QString>
+
+#include <functional>
 
 namespace Velk {
 
@@ -13,18 +17,26 @@ namespace Velk {
 class RoutingPrivate : public QSharedData
 {
 public:
-    RoutingPrivate(EDAProvider *netlist, const RoutingRules &routingRules)
+    RoutingPrivate(EDAProvider *netlist, const RoutingRules &routingRules, const QList<QString> &typesOfConnectors)
         : provider(netlist)
         , rules(routingRules)
+        , connectorTypes(typesOfConnectors)
     {
     }
 
-    /// The paths as RoutingPath or TracedPath.
+    /// The paths by these rules, as RoutingPath or TracedPath.
     template <typename Path>
-    QList<Path> search(const NodeWithComponent &source, const NodeWithComponent &destination) const;
+    QList<Path> search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                       const NodeWithComponent &destination) const;
+    bool isConnector(const EDAComponent &component) const
+    {
+        return connectorTypes.contains(component.type(), Qt::CaseInsensitive);
+    }
 
     EDAProvider *provider;
     RoutingRules rules;
+    QList<QString> connectorTypes;
+    std::function<bool()> isCalledOff; ///< may be empty
 };
 }
 

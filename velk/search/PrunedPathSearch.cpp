@@ -9,12 +9,14 @@ namespace {
 constexpr std::size_t usualDepth = 8;
 }
 
-PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, bool keepsCrossings)
+PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules,
+                                   Interruption &searchInterruption, bool keepsCrossings)
     : index(netlist)
     , rules(searchRules)
+    , interruption(searchInterruption)
     , memory(borrowed.memory())
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
-    , bounds(netlist, searchRules, deepening, memory)
+    , bounds(netlist, searchRules, deepening, interruption, memory)
     , paths(keepsCrossings)
 {
 }
@@ -89,6 +91,7 @@ void PrunedPathSearch::enterNextComponent()
     level.entry = node.terminal;
     level.nextPin = index.firstPin(node.component);
     level.endPin = index.firstPin(node.component + 1);
+    interruption.work(static_cast<std::size_t>(level.endPin - level.nextPin));
 }
 
 void PrunedPathSearch::enterNet(int net, int arrival, std::size_t additionalNodesBefore)
@@ -108,6 +111,7 @@ void PrunedPathSearch::leaveNet()
 
 void PrunedPathSearch::collectAdditionalNodes(int net, int arrival)
 {
+    interruption.work(static_cast<std::size_t>(index.firstNode(net + 1) - index.firstNode(net)));
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         if (rules.isAdditional(index.numberedNode(i), arrival)) {
             additionalNodes.push_back({net, i});

@@ -14,10 +14,13 @@ namespace Velk {
 class PrunedPathSearch
 {
 public:
-    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, bool keepsCrossings);
+    /// All but the last have to stay.
+    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, Interruption &searchInterruption,
+                     bool keepsCrossings);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
-    /// them those with the fewest additional nodes, among equals in depth-first order. Call it once.
+    /// them those with the fewest additional nodes, among equals in depth-first order. Call it once. Throws
+    /// EDASearchCalledOffException.
     FoundPaths run();
 
 private:
@@ -52,6 +55,7 @@ private:
 
     const NetlistIndex &index;
     const SearchRules &rules;
+    Interruption &interruption;
     BorrowedMemory borrowed;
     SearchMemory &memory;
     IterativeDeepening deepening;

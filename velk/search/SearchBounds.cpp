@@ -11,10 +11,11 @@ constexpr int neverEnough = std::numeric_limits<int>::max();
 }
 
 SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules,
-                           IterativeDeepening &searchDeepening, SearchMemory &memory)
+                           IterativeDeepening &searchDeepening, Interruption &searchInterruption, SearchMemory &memory)
     : index(netlist)
     , rules(searchRules)
     , deepening(searchDeepening)
+    , interruption(searchInterruption)
     , sourceNet(netlist.netOfTerminal(searchRules.ends.source))
     , switches(memory.switches)
     , latestLabels(memory.latestLabels)
@@ -142,6 +143,7 @@ int SearchBounds::countAdditionalNodesOn(int net) const
 template <typename Visit>
 void SearchBounds::crossFrom(int net, int collected, Visit visit)
 {
+    interruption.work(static_cast<std::size_t>(index.firstNode(net + 1) - index.firstNode(net)));
     for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
         const NumberedNode &node = index.numberedNode(i);
         const int component = node.component;
@@ -149,6 +151,7 @@ void SearchBounds::crossFrom(int net, int collected, Visit visit)
             (crossed.has(component) && crossed.value(component) <= collected))
             continue;
         crossed.set(component, collected);
+        interruption.work(static_cast<std::size_t>(index.firstPin(component + 1) - index.firstPin(component)));
         for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {
             const int other = index.netOfTerminal(index.terminalOfPin(pin));
             if (other != NetlistIndex::none)

@@ -1,6 +1,7 @@
 #ifndef VELK_SEARCH_SEARCHBOUNDS_H
 #define VELK_SEARCH_SEARCHBOUNDS_H
 
+#include <velk/search/Interruption.h>
 #include <velk/search/IterativeDeepening.h>
 #include <velk/search/SearchMemory.h>
 #include <velk/search/SearchRules.h>
@@ -12,9 +13,9 @@ namespace Velk {
 class SearchBounds
 {
 public:
-    /// All four must stay.
-    SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, IterativeDeepening &deepening,
-                 SearchMemory &memory);
+    /// All of them must stay.
+    SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules, IterativeDeepening &searchDeepening,
+                 Interruption &searchInterruption, SearchMemory &memory);
 
     /// Looks at the surroundings of the destination, as far as a path can be long. Call it first.
     void measure();
@@ -54,6 +55,7 @@ private:
     const NetlistIndex &index;
     const SearchRules &rules;
     IterativeDeepening &deepening;
+    Interruption &interruption;
     const int sourceNet;
     Marks &switches;
     Marks &latestLabels;

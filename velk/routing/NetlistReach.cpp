@@ -1,44 +1,49 @@
-#include "cli/NetlistReach.h"
-
-#include "velk/check/CheckedSystem.h"
+#include <velk/routing/NetlistReach.h>
 
 #include <QSet>
 
 #include <algorithm>
-#include <set>
 
-using namespace Velk;
+namespace Velk {
 
-namespace VelkCli {
-
-NetlistReach::NetlistReach(const EDAProvider &provider, const SearchedTypes &searchedTypes, const Node &sourceNode,
-                           const Node &destinationNode)
-    : netlist(provider)
-    , types(searchedTypes)
+NetlistReach::NetlistReach(const RoutingPrivate &configuredRouting, const Node &sourceNode, const Node &destinationNode)
+    : routing(configuredRouting)
+    , netlist(*configuredRouting.provider)
+    , interruption(configuredRouting.isCalledOff)
     , source(sourceNode)
     , destination(destinationNode)
-    , nets(provider.getNets())
 {
-    for (qsizetype net = 0; net < nets.size(); ++net) {
-        for (const auto &node : std::as_const(nets.at(net)->nodes)) {
-            // As in the search, the first net that holds a node is that of its pin.
-            const std::pair pin(node->ref, node->pin);
-            if (!netOfPin.contains(pin))
-                netOfPin.insert(pin, net);
-            netsOfComponent[node->ref].append(net);
+    const auto allNets = netlist.getNets();
+    for (const auto &net : allNets) {
+        if (!net)
+            continue;
+        interruption.work(1 + static_cast<std::size_t>(net->nodes.size()));
+        for (const auto &node : std::as_const(net->nodes)) {
+            if (node)
+                addNode(*node, nets.size());
         }
+        nets.append(net);
     }
     // A route does not begin by crossing the component of its source at that pin, but may end so at the other end.
     sourceDistances = distances(source, false);
     destinationDistances = distances(destination, true);
 }
 
-Reach NetlistReach::fromSource() const
+void NetlistReach::addNode(const EDANetNode &node, qsizetype net)
+{
+    // As in the search, the first net that holds a node is that of its pin.
+    const std::pair pin(node.ref, node.pin);
+    if (!netOfPin.contains(pin))
+        netOfPin.insert(pin, net);
+    netsOfComponent[node.ref].append(net);
+}
+
+PathReach NetlistReach::fromSource() const
 {
     return reach(sourceDistances, source);
 }
 
-Reach NetlistReach::fromDestination() const
+PathReach NetlistReach::fromDestination() const
 {
     return reach(destinationDistances, destination);
 }
@@ -57,6 +62,8 @@ QList<QSharedPointer<EDAComponent>> NetlistReach::componentsBetween() const
     QList<QSharedPointer<EDAComponent>> result;
     const auto components = netlist.getComponents();
     for (const auto &component : components) {
+        if (!component)
+            continue;
         const int before = distance(sourceDistances, component->ref);
         const int behind = distance(destinationDistances, component->ref);
         if (kindOf(*component) == Kind::Other && before >= 0 && behind >= 0 && before + 1 + behind == shortest)
@@ -72,13 +79,13 @@ NetlistReach::Kind NetlistReach::kindOf(const EDAComponent &component) const
 {
     if (netlist.getPartByName(component.part).isNull())
         return Kind::NotCrossed; // it has no other pins
-    const auto isOf = [&](const QStringList &some) { return some.contains(component.type(), Qt::CaseInsensitive); };
-    if (isOf(types.switchables))
+    const ComponentRole role = routing.rules.roleOf(component.type());
+    if (role.isSwitchable)
         return Kind::Switchable;
-    return isOf(types.interfaces) || isOf(types.connectors) ? Kind::NotCrossed : Kind::Other;
+    return role.isInterface || routing.isConnector(component) ? Kind::NotCrossed : Kind::Other;
 }
 
-NetlistReach::Distances NetlistReach::distances(const Node &end, bool canCrossEnd) const
+NetlistReach::Distances NetlistReach::distances(const Node &end, bool canCrossEnd)
 {
     Distances result{QList<int>(nets.size(), -1), {}};
     const qsizetype first = netOfPin.value({end->ref, end->pin}, -1);
@@ -104,10 +111,13 @@ NetlistReach::Distances NetlistReach::distances(const Node &end, bool canCrossEn
     return result;
 }
 
-NetlistReach::Ways NetlistReach::crossings(qsizetype net, const Node &excluded, Entries &entries) const
+NetlistReach::Ways NetlistReach::crossings(qsizetype net, const Node &excluded, Entries &entries)
 {
     Ways result;
+    interruption.work(static_cast<std::size_t>(nets.at(net)->nodes.size()));
     for (const auto &node : std::as_const(nets.at(net)->nodes)) {
+        if (!node)
+            continue;
         const auto component = netlist.getComponentByRef(node->ref);
         const Kind kind = component && node != excluded ? kindOf(*component) : Kind::NotCrossed;
         if (kind != Kind::NotCrossed)
@@ -119,15 +129,16 @@ NetlistReach::Ways NetlistReach::crossings(qsizetype net, const Node &excluded, 
 
 // All but the entry are reached by the first crossing, the entry itself by the next, and then there is nothing left:
 // else components of thousands of pins would take long.
-QList<qsizetype> NetlistReach::exits(const EDAComponent &component, const QString &entry, Entries &entries) const
+QList<qsizetype> NetlistReach::exits(const EDAComponent &component, const QString &entry, Entries &entries)
 {
     const auto crossed = entries.find(component.ref);
     QStringList pins;
     if (crossed == entries.end()) {
         entries.insert(component.ref, entry);
         const auto part = netlist.getPartByName(component.part);
+        interruption.work(static_cast<std::size_t>(part->pins.size()));
         for (const auto &pin : std::as_const(part->pins)) {
-            if (pin->number != entry)
+            if (pin && pin->number != entry)
                 pins.append(pin->number);
         }
     } else if (*crossed != entry && !crossed->isNull()) {
@@ -154,18 +165,13 @@ int NetlistReach::distance(const Distances &distances, const QString &ref) const
     return result;
 }
 
-Reach NetlistReach::reach(const Distances &distances, const Node &end) const
+PathReach NetlistReach::reach(const Distances &distances, const Node &end) const
 {
-    Reach result;
-    std::set<int> boards;
-    for (const qsizetype number : distances.nearby) {
-        const EDANet &net = *nets.at(number);
-        result.nets.append(net.name);
-        result.unpluggedPins += unpluggedPins(net);
-        for (const auto &node : net.nodes)
-            boards.insert(netlistOf(node->ref));
+    PathReach result;
+    for (const qsizetype net : distances.nearby) {
+        result.nets.append(nets.at(net));
+        result.unpluggedPins += unpluggedPins(*nets.at(net));
     }
-    result.boards = QList<int>(boards.cbegin(), boards.cend());
     result.isAlone = isAlone(end);
     return result;
 }
@@ -183,11 +189,11 @@ QList<NetlistReach::Node> NetlistReach::unpluggedPins(const EDANet &net) const
     QHash<std::pair<QString, QString>, QSet<QString>> plugs; // references by Identifier and pin number
     QList<std::pair<Node, QString>> connectorPins;
     for (const auto &node : net.nodes) {
-        const auto component = netlist.getComponentByRef(node->ref);
+        const auto component = node ? netlist.getComponentByRef(node->ref) : nullptr;
         if (component.isNull())
             continue;
         plugs[{component->identifier(), node->pin}].insert(node->ref);
-        if (types.connectors.contains(component->type(), Qt::CaseInsensitive))
+        if (routing.isConnector(*component))
             connectorPins.append({node, component->identifier()});
     }
     QList<Node> result;

@@ -1,0 +1,300 @@
+#include "tests/support/PlainProvider.h"
+#include "tests/support/RandomSystems.h"
+#include "tests/support/TestRegistry.h"
+
+#include <velk/naming/References.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <QSet>
+#include <QTest>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace {
+
+constexpr int any = std::numeric_limits<int>::max() - 1;
+
+/// A search on random boards, with limits of which many are too low.
+class RandomSearch
+{
+public:
+    explicit RandomSearch(quint32 seed)
+        : random(seed)
+        , boards(randomBoards(random))
+        , netlist({boards[0].get(), boards[1].get()}, {u"Connector"_s})
+        , plain(netlist)
+        , routing(&netlist)
+        , source(netlist.getComponentByRef(u"U1#1"_s))
+        , destination(netlist.getComponentByRef(random.bounded(2) == 0 ? u"D1#1"_s : u"D1#2"_s))
+        , maxSwitches(random.bounded(20) == 0 ? any + 1 : random.bounded(-2, 4))
+        , maxNodes(random.bounded(-2, 3))
+    {
+        routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+        routing.setMaxAdditionalNodesPerPath(maxNodes);
+    }
+
+    NoPathReason reason() const { return routing.explainNoPathBetween(source, u"1"_s, destination, u"1"_s); }
+
+    /// All routes within these limits, by the search that knows no bounds.
+    QList<RoutingPath> routes(int switches, int nodes)
+    {
+        Routing unbounded(&plain);
+        unbounded.setMaxSwitchingComponentsPerPath(switches);
+        unbounded.setMaxAdditionalNodesPerPath(nodes);
+        return unbounded.findPathsBetween(source, u"1"_s, destination, u"1"_s);
+    }
+
+private:
+    QRandomGenerator random;
+    const std::vector<std::unique_ptr<StubProvider>> boards;
+
+public:
+    MultipleEDAProvider netlist;
+    PlainProvider plain;
+    Routing routing;
+    const QSharedPointer<EDAComponent> source;
+    const QSharedPointer<EDAComponent> destination;
+    const int maxSwitches;
+    const int maxNodes;
+};
+
+QStringList namesOf(const PathReach &reach)
+{
+    QStringList names;
+    for (const auto &net : reach.nets)
+        names.append(net->name);
+    return names;
+}
+}
+
+class NoPathReasonTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void agreesWithTheSearch()
+    {
+        int unconnected = 0;
+        QMap<QString, int> counts; // of what was found to help
+        for (quint32 seed = 0; seed < 3000; ++seed) {
+            RandomSearch random(seed);
+            if (!random.routes(random.maxSwitches, random.maxNodes).isEmpty())
+                continue;
+            const QByteArray place = "seed " + QByteArray::number(seed);
+            const auto reason = random.reason();
+            QVERIFY2(reason.isComplete && reason.isConnected == !random.routes(any, any).isEmpty(), place);
+            if (!*reason.isConnected) {
+                ++unconnected;
+                continue;
+            }
+            QStringList expected;
+            if (!random.routes(any, random.maxNodes).isEmpty())
+                expected.append(u"switches"_s);
+            if (!random.routes(random.maxSwitches, any).isEmpty())
+                expected.append(u"nodes"_s);
+            if (expected.isEmpty())
+                expected.append(u"both"_s);
+            QStringList found;
+            for (const SufficientLimits &limits : reason.sufficientLimits) {
+                found.append(verified(random, limits));
+                ++counts[found.last()];
+            }
+            QVERIFY2(found == expected, place + ": " + found.join(u' ').toUtf8());
+        }
+        QVERIFY(unconnected > 100 && counts[u"switches"_s] > 100 && counts[u"nodes"_s] > 100);
+        QVERIFY(counts[u"both"_s] > 10);
+    }
+
+    // Called off after any number of questions, it tells what is true.
+    void tellsWhatIsKnownWhenCalledOff()
+    {
+        const auto system = systemOf(u"U1 Source 1\nD1 DUT 1\nD2 DUT 1\nK1 Relay 1,2\nK2 Relay 1,2\n"
+                                     "A: U1/1 K1/1\nB: K1/2 K2/1\nC: K2/2 D1/1\nD: D2/1"_s);
+        Routing routing(system.get());
+        routing.setMaxSwitchingComponentsPerPath(0);
+        for (const QString &destination : {u"D1"_s, u"D2"_s}) {
+            int incomplete = 0;
+            bool isComplete = false;
+            for (int questions = 0; !isComplete; ++questions) {
+                routing.setInterruption([left = questions]() mutable { return left-- == 0; });
+                const auto reason = routing.explainNoPathBetween(system->getComponentByRef(u"U1"_s), u"1"_s,
+                                                                 system->getComponentByRef(destination), u"1"_s);
+                isComplete = reason.isComplete;
+                incomplete += reason.isComplete ? 0 : 1;
+                QVERIFY(!reason.isConnected || *reason.isConnected == (destination == u"D1"_s));
+                QVERIFY(reason.isConnected || !isComplete);
+                QCOMPARE(reason.shortest, reason.isConnected == true ? 2 : -1);
+                QCOMPARE(reason.sufficientLimits.size(), isComplete && reason.isConnected == true ? 1 : 0);
+            }
+            QVERIFY(incomplete > 2);
+        }
+    }
+
+    // On systems where each node is a pin of its own; the search has its rules for others.
+    void reachAgreesWithTheSearch()
+    {
+        int reached = 0;
+        QMap<qsizetype, int> counts; // by the number of components between the ends
+        for (quint32 seed = 0; seed < 9000; ++seed) {
+            RandomSearch random(seed);
+            const auto reason = random.reason();
+            if (hasOddNodes(random.netlist) || *reason.isConnected)
+                continue;
+            const QByteArray place = "seed " + QByteArray::number(seed);
+            QStringList nets = namesOf(reason.fromSource);
+            nets.sort();
+            const QStringList expected = netsReached(random);
+            QVERIFY2(nets == expected, place + ": " + nets.join(u' ').toUtf8());
+            reached += nets.size() > 1 ? 1 : 0;
+            QStringList between = refsOf(reason.between);
+            between.sort();
+            QVERIFY2(between == fusesBetween(random), place + ": " + between.join(u' ').toUtf8());
+            ++counts[between.size()];
+        }
+        QVERIFY(reached > 100 && counts[0] > 100 && counts[1] > 30 && counts[2] > 0);
+    }
+
+    void reachEndsAtConnectors()
+    {
+        StubProvider first;
+        first.add(u"U1"_s, u"Source"_s, {u"1"_s});
+        first.add(u"K1"_s, u"Relay"_s, {u"1"_s, u"2"_s});
+        for (const QString &ref : {u"X1"_s, u"X2"_s})
+            first.add(ref, u"Connector"_s, {u"1"_s, u"2"_s}, ref);
+        first.connect(u"A"_s, {u"U1/1"_s, u"K1/1"_s, u"X1/1"_s, u"X1/2"_s});
+        first.connect(u"B"_s, {u"K1/2"_s, u"X2/1"_s});
+        first.connect(u"later net"_s, {u"K1/2"_s}); // to which no route leads
+        StubProvider second;
+        second.add(u"X1"_s, u"connector"_s, {u"1"_s, u"2"_s}, u"X1"_s);
+        second.add(u"X2"_s, u"Connector"_s, {u"1"_s, u"2"_s}, u"x2"_s);
+        second.add(u"C1"_s, u""_s, {u"1"_s, u"2"_s});
+        second.add(u"C2"_s, u"Fuse"_s, {u"1"_s, u"2"_s});
+        second.add(u"D1"_s, u"DUT"_s, {u"1"_s, u"2"_s, u"3"_s});
+        second.connect(u"C"_s, {u"X1/1"_s, u"C1/1"_s});
+        second.connect(u"D"_s, {u"C1/2"_s, u"C2/1"_s});
+        second.connect(u"E"_s, {u"C2/2"_s, u"X2/1"_s, u"D1/1"_s});
+        second.connect(u"F"_s, {u"D1/2"_s});
+        MultipleEDAProvider joined({&first, &second}, {u"Connector"_s});
+        Routing routing(&joined);
+        routing.setComponentTypesThatAreSwitchable({u"relay"_s});
+        const auto reached = [&](const QString &source, const QString &destination) {
+            const auto reason = routing.explainNoPathBetween(
+                joined.getComponentByRef(source.section(u'/', 0, 0)), source.section(u'/', 1),
+                joined.getComponentByRef(destination.section(u'/', 0, 0)), destination.section(u'/', 1));
+            return textOf(reason.fromSource) + u"; "_s + textOf(reason.fromDestination) + u"; "_s +
+                   refsOf(reason.between).join(u' ');
+        };
+        const QString all = u"A#1+C#2 B#1, open X1#1.2 X2#1.1"_s;
+        QCOMPARE(reached(u"U1#1/1"_s, u"D1#2/1"_s), all + u"; E#2, open X2#2.1; C1#2 C2#2"_s);
+        QCOMPARE(reached(u"U1#1/1"_s, u"D1#2/2"_s), all + u"; F#2, open , alone; "_s);
+        QCOMPARE(reached(u"U1#1/1"_s, u"D1#2/3"_s), all + u"; , open , alone; "_s);
+        // The second end alone may be reached by crossing its component.
+        QCOMPARE(reached(u"K1#1/1"_s, u"D1#2/2"_s), u"A#1+C#2, open X1#1.2; F#2, open , alone; "_s);
+        QCOMPARE(reached(u"D1#2/2"_s, u"K1#1/1"_s), u"F#2, open , alone; "_s + all + u"; "_s);
+        routing.setComponentTypesThatAreConnectors({u"Fuse"_s});
+        QCOMPARE(reached(u"U1#1/1"_s, u"D1#2/2"_s), u"A#1+C#2 B#1, open ; F#2, open , alone; "_s);
+    }
+
+private:
+    static QString textOf(const PathReach &reach)
+    {
+        QStringList pins;
+        for (const auto &node : reach.unpluggedPins)
+            pins.append(node->ref + u'.' + node->pin);
+        return u"%1, open %2%3"_s.arg(namesOf(reach).join(u' '), pins.join(u' '),
+                                      reach.isAlone ? u", alone"_s : QString());
+    }
+
+    static bool hasOddNodes(const EDAProvider &netlist)
+    {
+        QSet<QString> seen;
+        for (const auto &net : netlist.getNets()) {
+            QSet<QString> pins;
+            for (const auto &node : std::as_const(net->nodes)) {
+                pins.insert(node->ref + u'.' + node->pin);
+                const auto component = netlist.getComponentByRef(node->ref);
+                const auto part = component ? netlist.getPartByName(component->part) : nullptr;
+                if (part && part->getPinByNumber(node->pin).isNull())
+                    return true;
+            }
+            if (seen.intersects(pins))
+                return true;
+            seen.unite(pins);
+        }
+        return false;
+    }
+
+    /// Those that hold a pin to which there is a route.
+    static QStringList netsReached(const RandomSearch &search)
+    {
+        Routing routing = search.routing;
+        routing.setMaxSwitchingComponentsPerPath(any);
+        routing.setMaxAdditionalNodesPerPath(any);
+        routing.setMaxPaths(1);
+        QStringList result;
+        for (const auto &net : search.netlist.getNets()) {
+            const auto isReached = [&](const auto &node) {
+                const auto component = search.netlist.getComponentByRef(node->ref);
+                const auto part = component ? search.netlist.getPartByName(component->part) : nullptr;
+                return part && part->getPinByNumber(node->pin) &&
+                       !routing.findPathsBetween(search.source, u"1"_s, component, node->pin).isEmpty();
+            };
+            if (std::any_of(net->nodes.cbegin(), net->nodes.cend(), isReached))
+                result.append(net->name);
+        }
+        result.sort();
+        return result;
+    }
+
+    /// Those on routes with the fewest fuses, if fuses could be switched.
+    static QStringList fusesBetween(const RandomSearch &search)
+    {
+        Routing routing = search.routing;
+        routing.setComponentTypesThatAreSwitchable({u"Relay"_s, u"Resistor"_s, u"Fuse"_s});
+        routing.setMaxSwitchingComponentsPerPath(any);
+        routing.setMaxAdditionalNodesPerPath(any);
+        QStringList result;
+        qsizetype fewest = std::numeric_limits<qsizetype>::max();
+        for (const auto &path : routing.findPathsBetween(search.source, u"1"_s, search.destination, u"1"_s)) {
+            QStringList fuses;
+            for (const auto &component : path.switchingComponents) {
+                if (component->type() == u"Fuse"_s)
+                    fuses.append(component->ref);
+            }
+            if (fuses.size() < fewest)
+                result.clear();
+            fewest = std::min(fewest, fuses.size());
+            if (fuses.size() == fewest)
+                result += fuses;
+        }
+        result.sort();
+        result.removeDuplicates();
+        return result;
+    }
+
+    /// Which limits were widened; another text where there is no such route or a lower limit would do.
+    static QString verified(RandomSearch &random, const SufficientLimits &limits)
+    {
+        const int switches = limits.maxSwitchingComponents;
+        const int nodes = limits.maxAdditionalNodes;
+        const auto routes = random.routes(switches, nodes);
+        if (routes.isEmpty() || routes.first().switchingComponents.size() != limits.switchingComponents ||
+            routes.first().additionalNodes.size() != limits.additionalNodes)
+            return u"no such route"_s;
+        const bool moreSwitches = switches != random.maxSwitches;
+        const bool moreNodes = nodes != random.maxNodes;
+        if ((moreSwitches && !random.routes(switches - 1, nodes).isEmpty()) ||
+            (moreNodes && !random.routes(switches, nodes - 1).isEmpty()))
+            return u"not the least"_s;
+        if (moreSwitches && moreNodes)
+            return random.routes(switches - 1, any).isEmpty() ? u"both"_s : u"not the fewest switches"_s;
+        return moreSwitches ? u"switches"_s : u"nodes"_s;
+    }
+};
+
+VELK_TEST(NoPathReasonTest)
+
+#include "NoPathReasonTest.moc"

@@ -1,0 +1,58 @@
+#ifndef VELK_ROUTING_NOPATHREASON_H
+#define VELK_ROUTING_NOPATHREASON_H
+
+#include <velk/model/EDAComponent.h>
+#include <velk/model/EDANet.h>
+#include <velk/model/EDANetNode.h>
+
+#include <QList>
+#include <QSharedPointer>
+
+#include <optional>
+
+namespace Velk {
+
+/// Limits with which there is a path, and how much the first such path has.
+struct SufficientLimits
+{
+    int maxSwitchingComponents; ///< for Routing::setMaxSwitchingComponentsPerPath()
+    int maxAdditionalNodes;     ///< for Routing::setMaxAdditionalNodesPerPath()
+    qsizetype switchingComponents;
+    qsizetype additionalNodes;
+};
+
+/// How far one gets from a pin over switchable components. All elements are the provider's.
+struct PathReach
+{
+    QList<QSharedPointer<EDANet>> nets; ///< the nearest first; none where the pin lies on no net
+    /// Of the connectors on these nets those without the same pin of another component with their Identifier there.
+    QList<QSharedPointer<EDANetNode>> unpluggedPins;
+    bool isAlone = false; ///< nothing else lies on the net of the pin
+};
+
+/// Why there is no path between two pins, as far as it is known: a plain value.
+struct NoPathReason
+{
+    bool isComplete = false; ///< false where the search was called off before all was known
+    /// Whether there is a chain of switchable components, however long; empty where that is not known.
+    std::optional<bool> isConnected;
+
+    qsizetype shortest = -1; ///< the components of the shortest chain; -1 without one
+    /// Where there is a chain: more switching components, if that alone is enough; more additional nodes, if that alone
+    /// is enough; else both, with as few switching components as a path can have. Each is the least of its kind. Empty
+    /// until all of them are known.
+    QList<SufficientLimits> sufficientLimits;
+
+    // Where there is none:
+    PathReach fromSource;      ///< by the rules of the search
+    PathReach fromDestination; ///< the same backwards
+    /// Those components of other types, neither connectors nor interfaces, that lie on a way from end to end which
+    /// crosses as few of them as possible. The nearest to the source come first.
+    QList<QSharedPointer<EDAComponent>> between;
+    /// There is a chain from the destination to the source. The way from one side of a relay to what lies behind the
+    /// other is found in one direction only.
+    bool isConnectedInOtherDirection = false;
+};
+}
+
+#endif

@@ -1,0 +1,58 @@
+#include <velk/routing/RoutingPrivate.h>
+
+#include <velk/model/IndexedProvider.h>
+#include <velk/model/RoutingLog.h>
+#include <velk/routing/PathRecords.h>
+#include <velk/routing/PathSearch.h>
+#include <velk/search/PrunedPathSearch.h>
+
+#include <algorithm>
+#include <type_traits>
+#include <utility>
+
+namespace Velk {
+
+namespace {
+
+qsizetype switchCount(const RoutingPath &path)
+{
+    return path.switchingComponents.size();
+}
+
+qsizetype switchCount(const TracedPath &path)
+{
+    return path.steps.size();
+}
+}
+
+template <typename Path>
+QList<Path> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                   const NodeWithComponent &destination) const
+{
+    Interruption interruption(isCalledOff);
+    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
+    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
+    // The trace shows every net that an exhaustive search visits.
+    if (index && !routingLog().isDebugEnabled()) {
+        const SearchRules numbered(rulesOfSearch, *index, *source.node, *destination.node);
+        if (numbered.hasEnds()) {
+            PrunedPathSearch search(*index, numbered, interruption, std::is_same_v<Path, TracedPath>);
+            return pathsOf<Path>(search.run(), *index, interruption);
+        }
+    }
+    QList<Path> paths;
+    PathSearch search(*provider, rulesOfSearch, interruption, source, destination.node);
+    search.run([&] { paths.append(search.path<Path>()); });
+    // Stable, so that the same netlist always gives the same order.
+    std::stable_sort(paths.begin(), paths.end(), [](const Path &a, const Path &b) {
+        return std::pair(switchCount(a), a.additionalNodes.size()) <
+               std::pair(switchCount(b), b.additionalNodes.size());
+    });
+    return paths;
+}
+
+template QList<RoutingPath> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                                   const NodeWithComponent &destination) const;
+template QList<TracedPath> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                                  const NodeWithComponent &destination) const;
+}
