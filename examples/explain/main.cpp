@@ -1,0 +1,46 @@
+// Tells why there is no route of two components, or fewer, from the first channel of the function generator to the AUX
+// pin of the DUT on bench 1, as far as that can be found out within a second.
+//
+//     explain-example instruments.net matrix.net adapter.net
+
+#include <velk/kicad/KiCadNetlistFile.h>
+#include <velk/model/EDAException.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char **argv)
+try {
+    QLoggingCategory::setFilterRules(u"routing.debug=false"_s); // else every net that the search visits is logged
+    QList<Velk::KiCadNetlistFile> files;
+    QList<Velk::EDAProvider *> boards;
+    for (int i = 1; i < argc; ++i) {
+        files.append(Velk::KiCadNetlistFile(QFile::decodeName(argv[i])));
+        if (!files.last().refusal().isEmpty())
+            throw Velk::EDAException(files.last().refusal());
+        boards.append(files.last().netlist().get());
+    }
+    Velk::MultipleEDAProvider system(boards, {Velk::MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
+    Velk::Routing routing(&system);
+    routing.setMaxSwitchingComponentsPerPath(1);
+    routing.setInterruption([end = QDeadlineTimer(1000)] { return end.hasExpired(); });
+    const auto reason = routing.explainNoPath({{u"Dev"_s, u"FGEN"_s}, {u"Channel"_s, u"1"_s}}, u"OUT"_s,
+                                              {{u"CompType"_s, u"DUT"_s}, {u"Bench"_s, u"1"_s}}, u"AUX"_s);
+    QTextStream out(stdout);
+    if (!reason.isComplete)
+        out << "there was not enough time\n";
+    for (const auto &limits : reason.sufficientLimits)
+        out << "there is one of " << limits.switchingComponents << " components, with a limit of "
+            << limits.maxSwitchingComponents << '\n';
+    for (const auto &component : reason.between)
+        out << component->ref << " lies in between, but is not switchable\n";
+} catch (const Velk::EDAException &exception) {
+    QTextStream(stderr) << exception.message() << '\n';
+    return 2;
+}
