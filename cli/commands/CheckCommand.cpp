@@ -2,7 +2,6 @@
 
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
-#include "cli/commands/Warnings.h"
 #include "cli/formats/FindingFormats.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"

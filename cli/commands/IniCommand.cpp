@@ -2,7 +2,7 @@
 
 #include "cli/commands/IniWarnings.h"
 #include "cli/commands/Netlist.h"
-#include "cli/commands/Warnings.h"
+#include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 
 #include <CLI/CLI.hpp>

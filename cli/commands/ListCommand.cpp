@@ -2,8 +2,8 @@
 
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
-#include "cli/commands/Warnings.h"
 #include "cli/formats/ListFormats.h"
+#include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 
 #include <CLI/CLI.hpp>

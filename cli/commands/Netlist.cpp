@@ -1,7 +1,7 @@
 #include "cli/commands/Netlist.h"
 
-#include "cli/commands/Warnings.h"
 #include "cli/terminal/CommandError.h"
+#include "cli/terminal/Message.h"
 #include "cli/terminal/Progress.h"
 
 #include <QFile>

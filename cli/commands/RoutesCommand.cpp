@@ -1,12 +1,9 @@
 #include "cli/commands/RoutesCommand.h"
 
 #include "cli/commands/Netlist.h"
-#include "cli/commands/NoRouteText.h"
 #include "cli/commands/TypeWarnings.h"
-#include "cli/commands/Warnings.h"
-#include "cli/formats/RouteDot.h"
+#include "cli/formats/NoRouteText.h"
 #include "cli/formats/RouteFormats.h"
-#include "cli/formats/html/RoutePage.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 #include "cli/terminal/Progress.h"
@@ -58,21 +55,6 @@ void explain(Routing &routing, const RouteEnd &source, const RouteEnd &destinati
         report.reason = NoPathReason();
     }
 }
-
-void write(const RouteReport &report, const std::string &formatName, const OutputTarget &target)
-{
-    const QString &fileName = target.fileName;
-    if (formatName == "json")
-        writeOutput(fileName, [&](QIODevice &device) { routesToJson(report, device); });
-    else if (formatName == "csv")
-        writeOutput(fileName, [&](QIODevice &device) { routesToCsv(report, target.csvReader, device); });
-    else if (formatName == "dot")
-        writeOutput(fileName, drawRoutes(report));
-    else if (formatName == "html")
-        writeOutput(fileName, routesToPage(report));
-    else
-        writeText(fileName, routesToText(report, Colour::forOutput(fileName)));
-}
 }
 
 RoutesCommand::RoutesCommand(CLI::App &app)
@@ -90,7 +72,7 @@ RoutesCommand::RoutesCommand(CLI::App &app)
               "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
     addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
     addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes);
-    netlist.addTo(*command, {"text", "json", "csv", "dot", "html"});
+    netlist.addTo(*command, formatNames(routeFormats()));
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
                     exampleHeading +
@@ -137,7 +119,7 @@ int RoutesCommand::run() const
                        maxSwitches,
                        maxConnections,
                        toQStringList(netlist.switchableTypes)};
-    if (netlist.format == "dot" || netlist.format == "html")
+    if (needsTracedPaths(netlist.format))
         report.tracedPaths = routing.findTracedPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component,
                                                             dutEnd.node->pin);
     else
@@ -145,11 +127,11 @@ int RoutesCommand::run() const
             routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
     report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
     if (!report.paths.isEmpty() || !report.tracedPaths.isEmpty()) {
-        write(report, netlist.format, target);
+        writeAs(netlist.format, routeFormats(), report, target);
         return 0;
     }
     explain(routing, sourceEnd, dutEnd, report);
-    write(report, netlist.format, target);
+    writeAs(netlist.format, routeFormats(), report, target);
     for (const QString &text : reasonTexts(report))
         printMessage(u"velk: "_s + text);
     return noRoutes;

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_FORMATS_ROUTEDOT_H
 #define VELK_CLI_FORMATS_ROUTEDOT_H
 
-#include "cli/formats/RouteFormats.h"
+#include "cli/formats/RouteReport.h"
 
 namespace VelkCli {
 

@@ -1,7 +1,11 @@
 #include "cli/formats/RouteFormats.h"
 
-#include "cli/commands/NoRouteText.h"
 #include "cli/formats/Json.h"
+#include "cli/formats/NoRouteText.h"
+#include "cli/formats/RouteDot.h"
+#include "cli/formats/html/RoutePage.h"
+#include "cli/terminal/Colour.h"
+#include "cli/terminal/Output.h"
 #include "cli/terminal/Terminal.h"
 
 #include <velk/naming/References.h>
@@ -10,11 +14,6 @@ using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace VelkCli {
-
-QString switchCount(qsizetype count)
-{
-    return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
-}
 
 namespace {
 
@@ -90,7 +89,6 @@ QJsonObject routeToJson(const RouteReport &report, const RoutingPath &path)
     return {{u"switchingComponents"_s, switchingComponents},
             {u"additionalConnections"_s, connectionsToJson(report.netlist, path.additionalNodes)}};
 }
-}
 
 QByteArray routesToText(const RouteReport &report, const Colour &colour)
 {
@@ -108,17 +106,6 @@ QByteArray routesToText(const RouteReport &report, const Colour &colour)
     return text + countText(report.paths).toUtf8() + (report.areThereMore ? "; there are more\n" : "\n");
 }
 
-void routesToJson(const RouteReport &report, QIODevice &device)
-{
-    QJsonObject members;
-    if (report.areThereMore)
-        members.insert(u"more"_s, true);
-    if (report.reason)
-        members.insert(u"reason"_s, reasonToJson(report));
-    writeJson(device, members, u"routes"_s, report.paths.size(),
-              [&report](qsizetype i) { return routeToJson(report, report.paths.at(i)); });
-}
-
 void routesToCsv(const RouteReport &report, CsvReader reader, QIODevice &device)
 {
     CsvWriter csv(device, reader);
@@ -132,5 +119,54 @@ void routesToCsv(const RouteReport &report, CsvReader reader, QIODevice &device)
                    refsOf(path.switchingComponents).join(u' '), destination,
                    pinTexts(report.pinNames, path.additionalNodes).join(u' ')});
     }
+}
+
+void writeAsText(const RouteReport &report, const OutputTarget &target)
+{
+    writeText(target.fileName, routesToText(report, Colour::forOutput(target.fileName)));
+}
+
+void writeAsJson(const RouteReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, [&](QIODevice &device) { routesToJson(report, device); });
+}
+
+void writeAsCsv(const RouteReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, [&](QIODevice &device) { routesToCsv(report, target.csvReader, device); });
+}
+
+void writeAsDot(const RouteReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, drawRoutes(report));
+}
+
+void writeAsPage(const RouteReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, routesToPage(report));
+}
+}
+
+void routesToJson(const RouteReport &report, QIODevice &device)
+{
+    QJsonObject members;
+    if (report.areThereMore)
+        members.insert(u"more"_s, true);
+    if (report.reason)
+        members.insert(u"reason"_s, reasonToJson(report));
+    writeJson(device, members, u"routes"_s, report.paths.size(),
+              [&report](qsizetype i) { return routeToJson(report, report.paths.at(i)); });
+}
+
+const Formats<RouteReport> &routeFormats()
+{
+    static const Formats<RouteReport> formats{
+        {"text", writeAsText}, {"json", writeAsJson}, {"csv", writeAsCsv}, {"dot", writeAsDot}, {"html", writeAsPage}};
+    return formats;
+}
+
+bool needsTracedPaths(const std::string &format)
+{
+    return format == "dot" || format == "html";
 }
 }

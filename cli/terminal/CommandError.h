@@ -3,8 +3,6 @@
 
 #include <QString>
 
-#include <functional>
-
 namespace VelkCli {
 
 constexpr int exitFailure = 2;
@@ -14,9 +12,6 @@ struct CommandError
 {
     QString message; ///< what is wrong and in which file, without a line break
 };
-
-/// What \a run returns or, after that line, exitFailure where it throws a CommandError or any standard exception.
-int exitStatusOf(const std::function<int()> &run);
 }
 
 #endif

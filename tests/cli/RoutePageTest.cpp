@@ -1,4 +1,5 @@
 #include "cli/formats/html/RoutePage.h"
+#include "cli/formats/RouteFormats.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 

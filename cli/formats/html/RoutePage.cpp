@@ -1,7 +1,7 @@
 #include "cli/formats/html/RoutePage.h"
 
-#include "cli/commands/NoRouteText.h"
 #include "cli/formats/Json.h"
+#include "cli/formats/NoRouteText.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "cli/commands/NoRouteText.h"
+#include "cli/formats/NoRouteText.h"
 
 #include "cli/formats/Json.h"
 #include "velk/check/CheckedSystem.h"

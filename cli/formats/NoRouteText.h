@@ -1,7 +1,7 @@
-#ifndef VELK_CLI_COMMANDS_NOROUTETEXT_H
-#define VELK_CLI_COMMANDS_NOROUTETEXT_H
+#ifndef VELK_CLI_FORMATS_NOROUTETEXT_H
+#define VELK_CLI_FORMATS_NOROUTETEXT_H
 
-#include "cli/formats/RouteFormats.h"
+#include "cli/formats/RouteReport.h"
 
 #include <QJsonObject>
 
