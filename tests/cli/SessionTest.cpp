@@ -20,11 +20,20 @@ QString transcript(const Result &result)
 
 /// What a user sees of the command, in a folder with the boards of the case and links to the example system and to
 /// tests/data.
+///
+/// Commands stand behind "$ ", which a shell runs, and what they say below: first on standard output, then on standard
+/// error. $demo is the example system. Boards may follow the commands, separated by "--", which are 1.net, 2.net, ... A
+/// line of theirs is a component with the pins of its part, "NUMBER=NAME", and its properties, in which "~" is a blank,
+/// or a net with its nodes; a board that begins with a parenthesis is a netlist as it stands.
 class SessionTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void shows_data() { addCasesFrom("sessions.txt"); }
+    void shows_data()
+    {
+        addCasesFrom({"sessions/routes.txt", "sessions/list.txt", "sessions/check.txt", "sessions/ini.txt",
+                      "sessions/any_command.txt"});
+    }
     void shows()
     {
         QFETCH(QString, input);

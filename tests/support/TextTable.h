@@ -30,17 +30,24 @@ inline void addRowsFrom(const char *fileName, const QList<const char *> &columns
     }
 }
 
-/// Adds the cases of a file in tests/data with the columns "input" and "expected". A case is a line "# name",
+/// Adds the cases of these files in tests/data with the columns "input" and "expected". A case is a line "# name",
 /// the lines of the input, a line "=>" and the lines expected. What stands before the first is a comment.
-inline void addCasesFrom(const char *fileName)
+inline void addCasesFrom(const QList<const char *> &fileNames)
 {
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
-    for (const QString &text : textOf(fileName).split(QLatin1String("\n# ")).mid(1)) {
-        const QString name = text.section(QLatin1Char('\n'), 0, 0);
-        const QStringList halves = text.mid(name.size()).split(QLatin1String("\n=>"));
-        QTest::newRow(qPrintable(name)) << halves.at(0).trimmed() << halves.at(1).trimmed();
+    for (const char *fileName : fileNames) {
+        for (const QString &text : textOf(fileName).split(QLatin1String("\n# ")).mid(1)) {
+            const QString name = text.section(QLatin1Char('\n'), 0, 0);
+            const QStringList halves = text.mid(name.size()).split(QLatin1String("\n=>"));
+            QTest::newRow(qPrintable(name)) << halves.at(0).trimmed() << halves.at(1).trimmed();
+        }
     }
+}
+
+inline void addCasesFrom(const char *fileName)
+{
+    addCasesFrom(QList<const char *>{fileName});
 }
 
 #endif
