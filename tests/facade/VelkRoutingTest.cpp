@@ -150,6 +150,11 @@ private Q_SLOTS:
     void configures()
     {
         VelkRouting routing({write("a.net", netlist)});
+        QCOMPARE(routing.interfaceTypes(), (std::vector<std::string>{"Source", "DUT"}));
+        QCOMPARE(routing.switchableTypes(), (std::vector<std::string>{"Relay", "Resistor"}));
+        QCOMPARE(routing.maxSwitchingComponentsPerPath(), 5U);
+        routing.setMaxRoutes(7);
+        QCOMPARE(routing.maxRoutes(), std::size_t(7));
         routing.setMaxAdditionalConnectionsPerPath(0);
         QVERIFY(query(routing).empty());
         routing.setInterfaceTypes({"Source"});
@@ -163,6 +168,7 @@ private Q_SLOTS:
         QCOMPARE(query(routing).size(), std::size_t(1));
         routing.setMaxAdditionalConnectionsPerPath(4294967295U);
         QVERIFY(query(routing).empty());
+        QCOMPARE(routing.maxAdditionalConnectionsPerPath(), 4294967295U);
         routing.setMaxAdditionalConnectionsPerPath(3);
         routing.setSwitchableTypes({"Fuse"});
         QVERIFY(query(routing).empty());
@@ -177,6 +183,7 @@ private Q_SLOTS:
         for (const bool enabled : {true, false}) {
             messages = 0;
             VelkRouting::setTraceEnabled(enabled);
+            QCOMPARE(VelkRouting::isTraceEnabled(), enabled);
             query(routing);
             QCOMPARE(messages > 0, enabled);
         }

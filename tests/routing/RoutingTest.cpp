@@ -368,11 +368,22 @@ private Q_SLOTS:
         routing.setComponentTypesThatAreInterfaces({u"load"_s});
         QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)), QStringList{u"F1 F2 | J1/1"_s});
         QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, fromU1, u"1"_s)), QStringList{u"|"_s});
-        QCOMPARE(textsOfCopies(routing, Routing(nullptr),
-                               [](const Routing &copy) {
-                                   return toTexts(copy.findPaths(fromU1, u"1"_s, toD1, u"1"_s)).join(u'\n');
-                               }),
-                 QStringList{u"F1 F2 | J1/1"_s});
+        routing.setComponentTypesThatAreConnectors({u"Plug"_s});
+        routing.setMaxSwitchingComponentsPerPath(1);
+        routing.setMaxAdditionalNodesPerPath(2);
+        routing.setMaxPaths(9);
+        const auto textOf = [](const Routing &copy) {
+            const QStringList types = copy.componentTypesThatAreSwitchable() + copy.componentTypesThatAreInterfaces() +
+                                      copy.componentTypesThatAreConnectors();
+            return u"%1 %2 %3 %4: %5"_s.arg(types.join(u' '))
+                .arg(copy.maxSwitchingComponentsPerPath())
+                .arg(copy.maxAdditionalNodesPerPath())
+                .arg(copy.maxPaths())
+                .arg(toTexts(copy.findPaths(fromU1, u"1"_s, toD1, u"1"_s)).join(u'\n'));
+        };
+        QCOMPARE(textsOfCopies(routing, Routing(nullptr), textOf),
+                 QStringList{u"FUSE load Plug 1 2 9: F1 F2 | J1/1"_s});
+        QCOMPARE(textOf(unchanged), u"Relay Resistor Source DUT Connector 5 3 0: "_s);
         routing.setComponentTypesThatAreSwitchable({});
         QVERIFY(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s).isEmpty());
         QVERIFY(unchanged.findPaths(fromU1, u"1"_s, toD1, u"1"_s).isEmpty());
@@ -491,6 +502,21 @@ private Q_SLOTS:
             QCOMPARE(paths.size(), 1);
             QCOMPARE(paths[0].switchingComponents.size(), 100'000);
             QCOMPARE(paths[0].switchingComponents.last()->ref, u"K100000#1"_s);
+        }
+    }
+
+    void isCalledOff()
+    {
+        const auto board = chain(30'000);
+        MultipleEDAProvider joined({board.get()}, {});
+        for (EDAProvider *provider : {static_cast<EDAProvider *>(board.get()), static_cast<EDAProvider *>(&joined)}) {
+            Routing routing(provider);
+            routing.setMaxSwitchingComponentsPerPath(2147483646);
+            routing.setInterruption([] { return true; });
+            QVERIFY(routing.interruption()());
+            QCOMPARE(outcomeOf([&] { return routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s); }),
+                     u"The search was called off"_s);
+            QVERIFY(!routing.explainNoPath(fromU1, u"1"_s, toD1, u"1"_s).isComplete);
         }
     }
 
