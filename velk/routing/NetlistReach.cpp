@@ -50,14 +50,14 @@ PathReach NetlistReach::fromDestination() const
 
 QList<QSharedPointer<EDAComponent>> NetlistReach::componentsBetween() const
 {
-    int shortest = -1;
+    int fewest = -1;
     for (qsizetype net = 0; net < nets.size(); ++net) {
         const int first = sourceDistances.of.at(net);
         const int second = destinationDistances.of.at(net);
-        if (first >= 0 && second >= 0 && (shortest < 0 || first + second < shortest))
-            shortest = first + second;
+        if (first >= 0 && second >= 0 && (fewest < 0 || first + second < fewest))
+            fewest = first + second;
     }
-    if (shortest <= 0)
+    if (fewest <= 0)
         return {};
     QList<QSharedPointer<EDAComponent>> result;
     const auto components = netlist.getComponents();
@@ -66,7 +66,7 @@ QList<QSharedPointer<EDAComponent>> NetlistReach::componentsBetween() const
             continue;
         const int before = distance(sourceDistances, component->ref);
         const int behind = distance(destinationDistances, component->ref);
-        if (kindOf(*component) == Kind::Other && before >= 0 && behind >= 0 && before + 1 + behind == shortest)
+        if (kindOf(*component) == Kind::Other && before >= 0 && behind >= 0 && before + 1 + behind == fewest)
             result.append(component);
     }
     std::stable_sort(result.begin(), result.end(), [this](const auto &a, const auto &b) {
