@@ -40,16 +40,28 @@ bool takeFirst(int count, QList<Path> &paths)
     return true;
 }
 
+void find(const RouteEnd &source, const RouteEnd &destination, bool withPins, int maxRoutes, RouteReport &report)
+{
+    Progress::begin(QStringLiteral("searching for routes"));
+    const auto &[from, fromNode] = source;
+    const auto &[to, toNode] = destination;
+    if (withPins)
+        report.tracedPaths = report.routing.findTracedPathsBetween(from, fromNode->pin, to, toNode->pin);
+    else
+        report.paths = report.routing.findPathsBetween(from, fromNode->pin, to, toNode->pin);
+    report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
+}
+
 /// Has the report say why there is no route, as far as that is known after some seconds.
-void explain(Routing &routing, const RouteEnd &source, const RouteEnd &destination, RouteReport &report)
+void explain(const RouteEnd &source, const RouteEnd &destination, RouteReport &report)
 {
     VelkRouting::setTraceEnabled(false);
     Progress::begin(u"finding out why there is no route"_s);
-    routing.setInterruption(
+    report.routing.setInterruption(
         [end = std::chrono::steady_clock::now() + timeToExplain] { return std::chrono::steady_clock::now() > end; });
     try {
-        report.reason = routing.explainNoPathBetween(source.component, source.node->pin, destination.component,
-                                                     destination.node->pin);
+        report.reason = report.routing.explainNoPathBetween(source.component, source.node->pin, destination.component,
+                                                            destination.node->pin);
     } catch (const std::exception &exception) {
         report.failure = QString::fromUtf8(exception.what());
         report.reason = NoPathReason();
@@ -105,33 +117,15 @@ int RoutesCommand::run() const
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
-    Progress::begin(QStringLiteral("searching for routes"));
-    RouteReport report{provider,
-                       sourceEnd.node,
-                       dutEnd.node,
-                       {},
-                       {},
-                       false,
-                       PinNames(provider),
-                       shownNames(toQStringList(netlist.files)),
-                       toQStringList(netlist.connectorTypes),
-                       toQStringList(netlist.interfaceTypes),
-                       maxSwitches,
-                       maxConnections,
-                       toQStringList(netlist.switchableTypes)};
-    if (needsTracedPaths(netlist.format))
-        report.tracedPaths = routing.findTracedPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component,
-                                                            dutEnd.node->pin);
-    else
-        report.paths =
-            routing.findPathsBetween(sourceEnd.component, sourceEnd.node->pin, dutEnd.component, dutEnd.node->pin);
-    report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
-    if (!report.paths.isEmpty() || !report.tracedPaths.isEmpty()) {
-        writeAs(netlist.format, routeFormats(), report, target);
-        return 0;
-    }
-    explain(routing, sourceEnd, dutEnd, report);
+    RouteReport report{
+        provider, routing, sourceEnd.node, dutEnd.node, PinNames(provider), shownNames(toQStringList(netlist.files))};
+    find(sourceEnd, dutEnd, needsTracedPaths(netlist.format), maxRoutes, report);
+    const bool areThereAny = !report.paths.isEmpty() || !report.tracedPaths.isEmpty();
+    if (!areThereAny)
+        explain(sourceEnd, dutEnd, report);
     writeAs(netlist.format, routeFormats(), report, target);
+    if (areThereAny)
+        return 0;
     for (const QString &text : reasonTexts(report))
         printMessage(u"velk: "_s + text);
     return noRoutes;

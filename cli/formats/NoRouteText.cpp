@@ -27,9 +27,9 @@ QString amountText(const SufficientLimits &found)
 QString optionText(const SufficientLimits &found, const RouteReport &report)
 {
     QStringList options;
-    if (found.maxSwitchingComponents != report.maxSwitches)
+    if (found.maxSwitchingComponents != report.routing.maxSwitchingComponentsPerPath())
         options.append(u"--max-switches %1"_s.arg(found.maxSwitchingComponents));
-    if (found.maxAdditionalNodes != report.maxConnections)
+    if (found.maxAdditionalNodes != report.routing.maxAdditionalNodesPerPath())
         options.append(u"--max-connections %1"_s.arg(found.maxAdditionalNodes));
     return u"with %1 (%2)"_s.arg(options.join(u' '), amountText(found));
 }
@@ -106,7 +106,7 @@ QStringList unconnectedTexts(const RouteReport &report)
         return {looseEnds.join(u", and "_s) + direction};
 
     QStringList texts{u"no chain of components of CompType %1 connects them, however long"_s.arg(
-                          report.switchableTypes.join(u" or "_s)) +
+                          report.routing.componentTypesThatAreSwitchable().join(u" or "_s)) +
                       direction};
     if (reason.isConnectedInOtherDirection)
         return texts;

@@ -3,9 +3,7 @@
 
 #include <velk/model/EDAProvider.h>
 #include <velk/naming/PinNames.h>
-#include <velk/routing/NoPathReason.h>
-#include <velk/routing/RoutingPath.h>
-#include <velk/routing/TracedPath.h>
+#include <velk/routing/Routing.h>
 
 #include <QStringList>
 
@@ -18,18 +16,14 @@ namespace VelkCli {
 struct RouteReport
 {
     const Velk::EDAProvider &netlist;
+    Velk::Routing routing; ///< as it has searched
     QSharedPointer<Velk::EDANetNode> source;
     QSharedPointer<Velk::EDANetNode> destination;
-    QList<Velk::RoutingPath> paths;
-    QList<Velk::TracedPath> tracedPaths;
-    bool areThereMore; ///< than these paths
     Velk::PinNames pinNames;
-    QStringList fileNames;      ///< of the boards
-    QStringList connectorTypes; ///< of the components at which boards are joined
-    QStringList interfaceTypes; ///< of the components whose pins are additional nodes
-    int maxSwitches;
-    int maxConnections;
-    QStringList switchableTypes = {};
+    QStringList fileNames; ///< of the boards
+    QList<Velk::RoutingPath> paths = {};
+    QList<Velk::TracedPath> tracedPaths = {};
+    bool areThereMore = false;                               ///< than these paths
     std::optional<Velk::NoPathReason> reason = std::nullopt; ///< where there are no paths
     QString failure = {};                                    ///< why the reason could not be found out; mostly empty
 };

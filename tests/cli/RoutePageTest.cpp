@@ -20,7 +20,6 @@ using namespace VelkCli;
 namespace {
 
 const QStringList connectorTypes{u"Connector"_s};
-const QStringList interfaceTypes{u"Source"_s, u"DUT"_s};
 
 /// The routes from pin 1 of U1#1 to pin 1 of D1#1.
 struct Query
@@ -28,24 +27,17 @@ struct Query
     Query(const QList<EDAProvider *> &boards, int maxSwitches)
         : netlist(boards, connectorTypes)
         , report{netlist,
+                 Routing(&netlist),
                  EDANetNode::create(u"U1#1"_s, u"1"_s),
                  EDANetNode::create(u"D1#1"_s, u"1"_s),
-                 {},
-                 {},
-                 false,
                  PinNames(netlist),
-                 {u"a.net"_s},
-                 connectorTypes,
-                 interfaceTypes,
-                 maxSwitches,
-                 3}
+                 {u"a.net"_s}}
     {
-        Routing routing(&netlist);
-        routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+        report.routing.setMaxSwitchingComponentsPerPath(maxSwitches);
         const auto source = netlist.getComponentByRef(u"U1#1"_s);
         const auto destination = netlist.getComponentByRef(u"D1#1"_s);
-        report.paths = routing.findPathsBetween(source, u"1"_s, destination, u"1"_s);
-        report.tracedPaths = routing.findTracedPathsBetween(source, u"1"_s, destination, u"1"_s);
+        report.paths = report.routing.findPathsBetween(source, u"1"_s, destination, u"1"_s);
+        report.tracedPaths = report.routing.findTracedPathsBetween(source, u"1"_s, destination, u"1"_s);
     }
 
     MultipleEDAProvider netlist;

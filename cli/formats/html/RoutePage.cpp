@@ -47,6 +47,7 @@ class PageData
 public:
     explicit PageData(const RouteReport &routes)
         : report(routes)
+        , connectorTypes(routes.routing.componentTypesThatAreConnectors())
     {
     }
 
@@ -55,7 +56,8 @@ public:
     {
         QJsonObject members{
             {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
-            {u"limits"_s, QJsonObject{{u"switches"_s, report.maxSwitches}, {u"connections"_s, report.maxConnections}}},
+            {u"limits"_s, QJsonObject{{u"switches"_s, report.routing.maxSwitchingComponentsPerPath()},
+                                      {u"connections"_s, report.routing.maxAdditionalNodesPerPath()}}},
             {u"source"_s, end(*report.source)},
             {u"destination"_s, end(*report.destination)},
         };
@@ -156,7 +158,7 @@ private:
         QMap<std::pair<QString, QString>, QStringList> plugs; // by identifier and pin number
         for (const auto &node : std::as_const(net.nodes)) {
             const auto component = report.netlist.getComponentByRef(node->ref);
-            if (component && report.connectorTypes.contains(component->type(), Qt::CaseInsensitive))
+            if (component && connectorTypes.contains(component->type(), Qt::CaseInsensitive))
                 plugs[{component->identifier(), node->pin}].append(node->ref);
         }
         QJsonArray result;
@@ -172,6 +174,7 @@ private:
     }
 
     const RouteReport &report;
+    const QList<QString> connectorTypes;
     JsonTable<QString> components;
     JsonTable<const EDANet *> nets;
     JsonTable<std::tuple<const EDANet *, const EDANet *, QString, QString, QString>> crossings;
