@@ -153,6 +153,16 @@ private Q_SLOTS:
             const auto expected = first == all.cend() ? nullptr : first->data();
             QVERIFY2(joined.getComponentByProperties(wanted).data() == expected, qPrintable(u"seed %1"_s.arg(seed)));
             QVERIFY2(fast == scanned, qPrintable(u"seed %1:\n%2\n%3"_s.arg(seed).arg(fast, scanned)));
+
+            QList<QStringList> names(joined.getNets().size());
+            for (qsizetype net = 0; net < joined.boardNets().size(); ++net)
+                names[joined.joinedNetOf(net)].append(joined.boardNets().at(net)->name);
+            for (qsizetype net = 0; net < names.size(); ++net) {
+                QStringList inJoinedName = joined.getNets().at(net)->name.split(u'+');
+                inJoinedName.sort();
+                names[net].sort();
+                QCOMPARE(names.at(net), inJoinedName);
+            }
         }
     }
 };

@@ -77,6 +77,7 @@ public:
     int count() const { return static_cast<int>(nets.size()); }
     qsizetype nodeCount() const { return static_cast<qsizetype>(nodes.size()); }
     const QSharedPointer<EDANet> &net(int number) const { return nets.at(number); }
+    const QList<QSharedPointer<EDANet>> &allNets() const { return nets; }
     /// The nodes of a net are firstNode(net) to firstNode(net + 1) - 1.
     int firstNode(int number) const { return firstNodes[static_cast<std::size_t>(number)]; }
     const NumberedNode &numberedNode(int node) const { return nodes[static_cast<std::size_t>(node)]; }
@@ -235,10 +236,13 @@ void MultipleEDAProvider::prepareNets()
     const auto finishedNets = joiner.join();
     nets.reserve(static_cast<qsizetype>(finishedNets.size()));
     numbers->reserveNets(static_cast<qsizetype>(finishedNets.size()), copies.nodeCount());
+    netsOfBoards = copies.allNets();
+    joinedNets.resize(static_cast<std::size_t>(copies.count()));
     for (const int first : finishedNets) {
         nets.append(combinedNet(copies, joiner, first));
         numbers->addNet(nets.last());
         for (int member = first; member != NetJoiner::none; member = joiner.nextMember(member)) {
+            joinedNets[static_cast<std::size_t>(member)] = nets.size() - 1;
             for (int node = copies.firstNode(member); node < copies.firstNode(member + 1); ++node)
                 numbers->addNode(copies.numberedNode(node));
         }
@@ -250,6 +254,31 @@ void MultipleEDAProvider::prepareNets()
 const NetlistIndex *MultipleEDAProvider::netlistIndex() const
 {
     return typeid(*this) == typeid(MultipleEDAProvider) && index->hasTerminals() ? index.get() : nullptr;
+}
+
+qsizetype MultipleEDAProvider::netlistCount() const
+{
+    return providers.size();
+}
+
+QList<QString> MultipleEDAProvider::connectorTypes() const
+{
+    return connectorComponentTypes;
+}
+
+QList<QSharedPointer<EDANet>> MultipleEDAProvider::boardNets() const
+{
+    return netsOfBoards;
+}
+
+qsizetype MultipleEDAProvider::joinedNetOf(qsizetype boardNet) const
+{
+    return joinedNets.at(static_cast<std::size_t>(boardNet));
+}
+
+int MultipleEDAProvider::netlistOf(const QString &suffixedName)
+{
+    return suffixedName.mid(suffixedName.lastIndexOf(u'#') + 1).toInt();
 }
 
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::getNets() const

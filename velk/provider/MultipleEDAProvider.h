@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 namespace Velk {
 
@@ -61,6 +62,18 @@ public:
     /// \a name with its suffix: "Relay#2".
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
 
+    qsizetype netlistCount() const;
+    /// As they were given.
+    QList<QString> connectorTypes() const;
+    /// The nets of the netlists before they were joined, with their suffixes, netlist by netlist, in its order; those
+    /// that were joined with no other are the same objects as in getNets().
+    QList<QSharedPointer<EDANet>> boardNets() const;
+    /// The position in getNets() of what the net at this position of boardNets() became or was joined into.
+    qsizetype joinedNetOf(qsizetype boardNet) const;
+    /// The position from 1 on, 2 for "K3#2", of the netlist that an element of this name, with its suffix, is of; 0 for
+    /// a name without one.
+    static int netlistOf(const QString &suffixedName);
+
     const NetlistIndex *netlistIndex() const override;
 
 private:
@@ -71,6 +84,8 @@ private:
     QList<EDAProvider *> providers;
     QList<QString> connectorComponentTypes;
     QList<QSharedPointer<EDANet>> nets;
+    QList<QSharedPointer<EDANet>> netsOfBoards;
+    std::vector<qsizetype> joinedNets;              ///< by the number of the board's net
     QList<QSharedPointer<EDAPart>> parts;           ///< by name
     QList<QSharedPointer<EDAComponent>> components; ///< by reference
     std::shared_ptr<const NetlistIndex> index;
