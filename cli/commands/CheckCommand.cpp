@@ -5,17 +5,10 @@
 #include "cli/formats/FindingFormats.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
-#include "velk/check/ConnectorChecks.h"
-#include "velk/check/FileChecks.h"
-#include "velk/check/IgnoredFindings.h"
-#include "velk/check/IniChecks.h"
-#include "velk/check/NameChecks.h"
-#include "velk/check/NetChecks.h"
-#include "velk/check/SwappedPins.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
+#include <velk/check/SystemCheck.h>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -27,7 +20,10 @@ namespace {
 /// "CODE" or "CODE:NAME".
 CLI::Validator ignorableValidator()
 {
-    const CLI::IsMember isCode(findingNames());
+    std::vector<std::string> codes;
+    for (const QString &name : Finding::names())
+        codes.push_back(name.toStdString());
+    const CLI::IsMember isCode(codes);
     const auto check = [isCode](const std::string &text) {
         const auto colon = text.find(':');
         if (colon != std::string::npos && colon + 1 == text.size())
@@ -35,12 +31,6 @@ CLI::Validator ignorableValidator()
         return isCode(text.substr(0, colon));
     };
     return {check, isCode.get_description()};
-}
-
-ComponentTypes typesOf(const NetlistOptions &options, const std::vector<std::string> &dutTypes)
-{
-    return {toQStringList(options.connectorTypes), toQStringList(options.switchableTypes),
-            toQStringList(options.interfaceTypes), toQStringList(dutTypes)};
 }
 }
 
@@ -73,27 +63,27 @@ int CheckCommand::run() const
     const QStringList files = toQStringList(netlist.files);
     checkFiles(files, toQString(netlist.outputFile));
     auto netlists = readNetlists(files, readingMode(netlist.tolerant));
-    auto findings = fileFindings(files) + repetitionFindings(files, netlists);
-    const auto unjoined = joined(netlists, {});
+    const auto system = joined(netlists, toQStringList(netlist.connectorTypes));
+    SystemCheck check(system);
+    for (qsizetype i = 0; i < netlists.size(); ++i)
+        check.addFile(files.at(i), netlists.at(i).repetitions());
     netlists.clear();
-    printWarnings(typeWarnings(unjoined, netlist, dutTypes));
-    const CheckedSystem system(unjoined, static_cast<int>(files.size()), typesOf(netlist, dutTypes));
+    printWarnings(typeWarnings(system, netlist, dutTypes));
 
-    findings += connectorFindings(system) + swappedPinFindings(system) + netFindings(system) + nameFindings(system) +
-                iniFindings(system);
-    IgnoredFindings ignoredFindings(toQStringList(ignored));
-    ignoredFindings.removeFrom(findings);
-    for (const QString &note : ignoredFindings.notes(findings))
-        printMessage(u"velk: "_s + note);
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](const Finding &a, const Finding &b) { return a.code < b.code; });
+    check.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
+    check.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
+    check.setComponentTypesDut(toQStringList(dutTypes));
+    check.setIgnored(toQStringList(ignored));
+    QStringList unusedIgnored;
+    const CheckReport report{check.findings(&unusedIgnored), shownNames(files), system.getComponents().size()};
+    for (const QString &note : std::as_const(unusedIgnored))
+        printMessage(u"velk: --ignore "_s + note);
 
-    const CheckReport report{gathered(findings), shownNames(files), system.componentCount()};
     const QString outputFile = toQString(netlist.outputFile);
     if (netlist.format == "json")
         writeOutput(outputFile, findingsToJson(report));
     else
         writeText(outputFile, findingsToText(report, showsAll, Colour::forOutput(outputFile)));
-    return findings.isEmpty() ? 0 : 1;
+    return report.findings.isEmpty() ? 0 : 1;
 }
 }

@@ -86,9 +86,9 @@ int IniCommand::runPhysical() const
 {
     checkFiles(toQStringList(netlists), toQString(outputFile));
     const auto netlist = loadOneOrJoin(toQStringList(netlists), readingMode(tolerant));
-    printWarnings(deviceWarnings(*netlist, toQStringList(types)));
     EDAPhysicalIniGenerator generator(netlist.get());
     generator.setComponentTypesThatAreExported(toQStringList(types));
+    printWarnings(deviceWarnings(generator, toQStringList(types)));
     writeOutput(toQString(outputFile), [&](QIODevice &output) {
         generator.generate(&output);
         printWarnings(generator.warnings());
@@ -101,13 +101,12 @@ int IniCommand::runApplication() const
     checkFiles(toQStringList(testSystemFiles) + toQStringList(applicationFiles), toQString(outputFile));
     const auto testSystem = loadOneOrJoin(toQStringList(testSystemFiles), readingMode(tolerant));
     const auto duts = loadOneOrJoin(toQStringList(applicationFiles), readingMode(tolerant));
-    checkBenchNumbers(*duts, toQStringList(dutTypes));
-    checkNumberOfEntries(*testSystem, *duts, toQStringList(dutTypes));
-    printWarnings(dutWarnings(*duts, toQStringList(dutTypes)));
-    printWarnings(sourceWarnings(*testSystem));
-
     EDAApplicationIniGenerator generator(testSystem.get(), duts.get());
     generator.setComponentTypesDut(toQStringList(dutTypes));
+    checkBenchNumbers(generator);
+    printWarnings(dutWarnings(generator, toQStringList(dutTypes)));
+    printWarnings(sourceWarnings(generator));
+
     const QString testSystemEdaNet = netName(testSystemName, testSystemFiles);
     const QString applicationEdaNet = netName(applicationName, applicationFiles);
     writeOutput(toQString(outputFile), [&](QIODevice &output) {

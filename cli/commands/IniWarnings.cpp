@@ -1,9 +1,10 @@
 #include "cli/commands/IniWarnings.h"
 
 #include "cli/terminal/CommandError.h"
-#include "velk/check/IniChecks.h"
 
+#include <velk/check/SystemCheck.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/ini/EDAPhysicalIniGenerator.h>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -12,45 +13,38 @@ namespace VelkCli {
 
 namespace {
 
+using Components = QList<QSharedPointer<EDAComponent>>;
+
 /// 400 sources of 50 pins on 32 benches need less than a million.
 constexpr qint64 mostEntries = 5'000'000;
 
-QStringList partWarning(const EDAProvider &netlist, const EDAComponent &component)
+QString thereIsNo(const QString &what, const QStringList &types)
 {
-    if (netlist.getPartByName(component.part))
-        return {};
-    return {u"%1: its part '%2' is unknown, so none of its pins is written"_s.arg(component.ref, component.part)};
+    return u"there is no %1: no component has the CompType %2"_s.arg(what, types.join(u" or "_s));
 }
 
-QStringList messagesOf(const QList<Finding> &findings)
+QStringList messagesOf(const Components &components, QList<Finding> (*findingsOf)(const EDAComponent &))
 {
     QStringList messages;
-    for (const Finding &finding : findings)
-        messages.append(messageOf(finding));
+    for (const auto &component : components) {
+        const auto findings = findingsOf(*component);
+        for (const Finding &finding : findings)
+            messages.append(finding.message());
+    }
     return messages;
 }
 }
 
-void checkBenchNumbers(const EDAProvider &application, const QStringList &dutTypes)
+void checkBenchNumbers(const EDAApplicationIniGenerator &generator)
 {
-    const auto duts = componentsOf(application, dutTypes);
+    const auto duts = generator.duts();
     for (const auto &dut : duts) {
-        if (dut->bench().toInt() > mostBenches) {
-            throw CommandError{u"%1: Bench=%2: there may be %3 benches at most"_s.arg(dut->ref, dut->bench(),
-                                                                                      QString::number(mostBenches))};
+        if (dut->bench().toInt() > SystemCheck::MAX_BENCHES) {
+            throw CommandError{u"%1: Bench=%2: there may be %3 benches at most"_s.arg(
+                dut->ref, dut->bench(), QString::number(SystemCheck::MAX_BENCHES))};
         }
     }
-}
-
-void checkNumberOfEntries(const EDAProvider &testSystem, const EDAProvider &application, const QStringList &dutTypes)
-{
-    qint64 entriesOfTable = 0;
-    const auto sources = componentsOf(testSystem, {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE});
-    for (const auto &source : sources) {
-        if (const auto part = testSystem.getPartByName(source->part))
-            entriesOfTable += part->pins.size() * (source->group().isEmpty() ? 1 : 2);
-    }
-    const auto duts = componentsOf(application, dutTypes);
+    const qint64 entriesOfTable = generator.sourceEntryCount();
     for (const auto &dut : duts) {
         const qint64 entries = entriesOfTable * dut->bench().toInt();
         if (entries > mostEntries) {
@@ -61,36 +55,22 @@ void checkNumberOfEntries(const EDAProvider &testSystem, const EDAProvider &appl
     }
 }
 
-QStringList deviceWarnings(const EDAProvider &netlist, const QStringList &types)
+QStringList deviceWarnings(const EDAPhysicalIniGenerator &generator, const QStringList &types)
 {
-    if (!componentsOf(netlist, types).isEmpty())
-        return {};
-    return {u"there is no device: no component has the CompType %1"_s.arg(types.join(u" or "_s))};
+    return generator.devices().isEmpty() ? QStringList{thereIsNo(u"device"_s, types)} : QStringList();
 }
 
-QStringList dutWarnings(const EDAProvider &application, const QStringList &dutTypes)
+QStringList dutWarnings(const EDAApplicationIniGenerator &generator, const QStringList &dutTypes)
 {
-    QStringList warnings;
-    const auto duts = componentsOf(application, dutTypes);
-    if (duts.isEmpty())
-        warnings.append(u"there is no DUT: no component has the CompType %1"_s.arg(dutTypes.join(u" or "_s)));
-    for (const auto &dut : duts) {
-        warnings += messagesOf(dutFindings(*dut));
-        warnings += partWarning(application, *dut);
-    }
-    return warnings;
+    const auto duts = generator.duts();
+    return duts.isEmpty() ? QStringList{thereIsNo(u"DUT"_s, dutTypes)} : messagesOf(duts, SystemCheck::findingsOfDut);
 }
 
-QStringList sourceWarnings(const EDAProvider &testSystem)
+QStringList sourceWarnings(const EDAApplicationIniGenerator &generator)
 {
-    QStringList warnings;
-    const auto sources = componentsOf(testSystem, {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE});
+    const auto sources = generator.sources();
     if (sources.isEmpty())
-        warnings.append(u"there is no source: no component has the CompType Source"_s);
-    for (const auto &source : sources) {
-        warnings += messagesOf(sourceFindings(*source));
-        warnings += partWarning(testSystem, *source);
-    }
-    return warnings;
+        return {thereIsNo(u"source"_s, {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE})};
+    return messagesOf(sources, SystemCheck::findingsOfSource);
 }
 }

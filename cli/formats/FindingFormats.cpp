@@ -2,12 +2,11 @@
 
 #include "cli/formats/Json.h"
 #include "cli/terminal/Terminal.h"
-#include "velk/check/CheckedSystem.h"
 
 #include <algorithm>
-#include <set>
 
 using namespace Qt::StringLiterals;
+using namespace Velk;
 
 namespace VelkCli {
 
@@ -20,18 +19,15 @@ QString countOf(qsizetype count, const QString &noun)
 
 QString messageLine(const Finding &finding, const Colour &colour)
 {
-    const QString places = colour.paint(Colour::Role::Reference, listed(finding.places));
+    const QString places = colour.paint(Colour::Role::Reference, finding.placesText());
     return u"  "_s + places + u": "_s + printable(finding.text) + u'\n';
 }
 
 /// The files that a finding is about, or whose components and nets, in their order.
 QJsonArray filesOf(const Finding &finding, const QStringList &files)
 {
-    std::set<int> numbers(finding.netlists.cbegin(), finding.netlists.cend());
-    for (const QString &name : finding.refs + finding.nets)
-        numbers.insert(netlistOf(name));
     QJsonArray result;
-    for (const int number : numbers)
+    for (const int number : finding.netlists)
         result.append(files.at(number - 1));
     return result;
 }
@@ -45,15 +41,13 @@ QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour
         const auto isOther = [&](const Finding &finding) { return finding.code != first->code; };
         const auto end = std::find_if(first, report.findings.cend(), isOther);
         const qsizetype count = end - first;
-        const auto &kind = kindOf(first->code);
-        text += u"%1: %2\n"_s.arg(colour.paint(Colour::Role::Heading, QLatin1String(kind.name)),
-                                  countOf(count, u"finding"_s));
+        text += u"%1: %2\n"_s.arg(colour.paint(Colour::Role::Heading, first->name()), countOf(count, u"finding"_s));
         const qsizetype shown = showsAll || count <= most + 1 ? count : most;
         for (qsizetype i = 0; i < shown; ++i)
             text += messageLine(*(first + i), colour);
         if (shown < count)
             text += u"  and %1 more; --all shows them\n"_s.arg(count - shown);
-        text += u"  > %1\n\n"_s.arg(QLatin1String(kind.advice));
+        text += u"  > %1\n\n"_s.arg(first->advice());
         first = end;
     }
     text += u"%1 in %2, %3\n"_s.arg(countOf(report.findings.size(), u"finding"_s),
@@ -66,12 +60,12 @@ QByteArray findingsToJson(const CheckReport &report)
 {
     QJsonArray findings;
     for (const Finding &finding : report.findings) {
-        findings.append(QJsonObject{{u"code"_s, QLatin1String(kindOf(finding.code).name)},
-                                    {u"message"_s, messageOf(finding)},
-                                    {u"components"_s, QJsonArray::fromStringList(finding.refs)},
+        findings.append(QJsonObject{{u"code"_s, finding.name()},
+                                    {u"message"_s, finding.message()},
+                                    {u"components"_s, QJsonArray::fromStringList(finding.components)},
                                     {u"nets"_s, QJsonArray::fromStringList(finding.nets)},
                                     {u"netlists"_s, filesOf(finding, report.files)},
-                                    {u"advice"_s, QLatin1String(kindOf(finding.code).advice)}});
+                                    {u"advice"_s, finding.advice()}});
     }
     return jsonDocument({{u"findings"_s, findings}});
 }

@@ -2,7 +2,8 @@
 #define VELK_CLI_FORMATS_FINDINGFORMATS_H
 
 #include "cli/terminal/Colour.h"
-#include "velk/check/Finding.h"
+
+#include <velk/check/Finding.h>
 
 #include <QByteArray>
 
@@ -10,8 +11,8 @@ namespace VelkCli {
 
 struct CheckReport
 {
-    QList<Finding> findings; ///< by code
-    QStringList files;       ///< in the order of their numbers
+    QList<Velk::Finding> findings; ///< by code
+    QStringList files;             ///< in the order of their numbers
     qsizetype componentCount;
 };
 

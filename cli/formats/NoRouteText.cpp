@@ -1,8 +1,8 @@
 #include "cli/formats/NoRouteText.h"
 
 #include "cli/formats/Json.h"
-#include "velk/check/CheckedSystem.h"
 
+#include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
 
 #include <set>

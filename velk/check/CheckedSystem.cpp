@@ -1,16 +1,15 @@
-#include "velk/check/CheckedSystem.h"
-
-#include "velk/check/ProviderView.h"
+#include <velk/check/CheckedSystem.h>
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
+
+#include <QHash>
 
 #include <algorithm>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 bool ComponentTypes::isConnector(const EDAComponent &component) const
 {
@@ -28,16 +27,13 @@ QStringList ComponentTypes::known() const
            QStringList{EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE};
 }
 
-CheckedSystem::CheckedSystem(const MultipleEDAProvider &netlists, int numberOfNetlists,
-                             const ComponentTypes &componentTypes)
-    : provider(netlists)
-    , countOfNetlists(numberOfNetlists)
+CheckedSystem::CheckedSystem(const MultipleEDAProvider &joined, const ComponentTypes &componentTypes)
+    : provider(joined)
     , typesOfComponents(componentTypes)
-    , components(netlists.getComponents())
-    , nets(netlists.getNets())
+    , components(joined.getComponents())
+    , nets(joined.boardNets())
 {
     collectNodes();
-    joinNets();
 }
 
 void CheckedSystem::collectNodes()
@@ -64,25 +60,6 @@ void CheckedSystem::collectNodes()
         firstNodes[i] += firstNodes[i - 1];
 }
 
-// Nets that are called by their numbers tell by their joined names which of them are one.
-void CheckedSystem::joinNets()
-{
-    QList<QSharedPointer<EDANet>> numbered;
-    for (int i = 0; i < netCount(); ++i) {
-        numbered.append(EDANet::create(QString::number(i)));
-        numbered.last()->nodes = net(i).nodes;
-    }
-    ProviderView view(provider, components, numbered);
-    const auto joined = MultipleEDAProvider({&view}, typesOfComponents.connectors).getNets();
-
-    joinedNets.resize(static_cast<std::size_t>(netCount()));
-    for (int i = 0; i < joined.size(); ++i) {
-        const auto names = joined.at(i)->name.split(u'+');
-        for (const QString &name : names)
-            joinedNets[static_cast<std::size_t>(name.section(u'#', 0, 0).toInt())] = i;
-    }
-}
-
 CheckedSystem::Nodes CheckedSystem::nodesOf(int component) const
 {
     const auto number = static_cast<std::size_t>(component);
@@ -95,10 +72,5 @@ QStringList CheckedSystem::refsOf(const QList<int> &componentNumbers) const
     for (const int number : componentNumbers)
         refs.append(component(number).ref);
     return refs;
-}
-
-int netlistOf(const QString &name)
-{
-    return name.mid(name.lastIndexOf(u'#') + 1).toInt();
 }
 }

@@ -1,5 +1,6 @@
-#include "velk/check/ConnectorChecks.h"
+#include <velk/check/ConnectorChecks.h>
 
+#include <QHash>
 #include <QMap>
 #include <QSet>
 
@@ -10,9 +11,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
@@ -117,11 +117,11 @@ public:
         plugIn();
     }
 
-    QList<Finding> run()
+    QList<SingleFinding> run()
     {
         findMissingIdentifiers();
         findJoinsByEmptyIdentifiers();
-        if (system.netlistCount() > 1) // the other connectors of a single one are not known
+        if (system.netlists().netlistCount() > 1) // the other connectors of a single one are not known
             findSingleIdentifiers();
         findIdentifiersRepeatedOnABoard();
         findIdentifiersOnOtherTypes();
@@ -154,7 +154,7 @@ private:
     QMap<QString, QList<int>> othersByIdentifier;     ///< of those only that connectors have; never the empty one
     QMap<Pin, QList<Contact>> contacts;               ///< of the components with these Identifiers and the empty one
     QHash<QString, QSet<QString>> pinNumbers;         ///< of the parts that were looked up
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
 };
 
 void ConnectorChecks::collectConnectors()
@@ -236,8 +236,12 @@ void ConnectorChecks::addJoin(const QString &pin, const QList<Contact> &inOneNet
         return;
     const QStringList refs = system.refsOf(components);
     const QStringList names = netNames(nets);
-    findings.append({FindingCode::JoinedByEmptyIdentifier, names,
-                     u"joined, since %1 have no Identifier, but all a pin '%2'"_s.arg(listed(refs), pin), refs, names});
+    findings.append({FindingCode::JoinedByEmptyIdentifier,
+                     names,
+                     u"joined, since %1 have no Identifier, but all a pin '%2'"_s.arg(listed(refs), pin),
+                     refs,
+                     names,
+                     {pin}});
 }
 
 void ConnectorChecks::findSingleIdentifiers()
@@ -261,7 +265,7 @@ void ConnectorChecks::findIdentifiersRepeatedOnABoard()
         QMap<int, QMap<int, int>> netsByBoard; // with a component for each
         for (const Contact &contact : it.value()) {
             if (contact.isOfConnector)
-                netsByBoard[netlistOf(system.component(contact.component).ref)].insert(contact.net, contact.component);
+                netsByBoard[system.netlistOfComponent(contact.component)].insert(contact.net, contact.component);
         }
         for (auto board = netsByBoard.cbegin(); board != netsByBoard.cend(); ++board) {
             if (board.value().size() < 2)
@@ -280,10 +284,13 @@ void ConnectorChecks::addRepetition(const QString &identifier, const PinUses &us
     if (uses.components.size() < 2) // one with a pin on two nets
         return;
     const QStringList refs = system.refsOf({uses.components.cbegin(), uses.components.cend()});
-    findings.append({FindingCode::IdentifierTwice, refs,
+    findings.append({FindingCode::IdentifierTwice,
+                     refs,
                      u"have the Identifier '%1' on one board, which joins their nets at %2"_s.arg(
                          identifier, listedPins(uses.pins)),
-                     refs});
+                     refs,
+                     {},
+                     uses.pins});
 }
 
 /// Whether their nets join depends on which is read first, so those that may join in another order are told too.
@@ -305,7 +312,7 @@ void ConnectorChecks::findIdentifiersOnOtherTypes()
 void ConnectorChecks::meetConnectors(const QString &pin, const QList<Contact> &atPin, Meetings &meetings)
 {
     const auto netlistOfContact = [this](const Contact &contact) {
-        return netlistOf(system.component(contact.component).ref);
+        return system.netlistOfComponent(contact.component);
     };
     ConnectorNets connectorNets;
     for (const Contact &contact : atPin) {
@@ -334,10 +341,13 @@ void ConnectorChecks::addOtherTypes(const QString &identifier, const PinUses &us
         return;
     const QStringList refs = system.refsOf({uses.components.cbegin(), uses.components.cend()});
     const QStringList connectors = system.refsOf(connectorsByIdentifier.value(identifier));
-    findings.append({FindingCode::IdentifierOnOtherType, refs,
+    findings.append({FindingCode::IdentifierOnOtherType,
+                     refs,
                      u"of no connector type, but with the Identifier '%1' of %2, %3"_s.arg(
                          identifier, listed(connectors), effect.arg(listedPins(uses.pins))),
-                     refs + connectors});
+                     refs + connectors,
+                     {},
+                     uses.pins});
 }
 
 void ConnectorChecks::findDifferentPins()
@@ -355,7 +365,9 @@ void ConnectorChecks::findDifferentPins()
                 findings.append({FindingCode::ConnectorPinsDiffer,
                                  {ref},
                                  u"nothing else with the Identifier '%1' has its %2"_s.arg(it.key(), listedPins(pins)),
-                                 {ref}});
+                                 {ref},
+                                 {},
+                                 pins});
         }
     }
 }
@@ -405,9 +417,10 @@ const QSet<QString> &ConnectorChecks::pinNumbersOf(const QString &part)
     if (known != pinNumbers.cend())
         return *known;
     QSet<QString> numbers;
-    const auto pins = system.netlists().getPartByName(part)->pins;
-    for (const auto &pin : pins)
-        numbers.insert(pin->number);
+    if (const auto partWithPins = system.netlists().getPartByName(part)) {
+        for (const auto &pin : std::as_const(partWithPins->pins))
+            numbers.insert(pin->number);
+    }
     return *pinNumbers.insert(part, numbers);
 }
 
@@ -420,7 +433,7 @@ QStringList ConnectorChecks::netNames(const std::set<int> &numbers) const
 }
 }
 
-QList<Finding> connectorFindings(const CheckedSystem &system)
+QList<SingleFinding> connectorFindings(const CheckedSystem &system)
 {
     return ConnectorChecks(system).run();
 }

@@ -1,13 +1,13 @@
-#ifndef VELK_CLI_CHECK_CONNECTORCHECKS_H
-#define VELK_CLI_CHECK_CONNECTORCHECKS_H
+#ifndef VELK_CHECK_CONNECTORCHECKS_H
+#define VELK_CHECK_CONNECTORCHECKS_H
 
-#include "velk/check/CheckedSystem.h"
-#include "velk/check/Finding.h"
+#include <velk/check/CheckedSystem.h>
+#include <velk/check/SingleFinding.h>
 
-namespace VelkCli {
+namespace Velk {
 
 /// What is wrong where the netlists are plugged together.
-QList<Finding> connectorFindings(const CheckedSystem &system);
+QList<SingleFinding> connectorFindings(const CheckedSystem &system);
 }
 
 #endif

@@ -1,4 +1,4 @@
-#include "velk/check/FileChecks.h"
+#include <velk/check/FileChecks.h>
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -9,9 +9,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
@@ -23,27 +22,29 @@ QByteArray hashOf(const QString &file)
 }
 
 /// What the files that may hold the same have in common; a pipe, which cannot be read twice, has nothing.
-QHash<qint64, QList<int>> numbersBySize(const QStringList &files)
+QHash<qint64, QList<int>> numbersBySize(const QList<CheckedFile> &files)
 {
     QHash<qint64, QList<int>> numbers;
     for (int i = 0; i < files.size(); ++i) {
-        const QFileInfo info(files.at(i));
+        const QFileInfo info(files.at(i).name);
         if (info.isFile())
             numbers[info.size()].append(i + 1);
     }
     return numbers;
 }
 
-Finding repetition(const QStringList &files, const QList<int> &numbers)
+SingleFinding sameNetlist(const QList<CheckedFile> &files, const QList<int> &numbers)
 {
     QStringList names;
     QStringList places;
     for (const int number : numbers) {
-        names.append(files.at(number - 1));
+        names.append(files.at(number - 1).name);
         places.append(u"#%1"_s.arg(number));
     }
     names.removeDuplicates();
-    return {FindingCode::SameNetlistTwice, names, u"the same netlist given as "_s + listed(places), {}, {}, numbers};
+    SingleFinding finding(FindingCode::SameNetlistTwice, names, u"the same netlist given as "_s + listed(places), {});
+    finding.netlists = numbers;
+    return finding;
 }
 
 QString effectOf(const KiCadRepetition &repetition)
@@ -64,7 +65,7 @@ QString effectOf(const KiCadRepetition &repetition)
     return {};
 }
 
-Finding findingOf(const KiCadRepetition &repetition, const QString &file, int number)
+SingleFinding findingOf(const KiCadRepetition &repetition, const QString &file, int number)
 {
     const QStringList numbered{u"%1#%2"_s.arg(repetition.name, QString::number(number))};
     switch (repetition.kind) {
@@ -73,7 +74,9 @@ Finding findingOf(const KiCadRepetition &repetition, const QString &file, int nu
     case KiCadRepetition::Kind::Net:
         return {FindingCode::ListedTwice, numbered, effectOf(repetition), {}, numbered};
     default:
-        return {FindingCode::ListedTwice, {file}, effectOf(repetition), {}, {}, {number}};
+        SingleFinding finding(FindingCode::ListedTwice, {file}, effectOf(repetition), {});
+        finding.netlists = {number};
+        return finding;
     }
 }
 
@@ -82,37 +85,36 @@ bool isWorthTelling(const KiCadRepetition &repetition)
 {
     return !repetition.isMerged || repetition.kind == KiCadRepetition::Kind::Component;
 }
-}
 
-QList<Finding> repetitionFindings(const QStringList &files, const Netlists &netlists)
+QList<SingleFinding> sameNetlists(const QList<CheckedFile> &files)
 {
-    QList<Finding> findings;
-    for (int i = 0; i < files.size(); ++i) {
-        const auto repetitions = netlists.at(i).repetitions();
-        for (const KiCadRepetition &repetition : repetitions) {
-            if (isWorthTelling(repetition))
-                findings.append(findingOf(repetition, files.at(i), i + 1));
-        }
-    }
-    return findings;
-}
-
-QList<Finding> fileFindings(const QStringList &files)
-{
-    QMap<QList<int>, Finding> findings; // by the numbers, so in the order of the first
+    QMap<int, SingleFinding> findings; // by the first of the numbers
     const auto candidates = numbersBySize(files);
     for (const auto &sameSize : candidates) {
         if (sameSize.size() < 2)
             continue;
         QHash<QByteArray, QList<int>> numbersByHash;
         for (const int number : sameSize)
-            numbersByHash[hashOf(files.at(number - 1))].append(number);
+            numbersByHash[hashOf(files.at(number - 1).name)].append(number);
         numbersByHash.remove(QByteArray()); // cannot be read any more
         for (const auto &same : std::as_const(numbersByHash)) {
             if (same.size() > 1)
-                findings.insert(same, repetition(files, same));
+                findings.insert(same.first(), sameNetlist(files, same));
         }
     }
     return findings.values();
+}
+}
+
+QList<SingleFinding> fileFindings(const QList<CheckedFile> &files)
+{
+    QList<SingleFinding> findings = sameNetlists(files);
+    for (int i = 0; i < files.size(); ++i) {
+        for (const KiCadRepetition &repetition : files.at(i).repetitions) {
+            if (isWorthTelling(repetition))
+                findings.append(findingOf(repetition, files.at(i).name, i + 1));
+        }
+    }
+    return findings;
 }
 }

@@ -1,13 +1,13 @@
-#include "velk/check/IgnoredFindings.h"
+#include <velk/check/IgnoredFindings.h>
 
+#include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
@@ -39,7 +39,7 @@ bool matchesWildCards(const QString &text, const QString &pattern)
 /// As it is drawn, or with the number of its netlist.
 bool isNamedBy(const QString &name, const QString &pattern)
 {
-    return matchesWildCards(name, pattern) || matchesWildCards(name.left(name.lastIndexOf(u'#')), pattern);
+    return matchesWildCards(name, pattern) || matchesWildCards(drawnName(name), pattern);
 }
 
 bool isAnyNamedBy(const QStringList &names, const QString &pattern)
@@ -47,10 +47,6 @@ bool isAnyNamedBy(const QStringList &names, const QString &pattern)
     return std::any_of(names.cbegin(), names.cend(), [&](const QString &name) { return isNamedBy(name, pattern); });
 }
 
-QString codeOf(const Finding &finding)
-{
-    return QString::fromLatin1(kindOf(finding.code).name);
-}
 }
 
 IgnoredFindings::IgnoredFindings(const QStringList &texts)
@@ -61,14 +57,14 @@ IgnoredFindings::IgnoredFindings(const QStringList &texts)
     }
 }
 
-void IgnoredFindings::removeFrom(QList<Finding> &findings)
+void IgnoredFindings::removeFrom(QList<SingleFinding> &findings)
 {
-    findings.removeIf([this](const Finding &finding) { return accepts(finding); });
+    findings.removeIf([this](const SingleFinding &finding) { return accepts(finding); });
 }
 
-bool IgnoredFindings::accepts(const Finding &finding)
+bool IgnoredFindings::accepts(const SingleFinding &finding)
 {
-    const QString code = codeOf(finding);
+    const QString code = finding.name();
     if (!acceptsAll(code, finding.places) && !acceptsAll(code, finding.nets))
         return false;
     for (Rule &rule : rules) {
@@ -87,21 +83,21 @@ bool IgnoredFindings::acceptsAll(const QString &code, const QStringList &names) 
     return !names.isEmpty() && std::all_of(names.cbegin(), names.cend(), isAccepted);
 }
 
-QStringList IgnoredFindings::notes(const QList<Finding> &remaining) const
+QStringList IgnoredFindings::notes(const QList<SingleFinding> &remaining) const
 {
     QStringList notes;
     for (const Rule &rule : rules) {
         if (!rule.isUsed)
-            notes.append(u"--ignore %1: leaves out nothing"_s.arg(rule.text) + reasonFor(rule, remaining));
+            notes.append(u"%1: leaves out nothing"_s.arg(rule.text) + reasonFor(rule, remaining));
     }
     return notes;
 }
 
-QString IgnoredFindings::reasonFor(const Rule &rule, const QList<Finding> &remaining) const
+QString IgnoredFindings::reasonFor(const Rule &rule, const QList<SingleFinding> &remaining) const
 {
     QStringList places;
-    for (const Finding &finding : remaining) {
-        if (codeOf(finding) != rule.code)
+    for (const SingleFinding &finding : remaining) {
+        if (finding.name() != rule.code)
             continue;
         for (const QStringList &names : {finding.places, finding.nets}) {
             if (isAnyNamedBy(names, rule.pattern))

@@ -1,45 +1,36 @@
-#include "velk/check/IniChecks.h"
+#include <velk/check/IniChecks.h>
 
-#include "cli/IniEntries.h"
-#include "velk/check/ProviderView.h"
-
+#include <velk/check/SystemCheck.h>
+#include <velk/ini/ChannelTables.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/ini/IniText.h>
+#include <velk/ini/TypedComponents.h>
 
-#include <QBuffer>
+#include <QHash>
 #include <QMap>
 
+#include <map>
 #include <set>
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
 using Components = QList<QSharedPointer<EDAComponent>>;
 
 /// For each of these properties that is missing; it leaves an empty place in the component's entries.
-QList<Finding> missingProperties(FindingCode code, const EDAComponent &component, const QStringList &keys)
+QList<SingleFinding> missingProperties(FindingCode code, const EDAComponent &component, const QStringList &keys)
 {
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     for (const QString &key : keys) {
         if (component.property(key).isEmpty())
             findings.append(
                 {code, {component.ref}, u"has no %1, which stays empty in its entries"_s.arg(key), {component.ref}});
     }
     return findings;
-}
-
-Components sourcesOf(const CheckedSystem &system)
-{
-    return componentsOf(system.netlists(), {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE});
-}
-
-Components dutsOf(const CheckedSystem &system)
-{
-    return componentsOf(system.netlists(), system.types().duts);
 }
 
 /// "2, 4 to 9": what is missing before each number.
@@ -58,17 +49,17 @@ QStringList gapsBefore(const QList<int> &numbers)
     return gaps;
 }
 
-QList<Finding> benchFindings(const Components &duts)
+QList<SingleFinding> benchFindings(const Components &duts)
 {
     QMap<int, QString> refOfBench;
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     for (const auto &dut : duts) {
         const int bench = dut->bench().toInt();
-        if (bench > mostBenches)
+        if (bench > SystemCheck::MAX_BENCHES)
             findings.append({FindingCode::BenchWithoutDut,
                              {dut->ref},
                              u"on Bench %1, for which velk ini writes no file: there may be %2 benches at most"_s.arg(
-                                 QString::number(bench), QString::number(mostBenches)),
+                                 QString::number(bench), QString::number(SystemCheck::MAX_BENCHES)),
                              {dut->ref}});
         else if (bench > 0)
             refOfBench.insert(bench, dut->ref);
@@ -83,133 +74,95 @@ QList<Finding> benchFindings(const Components &duts)
     return findings;
 }
 
-/// The application INI of these alone.
-QByteArray applicationIni(const EDAProvider &netlists, const Components &sources, const Components &duts,
-                          const QStringList &dutTypes)
-{
-    ProviderView testSystem(netlists, sources);
-    ProviderView application(netlists, duts);
-    EDAApplicationIniGenerator generator(&testSystem, &application);
-    generator.setComponentTypesDut(dutTypes);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    generator.generate(&buffer, {}, {});
-    return buffer.data();
-}
-
 /// Keys that occur twice in a channel table, for each pair of components or groups that they are of.
 class DuplicateKeys
 {
 public:
-    explicit DuplicateKeys(const EDAProvider &netlists)
-        : provider(netlists)
-    {
-    }
-
     /// Their entries stand in every channel table.
-    void addSources(const QByteArray &ini)
+    void addSources(const ChannelTable &table) { add(table, keysOfSources); }
+
+    void addDuts(const ChannelTable &table)
     {
-        forEachIniEntry(ini, [this](const IniEntry &entry) {
-            if (!entry.comment.isEmpty())
-                insert(sourceKeys, entry);
-        });
+        Keys keys;
+        add(table, keys);
     }
 
-    void addDuts(const QByteArray &ini)
+    QList<SingleFinding> findings() const
     {
-        QByteArray section;
-        QHash<QByteArray, QByteArray> keys;
-        forEachIniEntry(ini, [&](const IniEntry &entry) {
-            if (entry.section != section)
-                keys.clear();
-            section = entry.section;
-            if (entry.comment.isEmpty())
-                return;
-            if (sourceKeys.contains(entry.key))
-                addDuplicate(sourceKeys.value(entry.key), entry);
-            else
-                insert(keys, entry);
-        });
-    }
-
-    QList<Finding> findings() const
-    {
-        QList<Finding> result;
+        QList<SingleFinding> result;
         for (auto it = keysOfOwners.cbegin(); it != keysOfOwners.cend(); ++it) {
-            QStringList owners{ownerName(it.key().first), ownerName(it.key().second)};
+            const auto &[first, second] = it->first;
+            QStringList owners{placeOf(first), placeOf(second)};
             owners.removeDuplicates();
             QStringList refs;
-            for (const QString &owner : std::as_const(owners)) {
-                if (provider.getComponentByRef(owner))
-                    refs.append(owner);
+            for (const Owner &owner : {first, second}) {
+                if (!owner.isGroup)
+                    refs.append(owner.name);
             }
-            QStringList keys;
-            for (const QByteArray &key : it.value())
-                keys.append(u"'%1'"_s.arg(QString::fromUtf8(key)));
+            refs.removeDuplicates();
+            const QStringList keys(it->second.cbegin(), it->second.cend());
             result.append({FindingCode::DuplicateIniKey, owners,
-                           u"more than one entry in a channel table for "_s + listed(keys), refs});
+                           u"more than one entry in a channel table for "_s + listedInQuotes(keys), refs});
         }
         return result;
     }
 
 private:
-    void insert(QHash<QByteArray, QByteArray> &keys, const IniEntry &entry)
+    struct Owner
     {
-        const auto known = keys.constFind(entry.key);
-        if (known == keys.cend())
-            keys.insert(entry.key, entry.comment);
+        QString comment; ///< above its entries
+        QString name;
+        bool isGroup;
+
+        bool operator<(const Owner &other) const { return comment < other.comment; }
+    };
+    using Keys = QHash<QString, Owner>; ///< as they are written
+
+    void add(const ChannelTable &table, Keys &keys)
+    {
+        for (const ChannelRows &rows : table) {
+            const Owner owner{rows.comment(), rows.name, rows.isGroup};
+            for (const auto &entry : rows.entries)
+                add(writtenIniKey(entry.first), owner, keys);
+        }
+    }
+
+    void add(const QString &key, const Owner &owner, Keys &keys)
+    {
+        const auto ofSource = keysOfSources.constFind(key);
+        const auto known = keys.constFind(key);
+        if (ofSource != keysOfSources.cend())
+            keysOfOwners[{*ofSource, owner}].insert(key);
+        else if (known != keys.cend())
+            keysOfOwners[{*known, owner}].insert(key);
         else
-            addDuplicate(*known, entry);
+            keys.insert(key, owner);
     }
 
-    void addDuplicate(const QByteArray &firstOwner, const IniEntry &entry)
-    {
-        keysOfOwners[{firstOwner, entry.comment}].insert(entry.key);
-    }
+    static QString placeOf(const Owner &owner) { return owner.isGroup ? u"group '%1'"_s.arg(owner.name) : owner.name; }
 
-    /// Of the comment "Type TYPE, Reference REF" or "Type TYPE, Group GROUP".
-    static QString ownerName(const QByteArray &comment)
-    {
-        const QString text = QString::fromUtf8(comment);
-        const QString reference = u", Reference "_s;
-        const qsizetype position = text.lastIndexOf(reference);
-        return position < 0 ? u"group '%1'"_s.arg(text.section(u", Group "_s, 1))
-                            : text.mid(position + reference.size());
-    }
-
-    const EDAProvider &provider;
-    QHash<QByteArray, QByteArray> sourceKeys; ///< with the comment above the entry
-    QMap<std::pair<QByteArray, QByteArray>, std::set<QByteArray>> keysOfOwners;
+    Keys keysOfSources;
+    std::map<std::pair<Owner, Owner>, std::set<QString>> keysOfOwners;
 };
 
-QList<Finding> duplicateKeyFindings(const CheckedSystem &system)
+QList<SingleFinding> duplicateKeyFindings(const CheckedSystem &system)
 {
-    Components duts;
-    for (const auto &dut : dutsOf(system)) {
-        if (dut->bench().toInt() <= mostBenches)
-            duts.append(dut);
+    const ChannelTables tables(system.netlists(), system.netlists(), system.types().duts,
+                               {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE});
+    DuplicateKeys duplicates;
+    duplicates.addSources(tables.ofSources());
+    const auto benches = tables.benchesWithDuts();
+    for (const int bench : benches) {
+        if (bench <= SystemCheck::MAX_BENCHES)
+            duplicates.addDuts(tables.ofDuts(bench));
     }
-    DuplicateKeys duplicates(system.netlists());
-    duplicates.addSources(applicationIni(system.netlists(), sourcesOf(system), {}, {}));
-    duplicates.addDuts(applicationIni(system.netlists(), {}, duts, system.types().duts));
     return duplicates.findings();
 }
 }
 
-QList<QSharedPointer<EDAComponent>> componentsOf(const EDAProvider &netlist, const QStringList &types)
+QList<SingleFinding> dutFindings(const EDAComponent &dut)
 {
-    QList<QSharedPointer<EDAComponent>> result;
-    const auto components = netlist.getComponents();
-    for (const auto &component : components) {
-        if (types.contains(component->type(), Qt::CaseInsensitive))
-            result.append(component);
-    }
-    return result;
-}
-
-QList<Finding> dutFindings(const EDAComponent &dut)
-{
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     if (dut.bench().toInt() < 1)
         findings.append({FindingCode::DutWithoutBench,
                          {dut.ref},
@@ -219,18 +172,20 @@ QList<Finding> dutFindings(const EDAComponent &dut)
            missingProperties(FindingCode::DutWithoutName, dut, {EDAComponent::GROUP, EDAComponent::IDENTIFER});
 }
 
-QList<Finding> sourceFindings(const EDAComponent &source)
+QList<SingleFinding> sourceFindings(const EDAComponent &source)
 {
     return missingProperties(FindingCode::SourceWithoutDevice, source,
                              {EDAComponent::DEVICE, EDAComponent::DEVICE_NUMBER});
 }
 
-QList<Finding> iniFindings(const CheckedSystem &system)
+QList<SingleFinding> iniFindings(const CheckedSystem &system)
 {
-    QList<Finding> findings;
-    for (const auto &source : sourcesOf(system))
+    QList<SingleFinding> findings;
+    const auto sources =
+        componentsOfTypes(system.netlists(), {EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE});
+    for (const auto &source : sources)
         findings += sourceFindings(*source);
-    const auto duts = dutsOf(system);
+    const auto duts = componentsOfTypes(system.netlists(), system.types().duts);
     for (const auto &dut : duts)
         findings += dutFindings(*dut);
     return findings + duplicateKeyFindings(system) + benchFindings(duts);

@@ -1,4 +1,4 @@
-#include "velk/check/NameChecks.h"
+#include <velk/check/NameChecks.h>
 
 #include <velk/naming/SimilarNames.h>
 
@@ -7,9 +7,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
@@ -24,7 +23,7 @@ public:
     {
     }
 
-    QList<Finding> run()
+    QList<SingleFinding> run()
     {
         findPropertyNames();
         for (const QString &key : readKeys)
@@ -53,7 +52,7 @@ private:
                                EDAComponent::DEVICE, EDAComponent::DEVICE_NUMBER, EDAComponent::CHANNEL,
                                EDAComponent::GROUP};
     const CheckedSystem &system;
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     int groups = 0;
 };
 
@@ -64,14 +63,11 @@ void NameChecks::add(const QString &what, const QString &name, const QString &kn
 
 void NameChecks::addAlike(const QString &what, const QStringList &names, const Uses &uses)
 {
-    QStringList quoted;
     QStringList refs;
-    for (const QString &name : names) {
-        quoted.append(u"'%1'"_s.arg(name));
+    for (const QString &name : names)
         refs += system.refsOf(uses[name]);
-    }
     findings.append(
-        {FindingCode::SimilarNames, refs, u"their %1 is nearly the same: %2"_s.arg(what, listed(quoted)), refs});
+        {FindingCode::SimilarNames, refs, u"their %1 is nearly the same: %2"_s.arg(what, listedInQuotes(names)), refs});
 }
 
 void NameChecks::addForEach(const QList<int> &components, const QString &text)
@@ -161,7 +157,7 @@ void NameChecks::findIdentifiers()
     for (const auto &[first, second] : slips(single)) {
         const int a = uses[single.at(first)].first();
         const int b = uses[single.at(second)].first();
-        if (netlistOf(system.component(a).ref) != netlistOf(system.component(b).ref))
+        if (system.netlistOfComponent(a) != system.netlistOfComponent(b))
             addAlike(EDAComponent::IDENTIFER, {single.at(first), single.at(second)}, uses);
     }
 }
@@ -202,7 +198,7 @@ void NameChecks::addSpellings(const QString &key, const Uses &uses)
 }
 }
 
-QList<Finding> nameFindings(const CheckedSystem &system)
+QList<SingleFinding> nameFindings(const CheckedSystem &system)
 {
     return NameChecks(system).run();
 }

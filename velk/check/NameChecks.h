@@ -1,13 +1,13 @@
-#ifndef VELK_CLI_CHECK_NAMECHECKS_H
-#define VELK_CLI_CHECK_NAMECHECKS_H
+#ifndef VELK_CHECK_NAMECHECKS_H
+#define VELK_CHECK_NAMECHECKS_H
 
-#include "velk/check/CheckedSystem.h"
-#include "velk/check/Finding.h"
+#include <velk/check/CheckedSystem.h>
+#include <velk/check/SingleFinding.h>
 
-namespace VelkCli {
+namespace Velk {
 
 /// Names and values of properties that look like typing errors for others.
-QList<Finding> nameFindings(const CheckedSystem &system);
+QList<SingleFinding> nameFindings(const CheckedSystem &system);
 }
 
 #endif

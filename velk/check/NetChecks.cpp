@@ -1,5 +1,6 @@
-#include "velk/check/NetChecks.h"
+#include <velk/check/NetChecks.h>
 
+#include <QHash>
 #include <QMap>
 #include <QSet>
 
@@ -8,15 +9,14 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
 /// One finding for all components of a part: a board has many capacitors. What lies on no net, as a mounting hole,
 /// needs no type.
-QList<Finding> componentsWithoutType(const CheckedSystem &system)
+QList<SingleFinding> componentsWithoutType(const CheckedSystem &system)
 {
     QMap<QString, QStringList> refsByPart;
     for (int i = 0; i < system.componentCount(); ++i) {
@@ -24,7 +24,7 @@ QList<Finding> componentsWithoutType(const CheckedSystem &system)
         if (system.component(i).type().isEmpty() && nodes.begin() != nodes.end())
             refsByPart[system.component(i).part].append(system.component(i).ref);
     }
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     int group = 0;
     for (auto it = refsByPart.cbegin(); it != refsByPart.cend(); ++it)
         findings +=
@@ -33,7 +33,7 @@ QList<Finding> componentsWithoutType(const CheckedSystem &system)
 }
 
 /// KiCad marks them by a property without a value.
-QList<Finding> unpopulated(const CheckedSystem &system)
+QList<SingleFinding> unpopulated(const CheckedSystem &system)
 {
     const QString mark = u"dnp"_s;
     QStringList refs;
@@ -45,11 +45,13 @@ QList<Finding> unpopulated(const CheckedSystem &system)
     return findingsOfEach(FindingCode::NotPopulated, refs, u"marked as not populated, but taken as if it were"_s, 1);
 }
 
-/// In the order of the part. The pins that lie on nets are sorted.
-QStringList pinsOnNoNet(const EDAPart &part, const QStringList &pinsOnNets)
+/// In the order of the part, if that is known. The pins that lie on nets are sorted.
+QStringList pinsOnNoNet(const QSharedPointer<EDAPart> &part, const QStringList &pinsOnNets)
 {
+    if (!part)
+        return {};
     QStringList pins;
-    for (const auto &pin : part.pins) {
+    for (const auto &pin : std::as_const(part->pins)) {
         if (!std::binary_search(pinsOnNets.cbegin(), pinsOnNets.cend(), pin->number))
             pins.append(pin->number);
     }
@@ -69,7 +71,7 @@ QStringList netsAt(const CheckedSystem &system, int component, const QSet<QStrin
 
 /// One group for all switchable components of a part with the same such pins: all relays may lack their coils.
 template <typename PinsOf>
-QList<Finding> pinFindings(const CheckedSystem &system, FindingCode code, const QString &text, PinsOf pinsOf)
+QList<SingleFinding> pinFindings(const CheckedSystem &system, FindingCode code, const QString &text, PinsOf pinsOf)
 {
     QMap<std::pair<QString, QStringList>, QList<int>> components;
     for (int i = 0; i < system.componentCount(); ++i) {
@@ -80,20 +82,22 @@ QList<Finding> pinFindings(const CheckedSystem &system, FindingCode code, const 
         if (!pins.isEmpty())
             components[{component.part, pins}].append(i);
     }
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     int group = 0;
     for (auto it = components.cbegin(); it != components.cend(); ++it) {
         const QStringList &pins = it.key().second;
         auto ofEach = findingsOfEach(code, system.refsOf(it.value()), text + listedPins(pins), ++group);
         const QSet<QString> pinSet(pins.cbegin(), pins.cend());
-        for (qsizetype i = 0; i < ofEach.size(); ++i)
+        for (qsizetype i = 0; i < ofEach.size(); ++i) {
             ofEach[i].nets = netsAt(system, it.value().at(i), pinSet);
+            ofEach[i].pins = pins;
+        }
         findings += ofEach;
     }
     return findings;
 }
 
-QList<Finding> unconnectedPins(const CheckedSystem &system)
+QList<SingleFinding> unconnectedPins(const CheckedSystem &system)
 {
     QMap<std::pair<QString, QStringList>, QStringList> known; // thousands of components may have a part of many pins
     return pinFindings(system, FindingCode::PinOnNoNet, u"no net at "_s, [&](int component) {
@@ -104,7 +108,7 @@ QList<Finding> unconnectedPins(const CheckedSystem &system)
         const auto found = known.constFind({part, pinsOnNets});
         if (found != known.cend())
             return *found;
-        return *known.insert({part, pinsOnNets}, pinsOnNoNet(*system.netlists().getPartByName(part), pinsOnNets));
+        return *known.insert({part, pinsOnNets}, pinsOnNoNet(system.netlists().getPartByName(part), pinsOnNets));
     });
 }
 
@@ -114,7 +118,7 @@ bool isOfUnwiredPin(const EDANet &net)
     return net.name.startsWith(u"unconnected-("_s);
 }
 
-QList<Finding> lonelyPins(const CheckedSystem &system)
+QList<SingleFinding> lonelyPins(const CheckedSystem &system)
 {
     std::vector<qsizetype> nodeCounts(static_cast<std::size_t>(system.netCount())); // of the joined nets
     const auto nodeCount = [&](int net) -> qsizetype & {
@@ -159,7 +163,7 @@ QSet<QString> coilPins(const EDAPart &part)
 }
 
 /// What a route crosses although no relay connects it.
-QList<Finding> polesAndCoils(const CheckedSystem &system)
+QList<SingleFinding> polesAndCoils(const CheckedSystem &system)
 {
     QHash<QString, QSet<QString>> coils; // by part
     const auto parts = system.netlists().getParts();
@@ -186,9 +190,9 @@ QList<Finding> polesAndCoils(const CheckedSystem &system)
            pinFindings(system, FindingCode::PolesOrCoil, u"routes may cross between any two of its "_s, pinsOfPoles);
 }
 
-QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
+QList<SingleFinding> nodesOnTwoNets(const CheckedSystem &system)
 {
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
     for (int i = 0; i < system.componentCount(); ++i) {
         QStringList pins;
         QStringList nets;
@@ -210,13 +214,14 @@ QList<Finding> nodesOnTwoNets(const CheckedSystem &system)
                          {component.ref},
                          u"several nets hold its %1%2: %3"_s.arg(listedPins(pins), effect, listed(nets)),
                          {component.ref},
-                         nets});
+                         nets,
+                         pins});
     }
     return findings;
 }
 }
 
-QList<Finding> netFindings(const CheckedSystem &system)
+QList<SingleFinding> netFindings(const CheckedSystem &system)
 {
     return componentsWithoutType(system) + unpopulated(system) + unconnectedPins(system) + nodesOnTwoNets(system) +
            polesAndCoils(system) + lonelyPins(system);

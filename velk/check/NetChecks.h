@@ -1,14 +1,14 @@
-#ifndef VELK_CLI_CHECK_NETCHECKS_H
-#define VELK_CLI_CHECK_NETCHECKS_H
+#ifndef VELK_CHECK_NETCHECKS_H
+#define VELK_CHECK_NETCHECKS_H
 
-#include "velk/check/CheckedSystem.h"
-#include "velk/check/Finding.h"
+#include <velk/check/CheckedSystem.h>
+#include <velk/check/SingleFinding.h>
 
-namespace VelkCli {
+namespace Velk {
 
 /// Components that routes do not see as they are drawn: those without a type, those with pins on no net, on two or
 /// alone on one, and relays with more than one pole or with a coil.
-QList<Finding> netFindings(const CheckedSystem &system);
+QList<SingleFinding> netFindings(const CheckedSystem &system);
 }
 
 #endif

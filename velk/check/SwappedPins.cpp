@@ -1,14 +1,14 @@
-#include "velk/check/SwappedPins.h"
+#include <velk/check/SwappedPins.h>
 
+#include <QHash>
 #include <QMap>
 #include <QSet>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using namespace Velk;
 
-namespace VelkCli {
+namespace Velk {
 
 namespace {
 
@@ -20,16 +20,16 @@ using Naming = QString (*)(const QString &net);
 constexpr int onSeveralNets = -1;
 
 /// As it is drawn; nothing where KiCad made up the name.
-QString drawnName(const QString &net)
+QString givenName(const QString &net)
 {
     const bool isMadeUp = net.startsWith(u"Net-("_s) || net.startsWith(u"unconnected-("_s);
-    return isMadeUp ? QString() : net.left(net.lastIndexOf(u'#'));
+    return isMadeUp ? QString() : drawnName(net);
 }
 
 /// Without the sheets, which are others on another board.
 QString nameOnSheet(const QString &net)
 {
-    return drawnName(net).section(u'/', -1);
+    return givenName(net).section(u'/', -1);
 }
 
 /// The pin at which each name is the only one.
@@ -91,12 +91,12 @@ public:
     {
     }
 
-    QList<Finding> run()
+    QList<SingleFinding> run()
     {
         const auto plugs = collectPlugs();
         for (const auto &sides : plugs) {
             QSet<std::pair<int, QStringList>> known;
-            for (const Naming naming : {drawnName, nameOnSheet})
+            for (const Naming naming : {givenName, nameOnSheet})
                 compare(sides, naming, known);
         }
         return findings;
@@ -112,7 +112,7 @@ private:
     void add(const Side &first, const Side &second, const QStringList &pins);
 
     const CheckedSystem &system;
-    QList<Finding> findings;
+    QList<SingleFinding> findings;
 };
 
 QMap<QString, SwappedPins::Sides> SwappedPins::collectPlugs() const
@@ -122,7 +122,7 @@ QMap<QString, SwappedPins::Sides> SwappedPins::collectPlugs() const
         const auto &component = system.component(i);
         if (component.identifier().isEmpty() || !system.types().isConnector(component))
             continue;
-        Side &side = plugs[component.identifier()][netlistOf(component.ref)];
+        Side &side = plugs[component.identifier()][system.netlistOfComponent(i)];
         for (const auto &node : system.nodesOf(i)) {
             const auto known = side.find(node.pin);
             if (known == side.end())
@@ -198,18 +198,18 @@ void SwappedPins::add(const Side &first, const Side &second, const QStringList &
             const auto &node = side->value(pin);
             refs.append(system.component(node.component).ref);
             nets.append(system.net(node.net).name);
-            names[side == &second].append(u"'%1'"_s.arg(drawnName(nets.last())));
+            names[side == &second].append(givenName(nets.last()));
         }
     }
     refs.removeDuplicates();
     findings.append({FindingCode::ConnectorPinsSwapped, refs,
                      u"%1 seem to be exchanged, with %2 on the one side and %3 on the other"_s.arg(
-                         listedPins(pins), listed(names[0]), listed(names[1])),
-                     refs, nets});
+                         listedPins(pins), listedInQuotes(names[0]), listedInQuotes(names[1])),
+                     refs, nets, pins});
 }
 }
 
-QList<Finding> swappedPinFindings(const CheckedSystem &system)
+QList<SingleFinding> swappedPinFindings(const CheckedSystem &system)
 {
     return SwappedPins(system).run();
 }

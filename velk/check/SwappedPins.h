@@ -1,14 +1,14 @@
-#ifndef VELK_CLI_CHECK_SWAPPEDPINS_H
-#define VELK_CLI_CHECK_SWAPPEDPINS_H
+#ifndef VELK_CHECK_SWAPPEDPINS_H
+#define VELK_CHECK_SWAPPEDPINS_H
 
-#include "velk/check/CheckedSystem.h"
-#include "velk/check/Finding.h"
+#include <velk/check/CheckedSystem.h>
+#include <velk/check/SingleFinding.h>
 
-namespace VelkCli {
+namespace Velk {
 
 /// Pins of connectors that are plugged together, of which the nets are called alike on both sides at more than half of
 /// the pins, but exchanged at these.
-QList<Finding> swappedPinFindings(const CheckedSystem &system);
+QList<SingleFinding> swappedPinFindings(const CheckedSystem &system);
 }
 
 #endif

@@ -1,7 +1,6 @@
 #include <velk/ini/ChannelTables.h>
 
-#include <algorithm>
-#include <iterator>
+#include <velk/ini/TypedComponents.h>
 
 using namespace Qt::StringLiterals;
 
@@ -10,16 +9,6 @@ namespace Velk {
 namespace {
 
 using Components = QList<QSharedPointer<EDAComponent>>;
-
-Components componentsOf(const EDAProvider &netlist, const QStringList &types)
-{
-    Components result;
-    const auto components = netlist.getComponents();
-    std::copy_if(components.cbegin(), components.cend(), std::back_inserter(result), [&](const auto &component) {
-        return component && types.contains(component->type(), Qt::CaseInsensitive);
-    });
-    return result;
-}
 
 QMap<QString, Components> byGroup(const Components &sources)
 {
@@ -79,9 +68,9 @@ ChannelTables::ChannelTables(const EDAProvider &testSystem, const EDAProvider &a
                              const QStringList &sourceTypes)
     : testSystemProvider(testSystem)
     , applicationProvider(application)
-    , sources(componentsOf(testSystem, sourceTypes))
+    , sources(componentsOfTypes(testSystem, sourceTypes))
 {
-    const auto duts = componentsOf(application, dutTypes);
+    const auto duts = componentsOfTypes(application, dutTypes);
     for (const auto &dut : duts) {
         const int bench = dut->bench().toInt();
         if (bench > 0)

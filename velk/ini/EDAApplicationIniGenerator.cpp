@@ -2,7 +2,10 @@
 
 #include <velk/ini/ChannelTables.h>
 #include <velk/ini/IniInspection.h>
+#include <velk/ini/TypedComponents.h>
 #include <velkini/IniWriter.h>
+
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -81,6 +84,23 @@ void EDAApplicationIniGenerator::setComponentTypesDut(const QList<QString> &type
     componentTypesDut = types;
 }
 
+QList<QSharedPointer<EDAComponent>> EDAApplicationIniGenerator::duts() const
+{
+    return componentsOfTypes(*applicationProvider, componentTypesDut);
+}
+
+QList<QSharedPointer<EDAComponent>> EDAApplicationIniGenerator::sources() const
+{
+    return componentsOfTypes(*testSystemProvider, componentTypesSource);
+}
+
+qint64 EDAApplicationIniGenerator::sourceEntryCount() const
+{
+    const ChannelTable table = tables().ofSources();
+    return std::accumulate(table.cbegin(), table.cend(), qint64(0),
+                           [](qint64 count, const ChannelRows &rows) { return count + rows.entries.size(); });
+}
+
 void EDAApplicationIniGenerator::generate(QIODevice *device, const QString &testSystemEdaNet,
                                           const QString &applicationEdaNet) const
 {
@@ -106,10 +126,15 @@ void EDAApplicationIniGenerator::writeTo(Writer &writer, const QString &testSyst
     writer.writeProperty(u"TestSystemEdaNet"_s, testSystemEdaNet, {});
     writer.writeProperty(u"ApplicationEdaNet"_s, applicationEdaNet, {});
 
-    const ChannelTables tables(*testSystemProvider, *applicationProvider, componentTypesDut, componentTypesSource);
+    const ChannelTables channels = tables();
     writer.writeSection(u"LogicalNames"_s, {});
-    forEachBench(tables.benchCount(),
+    forEachBench(channels.benchCount(),
                  [&](int bench) { writer.writeProperty(logicalBenchName(bench), physicalBenchName(bench), {}); });
-    writeBenches(writer, tables);
+    writeBenches(writer, channels);
+}
+
+ChannelTables EDAApplicationIniGenerator::tables() const
+{
+    return {*testSystemProvider, *applicationProvider, componentTypesDut, componentTypesSource};
 }
 }

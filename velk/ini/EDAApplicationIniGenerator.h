@@ -5,12 +5,15 @@
 #include <velk/model/EDAProvider.h>
 
 #include <QList>
+#include <QSharedPointer>
 #include <QString>
 #include <QStringList>
 
 class QIODevice;
 
 namespace Velk {
+
+class ChannelTables;
 
 /// Writes the application INI file of the test system's resource manager: the names of the two netlists, the
 /// logical names of the benches and, for each bench, a channel table that maps every pin of its DUTs and of
@@ -62,6 +65,13 @@ public:
     /// are compared without regard to case. The type of sources is fixed.
     void setComponentTypesDut(const QList<QString> &types);
 
+    /// The components that are DUTs, also those on no bench, in their provider's order.
+    QList<QSharedPointer<EDAComponent>> duts() const;
+    /// The components that are sources, in their provider's order.
+    QList<QSharedPointer<EDAComponent>> sources() const;
+    /// How many entries of sources each channel table holds, of which there is one for each bench.
+    qint64 sourceEntryCount() const;
+
     /// Writes the whole file; the two texts are written as they are. Its length grows with the highest bench
     /// number, whatever that is, times the pins of the sources; the memory needed does not. Null components and pins
     /// are passed over. The device is opened and closed unless it is open already, also when a provider throws.
@@ -75,6 +85,7 @@ public:
     QStringList warnings(const QString &testSystemEdaNet, const QString &applicationEdaNet) const;
 
 private:
+    VELK_NO_EXPORT ChannelTables tables() const;
     template <typename Writer>
     VELK_NO_EXPORT void writeTo(Writer &writer, const QString &testSystemEdaNet,
                                 const QString &applicationEdaNet) const;

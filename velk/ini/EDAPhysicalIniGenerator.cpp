@@ -1,6 +1,7 @@
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 
 #include <velk/ini/IniInspection.h>
+#include <velk/ini/TypedComponents.h>
 #include <velkini/IniWriter.h>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +27,11 @@ void EDAPhysicalIniGenerator::setComponentTypesThatAreExported(const QList<QStri
     componentTypesThatAreExported = types;
 }
 
+QList<QSharedPointer<EDAComponent>> EDAPhysicalIniGenerator::devices() const
+{
+    return componentsOfTypes(*provider, componentTypesThatAreExported);
+}
+
 void EDAPhysicalIniGenerator::generate(QIODevice *device) const
 {
     IniWriter writer(device);
@@ -44,19 +50,12 @@ QStringList EDAPhysicalIniGenerator::warnings() const
 template <typename Writer>
 void EDAPhysicalIniGenerator::writeTo(Writer &writer) const
 {
-    const auto components = provider->getComponents();
-    for (const auto &component : components) {
-        if (!isComponentExported(component))
-            continue;
-        writer.writeSection(u"device->%1"_s.arg(component->ref), {});
-        const auto &properties = component->properties;
+    const auto all = devices();
+    for (const auto &device : all) {
+        writer.writeSection(u"device->%1"_s.arg(device->ref), {});
+        const auto &properties = device->properties;
         for (auto it = properties.cbegin(); it != properties.cend(); ++it)
             writer.writeProperty(it.key(), it.value(), {});
     }
-}
-
-bool EDAPhysicalIniGenerator::isComponentExported(const QSharedPointer<EDAComponent> &component) const
-{
-    return component && componentTypesThatAreExported.contains(component->type(), Qt::CaseInsensitive);
 }
 }

@@ -37,6 +37,9 @@ public:
     /// first. Types are compared without regard to case; an empty list makes an empty file.
     void setComponentTypesThatAreExported(const QList<QString> &types);
 
+    /// The components of these types, in the provider's order.
+    QList<QSharedPointer<EDAComponent>> devices() const;
+
     /// Writes the whole file. Sections come in the provider's order of components and are named by their
     /// references as the provider gives them; keys are in ascending order, upper case before lower case. A null
     /// component is passed over. The device is opened and closed unless it is open already, also when the provider
@@ -50,7 +53,6 @@ public:
 private:
     template <typename Writer>
     VELK_NO_EXPORT void writeTo(Writer &writer) const;
-    VELK_NO_EXPORT bool isComponentExported(const QSharedPointer<EDAComponent> &component) const;
 
     EDAProvider *provider;
     QList<QString> componentTypesThatAreExported;

@@ -7,6 +7,11 @@ QString drawnName(const QString &name)
     return name.left(name.lastIndexOf(u'#'));
 }
 
+int netlistOf(const QString &name)
+{
+    return name.mid(name.lastIndexOf(u'#') + 1).toInt();
+}
+
 QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components)
 {
     QStringList refs;

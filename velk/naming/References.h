@@ -15,6 +15,10 @@ namespace Velk {
 /// no number of a netlist stays as it is.
 VELK_EXPORT QString drawnName(const QString &name);
 
+/// The position, from 1 on, of the netlist that an element of joined netlists with this name is of: 2 for "K3#2". 0 for
+/// what has no number of a netlist.
+VELK_EXPORT int netlistOf(const QString &name);
+
 /// The references of the components, of which none is null, in their order.
 VELK_EXPORT QStringList refsOf(const QList<QSharedPointer<EDAComponent>> &components);
 }

@@ -276,11 +276,6 @@ qsizetype MultipleEDAProvider::joinedNetOf(qsizetype boardNet) const
     return joinedNets.at(static_cast<std::size_t>(boardNet));
 }
 
-int MultipleEDAProvider::netlistOf(const QString &suffixedName)
-{
-    return suffixedName.mid(suffixedName.lastIndexOf(u'#') + 1).toInt();
-}
-
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::getNets() const
 {
     return nets;

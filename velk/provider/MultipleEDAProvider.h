@@ -70,9 +70,6 @@ public:
     QList<QSharedPointer<EDANet>> boardNets() const;
     /// The position in getNets() of what the net at this position of boardNets() became or was joined into.
     qsizetype joinedNetOf(qsizetype boardNet) const;
-    /// The position from 1 on, 2 for "K3#2", of the netlist that an element of this name, with its suffix, is of; 0 for
-    /// a name without one.
-    static int netlistOf(const QString &suffixedName);
 
     const NetlistIndex *netlistIndex() const override;
 
