@@ -4,6 +4,7 @@
 #include "tests/support/TestRegistry.h"
 
 #include <velk/naming/References.h>
+#include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
 #include <QBuffer>
