@@ -12,13 +12,13 @@
 
 namespace Velk {
 
-/// Limits with which there is a path, and how much the first such path has.
+/// Limits with which there is a path.
 struct SufficientLimits
 {
-    int maxSwitchingComponents; ///< for Routing::setMaxSwitchingComponentsPerPath()
-    int maxAdditionalNodes;     ///< for Routing::setMaxAdditionalNodesPerPath()
-    qsizetype switchingComponents;
-    qsizetype additionalNodes;
+    int maxSwitchingComponents;    ///< for Routing::setMaxSwitchingComponentsPerPath()
+    int maxAdditionalNodes;        ///< for Routing::setMaxAdditionalNodesPerPath()
+    qsizetype switchingComponents; ///< how many the first path has
+    qsizetype additionalNodes;     ///< how many it has of these
 };
 
 /// How far one gets from a pin over switchable components. All elements are the provider's.
