@@ -4,6 +4,7 @@
 #include <velk/kicad/KiCadTolerantTreeBuilder.h>
 #include <velk/kicad/KiCadTreeBuilder.h>
 
+#include <QBuffer>
 #include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
@@ -23,17 +24,45 @@ QString kiCadErrorText(KiCadError error)
     return u"Unknown error"_s;
 }
 
-KiCadReader::KiCadReader(const QByteArray &bytes, KiCadReadingMode readingMode)
-    : data(bytes)
-    , device(&buffer)
-    , mode(readingMode)
+class KiCadReaderPrivate
 {
-    buffer.setData(data);
+public:
+    KiCadReaderPrivate(const QByteArray &bytes, KiCadReadingMode readingMode)
+        : data(bytes)
+        , device(&buffer)
+        , mode(readingMode)
+    {
+        buffer.setData(data);
+    }
+
+    KiCadReaderPrivate(QIODevice *input, KiCadReadingMode readingMode)
+        : device(input)
+        , mode(readingMode)
+    {
+    }
+
+    template <typename Builder>
+    KiCadError buildTree(Builder builder);
+
+    QByteArray data;
+    QBuffer buffer;
+    QIODevice *device;
+    KiCadReadingMode mode;
+    QSharedPointer<KiCadToken> root;
+    bool complete = false;
+    int errorLine = -1;
+    int errorColumn = -1;
+    int encodingErrorLine = -1;
+    int encodingErrorColumn = -1;
+};
+
+KiCadReader::KiCadReader(const QByteArray &bytes, KiCadReadingMode readingMode)
+    : d(std::make_unique<KiCadReaderPrivate>(bytes, readingMode))
+{
 }
 
 KiCadReader::KiCadReader(QIODevice *input, KiCadReadingMode readingMode)
-    : device(input)
-    , mode(readingMode)
+    : d(std::make_unique<KiCadReaderPrivate>(input, readingMode))
 {
 }
 
@@ -41,18 +70,19 @@ KiCadReader::~KiCadReader() = default;
 
 KiCadError KiCadReader::read()
 {
-    root.reset();
-    complete = false;
-    encodingErrorLine = -1;
-    encodingErrorColumn = -1;
-    if (!device->open(QIODevice::ReadOnly | QIODevice::Text))
+    d->root.reset();
+    d->complete = false;
+    d->encodingErrorLine = -1;
+    d->encodingErrorColumn = -1;
+    if (!d->device->open(QIODevice::ReadOnly | QIODevice::Text))
         return KiCadOpenError;
 
-    return mode == KiCadReadingMode::Default ? buildTree(KiCadTreeBuilder()) : buildTree(KiCadTolerantTreeBuilder());
+    return d->mode == KiCadReadingMode::Default ? d->buildTree(KiCadTreeBuilder())
+                                                : d->buildTree(KiCadTolerantTreeBuilder());
 }
 
 template <typename Builder>
-KiCadError KiCadReader::buildTree(Builder builder)
+KiCadError KiCadReaderPrivate::buildTree(Builder builder)
 {
     const auto closing = qScopeGuard([this] { device->close(); }); // also where memory runs out
     KiCadText text(*device, mode);
@@ -75,31 +105,31 @@ KiCadError KiCadReader::buildTree(Builder builder)
 
 QSharedPointer<KiCadToken> KiCadReader::getRoot() const
 {
-    return root;
+    return d->root;
 }
 
 bool KiCadReader::isComplete() const
 {
-    return complete;
+    return d->complete;
 }
 
 int KiCadReader::getErrorLine() const
 {
-    return errorLine;
+    return d->errorLine;
 }
 
 int KiCadReader::getErrorColumn() const
 {
-    return errorColumn;
+    return d->errorColumn;
 }
 
 int KiCadReader::getEncodingErrorLine() const
 {
-    return encodingErrorLine;
+    return d->encodingErrorLine;
 }
 
 int KiCadReader::getEncodingErrorColumn() const
 {
-    return encodingErrorColumn;
+    return d->encodingErrorColumn;
 }
 }

@@ -5,10 +5,11 @@
 #include <velk/kicad/KiCadReadingMode.h>
 #include <velk/kicad/KiCadToken.h>
 
-#include <QBuffer>
 #include <QByteArray>
 #include <QSharedPointer>
 #include <QString>
+
+#include <memory>
 
 class QIODevice;
 
@@ -24,6 +25,8 @@ enum KiCadError : int
 
 /// "No error", "Could not open KiCad", "Syntax error in KiCad"; "Unknown error" for any other value.
 VELK_EXPORT QString kiCadErrorText(KiCadError error);
+
+class KiCadReaderPrivate;
 
 /// Reads a KiCad netlist (an S-expression in UTF-8) into a tree of KiCadToken. It knows the lexical form
 /// only; KiCadNetParser knows the elements.
@@ -80,19 +83,7 @@ public:
     int getEncodingErrorColumn() const;
 
 private:
-    template <typename Builder>
-    VELK_NO_EXPORT KiCadError buildTree(Builder builder);
-
-    QByteArray data;
-    QBuffer buffer;
-    QIODevice *device;
-    KiCadReadingMode mode;
-    QSharedPointer<KiCadToken> root;
-    bool complete = false;
-    int errorLine = -1;
-    int errorColumn = -1;
-    int encodingErrorLine = -1;
-    int encodingErrorColumn = -1;
+    std::unique_ptr<KiCadReaderPrivate> d;
 };
 }
 
