@@ -167,13 +167,37 @@ void sortBy(QString Element::*text, QList<QSharedPointer<Element>> &elements)
 }
 }
 
-MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes)
-    : providers(netlists)
-    , connectorComponentTypes(connectorTypes)
+/// What is made in the constructor, and read-only afterwards.
+class MultipleEDAProviderPrivate
 {
-    prepareParts();
-    prepareComponents();
-    prepareNets();
+public:
+    MultipleEDAProviderPrivate(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes)
+        : providers(netlists)
+        , connectorComponentTypes(connectorTypes)
+    {
+        prepareParts();
+        prepareComponents();
+        prepareNets();
+    }
+
+    const QList<EDAProvider *> providers;
+    const QList<QString> connectorComponentTypes;
+    QList<QSharedPointer<EDANet>> nets;
+    QList<QSharedPointer<EDANet>> netsOfBoards;
+    std::vector<qsizetype> joinedNets;              ///< by the number of the board's net
+    QList<QSharedPointer<EDAPart>> parts;           ///< by name
+    QList<QSharedPointer<EDAComponent>> components; ///< by reference
+    std::shared_ptr<const NetlistIndex> index;
+
+private:
+    void prepareParts();
+    void prepareComponents();
+    void prepareNets();
+};
+
+MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes)
+    : d(std::make_shared<const MultipleEDAProviderPrivate>(netlists, connectorTypes))
+{
 }
 
 MultipleEDAProvider::~MultipleEDAProvider() = default;
@@ -182,7 +206,7 @@ MultipleEDAProvider &MultipleEDAProvider::operator=(const MultipleEDAProvider &o
 MultipleEDAProvider::MultipleEDAProvider(MultipleEDAProvider &&other) noexcept = default;
 MultipleEDAProvider &MultipleEDAProvider::operator=(MultipleEDAProvider &&other) noexcept = default;
 
-void MultipleEDAProvider::prepareParts()
+void MultipleEDAProviderPrivate::prepareParts()
 {
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
@@ -197,7 +221,7 @@ void MultipleEDAProvider::prepareParts()
     sortBy(&EDAPart::name, parts);
 }
 
-void MultipleEDAProvider::prepareComponents()
+void MultipleEDAProviderPrivate::prepareComponents()
 {
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
@@ -218,7 +242,7 @@ void MultipleEDAProvider::prepareComponents()
     sortBy(&EDAComponent::ref, components);
 }
 
-void MultipleEDAProvider::prepareNets()
+void MultipleEDAProviderPrivate::prepareNets()
 {
     const auto numbers = std::make_shared<NetlistIndex>(components, parts);
     NetCopies copies(*numbers);
@@ -253,57 +277,57 @@ void MultipleEDAProvider::prepareNets()
 // A derived class may answer queries in a way of its own.
 const NetlistIndex *MultipleEDAProvider::netlistIndex() const
 {
-    return typeid(*this) == typeid(MultipleEDAProvider) && index->hasTerminals() ? index.get() : nullptr;
+    return typeid(*this) == typeid(MultipleEDAProvider) && d->index->hasTerminals() ? d->index.get() : nullptr;
 }
 
 qsizetype MultipleEDAProvider::netlistCount() const
 {
-    return providers.size();
+    return d->providers.size();
 }
 
 QList<QString> MultipleEDAProvider::connectorTypes() const
 {
-    return connectorComponentTypes;
+    return d->connectorComponentTypes;
 }
 
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::boardNets() const
 {
-    return netsOfBoards;
+    return d->netsOfBoards;
 }
 
 qsizetype MultipleEDAProvider::joinedNetOf(qsizetype boardNet) const
 {
-    return joinedNets.at(static_cast<std::size_t>(boardNet));
+    return d->joinedNets.at(static_cast<std::size_t>(boardNet));
 }
 
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::getNets() const
 {
-    return nets;
+    return d->nets;
 }
 
 QList<QSharedPointer<EDAComponent>> MultipleEDAProvider::getComponents() const
 {
-    return components;
+    return d->components;
 }
 
 QSharedPointer<EDAComponent> MultipleEDAProvider::getComponentByRef(const QString &ref) const
 {
-    return index->componentOf(ref);
+    return d->index->componentOf(ref);
 }
 
 QSharedPointer<EDAComponent>
 MultipleEDAProvider::getComponentByProperties(const QMap<QString, QString> &properties) const
 {
-    return index->componentWith(properties);
+    return d->index->componentWith(properties);
 }
 
 QList<QSharedPointer<EDAPart>> MultipleEDAProvider::getParts() const
 {
-    return parts;
+    return d->parts;
 }
 
 QSharedPointer<EDAPart> MultipleEDAProvider::getPartByName(const QString &name) const
 {
-    return index->partOf(name);
+    return d->index->partOf(name);
 }
 }

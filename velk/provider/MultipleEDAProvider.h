@@ -11,9 +11,10 @@
 #include <QString>
 
 #include <memory>
-#include <vector>
 
 namespace Velk {
+
+class MultipleEDAProviderPrivate;
 
 /// Several netlists, in practice boards that are plugged together, presented as one.
 ///
@@ -74,18 +75,7 @@ public:
     const NetlistIndex *netlistIndex() const override;
 
 private:
-    VELK_NO_EXPORT void prepareParts();
-    VELK_NO_EXPORT void prepareComponents();
-    VELK_NO_EXPORT void prepareNets();
-
-    QList<EDAProvider *> providers;
-    QList<QString> connectorComponentTypes;
-    QList<QSharedPointer<EDANet>> nets;
-    QList<QSharedPointer<EDANet>> netsOfBoards;
-    std::vector<qsizetype> joinedNets;              ///< by the number of the board's net
-    QList<QSharedPointer<EDAPart>> parts;           ///< by name
-    QList<QSharedPointer<EDAComponent>> components; ///< by reference
-    std::shared_ptr<const NetlistIndex> index;
+    std::shared_ptr<const MultipleEDAProviderPrivate> d; ///< shared by copies
 };
 }
 
