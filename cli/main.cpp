@@ -1,17 +1,28 @@
 #include "cli/CommandLine.h"
-#include "cli/commands/Trace.h"
 #include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
+
+#include <velk/facade/VelkRouting.h>
 
 #include <exception>
 
 using namespace Qt::StringLiterals;
 using namespace VelkCli;
 
+namespace {
+
+// Qt's own handler may send everything to the system's journal instead.
+void printLogged(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    printMessage(message);
+}
+}
+
 int main(int argc, char **argv)
 {
     try {
-        setUpLogging();
+        qInstallMessageHandler(printLogged);
+        Velk::VelkRouting::setTraceEnabled(false); // whatever the environment's logging rules say
         return CommandLine().run(argc, argv);
     } catch (const CommandError &error) {
         printMessage(u"velk: "_s + error.message);

@@ -37,7 +37,7 @@ CLI::Validator ignorableValidator()
 CheckCommand::CheckCommand(CLI::App &app)
     : command(app.add_subcommand("check", "Look for what is probably not as it is meant"))
 {
-    netlist.addTo(*command, {"text", "json"});
+    netlist.addTo(*command, formatNames(findingFormats()));
     addDutTypeTo(*command, dutTypes);
     addRepeatable(*command, "--ignore", ignored, "Leave out what is found under this code, see below")
         ->check(ignorableValidator())
@@ -61,7 +61,8 @@ bool CheckCommand::isChosen() const
 int CheckCommand::run() const
 {
     const QStringList files = toQStringList(netlist.files);
-    checkFiles(files, toQString(netlist.outputFile));
+    const OutputTarget target = netlist.target();
+    checkFiles(files, target.fileName);
     auto netlists = readNetlists(files, readingMode(netlist.tolerant));
     const auto system = joined(netlists, toQStringList(netlist.connectorTypes));
     SystemCheck check(system);
@@ -75,15 +76,12 @@ int CheckCommand::run() const
     check.setComponentTypesDut(toQStringList(dutTypes));
     check.setIgnored(toQStringList(ignored));
     QStringList unusedIgnored;
-    const CheckReport report{check.findings(&unusedIgnored), shownNames(files), system.getComponents().size()};
+    const CheckReport report{check.findings(&unusedIgnored), shownNames(files), system.getComponents().size(),
+                             showsAll};
     for (const QString &note : std::as_const(unusedIgnored))
         printMessage(u"velk: --ignore "_s + note);
 
-    const QString outputFile = toQString(netlist.outputFile);
-    if (netlist.format == "json")
-        writeOutput(outputFile, findingsToJson(report));
-    else
-        writeText(outputFile, findingsToText(report, showsAll, Colour::forOutput(outputFile)));
+    writeAs(netlist.format, findingFormats(), report, target);
     return report.findings.isEmpty() ? 0 : 1;
 }
 }

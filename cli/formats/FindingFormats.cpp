@@ -1,6 +1,8 @@
 #include "cli/formats/FindingFormats.h"
 
 #include "cli/formats/Json.h"
+#include "cli/terminal/Colour.h"
+#include "cli/terminal/Output.h"
 #include "cli/terminal/Terminal.h"
 
 #include <algorithm>
@@ -31,9 +33,8 @@ QJsonArray filesOf(const Finding &finding, const QStringList &files)
         result.append(files.at(number - 1));
     return result;
 }
-}
 
-QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour &colour)
+QByteArray findingsToText(const CheckReport &report, const Colour &colour)
 {
     constexpr qsizetype most = 10;
     QString text;
@@ -42,7 +43,7 @@ QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour
         const auto end = std::find_if(first, report.findings.cend(), isOther);
         const qsizetype count = end - first;
         text += u"%1: %2\n"_s.arg(colour.paint(Colour::Role::Heading, first->name()), countOf(count, u"finding"_s));
-        const qsizetype shown = showsAll || count <= most + 1 ? count : most;
+        const qsizetype shown = report.showsAll || count <= most + 1 ? count : most;
         for (qsizetype i = 0; i < shown; ++i)
             text += messageLine(*(first + i), colour);
         if (shown < count)
@@ -68,5 +69,22 @@ QByteArray findingsToJson(const CheckReport &report)
                                     {u"advice"_s, finding.advice()}});
     }
     return jsonDocument({{u"findings"_s, findings}});
+}
+
+void writeAsText(const CheckReport &report, const OutputTarget &target)
+{
+    writeText(target.fileName, findingsToText(report, Colour::forOutput(target.fileName)));
+}
+
+void writeAsJson(const CheckReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, findingsToJson(report));
+}
+}
+
+const Formats<CheckReport> &findingFormats()
+{
+    static const Formats<CheckReport> formats{{"text", writeAsText}, {"json", writeAsJson}};
+    return formats;
 }
 }

@@ -1,11 +1,9 @@
 #ifndef VELK_CLI_FORMATS_FINDINGFORMATS_H
 #define VELK_CLI_FORMATS_FINDINGFORMATS_H
 
-#include "cli/terminal/Colour.h"
+#include "cli/formats/Format.h"
 
 #include <velk/check/Finding.h>
-
-#include <QByteArray>
 
 namespace VelkCli {
 
@@ -14,12 +12,12 @@ struct CheckReport
     QList<Velk::Finding> findings; ///< by code
     QStringList files;             ///< in the order of their numbers
     qsizetype componentCount;
+    bool showsAll; ///< as text; the other formats always do
 };
 
-/// A paragraph for each code with its first findings, or with all of them.
-QByteArray findingsToText(const CheckReport &report, bool showsAll, const Colour &colour);
-/// All findings, with the files that they are in.
-QByteArray findingsToJson(const CheckReport &report);
+/// text: a paragraph for each code with its first findings, or with all of them. json: {"findings": [finding]}, each
+/// with the files that it is in.
+const Formats<CheckReport> &findingFormats();
 }
 
 #endif

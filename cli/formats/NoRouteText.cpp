@@ -150,6 +150,11 @@ QJsonArray limitsToJson(const QList<SufficientLimits> &found)
 }
 }
 
+QString switchCount(qsizetype count)
+{
+    return count == 1 ? u"1 switch"_s : u"%1 switches"_s.arg(count);
+}
+
 QStringList reasonTexts(const RouteReport &report)
 {
     if (!report.failure.isEmpty())

@@ -7,6 +7,9 @@
 
 namespace VelkCli {
 
+/// "1 switch"
+QString switchCount(qsizetype count);
+
 /// Sentences that tell the reason of a report that has one.
 QStringList reasonTexts(const RouteReport &report);
 

@@ -27,9 +27,6 @@ struct RouteReport
     std::optional<Velk::NoPathReason> reason = std::nullopt; ///< where there are no paths
     QString failure = {};                                    ///< why the reason could not be found out; mostly empty
 };
-
-/// "1 switch"
-QString switchCount(qsizetype count);
 }
 
 #endif

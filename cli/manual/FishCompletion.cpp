@@ -1,4 +1,4 @@
-#include "cli/manual/FishCompletion.h"
+#include "cli/manual/Completions.h"
 
 using namespace Qt::StringLiterals;
 

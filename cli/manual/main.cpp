@@ -1,9 +1,7 @@
 // Writes the manual page and the completions of the command into the folder that is its argument.
 #include "cli/CommandLine.h"
-#include "cli/manual/BashCompletion.h"
-#include "cli/manual/FishCompletion.h"
+#include "cli/manual/Completions.h"
 #include "cli/manual/ManualPage.h"
-#include "cli/manual/ZshCompletion.h"
 #include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"

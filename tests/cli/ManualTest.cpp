@@ -1,8 +1,6 @@
 #include "cli/CommandLine.h"
-#include "cli/manual/BashCompletion.h"
-#include "cli/manual/FishCompletion.h"
+#include "cli/manual/Completions.h"
 #include "cli/manual/ManualPage.h"
-#include "cli/manual/ZshCompletion.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
