@@ -2,6 +2,7 @@
 
 #include "cli/commands/IniWarnings.h"
 #include "cli/commands/Netlist.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 
@@ -103,7 +104,8 @@ int IniCommand::runApplication() const
     const auto duts = loadOneOrJoin(toQStringList(applicationFiles), readingMode(tolerant));
     EDAApplicationIniGenerator generator(testSystem.get(), duts.get());
     generator.setComponentTypesDut(toQStringList(dutTypes));
-    checkBenchNumbers(generator);
+    if (const QString oversize = generator.oversize(); !oversize.isEmpty())
+        throw CommandError{oversize};
     printWarnings(dutWarnings(generator, toQStringList(dutTypes)));
     printWarnings(sourceWarnings(generator));
 

@@ -55,11 +55,11 @@ QList<SingleFinding> benchFindings(const Components &duts)
     QList<SingleFinding> findings;
     for (const auto &dut : duts) {
         const int bench = dut->bench().toInt();
-        if (bench > SystemCheck::MAX_BENCHES)
+        if (bench > EDAApplicationIniGenerator::MAX_BENCHES)
             findings.append({FindingCode::BenchWithoutDut,
                              {dut->ref},
                              u"on Bench %1, for which velk ini writes no file: there may be %2 benches at most"_s.arg(
-                                 QString::number(bench), QString::number(SystemCheck::MAX_BENCHES)),
+                                 QString::number(bench), QString::number(EDAApplicationIniGenerator::MAX_BENCHES)),
                              {dut->ref}});
         else if (bench > 0)
             refOfBench.insert(bench, dut->ref);
@@ -153,7 +153,7 @@ QList<SingleFinding> duplicateKeyFindings(const CheckedSystem &system)
     duplicates.addSources(tables.ofSources());
     const auto benches = tables.benchesWithDuts();
     for (const int bench : benches) {
-        if (bench <= SystemCheck::MAX_BENCHES)
+        if (bench <= EDAApplicationIniGenerator::MAX_BENCHES)
             duplicates.addDuts(tables.ofDuts(bench));
     }
     return duplicates.findings();

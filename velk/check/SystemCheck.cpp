@@ -17,8 +17,6 @@
 
 namespace Velk {
 
-const int SystemCheck::MAX_BENCHES = 10'000;
-
 class SystemCheckPrivate : public QSharedData
 {
 public:

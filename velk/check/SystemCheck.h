@@ -23,8 +23,6 @@ class SystemCheckPrivate;
 class VELK_EXPORT SystemCheck
 {
 public:
-    static const int MAX_BENCHES; ///< 10,000; a DUT on a higher one is a typing error
-
     /// Of all netlists of the system, joined at their connectors. \a joined has to stay.
     explicit SystemCheck(const MultipleEDAProvider &joined);
     ~SystemCheck();

@@ -1,25 +1,13 @@
 #include <velk/facade/RouteRecords.h>
 
+#include <velk/facade/StandardTypes.h>
+
 namespace Velk {
 
 namespace {
 
 /// Bounds the memory of those that are kept. A system has more, but a test program asks for the same again and again.
 constexpr std::size_t maxKeptRecords = 20000;
-
-VelkComponentInfo toInfo(const EDAComponent &component)
-{
-    VelkComponentInfo info{
-        component.ref.toStdString(), component.value.toStdString(), component.part.toStdString(), {}};
-    for (auto it = component.properties.cbegin(); it != component.properties.cend(); ++it)
-        info.properties.emplace_hint(info.properties.end(), it.key().toStdString(), it.value().toStdString());
-    return info;
-}
-
-VelkPinInfo toInfo(const EDAPin &pin)
-{
-    return {pin.number.toStdString(), pin.name.toStdString(), pin.type.toStdString()};
-}
 }
 
 RouteRecords::RouteRecords(const EDAProvider &netlist)
@@ -58,7 +46,7 @@ const VelkComponentInfo &RouteRecords::of(const QSharedPointer<EDAComponent> &co
 {
     const auto known = components.find(component.data());
     return known != components.end() ? known->second
-                                     : components.emplace(component.data(), toInfo(*component)).first->second;
+                                     : components.emplace(component.data(), toStandard(*component)).first->second;
 }
 
 const std::optional<VelkConnectionInfo> &RouteRecords::of(const QSharedPointer<EDANetNode> &node)
@@ -75,6 +63,6 @@ std::optional<VelkConnectionInfo> RouteRecords::connectionAt(const EDANetNode &n
     if (part.isNull())
         return std::nullopt;
     const auto pin = part->getPinByNumber(node.pin);
-    return VelkConnectionInfo{of(component), pin ? toInfo(*pin) : VelkPinInfo{}};
+    return VelkConnectionInfo{of(component), pin ? toStandard(*pin) : VelkPinInfo{}};
 }
 }

@@ -1,6 +1,7 @@
 #include <velk/facade/VelkRouting.h>
 
 #include <velk/VelkVersion.h>
+#include <velk/facade/StandardTypes.h>
 #include <velk/facade/VelkRoutingPrivate.h>
 #include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/kicad/KiCadReader.h>
@@ -12,32 +13,6 @@ using namespace Qt::StringLiterals;
 namespace Velk {
 
 namespace {
-
-QList<QString> toQt(const std::vector<std::string> &texts)
-{
-    QList<QString> result;
-    result.reserve(static_cast<qsizetype>(texts.size()));
-    for (const auto &text : texts)
-        result.append(QString::fromStdString(text));
-    return result;
-}
-
-QMap<QString, QString> toQt(const std::map<std::string, std::string> &properties)
-{
-    QMap<QString, QString> result;
-    for (const auto &[key, value] : properties)
-        result.insert(QString::fromStdString(key), QString::fromStdString(value));
-    return result;
-}
-
-std::vector<std::string> toStandard(const QList<QString> &texts)
-{
-    std::vector<std::string> result;
-    result.reserve(static_cast<std::size_t>(texts.size()));
-    for (const QString &text : texts)
-        result.push_back(text.toStdString());
-    return result;
-}
 
 VelkRoutingException exceptionWith(const QString &message)
 {
@@ -63,12 +38,21 @@ QString errorText(const KiCadNetlistFile &file)
 
 KiCadNetlistFile loadNetlist(const std::string &fileName, VelkReadingMode mode)
 {
-    KiCadNetlistFile file(QString::fromStdString(fileName),
-                          mode == VelkReadingMode::Tolerant ? KiCadReadingMode::Tolerant : KiCadReadingMode::Default);
+    KiCadNetlistFile file(QString::fromStdString(fileName), toQt(mode));
     if (file.error() != KiCadNetlistFile::Error::None)
         throw exceptionWith(errorText(file));
     return file;
 }
+}
+
+bool operator==(const VelkComponentInfo &a, const VelkComponentInfo &b)
+{
+    return a.ref == b.ref && a.value == b.value && a.part == b.part && a.properties == b.properties;
+}
+
+bool operator==(const VelkPinInfo &a, const VelkPinInfo &b)
+{
+    return a.number == b.number && a.name == b.name && a.type == b.type;
 }
 
 VelkRoutingException::VelkRoutingException(const std::string &message)
@@ -160,7 +144,7 @@ void VelkRouting::setTraceEnabled(bool enabled)
 
 bool VelkRouting::isTraceEnabled()
 {
-    return routingLog().isDebugEnabled();
+    return isRoutingLogged();
 }
 
 void VelkRouting::setInterfaceTypes(const std::vector<std::string> &types)

@@ -29,6 +29,9 @@ struct VelkPinInfo
     std::string type;   ///< electrical type as KiCad writes it: "passive"
 };
 
+VELK_EXPORT bool operator==(const VelkComponentInfo &a, const VelkComponentInfo &b);
+VELK_EXPORT bool operator==(const VelkPinInfo &a, const VelkPinInfo &b);
+
 /// A pin that a route connects besides the two that were asked for.
 struct VelkConnectionInfo
 {

@@ -13,8 +13,18 @@ namespace Velk {
 
 const QString EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE = u"Dut"_s;
 const QString EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE = u"Source"_s;
+const int EDAApplicationIniGenerator::MAX_BENCHES = 10'000;
 
 namespace {
+
+/// 400 sources of 50 pins on 32 benches need less than a million.
+constexpr qint64 mostEntries = 5'000'000;
+
+qint64 entryCount(const ChannelTable &table)
+{
+    return std::accumulate(table.cbegin(), table.cend(), qint64(0),
+                           [](qint64 count, const ChannelRows &rows) { return count + rows.entries.size(); });
+}
 
 // Counted without overflow up to the largest int, which a property may hold.
 template <typename Write>
@@ -94,11 +104,22 @@ QList<QSharedPointer<EDAComponent>> EDAApplicationIniGenerator::sources() const
     return componentsOfTypes(*testSystemProvider, componentTypesSource);
 }
 
-qint64 EDAApplicationIniGenerator::sourceEntryCount() const
+QString EDAApplicationIniGenerator::oversize() const
 {
-    const ChannelTable table = tables().ofSources();
-    return std::accumulate(table.cbegin(), table.cend(), qint64(0),
-                           [](qint64 count, const ChannelRows &rows) { return count + rows.entries.size(); });
+    const auto components = duts();
+    for (const auto &dut : components) {
+        if (dut->bench().toInt() > MAX_BENCHES)
+            return u"%1: Bench=%2: there may be %3 benches at most"_s.arg(dut->ref, dut->bench(),
+                                                                          QString::number(MAX_BENCHES));
+    }
+    const qint64 entriesOfTable = entryCount(tables().ofSources());
+    for (const auto &dut : components) {
+        const qint64 entries = entriesOfTable * dut->bench().toInt();
+        if (entries > mostEntries)
+            return u"%1: Bench=%2: with the sources in as many channel tables there would be %3 entries; there may be %4 at most"_s
+                .arg(dut->ref, dut->bench(), QString::number(entries), QString::number(mostEntries));
+    }
+    return {};
 }
 
 void EDAApplicationIniGenerator::generate(QIODevice *device, const QString &testSystemEdaNet,

@@ -51,6 +51,7 @@ class VELK_EXPORT EDAApplicationIniGenerator
 public:
     static const QString DEFAULT_DUT_COMPONENT_TYPE;    ///< "Dut"
     static const QString DEFAULT_SOURCE_COMPONENT_TYPE; ///< "Source"
+    static const int MAX_BENCHES;                       ///< 10,000; a DUT on a higher one is a typing error
 
     /// Sources are taken from the one netlist only, DUTs from the other. Both must be valid, stay the
     /// caller's and outlive every generate(), during which they must not change.
@@ -69,8 +70,10 @@ public:
     QList<QSharedPointer<EDAComponent>> duts() const;
     /// The components that are sources, in their provider's order.
     QList<QSharedPointer<EDAComponent>> sources() const;
-    /// How many entries of sources each channel table holds, of which there is one for each bench.
-    qint64 sourceEntryCount() const;
+    /// Why the file would be so long that it must be a mistake: a DUT on a bench above MAX_BENCHES, or on one above
+    /// which the sources alone would make more than 5,000,000 entries. Empty for other files. generate() writes it all
+    /// the same.
+    QString oversize() const;
 
     /// Writes the whole file; the two texts are written as they are. Its length grows with the highest bench
     /// number, whatever that is, times the pins of the sources; the memory needed does not. Null components and pins

@@ -41,29 +41,6 @@ PinChoice choiceWithProperties(const EDAProvider &netlist, const PinDescription 
     return {matching.first(), nullptr, matching.mid(1), withPin, {}};
 }
 
-QSharedPointer<EDAComponent> componentWithRef(const EDAProvider &netlist, const QString &ref)
-{
-    if (const auto exact = netlist.getComponentByRef(ref))
-        return exact;
-    Components drawnSo;
-    QStringList refs;
-    const auto components = netlist.getComponents();
-    for (const auto &component : components) {
-        if (!component)
-            continue;
-        refs.append(component->ref);
-        if (drawnName(component->ref) == ref)
-            drawnSo.append(component);
-    }
-    if (drawnSo.size() == 1)
-        return drawnSo.first();
-    const QString written = ref.contains(u'#') ? ref : ref + u'#';
-    const QString reason =
-        drawnSo.isEmpty() ? u"no component has this reference; there are "_s + enumeration(nearestFirst(written, refs))
-                          : u"several netlists have it: "_s + enumeration(refsOf(drawnSo));
-    throw NameNotFoundException(NameNotFoundException::Kind::Reference, u"%1: %2"_s.arg(ref, reason));
-}
-
 NameNotFoundException noPin(const EDAComponent &component, const EDAPart &part, const QString &written)
 {
     QStringList pins;
@@ -108,10 +85,33 @@ NameNotFoundException::Kind NameNotFoundException::kind() const
     return m_kind;
 }
 
+QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QString &ref)
+{
+    if (const auto exact = netlist.getComponentByRef(ref))
+        return exact;
+    Components drawnSo;
+    QStringList refs;
+    const auto components = netlist.getComponents();
+    for (const auto &component : components) {
+        if (!component)
+            continue;
+        refs.append(component->ref);
+        if (drawnName(component->ref) == ref)
+            drawnSo.append(component);
+    }
+    if (drawnSo.size() == 1)
+        return drawnSo.first();
+    const QString written = ref.contains(u'#') ? ref : ref + u'#';
+    const QString reason =
+        drawnSo.isEmpty() ? u"no component has this reference; there are "_s + enumeration(nearestFirst(written, refs))
+                          : u"several netlists have it: "_s + enumeration(refsOf(drawnSo));
+    throw NameNotFoundException(NameNotFoundException::Kind::Reference, u"%1: %2"_s.arg(ref, reason));
+}
+
 PinChoice findPin(const EDAProvider &netlist, const PinDescription &wanted)
 {
     auto choice = wanted.ref.isEmpty() ? choiceWithProperties(netlist, wanted)
-                                       : PinChoice{componentWithRef(netlist, wanted.ref), nullptr, {}, 1, {}};
+                                       : PinChoice{findComponent(netlist, wanted.ref), nullptr, {}, 1, {}};
     const auto part = netlist.getPartByName(choice.component->part);
     if (part.isNull())
         throw EDAPartNotFoundException(choice.component, choice.component->part);

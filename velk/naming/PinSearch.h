@@ -59,6 +59,10 @@ private:
     Kind m_kind;
 };
 
+/// The component of this reference: "K3#2", or "K3" where one netlist only has a K3. Throws a NameNotFoundException with
+/// what comes nearest.
+VELK_EXPORT QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QString &ref);
+
 /// The pin that \a wanted describes. Throws a NameNotFoundException with what comes nearest, as in "K9: no component
 /// has this reference; there are K19#1, K8#1", and EDAPartNotFoundException for a component without a part.
 VELK_EXPORT PinChoice findPin(const EDAProvider &netlist, const PinDescription &wanted);

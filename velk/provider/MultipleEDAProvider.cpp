@@ -88,7 +88,7 @@ private:
     {
         if (component != NetlistIndex::none)
             return index.component(component)->ref;
-        qCDebug(routingLog).noquote() << u"No component found for component.ref '%1'"_s.arg(ref);
+        logRouting([&] { return u"No component found for component.ref '%1'"_s.arg(ref); });
         return QString(ref.constData(), ref.size());
     }
 

@@ -49,8 +49,9 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
     interruption.ask(); // each time, since a step goes over the whole netlist
     const auto net = findNetContainingNode(node);
     if (net.isNull()) {
-        qCDebug(routingLog).noquote() << u"No net found when searching for Node(Component.Ref=%1,PinNumber=%2)"_s.arg(
-            node->ref, node->pin);
+        logRouting([&] {
+            return u"No net found when searching for Node(Component.Ref=%1,PinNumber=%2)"_s.arg(node->ref, node->pin);
+        });
         return;
     }
     if (visited.contains(net.data()))
@@ -147,7 +148,7 @@ QList<NodeWithComponent> PathSearch::otherNodesWithComponentOfNet(const QSharedP
         if (component)
             result.append({other, component});
         else
-            qCDebug(routingLog).noquote() << u"No component found for component.ref '%1'"_s.arg(other->ref);
+            logRouting([&] { return u"No component found for component.ref '%1'"_s.arg(other->ref); });
     }
     return result;
 }
@@ -178,8 +179,8 @@ QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSh
 {
     const auto part = provider.getPartByName(component->part);
     if (part.isNull()) {
-        qCDebug(routingLog).noquote() << u"No part found for name '%1' of component '%2'"_s.arg(component->part,
-                                                                                                component->ref);
+        logRouting(
+            [&] { return u"No part found for name '%1' of component '%2'"_s.arg(component->part, component->ref); });
         return {};
     }
     QList<QSharedPointer<EDANetNode>> result;
@@ -201,10 +202,10 @@ bool PathSearch::pathLimitReached()
 void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
                                bool found) const
 {
-    if (!routingLog().isDebugEnabled())
-        return;
-    const QString depth(visited.size() + 1, u'|');
-    qCDebug(routingLog).noquote() << u"%1[%2]\t(%3) %4"_s.arg(
-        depth, EDAComponent::propertiesToString(component->properties), net->name, found ? u"found"_s : QString());
+    logRouting([&] {
+        const QString depth(visited.size() + 1, u'|');
+        return u"%1[%2]\t(%3) %4"_s.arg(depth, EDAComponent::propertiesToString(component->properties), net->name,
+                                        found ? u"found"_s : QString());
+    });
 }
 }

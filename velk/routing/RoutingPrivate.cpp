@@ -33,7 +33,7 @@ QList<Path> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const Node
     const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
     const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
     // The trace shows every net that an exhaustive search visits.
-    if (index && !routingLog().isDebugEnabled()) {
+    if (index && !isRoutingLogged()) {
         const SearchRules numbered(rulesOfSearch, *index, *source.node, *destination.node);
         if (numbered.hasEnds()) {
             PrunedPathSearch search(*index, numbered, interruption, std::is_same_v<Path, TracedPath>);

@@ -1,0 +1,323 @@
+#include "tests/support/NetlistText.h"
+#include "tests/support/RandomSystems.h"
+#include "tests/support/TestRegistry.h"
+
+#include <velk/facade/VelkSystem.h>
+#include <velk/kicad/KiCadNetlistFile.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+static_assert(std::is_base_of_v<std::exception, VelkSystemException>);
+
+namespace {
+
+QString qt(const std::string &text)
+{
+    return QString::fromStdString(text);
+}
+
+const VelkRouteEnd source{{{"Id", "U1"}}, "1"};
+const VelkRouteEnd dut{{{"Side", "2"}}, "1"};
+
+/// "N0#1 1 K1#1 2 N3#1 | N3#1:J1#1.1": the steps and last net, then the side connections.
+QString describe(const VelkRoute &route)
+{
+    QStringList words;
+    for (const auto &step : route.steps)
+        words += {qt(step.net), qt(step.pinIn.number), qt(step.component), qt(step.pinOut.number)};
+    words += {qt(route.lastNet), u"|"_s};
+    for (const auto &side : route.sideConnections)
+        words.append(u"%1:%2.%3"_s.arg(qt(side.net), qt(side.component), qt(side.pin.number)));
+    return words.join(u' ');
+}
+
+QString describe(const TracedPath &path)
+{
+    QStringList words;
+    for (const auto &step : path.steps)
+        words += {step.net->name, step.entryPin, step.component->ref, step.exitPin};
+    words += {path.lastNet->name, u"|"_s};
+    for (const auto &additional : path.additionalNodes)
+        words.append(u"%1:%2.%3"_s.arg(additional.net->name, additional.node->ref, additional.node->pin));
+    return words.join(u' ');
+}
+
+/// What VelkRouting tells of a route too.
+QString withoutPins(const VelkRoute &route)
+{
+    QString text;
+    for (const auto &ref : route.switches())
+        text += qt(ref) + u' ';
+    for (const auto &side : route.sideConnections)
+        text += qt(side.component + '.' + side.pin.number) + u' ';
+    return text;
+}
+
+QString withoutPins(const VelkRoutingPath &route)
+{
+    QString text;
+    for (const auto &component : route.switchingComponents)
+        text += qt(component.ref) + u' ';
+    for (const auto &side : route.additionalConnections)
+        text += qt(side.component.ref + '.' + side.pin.number) + u' ';
+    return text;
+}
+
+template <typename Routes, typename Describe>
+QStringList texts(const Routes &routes, Describe text)
+{
+    QStringList result;
+    for (const auto &route : routes)
+        result.append(text(route));
+    return result;
+}
+}
+
+class VelkSystemTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void agreesWithTheOthersOnRandomSystems()
+    {
+        VelkRouting::setTraceEnabled(false);
+        int found = 0;
+        for (quint32 seed = 0; seed < 300; ++seed) {
+            QRandomGenerator random(seed);
+            const std::vector<std::string> names = write(randomBoards(random));
+            VelkSystemOptions options;
+            options.readingMode = VelkReadingMode::Tolerant; // some components have no part
+            const VelkSystem system(names, options);
+            QList<KiCadNetlistFile> files;
+            for (const auto &name : names)
+                files.append(KiCadNetlistFile(qt(name), KiCadReadingMode::Tolerant));
+            MultipleEDAProvider netlist({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
+            Routing routing(&netlist);
+            VelkRouting facade(names, {}, VelkReadingMode::Tolerant);
+            VelkSearchOptions search;
+            search.maxRoutes = seed % 3;
+            routing.setMaxPaths(seed % 3);
+            facade.setMaxRoutes(seed % 3);
+            const auto routes = system.routes(source, dut, search);
+            const QStringList expected =
+                texts(routing.findTracedPaths({{u"Id"_s, u"U1"_s}}, u"1"_s, {{u"Side"_s, u"2"_s}}, u"1"_s),
+                      [](const TracedPath &path) { return describe(path); });
+            const QString place = u"seed %1"_s.arg(seed);
+            QVERIFY2(texts(routes, [](const VelkRoute &route) { return describe(route); }) == expected,
+                     qPrintable(place));
+            QVERIFY2(texts(routes, [](const VelkRoute &route) { return withoutPins(route); }) ==
+                         texts(facade.getRoutes(source.properties, "1", dut.properties, "1"),
+                               [](const VelkRoutingPath &route) { return withoutPins(route); }),
+                     qPrintable(place));
+            if (routes.empty()) {
+                const auto reason = system.whyNoRoute(source, dut);
+                QVERIFY2(reason.isComplete && *reason.isConnected == !reason.sufficientLimits.empty(),
+                         qPrintable(place));
+            }
+            found += static_cast<int>(routes.size());
+        }
+        QVERIFY(found > 100);
+    }
+
+    void answersThreadsAtOnce()
+    {
+        QRandomGenerator random(7);
+        const auto boards = randomBoards(random);
+        crowd(*boards[0], random);
+        VelkSystemOptions options;
+        options.readingMode = VelkReadingMode::Tolerant;
+        const VelkSystem system(write(boards), options);
+        const auto ask = [&system] {
+            return std::tuple(system.routes(source, {{{"Id", "D1"}}, "1"}), system.nets(), system.components(),
+                              system.parts(), system.whyNoRoute(source, dut));
+        };
+        const auto expected = ask();
+        std::atomic<int> equal = 0;
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 4; ++i)
+            threads.emplace_back([&] {
+                for (int round = 0; round < 20; ++round)
+                    equal += ask() == expected ? 1 : 0;
+            });
+        for (auto &thread : threads)
+            thread.join();
+        QCOMPARE(equal.load(), 80);
+    }
+
+    void tellsWhatItHolds()
+    {
+        const VelkSystem system({twoRelays});
+        const VelkSystem copy = system;
+        QCOMPARE(copy.fileNames(), std::vector<std::string>{twoRelays});
+        QCOMPARE(copy.components().size(), std::size_t(5));
+        QCOMPARE(copy.components({{"CompType", "DUT"}}).size(), std::size_t(1));
+        QVERIFY(copy.components({{"ref", "K1"}}) == std::vector{copy.component("K1#1")});
+        QCOMPARE(copy.component("J2").value, std::string("Ω"));
+        QVERIFY(copy.part("S") == (VelkPartInfo{"S#1", "", {{"1", "HI", "output"}}}));
+        QVERIFY(copy.parts({{"ref", "U1"}}) == std::vector{copy.part("S#1")});
+        QVERIFY(copy.net("A") == (VelkNetInfo{"A#1", {{"U1#1", {"1", "HI", "output"}}, {"K1#1", {"1", "", "passive"}}}}));
+        QCOMPARE(copy.nets({{"ref", "U1"}}).size(), std::size_t(1));
+        QVERIFY(copy.pins("U1") == (std::vector<VelkPlacedPin>{{{"1", "HI", "output"}, "A#1"}}));
+        const auto routes = copy.routes({{}, "HI", "U1"}, {{}, "1", "J1"});
+        QCOMPARE(routes.size(), std::size_t(1));
+        QCOMPARE(describe(routes[0]), u"A#1 1 K1#1 2 B#1 1 K2#1 2 C#1 | B#1:J2#1.1"_s);
+        VelkSearchOptions none;
+        none.maxSwitches = 0;
+        QVERIFY(copy.routes({{}, "HI", "U1"}, {{}, "1", "J1"}, none).empty());
+        const auto reason = copy.whyNoRoute({{}, "HI", "U1"}, {{}, "1", "J1"}, none);
+        QVERIFY(reason.shortest == std::size_t(2) &&
+                reason.sufficientLimits == (std::vector<VelkSufficientLimits>{{1, 3, 2, 1}}));
+        QCOMPARE(Routing(nullptr).maxSwitchingComponentsPerPath(), VelkSearchOptions().maxSwitches);
+        QCOMPARE(Routing(nullptr).maxAdditionalNodesPerPath(), VelkSearchOptions().maxConnections);
+    }
+
+    void writesIniFiles()
+    {
+        const VelkSystem system({twoRelays});
+        const QString file = folder.filePath(u"ä.ini"_s);
+        system.writePhysicalIni(file.toStdString());
+        QCOMPARE(contentOf(file), u"[device->U1]\nCompType=Source\n"_s);
+        QCOMPARE(qt(system.physicalIni()), contentOf(file));
+        system.writeApplicationIni(file.toStdString(), system);
+        QVERIFY(contentOf(file).startsWith(u"[ResourceManager]\nTestSystemEdaNet=%1\n"_s.arg(qt(twoRelays))));
+        QCOMPARE(qt(system.applicationIni(system)), contentOf(file));
+    }
+
+    void fails_data()
+    {
+        using Action = std::function<void(const VelkSystem &)>;
+        QTest::addColumn<Action>("action");
+        QTest::addColumn<VelkSystemException::Kind>("kind");
+        QTest::addColumn<QString>("message");
+        const auto add = [](const char *name, VelkSystemException::Kind kind, const QString &message,
+                            const Action &action) { QTest::newRow(name) << action << kind << message; };
+        using Kind = VelkSystemException::Kind;
+        add("no file", Kind::Reading, u"none.net: cannot be read: No such file or directory"_s,
+            [](const VelkSystem &) { VelkSystem({"none.net"}); });
+        add("no component", Kind::NotFound,
+            u"K3: no component has this reference; there are K1#1, K2#1, J1#1, J2#1, U1#1"_s,
+            [](const VelkSystem &system) { system.component("K3"); });
+        add("no net", Kind::NotFound, u"there is no net 'D'; there are A#1, B#1, C#1"_s,
+            [](const VelkSystem &system) { system.net("D"); });
+        add("no part", Kind::NotFound, u"there is no part 'k'; there are K#1, S#1"_s,
+            [](const VelkSystem &system) { system.part("k"); });
+        add("no properties", Kind::NotFound,
+            u"No component matching properties 'CompType=Fuse' found; no component has CompType=Fuse; values of CompType: DUT, Dut, Source, Relay, relay"_s,
+            [](const VelkSystem &system) {
+                system.routes({{{"CompType", "Fuse"}}, "1"}, {{}, "1", "J1"});
+            });
+        add("no pin", Kind::NotFound, u"no pin 'LO' on U1#1; its pins: HI (1)"_s, [](const VelkSystem &system) {
+            system.whyNoRoute({{}, "1", "J1"}, {{}, "LO", "U1"});
+        });
+        add("no folder", Kind::Writing, u"none/a.ini: cannot be written: No such file or directory"_s,
+            [](const VelkSystem &system) { system.writePhysicalIni("none/a.ini"); });
+    }
+    void fails()
+    {
+        using Action = std::function<void(const VelkSystem &)>;
+        QFETCH(Action, action);
+        QFETCH(VelkSystemException::Kind, kind);
+        try {
+            action(VelkSystem({twoRelays}));
+            QFAIL("nothing is thrown");
+        } catch (const VelkSystemException &exception) {
+            QTEST(qt(exception.message()), "message");
+            QCOMPARE(exception.what(), exception.message().c_str());
+            QVERIFY(exception.kind() == kind);
+        }
+    }
+
+    void callsOff()
+    {
+        QString ladder = u"U1 Source 1\nD1 DUT 1\n"_s; // of 64,000 routes
+        QStringList nets{u"A: U1/1"_s, u"B:"_s, u"C:"_s, u"D: D1/1"_s};
+        for (int i = 0; i < 120; ++i) {
+            ladder += u"K%1 Relay 1,2\n"_s.arg(i);
+            nets[i % 3] += u" K%1/1"_s.arg(i);
+            nets[i % 3 + 1] += u" K%1/2"_s.arg(i);
+        }
+        const VelkSystem system({write(*systemOf(ladder + nets.join(u'\n')), u"ladder.net"_s)});
+        VelkSearchOptions options;
+        int asked = 0;
+        options.isCalledOff = [&asked] { return ++asked == 2; };
+        try {
+            system.routes({{}, "1", "U1"}, {{}, "1", "D1"}, options);
+            QFAIL("nothing is thrown");
+        } catch (const VelkSystemException &exception) {
+            QCOMPARE(exception.message(), std::string("The search was called off"));
+            QVERIFY(exception.kind() == VelkSystemException::Kind::CalledOff);
+        }
+        QCOMPARE(asked, 2);
+    }
+
+    void refusesMistypedBenches()
+    {
+        auto application = systemOf(u"J1 Dut 1\nN: J1/1"_s);
+        application->components.first()->properties.insert(u"Bench"_s, u"100000"_s);
+        const VelkSystem system({write(*application, u"a.net"_s)});
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, system.applicationIni(system));
+    }
+
+    void logsNothing()
+    {
+        static int messages;
+        messages = 0;
+        const auto previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) { ++messages; });
+        VelkRouting::setTraceEnabled(true);
+        const VelkSystem system({twoRelays});
+        const auto routes = system.routes({{}, "HI", "U1"}, {{}, "1", "J1"});
+        const bool isStillEnabled = VelkRouting::isTraceEnabled();
+        qInstallMessageHandler(previous);
+        QCOMPARE(routes.size(), std::size_t(1));
+        QVERIFY(isStillEnabled);
+        QCOMPARE(messages, 0);
+    }
+
+    void warns()
+    {
+        const std::string file = QStringLiteral(VELK_TEST_DATA "/kicad5.net").toStdString();
+        VelkSystemOptions options;
+        options.readingMode = VelkReadingMode::Tolerant;
+        QCOMPARE(VelkSystem({file}, options).warnings(), VelkRouting({file}, {}, VelkReadingMode::Tolerant).warnings());
+    }
+
+private:
+    std::string write(const EDAProvider &netlist, const QString &name)
+    {
+        QFile file(folder.filePath(name));
+        const QByteArray text = NetlistText::netlist(netlist);
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("cannot write %s", qPrintable(name));
+        return file.fileName().toStdString();
+    }
+
+    std::vector<std::string> write(const std::vector<std::unique_ptr<StubProvider>> &boards)
+    {
+        std::vector<std::string> names;
+        for (const auto &board : boards)
+            names.push_back(write(*board, u"%1.net"_s.arg(names.size())));
+        return names;
+    }
+
+    static QString contentOf(const QString &name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    const std::string twoRelays = QStringLiteral(VELK_TEST_DATA "/two_relays.net").toStdString();
+    QTemporaryDir folder;
+};
+
+VELK_TEST(VelkSystemTest)
+
+#include "VelkSystemTest.moc"

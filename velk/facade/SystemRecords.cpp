@@ -1,0 +1,119 @@
+#include <velk/facade/SystemRecords.h>
+
+#include <velk/facade/StandardTypes.h>
+#include <velk/index/NetlistIndex.h>
+#include <velk/naming/References.h>
+
+namespace Velk {
+
+SystemRecords::SystemRecords(const MultipleEDAProvider &netlist)
+    : provider(netlist)
+{
+}
+
+VelkPartInfo SystemRecords::of(const EDAPart &part) const
+{
+    VelkPartInfo info{part.name.toStdString(), part.lib.toStdString(), {}};
+    for (const auto &pin : part.pins)
+        info.pins.push_back(toStandard(*pin));
+    return info;
+}
+
+VelkPinInfo SystemRecords::pinOf(const EDAComponent &component, const QString &number)
+{
+    auto known = pinsByPart.find(component.part);
+    if (known == pinsByPart.end()) {
+        known = pinsByPart.insert(component.part, {});
+        const auto part = provider.getPartByName(component.part);
+        for (const auto &pin : part ? part->pins : QList<QSharedPointer<EDAPin>>()) {
+            if (!known->contains(pin->number)) // the first of that number
+                known->insert(pin->number, toStandard(*pin));
+        }
+    }
+    return known->value(number, {number.toStdString(), {}, {}});
+}
+
+VelkNodeInfo SystemRecords::of(const EDANetNode &node)
+{
+    const auto component = provider.getComponentByRef(node.ref);
+    return {node.ref.toStdString(),
+            component ? pinOf(*component, node.pin) : VelkPinInfo{node.pin.toStdString(), {}, {}}};
+}
+
+VelkNetInfo SystemRecords::of(const EDANet &net)
+{
+    VelkNetInfo info{net.name.toStdString(), {}};
+    info.pins.reserve(static_cast<std::size_t>(net.nodes.size()));
+    for (const auto &node : net.nodes)
+        info.pins.push_back(of(*node));
+    return info;
+}
+
+std::vector<VelkPlacedPin> SystemRecords::pinsOf(const EDAComponent &component) const
+{
+    std::vector<VelkPlacedPin> pins;
+    const auto part = provider.getPartByName(component.part);
+    for (const auto &pin : part ? part->pins : QList<QSharedPointer<EDAPin>>())
+        pins.push_back({toStandard(*pin), nameOfNetAt(component, pin->number)});
+    return pins;
+}
+
+// A system of too many pins has no index that tells.
+std::string SystemRecords::nameOfNetAt(const EDAComponent &component, const QString &pin) const
+{
+    if (const auto *index = provider.netlistIndex()) {
+        const int net = index->netOfTerminal(index->numberedNode(component.ref, pin).terminal);
+        return net == NetlistIndex::none ? std::string() : index->net(net)->name.toStdString();
+    }
+    const auto node = EDANetNode::create(component.ref, pin);
+    for (const auto &net : provider.getNets()) {
+        if (net->containsNode(node))
+            return net->name.toStdString();
+    }
+    return {};
+}
+
+VelkRoute SystemRecords::of(const TracedPath &path)
+{
+    VelkRoute route{{}, path.lastNet->name.toStdString(), {}};
+    route.steps.reserve(static_cast<std::size_t>(path.steps.size()));
+    for (const TracedStep &step : path.steps)
+        route.steps.push_back({step.net->name.toStdString(), pinOf(*step.component, step.entryPin),
+                               step.component->ref.toStdString(), pinOf(*step.component, step.exitPin)});
+    route.sideConnections.reserve(static_cast<std::size_t>(path.additionalNodes.size()));
+    for (const TracedNode &additional : path.additionalNodes) {
+        const VelkNodeInfo node = of(*additional.node);
+        route.sideConnections.push_back({additional.net->name.toStdString(), node.component, node.pin});
+    }
+    return route;
+}
+
+VelkReach SystemRecords::of(const PathReach &reach)
+{
+    VelkReach result{{}, {}, reach.isAlone};
+    for (const auto &net : reach.nets)
+        result.nets.push_back(net->name.toStdString());
+    for (const auto &node : reach.unpluggedPins)
+        result.unpluggedPins.push_back(of(*node));
+    return result;
+}
+
+VelkNoRouteReason SystemRecords::of(const NoPathReason &reason)
+{
+    VelkNoRouteReason result{reason.isComplete,
+                             reason.isConnected,
+                             {},
+                             {},
+                             of(reason.fromSource),
+                             of(reason.fromDestination),
+                             toStandard(refsOf(reason.between)),
+                             reason.isConnectedInOtherDirection};
+    if (reason.shortest >= 0)
+        result.shortest = static_cast<std::size_t>(reason.shortest);
+    for (const SufficientLimits &limits : reason.sufficientLimits)
+        result.sufficientLimits.push_back({limits.maxSwitchingComponents, limits.maxAdditionalNodes,
+                                           static_cast<std::size_t>(limits.switchingComponents),
+                                           static_cast<std::size_t>(limits.additionalNodes)});
+    return result;
+}
+}

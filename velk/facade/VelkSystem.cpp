@@ -1,0 +1,372 @@
+#include <velk/facade/VelkSystem.h>
+
+#include <velk/facade/StandardTypes.h>
+#include <velk/facade/SystemRecords.h>
+#include <velk/facade/VelkSystemPrivate.h>
+#include <velk/ini/EDAApplicationIniGenerator.h>
+#include <velk/model/RoutingLog.h>
+#include <velk/naming/NetlistSelection.h>
+#include <velk/naming/PinSearch.h>
+#include <velk/naming/References.h>
+#include <velk/naming/Suggestions.h>
+
+#include <QBuffer>
+#include <QSaveFile>
+
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+
+namespace Velk {
+
+namespace {
+
+VelkSystemException exceptionWith(VelkSystemException::Kind kind, const QString &message)
+{
+    return {kind, message.toStdString()};
+}
+
+/// The element of this name or, without the suffix of its file, the only one that is drawn so. The \a what of the
+/// message is as "part".
+template <typename Element>
+QSharedPointer<Element> elementCalled(const QString &name, const QList<QSharedPointer<Element>> &elements,
+                                      const QString &what)
+{
+    QList<QSharedPointer<Element>> drawnSo;
+    QStringList names;
+    for (const auto &element : elements) {
+        if (element->name == name)
+            return element;
+        if (drawnName(element->name) == name)
+            drawnSo.append(element);
+        names.append(element->name);
+    }
+    if (drawnSo.size() == 1)
+        return drawnSo.first();
+    throw exceptionWith(VelkSystemException::Kind::NotFound,
+                        drawnSo.isEmpty() ? u"there is no %1 '%2'; there are %3"_s.arg(
+                                                what, name, enumeration(nearestFirst(name, names)))
+                                          : u"several netlists have a %1 '%2'"_s.arg(what, name));
+}
+
+/// What \a query returns, with the exceptions of the library turned into the one of the facade. Nothing is logged.
+template <typename Query>
+auto answered(Query query)
+try {
+    const RoutingLogSilence silence;
+    return query();
+} catch (const EDASearchCalledOffException &exception) {
+    throw exceptionWith(VelkSystemException::Kind::CalledOff, exception.message());
+} catch (const EDAException &exception) {
+    throw exceptionWith(VelkSystemException::Kind::NotFound, exception.message());
+}
+
+PinChoice findEnd(const VelkSystemPrivate &system, const VelkRouteEnd &end)
+{
+    return findPin(*system.netlist,
+                   {toQt(end.properties), QString::fromStdString(end.ref), QString::fromStdString(end.pin)});
+}
+
+using Writing = std::function<void(QIODevice &)>;
+
+std::string textOf(const Writing &write)
+{
+    QBuffer buffer;
+    write(buffer);
+    return buffer.data().toStdString();
+}
+
+void writeFile(const std::string &fileName, const Writing &write)
+{
+    QSaveFile file(QString::fromStdString(fileName));
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    if (isOpen)
+        write(file);
+    if (!isOpen || !file.commit())
+        throw exceptionWith(VelkSystemException::Kind::Writing,
+                            u"%1: cannot be written: %2"_s.arg(file.fileName(), file.errorString()));
+}
+}
+
+std::vector<std::string> VelkRoute::switches() const
+{
+    std::vector<std::string> refs;
+    refs.reserve(steps.size());
+    for (const VelkRouteStep &step : steps)
+        refs.push_back(step.component);
+    return refs;
+}
+
+bool operator==(const VelkPartInfo &a, const VelkPartInfo &b)
+{
+    return std::tie(a.name, a.library, a.pins) == std::tie(b.name, b.library, b.pins);
+}
+
+bool operator==(const VelkNodeInfo &a, const VelkNodeInfo &b)
+{
+    return std::tie(a.component, a.pin) == std::tie(b.component, b.pin);
+}
+
+bool operator==(const VelkNetInfo &a, const VelkNetInfo &b)
+{
+    return std::tie(a.name, a.pins) == std::tie(b.name, b.pins);
+}
+
+bool operator==(const VelkPlacedPin &a, const VelkPlacedPin &b)
+{
+    return std::tie(a.pin, a.net) == std::tie(b.pin, b.net);
+}
+
+bool operator==(const VelkRouteStep &a, const VelkRouteStep &b)
+{
+    return std::tie(a.net, a.pinIn, a.component, a.pinOut) == std::tie(b.net, b.pinIn, b.component, b.pinOut);
+}
+
+bool operator==(const VelkSideConnection &a, const VelkSideConnection &b)
+{
+    return std::tie(a.net, a.component, a.pin) == std::tie(b.net, b.component, b.pin);
+}
+
+bool operator==(const VelkRoute &a, const VelkRoute &b)
+{
+    return std::tie(a.steps, a.lastNet, a.sideConnections) == std::tie(b.steps, b.lastNet, b.sideConnections);
+}
+
+bool operator==(const VelkSufficientLimits &a, const VelkSufficientLimits &b)
+{
+    return std::tie(a.maxSwitches, a.maxConnections, a.switches, a.sideConnections) ==
+           std::tie(b.maxSwitches, b.maxConnections, b.switches, b.sideConnections);
+}
+
+bool operator==(const VelkReach &a, const VelkReach &b)
+{
+    return std::tie(a.nets, a.unpluggedPins, a.isAlone) == std::tie(b.nets, b.unpluggedPins, b.isAlone);
+}
+
+bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b)
+{
+    const auto members = [](const VelkNoRouteReason &reason) {
+        return std::tie(reason.isComplete, reason.isConnected, reason.shortest, reason.sufficientLimits,
+                        reason.fromSource, reason.fromDut, reason.between, reason.isConnectedInOtherDirection);
+    };
+    return members(a) == members(b);
+}
+
+VelkSystemException::VelkSystemException(Kind kind, const std::string &message)
+    : m_kind(kind)
+    , m_message(message)
+{
+}
+
+VelkSystemException::~VelkSystemException() = default;
+VelkSystemException::VelkSystemException(const VelkSystemException &other) = default;
+VelkSystemException &VelkSystemException::operator=(const VelkSystemException &other) = default;
+VelkSystemException::VelkSystemException(VelkSystemException &&other) noexcept = default;
+VelkSystemException &VelkSystemException::operator=(VelkSystemException &&other) noexcept = default;
+
+VelkSystemException::Kind VelkSystemException::kind() const
+{
+    return m_kind;
+}
+
+std::string VelkSystemException::message() const
+{
+    return m_message;
+}
+
+const char *VelkSystemException::what() const noexcept
+{
+    return m_message.c_str();
+}
+
+VelkSystemPrivate::VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions)
+    : options(systemOptions)
+{
+    QList<EDAProvider *> netlists;
+    for (const auto &fileName : fileNames) {
+        const KiCadNetlistFile file(QString::fromStdString(fileName), toQt(options.readingMode));
+        const QString refusal = file.refusal();
+        if (!refusal.isEmpty())
+            throw exceptionWith(VelkSystemException::Kind::Reading, u"%1: %2"_s.arg(file.fileName(), refusal));
+        files.append(file);
+        netlists.append(file.netlist().get());
+    }
+    const RoutingLogSilence silence;
+    netlist = std::make_unique<MultipleEDAProvider>(netlists, toQt(options.connectorTypes));
+}
+
+Routing VelkSystemPrivate::routing(const VelkSearchOptions &searchOptions) const
+{
+    Routing routing(netlist.get());
+    routing.setComponentTypesThatAreSwitchable(toQt(options.switchableTypes));
+    routing.setComponentTypesThatAreInterfaces(toQt(options.interfaceTypes));
+    routing.setComponentTypesThatAreConnectors(toQt(options.connectorTypes));
+    routing.setMaxSwitchingComponentsPerPath(searchOptions.maxSwitches);
+    routing.setMaxAdditionalNodesPerPath(searchOptions.maxConnections);
+    routing.setMaxPaths(static_cast<qsizetype>(searchOptions.maxRoutes)); // what turns negative is no bound either
+    routing.setInterruption(searchOptions.isCalledOff);
+    return routing;
+}
+
+EDAProvider &VelkSystemPrivate::asRead() const
+{
+    return files.size() == 1 ? static_cast<EDAProvider &>(*files.first().netlist()) : *netlist;
+}
+
+EDAPhysicalIniGenerator VelkSystemPrivate::physicalIni() const
+{
+    EDAPhysicalIniGenerator generator(&asRead());
+    generator.setComponentTypesThatAreExported(toQt(options.deviceTypes));
+    return generator;
+}
+
+std::function<void(QIODevice &)> VelkSystemPrivate::applicationIni(const VelkSystemPrivate &application) const
+{
+    EDAApplicationIniGenerator generator(&asRead(), &application.asRead());
+    generator.setComponentTypesDut(toQt(application.options.dutTypes));
+    if (const QString oversize = generator.oversize(); !oversize.isEmpty())
+        throw exceptionWith(VelkSystemException::Kind::TooLarge, oversize);
+    return [=, names = fileNames(), applicationNames = application.fileNames()](QIODevice &device) {
+        generator.generate(&device, names, applicationNames);
+    };
+}
+
+QString VelkSystemPrivate::fileNames() const
+{
+    QStringList names;
+    for (const auto &file : files)
+        names.append(file.fileName());
+    return names.join(u", "_s);
+}
+
+VelkSystem::VelkSystem(const std::vector<std::string> &fileNames, const VelkSystemOptions &options)
+    : d(std::make_shared<VelkSystemPrivate>(fileNames, options))
+{
+}
+
+VelkSystem::~VelkSystem() = default;
+VelkSystem::VelkSystem(const VelkSystem &other) = default;
+VelkSystem &VelkSystem::operator=(const VelkSystem &other) = default;
+VelkSystem::VelkSystem(VelkSystem &&other) noexcept = default;
+VelkSystem &VelkSystem::operator=(VelkSystem &&other) noexcept = default;
+
+std::vector<std::string> VelkSystem::fileNames() const
+{
+    std::vector<std::string> names;
+    for (const auto &file : d->files)
+        names.push_back(file.fileName().toStdString());
+    return names;
+}
+
+VelkSystemOptions VelkSystem::options() const
+{
+    return d->options;
+}
+
+std::vector<std::string> VelkSystem::warnings() const
+{
+    std::vector<std::string> texts;
+    for (const auto &file : d->files) {
+        for (const QString &warning : file.warnings())
+            texts.push_back(u"%1: %2"_s.arg(file.fileName(), warning).toStdString());
+    }
+    return texts;
+}
+
+std::vector<VelkComponentInfo> VelkSystem::components(const std::map<std::string, std::string> &properties) const
+{
+    std::vector<VelkComponentInfo> infos;
+    for (const auto &component : NetlistSelection(*d->netlist, toQt(properties)).components())
+        infos.push_back(toStandard(*component));
+    return infos;
+}
+
+std::vector<VelkPartInfo> VelkSystem::parts(const std::map<std::string, std::string> &properties) const
+{
+    const SystemRecords records(*d->netlist);
+    std::vector<VelkPartInfo> infos;
+    for (const auto &part : NetlistSelection(*d->netlist, toQt(properties)).parts())
+        infos.push_back(records.of(*part));
+    return infos;
+}
+
+std::vector<VelkNetInfo> VelkSystem::nets(const std::map<std::string, std::string> &properties) const
+{
+    SystemRecords records(*d->netlist);
+    std::vector<VelkNetInfo> infos;
+    for (const auto &net : NetlistSelection(*d->netlist, toQt(properties)).nets())
+        infos.push_back(records.of(*net));
+    return infos;
+}
+
+VelkComponentInfo VelkSystem::component(const std::string &ref) const
+{
+    return answered([&] { return toStandard(*findComponent(*d->netlist, QString::fromStdString(ref))); });
+}
+
+VelkPartInfo VelkSystem::part(const std::string &name) const
+{
+    return SystemRecords(*d->netlist)
+        .of(*elementCalled(QString::fromStdString(name), d->netlist->getParts(), u"part"_s));
+}
+
+VelkNetInfo VelkSystem::net(const std::string &name) const
+{
+    return SystemRecords(*d->netlist).of(*elementCalled(QString::fromStdString(name), d->netlist->getNets(), u"net"_s));
+}
+
+std::vector<VelkPlacedPin> VelkSystem::pins(const std::string &ref) const
+{
+    return answered(
+        [&] { return SystemRecords(*d->netlist).pinsOf(*findComponent(*d->netlist, QString::fromStdString(ref))); });
+}
+
+std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const VelkRouteEnd &dut,
+                                          const VelkSearchOptions &options) const
+{
+    return answered([&] {
+        const PinChoice from = findEnd(*d, source);
+        const PinChoice to = findEnd(*d, dut);
+        const auto paths =
+            d->routing(options).findTracedPathsBetween(from.component, from.pin->number, to.component, to.pin->number);
+        SystemRecords records(*d->netlist);
+        std::vector<VelkRoute> routes;
+        routes.reserve(static_cast<std::size_t>(paths.size()));
+        for (const auto &path : paths)
+            routes.push_back(records.of(path));
+        return routes;
+    });
+}
+
+VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut,
+                                         const VelkSearchOptions &options) const
+{
+    return answered([&] {
+        const PinChoice from = findEnd(*d, source);
+        const PinChoice to = findEnd(*d, dut);
+        const auto reason =
+            d->routing(options).explainNoPathBetween(from.component, from.pin->number, to.component, to.pin->number);
+        return SystemRecords(*d->netlist).of(reason);
+    });
+}
+
+std::string VelkSystem::physicalIni() const
+{
+    return textOf([&](QIODevice &device) { d->physicalIni().generate(&device); });
+}
+
+void VelkSystem::writePhysicalIni(const std::string &fileName) const
+{
+    writeFile(fileName, [&](QIODevice &device) { d->physicalIni().generate(&device); });
+}
+
+std::string VelkSystem::applicationIni(const VelkSystem &application) const
+{
+    return textOf(d->applicationIni(*application.d));
+}
+
+void VelkSystem::writeApplicationIni(const std::string &fileName, const VelkSystem &application) const
+{
+    writeFile(fileName, d->applicationIni(*application.d));
+}
+}

@@ -1,0 +1,277 @@
+#ifndef VELK_FACADE_VELKSYSTEM_H
+#define VELK_FACADE_VELKSYSTEM_H
+
+#include <velk/VelkExport.h>
+#include <velk/facade/VelkRouting.h>
+
+#include <cstddef>
+#include <exception>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Velk {
+
+class VelkSystemPrivate;
+
+/// A library part with its pins.
+struct VelkPartInfo
+{
+    std::string name;              ///< with the number of its file: "Relay_SPST#1"
+    std::string library;           ///< may be empty
+    std::vector<VelkPinInfo> pins; ///< in the order of the netlist
+};
+
+/// A pin of a component on a net.
+struct VelkNodeInfo
+{
+    std::string component; ///< its reference: "K3#1"
+    VelkPinInfo pin;       ///< with its number alone where the component's part does not list it
+};
+
+/// What is connected without any switch.
+struct VelkNetInfo
+{
+    std::string name; ///< with the number of its file: "GND#1"; of nets that are plugged together "OUT#1+IN#2"
+    std::vector<VelkNodeInfo> pins;
+};
+
+/// A pin of a component and where it lies.
+struct VelkPlacedPin
+{
+    VelkPinInfo pin;
+    std::string net; ///< the name of the first net that holds it; empty where there is none
+};
+
+/// A component that a route switches on, and by which pins the route passes it.
+struct VelkRouteStep
+{
+    std::string net;       ///< the name of the net from which the component is entered
+    VelkPinInfo pinIn;     ///< by which it is entered
+    std::string component; ///< its reference
+    VelkPinInfo pinOut;    ///< by which it is left
+};
+
+/// A pin that a route connects besides the two that were asked for.
+struct VelkSideConnection
+{
+    std::string net;       ///< where the route meets it
+    std::string component; ///< its reference
+    VelkPinInfo pin;
+};
+
+/// One way from the source pin to the DUT's.
+struct VELK_EXPORT VelkRoute
+{
+    std::vector<VelkRouteStep> steps; ///< from source to DUT; none where the two pins lie on one net
+    std::string lastNet;              ///< the name of the net that holds the DUT's pin
+    /// Pins of interface components on the nets in between, in the order in which they were met.
+    std::vector<VelkSideConnection> sideConnections;
+
+    /// The references of the components to switch on, from source to DUT.
+    std::vector<std::string> switches() const;
+};
+
+/// Limits with which there is a route, and how much the first such route has.
+struct VelkSufficientLimits
+{
+    int maxSwitches;    ///< for VelkSearchOptions
+    int maxConnections; ///< for VelkSearchOptions
+    std::size_t switches;
+    std::size_t sideConnections;
+};
+
+/// How far one gets from a pin over switchable components.
+struct VelkReach
+{
+    std::vector<std::string> nets; ///< their names, the nearest first; none where the pin lies on no net
+    /// Of the connectors on these nets those without the same pin of another component with their Identifier there.
+    std::vector<VelkNodeInfo> unpluggedPins;
+    bool isAlone; ///< nothing else lies on the net of the pin
+};
+
+/// Why there is no route, as far as it is known.
+struct VelkNoRouteReason
+{
+    bool isComplete; ///< false where the search was called off before all was known
+    /// Whether there is a chain of switchable components, however long; empty where that is not known.
+    std::optional<bool> isConnected;
+
+    std::optional<std::size_t> shortest; ///< the number of components of the shortest chain; empty without one
+    /// Where there is a chain: more switches, if that alone is enough; more side connections, if that alone is enough;
+    /// else both, with as few switches as a route can have.
+    std::vector<VelkSufficientLimits> sufficientLimits;
+
+    VelkReach fromSource; ///< where there is no chain
+    VelkReach fromDut;    ///< the same backwards
+    /// References of components of other types, neither connectors nor interfaces, that lie on a way from end to end
+    /// which crosses as few of them as possible. The nearest to the source come first.
+    std::vector<std::string> between;
+    bool isConnectedInOtherDirection; ///< there is no chain, but one from the DUT to the source
+};
+
+VELK_EXPORT bool operator==(const VelkPartInfo &a, const VelkPartInfo &b);
+VELK_EXPORT bool operator==(const VelkNodeInfo &a, const VelkNodeInfo &b);
+VELK_EXPORT bool operator==(const VelkNetInfo &a, const VelkNetInfo &b);
+VELK_EXPORT bool operator==(const VelkPlacedPin &a, const VelkPlacedPin &b);
+VELK_EXPORT bool operator==(const VelkRouteStep &a, const VelkRouteStep &b);
+VELK_EXPORT bool operator==(const VelkSideConnection &a, const VelkSideConnection &b);
+VELK_EXPORT bool operator==(const VelkRoute &a, const VelkRoute &b);
+VELK_EXPORT bool operator==(const VelkSufficientLimits &a, const VelkSufficientLimits &b);
+VELK_EXPORT bool operator==(const VelkReach &a, const VelkReach &b);
+VELK_EXPORT bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b);
+
+/// One end of a route: a pin of a component, as people write it.
+struct VelkRouteEnd
+{
+    /// Of the component, as in {{"Dev", "DMM"}}; all have to match, an empty value also where there is no such
+    /// property. Of several components it is the first one, by reference, that has the pin.
+    std::map<std::string, std::string> properties;
+    std::string pin;      ///< its number, or else its name
+    std::string ref = {}; ///< instead of the properties, if not empty: "K3#2", or "K3" where one file only has a K3
+};
+
+/// What bounds a search, as the command `velk routes` has it by default.
+struct VelkSearchOptions
+{
+    /// A net is searched further while it was reached over at most this many switches, so routes of up to one more are
+    /// found. Negative: direct connections only, as with 2147483647.
+    int maxSwitches = 5;
+    /// A route with more side connections is left out. Negative: direct connections only.
+    int maxConnections = 3;
+    /// The first so many routes only, exactly those that would come first without the bound; 0 is no bound.
+    std::size_t maxRoutes = 0;
+    /// Asked now and then, in the thread that searches; the search ends when it returns true. None lets it run.
+    std::function<bool()> isCalledOff = {};
+};
+
+/// How a system is read.
+struct VelkSystemOptions
+{
+    /// The component types, that is "CompType", at which the files are plugged together; none joins nothing. Types are
+    /// compared without regard to case.
+    std::vector<std::string> connectorTypes = {"Connector"};
+    std::vector<std::string> switchableTypes = {"Relay", "Resistor"}; ///< that a route may pass through
+    std::vector<std::string> interfaceTypes = {"Source", "DUT"};      ///< whose pins a route lists as side connections
+    std::vector<std::string> dutTypes = {"Dut"};                      ///< that are DUTs in the application INI file
+    std::vector<std::string> deviceTypes = {"Source"};                ///< that are devices in the physical INI file
+    VelkReadingMode readingMode = VelkReadingMode::Default;
+};
+
+/// The one type that VelkSystem throws itself; where memory runs out, that is std::bad_alloc.
+class VELK_EXPORT VelkSystemException : public std::exception
+{
+public:
+    /// What it was that failed.
+    enum class Kind
+    {
+        Reading,   ///< a netlist cannot be read or is not as it should be
+        NotFound,  ///< there is no such component, part, pin or net
+        CalledOff, ///< the search was called off
+        Writing,   ///< a file cannot be written
+        TooLarge,  ///< an INI file would not end, as by a mistyped bench number
+    };
+
+    /// \a message is what message() returns.
+    VelkSystemException(Kind kind, const std::string &message);
+    ~VelkSystemException() override;
+    VelkSystemException(const VelkSystemException &other);
+    VelkSystemException &operator=(const VelkSystemException &other);
+    VelkSystemException(VelkSystemException &&other) noexcept;
+    VelkSystemException &operator=(VelkSystemException &&other) noexcept;
+
+    Kind kind() const; ///< as given
+    /// What is wrong, in one line of English (UTF-8). Where something is not found, with what comes nearest.
+    std::string message() const;
+    const char *what() const noexcept override; ///< the same text
+
+private:
+    Kind m_kind;
+    std::string m_message;
+};
+
+/// A test system, loaded once and asked whatever one wants to know of it, for callers without Qt.
+///
+///     const Velk::VelkSystem system({"instruments.net", "matrix.net", "adapter.net"});
+///     for (const auto &route : system.routes({{{"Dev", "DMM"}}, "HI"}, {{{"CompType", "DUT"}, {"Bench", "2"}},
+///     "OUT"}))
+///         for (const std::string &relay : route.switches())
+///             std::cout << relay << '\n';
+///
+/// The files are plugged together where their nets meet at the same pin number of connectors with the same "Identifier"
+/// property. References, part names and net names carry the suffix "#n", n being the position of the file counted from
+/// 1; one file alone is treated alike. Where a name is asked for, the suffix may be left out if it is clear without.
+///
+/// All texts are UTF-8, names of files too, on Windows as elsewhere: there give it what
+/// std::filesystem::path::u8string() returns.
+///
+/// A system never changes. Copies share it and cost nothing, several threads may ask one and the same, and nothing is
+/// logged, whatever Qt's logging rules are.
+class VELK_EXPORT VelkSystem
+{
+public:
+    /// Reads the files in this order. Throws a VelkSystemException for the first one that cannot be read, is no netlist
+    /// or lacks an element, and for one that was probably cut off or, by default, is not UTF-8.
+    explicit VelkSystem(const std::vector<std::string> &fileNames,
+                        const VelkSystemOptions &options = VelkSystemOptions());
+    ~VelkSystem();
+    VelkSystem(const VelkSystem &other);
+    VelkSystem &operator=(const VelkSystem &other);
+    /// One that was moved from may be assigned to or destroyed, nothing else.
+    VelkSystem(VelkSystem &&other) noexcept;
+    VelkSystem &operator=(VelkSystem &&other) noexcept;
+
+    std::vector<std::string> fileNames() const; ///< as given
+    VelkSystemOptions options() const;          ///< as given
+    /// What was completed, dropped or is listed more than once, in the order of the files, each as
+    /// VelkRouting::warnings() has it.
+    std::vector<std::string> warnings() const;
+
+    /// The components with all these properties, by reference; all of them without properties. The reference, the value
+    /// and the part are asked for as the properties "ref", "value" and "part".
+    std::vector<VelkComponentInfo> components(const std::map<std::string, std::string> &properties = {}) const;
+    /// The parts of these components, by name.
+    std::vector<VelkPartInfo> parts(const std::map<std::string, std::string> &properties = {}) const;
+    /// The nets on which one of these components lies, in the order in which the files and their joining give them.
+    std::vector<VelkNetInfo> nets(const std::map<std::string, std::string> &properties = {}) const;
+
+    /// Each throws a VelkSystemException where there is none or, without its suffix, more than one.
+    VelkComponentInfo component(const std::string &ref) const;
+    VelkPartInfo part(const std::string &name) const;
+    VelkNetInfo net(const std::string &name) const;
+    /// The pins of the component \a ref, in the order of its part. Throws as component() does.
+    std::vector<VelkPlacedPin> pins(const std::string &ref) const;
+
+    /// The routes from one pin to the other: those of the fewest switches first, among them those of the fewest side
+    /// connections, then in the order in which they are found. No route is an empty list. Throws a VelkSystemException
+    /// where an end is not there or the search was called off.
+    std::vector<VelkRoute> routes(const VelkRouteEnd &source, const VelkRouteEnd &dut,
+                                  const VelkSearchOptions &options = VelkSearchOptions()) const;
+
+    /// Why routes() finds none between these pins with these options; of pins that have routes it tells the shortest.
+    /// Where it was called off it tells what is known by then. Throws a VelkSystemException where an end is not there.
+    VelkNoRouteReason whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut,
+                                 const VelkSearchOptions &options = VelkSearchOptions()) const;
+
+    /// The physical INI file of the resource manager: a section for each device. References have their suffix only
+    /// where there are several files.
+    std::string physicalIni() const;
+    /// Writes it to a file, which is left as it was where that fails. Throws a VelkSystemException then.
+    void writePhysicalIni(const std::string &fileName) const;
+
+    /// The application INI file of the resource manager: the sources are those of this system, the DUTs those of \a
+    /// application, with its dutTypes. The two are named by their files. Throws a VelkSystemException for a bench
+    /// number that would make more than 10,000 benches or 5,000,000 entries.
+    std::string applicationIni(const VelkSystem &application) const;
+    /// Writes it to a file, as writePhysicalIni() does.
+    void writeApplicationIni(const std::string &fileName, const VelkSystem &application) const;
+
+private:
+    std::shared_ptr<const VelkSystemPrivate> d;
+};
+}
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef VELK_FACADE_VELKSYSTEMPRIVATE_H
+#define VELK_FACADE_VELKSYSTEMPRIVATE_H
+
+#include <velk/facade/VelkSystem.h>
+#include <velk/ini/EDAPhysicalIniGenerator.h>
+#include <velk/kicad/KiCadNetlistFile.h>
+#include <velk/provider/MultipleEDAProvider.h>
+#include <velk/routing/Routing.h>
+
+#include <functional>
+#include <memory>
+
+namespace Velk {
+
+/// What a VelkSystem and its copies share. Nothing of it changes.
+class VelkSystemPrivate
+{
+public:
+    VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions);
+
+    /// Set up for one query.
+    Routing routing(const VelkSearchOptions &searchOptions) const;
+
+    /// For the INI files: one file as it is, without suffixes, or all as one.
+    EDAProvider &asRead() const;
+    QString fileNames() const; ///< as the application INI names the netlist
+    EDAPhysicalIniGenerator physicalIni() const;
+    /// What writes the file. Throws a VelkSystemException where it would be too large.
+    std::function<void(QIODevice &)> applicationIni(const VelkSystemPrivate &application) const;
+
+    VelkSystemOptions options;
+    QList<KiCadNetlistFile> files;
+    std::unique_ptr<MultipleEDAProvider> netlist;
+};
+}
+
+#endif
