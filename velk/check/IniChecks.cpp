@@ -1,6 +1,5 @@
 #include <velk/check/IniChecks.h>
 
-#include <velk/check/SystemCheck.h>
 #include <velk/ini/ChannelTables.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/ini/IniText.h>

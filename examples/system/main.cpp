@@ -1,0 +1,30 @@
+// Prints how many relays a system has, the first route from the first channel of the function generator to the AUX pin
+// of the DUT on bench 1, pin by pin, and why there is none over a single relay.
+//
+//     system-example instruments.net matrix.net adapter.net
+
+#include <velk/facade/VelkSystem.h>
+
+#include <iostream>
+
+int main(int argc, char **argv)
+try {
+    const Velk::VelkSystem system(std::vector<std::string>(argv + 1, argv + argc));
+    std::cout << system.components({{"CompType", "Relay"}}).size() << " relays\n";
+
+    const Velk::VelkRouteEnd generator{{{"Dev", "FGEN"}, {"Channel", "1"}}, "OUT"};
+    const Velk::VelkRouteEnd dut{{{"CompType", "DUT"}, {"Bench", "1"}}, "AUX"};
+    const auto routes = system.routes(generator, dut);
+    for (const auto &step : routes.at(0).steps)
+        std::cout << step.net << ": " << step.component << " from pin " << step.pinIn.number << " to pin "
+                  << step.pinOut.number << '\n';
+
+    Velk::VelkSearchOptions options;
+    options.maxSwitches = 1;
+    const auto reason = system.whyNoRoute(generator, dut, options);
+    for (const auto &limits : reason.sufficientLimits)
+        std::cout << "over " << limits.switches << " switches, with a limit of " << limits.maxSwitches << '\n';
+} catch (const std::exception &exception) {
+    std::cerr << exception.what() << '\n';
+    return 2;
+}
