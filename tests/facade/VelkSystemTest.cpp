@@ -2,6 +2,7 @@
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
+#include <velk/check/SystemCheck.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/provider/MultipleEDAProvider.h>
@@ -163,7 +164,8 @@ private Q_SLOTS:
         QCOMPARE(copy.component("J2").value, std::string("Ω"));
         QVERIFY(copy.part("S") == (VelkPartInfo{"S#1", "", {{"1", "HI", "output"}}}));
         QVERIFY(copy.parts({{"ref", "U1"}}) == std::vector{copy.part("S#1")});
-        QVERIFY(copy.net("A") == (VelkNetInfo{"A#1", {{"U1#1", {"1", "HI", "output"}}, {"K1#1", {"1", "", "passive"}}}}));
+        QVERIFY(copy.net("A") ==
+                (VelkNetInfo{"A#1", {{"U1#1", {"1", "HI", "output"}}, {"K1#1", {"1", "", "passive"}}}}));
         QCOMPARE(copy.nets({{"ref", "U1"}}).size(), std::size_t(1));
         QVERIFY(copy.pins("U1") == (std::vector<VelkPlacedPin>{{{"1", "HI", "output"}, "A#1"}}));
         const auto routes = copy.routes({{}, "HI", "U1"}, {{}, "1", "J1"});
@@ -177,6 +179,22 @@ private Q_SLOTS:
                 reason.sufficientLimits == (std::vector<VelkSufficientLimits>{{1, 3, 2, 1}}));
         QCOMPARE(Routing(nullptr).maxSwitchingComponentsPerPath(), VelkSearchOptions().maxSwitches);
         QCOMPARE(Routing(nullptr).maxAdditionalNodesPerPath(), VelkSearchOptions().maxConnections);
+    }
+
+    void checks()
+    {
+        const VelkSystem system({twoRelays, twoRelays});
+        const auto findings = system.check();
+        QCOMPARE(findings.at(0).code, std::string("same-netlist-twice"));
+        QVERIFY(findings[0].files == (std::vector<int>{1, 2}) && !findings[0].advice.empty());
+        QCOMPARE(system.check({"same-netlist-twice"}).size(), findings.size() - 1);
+        QList<KiCadNetlistFile> files{2, KiCadNetlistFile(qt(twoRelays))};
+        const MultipleEDAProvider netlist({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
+        SystemCheck check(netlist);
+        for (const auto &file : files)
+            check.addFile(file.fileName(), file.repetitions());
+        QCOMPARE(texts(findings, [](const VelkFinding &finding) { return qt(finding.message); }),
+                 texts(check.findings(), [](const Finding &finding) { return finding.message(); }));
     }
 
     void writesIniFiles()

@@ -98,6 +98,15 @@ VelkReach SystemRecords::of(const PathReach &reach)
     return result;
 }
 
+VelkFinding SystemRecords::of(const Finding &finding)
+{
+    return {finding.name().toStdString(),   toStandard(finding.places),
+            finding.text.toStdString(),     finding.advice().toStdString(),
+            toStandard(finding.components), toStandard(finding.nets),
+            toStandard(finding.pins),       {finding.netlists.cbegin(), finding.netlists.cend()},
+            finding.message().toStdString()};
+}
+
 VelkNoRouteReason SystemRecords::of(const NoPathReason &reason)
 {
     VelkNoRouteReason result{reason.isComplete,

@@ -1,6 +1,7 @@
 #ifndef VELK_FACADE_SYSTEMRECORDS_H
 #define VELK_FACADE_SYSTEMRECORDS_H
 
+#include <velk/check/Finding.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/NoPathReason.h>
@@ -24,6 +25,7 @@ public:
     std::vector<VelkPlacedPin> pinsOf(const EDAComponent &component) const;
     VelkRoute of(const TracedPath &path);
     VelkNoRouteReason of(const NoPathReason &reason);
+    static VelkFinding of(const Finding &finding);
 
 private:
     using PinsByNumber = QHash<QString, VelkPinInfo>;

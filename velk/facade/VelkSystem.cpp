@@ -1,5 +1,6 @@
 #include <velk/facade/VelkSystem.h>
 
+#include <velk/check/SystemCheck.h>
 #include <velk/facade/StandardTypes.h>
 #include <velk/facade/SystemRecords.h>
 #include <velk/facade/VelkSystemPrivate.h>
@@ -152,6 +153,15 @@ bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b)
     return members(a) == members(b);
 }
 
+bool operator==(const VelkFinding &a, const VelkFinding &b)
+{
+    const auto members = [](const VelkFinding &finding) {
+        return std::tie(finding.code, finding.places, finding.text, finding.advice, finding.components, finding.nets,
+                        finding.pins, finding.files, finding.message);
+    };
+    return members(a) == members(b);
+}
+
 VelkSystemException::VelkSystemException(Kind kind, const std::string &message)
     : m_kind(kind)
     , m_message(message)
@@ -182,15 +192,19 @@ const char *VelkSystemException::what() const noexcept
 VelkSystemPrivate::VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions)
     : options(systemOptions)
 {
+    QList<KiCadNetlistFile> loaded;
     QList<EDAProvider *> netlists;
     for (const auto &fileName : fileNames) {
         const KiCadNetlistFile file(QString::fromStdString(fileName), toQt(options.readingMode));
         const QString refusal = file.refusal();
         if (!refusal.isEmpty())
             throw exceptionWith(VelkSystemException::Kind::Reading, u"%1: %2"_s.arg(file.fileName(), refusal));
-        files.append(file);
+        files.append({file.fileName(), file.warnings(), file.repetitions()});
+        loaded.append(file);
         netlists.append(file.netlist().get());
     }
+    if (loaded.size() == 1)
+        onlyNetlist = loaded.first().netlist();
     const RoutingLogSilence silence;
     netlist = std::make_unique<MultipleEDAProvider>(netlists, toQt(options.connectorTypes));
 }
@@ -210,7 +224,7 @@ Routing VelkSystemPrivate::routing(const VelkSearchOptions &searchOptions) const
 
 EDAProvider &VelkSystemPrivate::asRead() const
 {
-    return files.size() == 1 ? static_cast<EDAProvider &>(*files.first().netlist()) : *netlist;
+    return onlyNetlist ? static_cast<EDAProvider &>(*onlyNetlist) : *netlist;
 }
 
 EDAPhysicalIniGenerator VelkSystemPrivate::physicalIni() const
@@ -235,7 +249,7 @@ QString VelkSystemPrivate::fileNames() const
 {
     QStringList names;
     for (const auto &file : files)
-        names.append(file.fileName());
+        names.append(file.name);
     return names.join(u", "_s);
 }
 
@@ -254,7 +268,7 @@ std::vector<std::string> VelkSystem::fileNames() const
 {
     std::vector<std::string> names;
     for (const auto &file : d->files)
-        names.push_back(file.fileName().toStdString());
+        names.push_back(file.name.toStdString());
     return names;
 }
 
@@ -267,8 +281,8 @@ std::vector<std::string> VelkSystem::warnings() const
 {
     std::vector<std::string> texts;
     for (const auto &file : d->files) {
-        for (const QString &warning : file.warnings())
-            texts.push_back(u"%1: %2"_s.arg(file.fileName(), warning).toStdString());
+        for (const QString &warning : file.warnings)
+            texts.push_back(u"%1: %2"_s.arg(file.name, warning).toStdString());
     }
     return texts;
 }
@@ -348,6 +362,21 @@ VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkR
             d->routing(options).explainNoPathBetween(from.component, from.pin->number, to.component, to.pin->number);
         return SystemRecords(*d->netlist).of(reason);
     });
+}
+
+std::vector<VelkFinding> VelkSystem::check(const std::vector<std::string> &ignored) const
+{
+    SystemCheck check(*d->netlist);
+    for (const auto &file : d->files)
+        check.addFile(file.name, file.repetitions);
+    check.setComponentTypesThatAreSwitchable(toQt(d->options.switchableTypes));
+    check.setComponentTypesThatAreInterfaces(toQt(d->options.interfaceTypes));
+    check.setComponentTypesDut(toQt(d->options.dutTypes));
+    check.setIgnored(toQt(ignored));
+    std::vector<VelkFinding> findings;
+    for (const Finding &finding : check.findings())
+        findings.push_back(SystemRecords::of(finding));
+    return findings;
 }
 
 std::string VelkSystem::physicalIni() const

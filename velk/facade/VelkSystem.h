@@ -113,6 +113,22 @@ struct VelkNoRouteReason
     bool isConnectedInOtherDirection; ///< there is no chain, but one from the DUT to the source
 };
 
+/// One thing that is probably not as it is meant.
+struct VelkFinding
+{
+    std::string code;                    ///< as "identifier-missing"; docs/check.md explains each; it never changes
+    std::vector<std::string> places;     ///< what it is found at: components, nets, files, or groups of sources
+    std::string text;                    ///< what is wrong there: "a connector without Identifier"
+    std::string advice;                  ///< what to do about it, the same for all of a code
+    std::vector<std::string> components; ///< the references of those that it is about
+    std::vector<std::string> nets;       ///< the names, as on the single boards, of those that it is about
+    std::vector<std::string> pins;       ///< numbers of pins of these components
+    std::vector<int> files;              ///< the positions, from 1 on, of those whose elements it is about; ascending
+
+    /// "K1#1, K2#1: no CompType (part 'Relay')": its places, of many the first ones, and its text.
+    std::string message;
+};
+
 VELK_EXPORT bool operator==(const VelkPartInfo &a, const VelkPartInfo &b);
 VELK_EXPORT bool operator==(const VelkNodeInfo &a, const VelkNodeInfo &b);
 VELK_EXPORT bool operator==(const VelkNetInfo &a, const VelkNetInfo &b);
@@ -123,6 +139,7 @@ VELK_EXPORT bool operator==(const VelkRoute &a, const VelkRoute &b);
 VELK_EXPORT bool operator==(const VelkSufficientLimits &a, const VelkSufficientLimits &b);
 VELK_EXPORT bool operator==(const VelkReach &a, const VelkReach &b);
 VELK_EXPORT bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b);
+VELK_EXPORT bool operator==(const VelkFinding &a, const VelkFinding &b);
 
 /// One end of a route: a pin of a component, as people write it.
 struct VelkRouteEnd
@@ -255,6 +272,11 @@ public:
     /// Where it was called off it tells what is known by then. Throws a VelkSystemException where an end is not there.
     VelkNoRouteReason whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut,
                                  const VelkSearchOptions &options = VelkSearchOptions()) const;
+
+    /// What the system may hold and an engineer hardly means, by code, as `velk check` finds it. What \a ignored names
+    /// is left out: a text is "CODE", or "CODE:NAME" for what is found at NAME, with wild cards "*" and "?". The files
+    /// are read once more, to find any that are given twice.
+    std::vector<VelkFinding> check(const std::vector<std::string> &ignored = {}) const;
 
     /// The physical INI file of the resource manager: a section for each device. References have their suffix only
     /// where there are several files.

@@ -28,8 +28,17 @@ public:
     /// What writes the file. Throws a VelkSystemException where it would be too large.
     std::function<void(QIODevice &)> applicationIni(const VelkSystemPrivate &application) const;
 
+    /// A file without its netlist, which the joined one has copied.
+    struct File
+    {
+        QString name;
+        QStringList warnings;
+        QList<KiCadRepetition> repetitions;
+    };
+
     VelkSystemOptions options;
-    QList<KiCadNetlistFile> files;
+    QList<File> files;
+    std::shared_ptr<KiCadNetParser> onlyNetlist; ///< null where there are several
     std::unique_ptr<MultipleEDAProvider> netlist;
 };
 }

@@ -59,8 +59,8 @@ private:
     Kind m_kind;
 };
 
-/// The component of this reference: "K3#2", or "K3" where one netlist only has a K3. Throws a NameNotFoundException with
-/// what comes nearest.
+/// The component of this reference: "K3#2", or "K3" where one netlist only has a K3. Throws a NameNotFoundException
+/// with what comes nearest.
 VELK_EXPORT QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QString &ref);
 
 /// The pin that \a wanted describes. Throws a NameNotFoundException with what comes nearest, as in "K9: no component
