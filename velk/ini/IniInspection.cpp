@@ -15,15 +15,21 @@ void IniInspection::writeSection(const QString &name, const QStringList & /*comm
 void IniInspection::writeProperty(const QString &key, const QString &value, const QStringList & /*comments*/)
 {
     enterSection();
-    const QString written = writtenIniKey(key);
+    const bool isKeyPlain = isPlainIniText(key);
+    const QString written = isKeyPlain ? key : writtenKey(key);
     compareKeys(written);
-    if ((isPlainIniText(key) && isPlainIniText(value)) || reportedEntries.contains({key, value}))
+    if ((isKeyPlain && isPlainIniText(value)) || knownEntries.contains({key, value}))
         return;
-    const QStringList misreadings = misreadingsOfEntry(written, writtenIniValue(value));
-    if (misreadings.isEmpty())
-        return;
-    reportedEntries.insert({key, value});
-    warn(u"%1 %2"_s.arg(place, written), misreadings);
+    knownEntries.insert({key, value});
+    warn(u"%1 %2"_s.arg(place, written), misreadingsOfEntry(written, writtenIniValue(value)));
+}
+
+QString IniInspection::writtenKey(const QString &key)
+{
+    QString &written = writtenKeys[key];
+    if (written.isNull())
+        written = writtenIniKey(key);
+    return written;
 }
 
 /// Two sections of one name, one behind the other, are one to those who read them.

@@ -23,6 +23,7 @@ public:
 
 private:
     void enterSection();
+    QString writtenKey(const QString &key);
     void compareKeys(const QString &key);
     void warn(const QString &where, const QStringList &texts);
 
@@ -40,8 +41,9 @@ private:
     QSet<QString> laterKeys;
     qsizetype sectionNumber = 0;
     // Many sections hold the same entries.
+    QHash<QString, QString> writtenKeys;
     QSet<QString> reportedKeys;
-    QSet<QPair<QString, QString>> reportedEntries;
+    QSet<QPair<QString, QString>> knownEntries;
     QStringList found;
 };
 }

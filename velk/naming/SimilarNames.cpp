@@ -11,12 +11,12 @@ namespace Velk {
 
 namespace {
 
-constexpr qsizetype shortest = 5;
-constexpr qsizetype longest = 64;
+constexpr qsizetype shortestComparable = 5;
+constexpr qsizetype longestComparable = 64;
 
 bool hasComparableLength(const QString &name)
 {
-    return name.size() >= shortest && name.size() <= longest;
+    return name.size() >= shortestComparable && name.size() <= longestComparable;
 }
 
 bool isSeparator(QChar c)
