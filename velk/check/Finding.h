@@ -41,7 +41,7 @@ enum class FindingCode
 class VELK_EXPORT Finding
 {
 public:
-    FindingCode code;
+    FindingCode code;       ///< what was looked for
     QStringList places;     ///< what it is found at: components, nets, files, or groups of sources; never empty
     QString text;           ///< what is wrong there, with names in single quotes: "a connector without Identifier"
     QStringList components; ///< the references of those that it is about
@@ -49,6 +49,7 @@ public:
     QStringList pins;       ///< numbers of pins of the components that it is about
     QList<int> netlists;    ///< those that it is about or whose elements it is, by their positions from 1 on; ascending
 
+    /// About no component, net, pin or netlist yet.
     Finding(FindingCode findingCode, const QStringList &foundAt, const QString &what);
     ~Finding();
     Finding(const Finding &other);

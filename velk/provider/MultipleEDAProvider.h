@@ -63,8 +63,9 @@ public:
     /// \a name with its suffix: "Relay#2".
     QSharedPointer<EDAPart> getPartByName(const QString &name) const override;
 
+    /// How many netlists were joined.
     qsizetype netlistCount() const;
-    /// As they were given.
+    /// The types of connectors, as they were given.
     QList<QString> connectorTypes() const;
     /// The nets of the netlists before they were joined, with their suffixes, netlist by netlist, in its order; those
     /// that were joined with no other are the same objects as in getNets().
