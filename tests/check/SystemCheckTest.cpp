@@ -144,6 +144,21 @@ private Q_SLOTS:
         QVERIFY(unwanted > 100 && unwanted < 900);
     }
 
+    void tellsWhatItWasTold()
+    {
+        const MultipleEDAProvider system({}, {});
+        SystemCheck check(system);
+        QCOMPARE(check.componentTypesThatAreSwitchable(), (QStringList{u"Relay"_s, u"Resistor"_s}));
+        QCOMPARE(check.componentTypesDut(), QStringList{u"Dut"_s});
+        SystemCheck copy = check;
+        copy.setComponentTypesThatAreInterfaces({u"Load"_s});
+        QCOMPARE(copy.componentTypesThatAreInterfaces(), QStringList{u"Load"_s});
+        QCOMPARE(check.componentTypesThatAreInterfaces(), (QStringList{u"Source"_s, u"DUT"_s}));
+        check.setIgnored({u"no-type"_s});
+        QCOMPARE(check.ignored(), QStringList{u"no-type"_s});
+        QVERIFY(check.findings().isEmpty());
+    }
+
     void takesNetlistsThatLackParts()
     {
         StubProvider board;
