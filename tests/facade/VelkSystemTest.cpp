@@ -100,8 +100,8 @@ private Q_SLOTS:
             QList<KiCadNetlistFile> files;
             for (const auto &name : names)
                 files.append(KiCadNetlistFile(qt(name), KiCadReadingMode::Tolerant));
-            MultipleEDAProvider netlist({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
-            Routing routing(&netlist);
+            MultipleEDAProvider joined({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
+            Routing routing(&joined);
             VelkRouting facade(names, {}, VelkReadingMode::Tolerant);
             VelkSearchOptions search;
             search.maxRoutes = seed % 3;
@@ -189,8 +189,8 @@ private Q_SLOTS:
         QVERIFY(findings[0].files == (std::vector<int>{1, 2}) && !findings[0].advice.empty());
         QCOMPARE(system.check({"same-netlist-twice"}).size(), findings.size() - 1);
         QList<KiCadNetlistFile> files{2, KiCadNetlistFile(qt(twoRelays))};
-        const MultipleEDAProvider netlist({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
-        SystemCheck check(netlist);
+        const MultipleEDAProvider joined({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
+        SystemCheck check(joined);
         for (const auto &file : files)
             check.addFile(file.fileName(), file.repetitions());
         QCOMPARE(texts(findings, [](const VelkFinding &finding) { return qt(finding.message); }),
@@ -309,10 +309,10 @@ private Q_SLOTS:
     }
 
 private:
-    std::string write(const EDAProvider &netlist, const QString &name)
+    std::string write(const EDAProvider &provider, const QString &name)
     {
         QFile file(folder.filePath(name));
-        const QByteArray text = NetlistText::netlist(netlist);
+        const QByteArray text = NetlistText::netlist(provider);
         if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
             qFatal("cannot write %s", qPrintable(name));
         return file.fileName().toStdString();

@@ -29,7 +29,9 @@ struct VelkPinInfo
     std::string type;   ///< electrical type as KiCad writes it: "passive"
 };
 
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkComponentInfo &a, const VelkComponentInfo &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkPinInfo &a, const VelkPinInfo &b);
 
 /// A pin that a route connects besides the two that were asked for.

@@ -36,13 +36,13 @@ struct VelkNodeInfo
 struct VelkNetInfo
 {
     std::string name; ///< with the number of its file: "GND#1"; of nets that are plugged together "OUT#1+IN#2"
-    std::vector<VelkNodeInfo> pins;
+    std::vector<VelkNodeInfo> pins; ///< in the order of the files and of their joining
 };
 
 /// A pin of a component and where it lies.
 struct VelkPlacedPin
 {
-    VelkPinInfo pin;
+    VelkPinInfo pin; ///< as its part lists it
     std::string net; ///< the name of the first net that holds it; empty where there is none
 };
 
@@ -60,7 +60,7 @@ struct VelkSideConnection
 {
     std::string net;       ///< where the route meets it
     std::string component; ///< its reference
-    VelkPinInfo pin;
+    VelkPinInfo pin;       ///< of this component
 };
 
 /// One way from the source pin to the DUT's.
@@ -78,10 +78,10 @@ struct VELK_EXPORT VelkRoute
 /// Limits with which there is a route, and how much the first such route has.
 struct VelkSufficientLimits
 {
-    int maxSwitches;    ///< for VelkSearchOptions
-    int maxConnections; ///< for VelkSearchOptions
-    std::size_t switches;
-    std::size_t sideConnections;
+    int maxSwitches;             ///< for VelkSearchOptions
+    int maxConnections;          ///< for VelkSearchOptions
+    std::size_t switches;        ///< of that route
+    std::size_t sideConnections; ///< of that route
 };
 
 /// How far one gets from a pin over switchable components.
@@ -129,16 +129,27 @@ struct VelkFinding
     std::string message;
 };
 
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkPartInfo &a, const VelkPartInfo &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkNodeInfo &a, const VelkNodeInfo &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkNetInfo &a, const VelkNetInfo &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkPlacedPin &a, const VelkPlacedPin &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkRouteStep &a, const VelkRouteStep &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkSideConnection &a, const VelkSideConnection &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkRoute &a, const VelkRoute &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkSufficientLimits &a, const VelkSufficientLimits &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkReach &a, const VelkReach &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b);
+/// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkFinding &a, const VelkFinding &b);
 
 /// One end of a route: a pin of a component, as people write it.
@@ -175,7 +186,7 @@ struct VelkSystemOptions
     std::vector<std::string> interfaceTypes = {"Source", "DUT"};      ///< whose pins a route lists as side connections
     std::vector<std::string> dutTypes = {"Dut"};                      ///< that are DUTs in the application INI file
     std::vector<std::string> deviceTypes = {"Source"};                ///< that are devices in the physical INI file
-    VelkReadingMode readingMode = VelkReadingMode::Default;
+    VelkReadingMode readingMode = VelkReadingMode::Default;           ///< of all files
 };
 
 /// The one type that VelkSystem throws itself; where memory runs out, that is std::bad_alloc.
@@ -255,10 +266,11 @@ public:
     /// The nets on which one of these components lies, in the order in which the files and their joining give them.
     std::vector<VelkNetInfo> nets(const std::map<std::string, std::string> &properties = {}) const;
 
-    /// Each throws a VelkSystemException where there is none or, without its suffix, more than one.
+    /// The component of this reference. This and the next two throw a VelkSystemException where there is none or,
+    /// without its suffix, more than one.
     VelkComponentInfo component(const std::string &ref) const;
-    VelkPartInfo part(const std::string &name) const;
-    VelkNetInfo net(const std::string &name) const;
+    VelkPartInfo part(const std::string &name) const; ///< the part of this name
+    VelkNetInfo net(const std::string &name) const;   ///< the net of this name
     /// The pins of the component \a ref, in the order of its part. Throws as component() does.
     std::vector<VelkPlacedPin> pins(const std::string &ref) const;
 
