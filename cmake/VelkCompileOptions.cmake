@@ -16,6 +16,18 @@ function(velk_compile_options target)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
 endfunction()
 
+# Where several files are compiled at once, those of a folder are, so that names in unnamed namespaces need to differ within
+# their folder only.
+function(velk_unite_by_folder target)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        get_filename_component(folder ${source} DIRECTORY)
+        string(MAKE_C_IDENTIFIER "in_${folder}" group)
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+endfunction()
+
 # What the two libraries have in common besides. The prefix is that of the macros in the export header.
 function(velk_library_options target prefix)
     velk_compile_options(${target})

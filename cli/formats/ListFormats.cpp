@@ -182,9 +182,9 @@ Listing listParts(const Parts &parts)
             [=](qsizetype i) { return partToJson(*parts.at(i)); }};
 }
 
-Listing listNets(const Nets &nets, const EDAProvider &provider)
+Listing listNets(const Nets &nets, const EDAProvider &netlist)
 {
-    return {u"nets"_s, [nets, &provider] { return netTable(nets, PinNames(provider)); },
+    return {u"nets"_s, [nets, &netlist] { return netTable(nets, PinNames(netlist)); },
             [=](CsvWriter &csv) { writeNets(nets, csv); }, nets.size(),
             [=](qsizetype i) { return netToJson(*nets.at(i)); }};
 }
