@@ -87,7 +87,7 @@ NameNotFoundException::Kind NameNotFoundException::kind() const
 
 QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QString &ref)
 {
-    if (const auto exact = netlist.getComponentByRef(ref))
+    if (auto exact = netlist.getComponentByRef(ref))
         return exact;
     Components drawnSo;
     QStringList refs;
