@@ -171,7 +171,7 @@ private Q_SLOTS:
         const MultipleEDAProvider system({&board, &board}, {u"Connector"_s});
         const auto findings = SystemCheck(system).findings();
         QCOMPARE(findings.size(), 2);
-        const Finding finding = findings.last();
+        const Finding &finding = findings.last();
         QCOMPARE(finding.message(), u"K1#2: no net at pin '2'"_s);
         QCOMPARE(finding.components, QStringList{u"K1#2"_s});
         QCOMPARE(finding.pins, QStringList{u"2"_s});
