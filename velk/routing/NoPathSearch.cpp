@@ -100,6 +100,8 @@ QList<SufficientLimits> NoPathSearch::sufficientLimits(const RoutingPath &shorte
         return result;
     const int switches = limitFor(shortest);
     const auto path = firstPath({switches, anyNodes});
+    if (!path) // a provider need not answer twice the same
+        return {};
     return {sufficient(switches, static_cast<int>(path->additionalNodes.size()), *path)};
 }
 
