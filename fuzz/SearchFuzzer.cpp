@@ -117,28 +117,50 @@ void switchTraceOff()
     Q_UNUSED(isOff)
 }
 
-/// The routes one a line, or why there are none.
-QString answer(EDAProvider &provider, const Query &query)
+Routing routingOf(EDAProvider &provider, const Query &query)
 {
     Routing routing(&provider);
     routing.setMaxSwitchingComponentsPerPath(query.maxSwitches);
     routing.setMaxAdditionalNodesPerPath(query.maxNodes);
     if (query.relaysAreInterfaces)
         routing.setComponentTypesThatAreInterfaces({u"RELAY"_s, u"dut"_s});
+    return routing;
+}
+
+/// The routes with their pins and nets, one a line, or what is unknown.
+QString answer(EDAProvider &provider, const Query &query)
+{
     QString text;
     try {
         for (const auto &path :
-             routing.findPaths(query.source, query.sourcePin, query.destination, query.destinationPin)) {
-            for (const auto &component : path.switchingComponents)
-                text += component->ref + u' ';
-            for (const auto &node : path.additionalNodes)
-                text += u"| "_s + node->ref + u'/' + node->pin;
+             routingOf(provider, query)
+                 .findTracedPaths(query.source, query.sourcePin, query.destination, query.destinationPin)) {
+            for (const auto &step : path.steps)
+                text += u"%1 %2/%3/%4 "_s.arg(step.net->name, step.component->ref, step.entryPin, step.exitPin);
+            text += path.lastNet->name;
+            for (const auto &[node, net] : path.additionalNodes)
+                text += u" | %1/%2@%3"_s.arg(node->ref, node->pin, net->name);
             text += u'\n';
         }
     } catch (const EDAException &exception) {
         text = exception.message();
     }
     return text;
+}
+
+/// Tries whether the limits that would do for a query without an answer do.
+void requireReason(EDAProvider &provider, const Query &query)
+{
+    Routing routing = routingOf(provider, query);
+    const auto reason = routing.explainNoPath(query.source, query.sourcePin, query.destination, query.destinationPin);
+    require(reason.isComplete && *reason.isConnected == !reason.sufficientLimits.isEmpty(), u"no reason"_s);
+    for (const SufficientLimits &limits : reason.sufficientLimits) {
+        routing.setMaxSwitchingComponentsPerPath(limits.maxSwitchingComponents);
+        routing.setMaxAdditionalNodesPerPath(limits.maxAdditionalNodes);
+        routing.setMaxPaths(1);
+        require(!routing.findPaths(query.source, query.sourcePin, query.destination, query.destinationPin).isEmpty(),
+                u"limits that do not suffice"_s);
+    }
 }
 }
 
@@ -166,6 +188,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         const QString pruned = answer(joined, next);
         const QString exhaustive = answer(plain, next);
         require(pruned == exhaustive, u"%1pruned:\n%2\nexhaustive:\n%3"_s.arg(nets, pruned, exhaustive));
+        if (pruned.isEmpty())
+            requireReason(joined, next);
     }
     return 0;
 }
