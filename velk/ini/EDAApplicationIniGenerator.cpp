@@ -74,11 +74,23 @@ void writeBenches(Writer &writer, const ChannelTables &tables)
 }
 }
 
+class EDAApplicationIniGeneratorPrivate : public QSharedData
+{
+public:
+    EDAApplicationIniGeneratorPrivate(EDAProvider *testSystem, EDAProvider *application)
+        : testSystemProvider(testSystem)
+        , applicationProvider(application)
+    {
+    }
+
+    EDAProvider *testSystemProvider;
+    EDAProvider *applicationProvider;
+    QStringList componentTypesDut{EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE};
+    const QStringList componentTypesSource{EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE};
+};
+
 EDAApplicationIniGenerator::EDAApplicationIniGenerator(EDAProvider *testSystem, EDAProvider *application)
-    : testSystemProvider(testSystem)
-    , applicationProvider(application)
-    , componentTypesDut{DEFAULT_DUT_COMPONENT_TYPE}
-    , componentTypesSource{DEFAULT_SOURCE_COMPONENT_TYPE}
+    : d(new EDAApplicationIniGeneratorPrivate(testSystem, application))
 {
 }
 
@@ -91,17 +103,17 @@ EDAApplicationIniGenerator::operator=(EDAApplicationIniGenerator &&other) noexce
 
 void EDAApplicationIniGenerator::setComponentTypesDut(const QList<QString> &types)
 {
-    componentTypesDut = types;
+    d->componentTypesDut = types;
 }
 
 QList<QSharedPointer<EDAComponent>> EDAApplicationIniGenerator::duts() const
 {
-    return componentsOfTypes(*applicationProvider, componentTypesDut);
+    return componentsOfTypes(*d->applicationProvider, d->componentTypesDut);
 }
 
 QList<QSharedPointer<EDAComponent>> EDAApplicationIniGenerator::sources() const
 {
-    return componentsOfTypes(*testSystemProvider, componentTypesSource);
+    return componentsOfTypes(*d->testSystemProvider, d->componentTypesSource);
 }
 
 QString EDAApplicationIniGenerator::oversize() const
@@ -156,6 +168,6 @@ void EDAApplicationIniGenerator::writeTo(Writer &writer, const QString &testSyst
 
 ChannelTables EDAApplicationIniGenerator::tables() const
 {
-    return {*testSystemProvider, *applicationProvider, componentTypesDut, componentTypesSource};
+    return {*d->testSystemProvider, *d->applicationProvider, d->componentTypesDut, d->componentTypesSource};
 }
 }

@@ -5,6 +5,7 @@
 #include <velk/model/EDAProvider.h>
 
 #include <QList>
+#include <QSharedDataPointer>
 #include <QSharedPointer>
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,7 @@ class QIODevice;
 namespace Velk {
 
 class ChannelTables;
+class EDAApplicationIniGeneratorPrivate;
 
 /// Writes the application INI file of the test system's resource manager: the names of the two netlists, the
 /// logical names of the benches and, for each bench, a channel table that maps every pin of its DUTs and of
@@ -93,10 +95,7 @@ private:
     VELK_NO_EXPORT void writeTo(Writer &writer, const QString &testSystemEdaNet,
                                 const QString &applicationEdaNet) const;
 
-    EDAProvider *testSystemProvider;
-    EDAProvider *applicationProvider;
-    QStringList componentTypesDut;
-    QStringList componentTypesSource;
+    QSharedDataPointer<EDAApplicationIniGeneratorPrivate> d;
 };
 }
 

@@ -10,9 +10,20 @@ namespace Velk {
 
 QString EDAPhysicalIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE = u"Source"_s;
 
+class EDAPhysicalIniGeneratorPrivate : public QSharedData
+{
+public:
+    explicit EDAPhysicalIniGeneratorPrivate(EDAProvider *netlist)
+        : provider(netlist)
+    {
+    }
+
+    EDAProvider *provider;
+    QStringList componentTypesThatAreExported{EDAPhysicalIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE};
+};
+
 EDAPhysicalIniGenerator::EDAPhysicalIniGenerator(EDAProvider *netlist)
-    : provider(netlist)
-    , componentTypesThatAreExported{DEFAULT_SOURCE_COMPONENT_TYPE}
+    : d(new EDAPhysicalIniGeneratorPrivate(netlist))
 {
 }
 
@@ -24,12 +35,12 @@ EDAPhysicalIniGenerator &EDAPhysicalIniGenerator::operator=(EDAPhysicalIniGenera
 
 void EDAPhysicalIniGenerator::setComponentTypesThatAreExported(const QList<QString> &types)
 {
-    componentTypesThatAreExported = types;
+    d->componentTypesThatAreExported = types;
 }
 
 QList<QSharedPointer<EDAComponent>> EDAPhysicalIniGenerator::devices() const
 {
-    return componentsOfTypes(*provider, componentTypesThatAreExported);
+    return componentsOfTypes(*d->provider, d->componentTypesThatAreExported);
 }
 
 void EDAPhysicalIniGenerator::generate(QIODevice *device) const

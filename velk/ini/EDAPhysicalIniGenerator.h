@@ -5,6 +5,7 @@
 #include <velk/model/EDAProvider.h>
 
 #include <QList>
+#include <QSharedDataPointer>
 #include <QSharedPointer>
 #include <QString>
 #include <QStringList>
@@ -12,6 +13,8 @@
 class QIODevice;
 
 namespace Velk {
+
+class EDAPhysicalIniGeneratorPrivate;
 
 /// Writes the physical INI file of the test system's resource manager: a section for each device, with all
 /// properties of the component that stands for it.
@@ -54,8 +57,7 @@ private:
     template <typename Writer>
     VELK_NO_EXPORT void writeTo(Writer &writer) const;
 
-    EDAProvider *provider;
-    QList<QString> componentTypesThatAreExported;
+    QSharedDataPointer<EDAPhysicalIniGeneratorPrivate> d;
 };
 }
 
