@@ -1,5 +1,6 @@
 #include "tests/support/Copies.h"
 #include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
 
 #include <velk/model/EDAComponent.h>
 
@@ -31,27 +32,16 @@ private Q_SLOTS:
         QCOMPARE(text({}), "EDAComponent(nullptr)");
     }
 
-    void matchesProperties_data()
-    {
-        QTest::addColumn<QMap<QString, QString>>("wanted");
-        QTest::addColumn<bool>("expected");
-        using Map = QMap<QString, QString>;
-        QTest::newRow("nothing wanted matches all") << Map{} << true;
-        QTest::newRow("all agree") << Map{{u"Dev"_s, u"DMM"_s}, {u"DevNo"_s, u"1"_s}} << true;
-        QTest::newRow("one differs") << Map{{u"Dev"_s, u"DMM"_s}, {u"DevNo"_s, u"2"_s}} << false;
-        QTest::newRow("case of the value") << Map{{u"Dev"_s, u"dmm"_s}} << false;
-        QTest::newRow("case of the key") << Map{{u"dev"_s, u"DMM"_s}} << false;
-        QTest::newRow("no trimming") << Map{{u"Dev"_s, u"DMM "_s}} << false;
-        QTest::newRow("empty value matches a missing property") << Map{{u"Group"_s, u""_s}} << true;
-        QTest::newRow("missing property") << Map{{u"Group"_s, u"A"_s}} << false;
-    }
+    void matchesProperties_data() { addRowsFrom("property_matches.txt", {"properties", "expected"}); }
     void matchesProperties()
     {
-        using Map = QMap<QString, QString>;
-        QFETCH(Map, wanted);
+        QFETCH(QString, properties);
+        QMap<QString, QString> wanted;
+        for (const QString &property : properties.replace(u'~', u' ').split(u"; "_s, Qt::SkipEmptyParts))
+            wanted.insert(property.section(u'=', 0, 0), property.section(u'=', 1));
         const auto component = EDAComponent::create(u"U1"_s, {}, {});
         component->properties = {{u"Dev"_s, u"DMM"_s}, {u"DevNo"_s, u"1"_s}, {u"Note"_s, u"x"_s}};
-        QTEST(component->matchesProperties(wanted), "expected");
+        QTEST(component->matchesProperties(wanted) ? u"yes"_s : u"no"_s, "expected");
     }
 
     void propertiesToString()
