@@ -1,6 +1,6 @@
 #include "tests/support/Copies.h"
 #include "tests/support/JoinByScanning.h"
-#include "tests/support/StubProvider.h"
+#include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -54,12 +54,10 @@ class MultipleEDAProviderTest : public QObject
 private Q_SLOTS:
     void suffixesComponentsAndParts()
     {
-        StubProvider first, second;
-        first.add(u"R10"_s, u"Relay"_s, {u"1"_s}); // of one reference, the last holds
-        first.add(u"R10"_s, u"Resistor"_s, {u"1"_s}, u"X1"_s)->value = u"10k"_s;
-        first.add(u"R1"_s, u"Resistor"_s, {u"1"_s});
-        second.add(u"D5"_s, u"Diode"_s, {u"1"_s});
-        second.add(u"R1"_s, u"Resistor"_s, {u"2"_s});
+        const auto boards = systemsOf(u"R10 Relay 1\nR10 Resistor 1 X1\nR1 Resistor 1\n--\n" // the last R10 holds
+                                      "D5 Diode 1\nR1 Resistor 2"_s);
+        StubProvider &first = *boards[0], &second = *boards[1];
+        first.components[1]->value = u"10k"_s;
         second.components.append(EDAComponent::create(u"X#1"_s, {}, {}));
         const MultipleEDAProvider joined({&first, &second}, {});
 
@@ -86,20 +84,10 @@ private Q_SLOTS:
     void joinsNets()
     {
         QFETCH(QString, input);
-        const QStringList boards = input.split(u"\n--\n"_s);
-        std::vector<StubProvider> providers(static_cast<std::size_t>(boards.size()));
+        const auto boards = systemsOf(input);
         QList<EDAProvider *> pointers;
-        for (const QString &board : boards) {
-            auto &provider = providers.at(static_cast<std::size_t>(pointers.size()));
-            for (const QString &line : board.split(u'\n')) {
-                const QStringList words = line.split(u' ');
-                if (words.at(0).endsWith(u':'))
-                    provider.connect(words.at(0).chopped(1), words.mid(1));
-                else
-                    provider.add(words.at(0), words.at(1), {}, words.at(2) == u"-"_s ? QString() : words.at(2));
-            }
-            pointers.append(&provider);
-        }
+        for (const auto &board : boards)
+            pointers.append(board.get());
         const MultipleEDAProvider joined(pointers, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
         QTEST(netsToText(joined.getNets()).trimmed(), "expected");
         for (qsizetype i = 0; i < joined.getNets().size(); ++i)
@@ -108,13 +96,9 @@ private Q_SLOTS:
 
     void nothingIsAConnectorWithoutTypes()
     {
-        StubProvider first, second;
-        first.add(u"J1"_s, u"Connector"_s, {}, u"X"_s);
-        first.connect(u"A"_s, {u"J1/1"_s});
-        second.add(u"J1"_s, u"Connector"_s, {}, u"X"_s);
-        second.connect(u"B"_s, {u"J1/1"_s});
-        QCOMPARE(MultipleEDAProvider({&first, &second}, {}).getNets().size(), 2);
-        const MultipleEDAProvider joined({&first, &second}, {u"Plug"_s, u"CONNECTOR"_s});
+        const auto boards = systemsOf(u"J1 Connector 1 X\nA: J1/1\n--\nJ1 Connector 1 X\nB: J1/1"_s);
+        QCOMPARE(MultipleEDAProvider({boards[0].get(), boards[1].get()}, {}).getNets().size(), 2);
+        const MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Plug"_s, u"CONNECTOR"_s});
         const auto answers = [](const MultipleEDAProvider &provider) {
             return netsToText(provider.getNets()) + provider.getComponentByRef(u"J1#2"_s)->ref;
         };
@@ -124,11 +108,10 @@ private Q_SLOTS:
 
     void logsUnlistedComponents()
     {
-        StubProvider board;
-        board.connect(u"A"_s, {u"Z1/1"_s});
+        const auto board = systemOf(u"A: Z1/1"_s);
         QLoggingCategory::setFilterRules(u"routing.debug=true"_s);
         QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^No component found for component.ref 'Z1#1'$"_s));
-        const MultipleEDAProvider joined({&board}, {u"Connector"_s});
+        const MultipleEDAProvider joined({board.get()}, {u"Connector"_s});
         QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
     }
 

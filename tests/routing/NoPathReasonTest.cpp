@@ -159,25 +159,14 @@ private Q_SLOTS:
 
     void reachEndsAtConnectors()
     {
-        StubProvider first;
-        first.add(u"U1"_s, u"Source"_s, {u"1"_s});
-        first.add(u"K1"_s, u"Relay"_s, {u"1"_s, u"2"_s});
-        for (const QString &ref : {u"X1"_s, u"X2"_s})
-            first.add(ref, u"Connector"_s, {u"1"_s, u"2"_s}, ref);
-        first.connect(u"A"_s, {u"U1/1"_s, u"K1/1"_s, u"X1/1"_s, u"X1/2"_s});
-        first.connect(u"B"_s, {u"K1/2"_s, u"X2/1"_s});
-        first.connect(u"later net"_s, {u"K1/2"_s}); // to which no route leads
-        StubProvider second;
-        second.add(u"X1"_s, u"connector"_s, {u"1"_s, u"2"_s}, u"X1"_s);
-        second.add(u"X2"_s, u"Connector"_s, {u"1"_s, u"2"_s}, u"x2"_s);
-        second.add(u"C1"_s, u""_s, {u"1"_s, u"2"_s});
-        second.add(u"C2"_s, u"Fuse"_s, {u"1"_s, u"2"_s});
-        second.add(u"D1"_s, u"DUT"_s, {u"1"_s, u"2"_s, u"3"_s});
-        second.connect(u"C"_s, {u"X1/1"_s, u"C1/1"_s});
-        second.connect(u"D"_s, {u"C1/2"_s, u"C2/1"_s});
-        second.connect(u"E"_s, {u"C2/2"_s, u"X2/1"_s, u"D1/1"_s});
-        second.connect(u"F"_s, {u"D1/2"_s});
-        MultipleEDAProvider joined({&first, &second}, {u"Connector"_s});
+        const auto boards = systemsOf(u"U1 Source 1\nK1 Relay 1,2\nX1 Connector 1,2 X1\nX2 Connector 1,2 X2\n"
+                                      "A: U1/1 K1/1 X1/1 X1/2\nB: K1/2 X2/1\n"
+                                      "later: K1/2\n" // to which no route leads
+                                      "--\n"
+                                      "X1 connector 1,2 X1\nX2 Connector 1,2 x2\nC1 - 1,2\nC2 Fuse 1,2\nD1 DUT 1,2,3\n"
+                                      "C: X1/1 C1/1\nD: C1/2 C2/1\nE: C2/2 X2/1 D1/1\nF: D1/2"_s);
+        boards[1]->getComponentByRef(u"C1"_s)->properties.remove(EDAComponent::TYPE);
+        MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
         Routing routing(&joined);
         routing.setComponentTypesThatAreSwitchable({u"relay"_s});
         const auto reached = [&](const QString &source, const QString &destination) {

@@ -9,7 +9,8 @@
 #include <memory>
 #include <vector>
 
-/// Lines "REF TYPE PIN,PIN" and "NET: NODE NODE". Each component has its reference as the property "Id".
+/// Lines "REF TYPE PIN,PIN" or "REF TYPE PIN,PIN IDENTIFIER", and "NET: NODE NODE". Each component has its reference as
+/// the property "Id".
 inline std::unique_ptr<StubProvider> systemOf(const QString &description)
 {
     using namespace Qt::StringLiterals;
@@ -19,9 +20,19 @@ inline std::unique_ptr<StubProvider> systemOf(const QString &description)
         if (words.at(0).endsWith(u':'))
             system->connect(words.at(0).chopped(1), words.mid(1));
         else
-            system->add(words.at(0), words.at(1), words.at(2).split(u','))->properties.insert(u"Id"_s, words.at(0));
+            system->add(words.at(0), words.at(1), words.at(2).split(u','), words.value(3))
+                ->properties.insert(u"Id"_s, words.at(0));
     }
     return system;
+}
+
+/// Boards, which "--" separates.
+inline std::vector<std::unique_ptr<StubProvider>> systemsOf(const QString &descriptions)
+{
+    std::vector<std::unique_ptr<StubProvider>> systems;
+    for (const QString &description : descriptions.split(QStringLiteral("\n--\n")))
+        systems.push_back(systemOf(description));
+    return systems;
 }
 
 /// Few nets, so that there are loops, parallel relays, nets that hold a node twice and nodes on two nets.
