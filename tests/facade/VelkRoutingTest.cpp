@@ -1,12 +1,12 @@
 #include "tests/support/Copies.h"
 #include "tests/support/NetlistText.h"
+#include "tests/support/Process.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
 #include <velk/VelkVersion.h>
 #include <velk/facade/VelkRouting.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -54,24 +54,16 @@ private Q_SLOTS:
     }
 
     // A connector's pin 1 is joined with all later ones of components that have no Identifier either.
-    void joinsAtConnectorTypes_data()
-    {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<std::size_t>("switches");
-        QTest::newRow("none: Connector") << QString() << std::size_t(1);
-        QTest::newRow("another, and not Connector") << u"Plug"_s << std::size_t(2);
-        QTest::newRow("all at the relays") << u"relay"_s << std::size_t(0);
-        QTest::newRow("not ASCII") << u"Bügel"_s << std::size_t(1);
-    }
+    void joinsAtConnectorTypes_data() { addRowsFrom("connector_types.txt", {"type", "switches"}); }
     void joinsAtConnectorTypes()
     {
         QFETCH(QString, type);
         const auto file =
             write("a.net", QByteArray(netlist).replace("\"DUT\"", type == u"Bügel"_s ? "\"Bügel\"" : "\"Connector\""));
-        const auto types = type.isNull() ? std::vector<std::string>() : std::vector{type.toStdString()};
+        const auto types = type.isEmpty() ? std::vector<std::string>() : std::vector{type.toStdString()};
         const auto routes = query(VelkRouting({file}, types));
         QCOMPARE(routes.size(), std::size_t(1));
-        QTEST(routes[0].switchingComponents.size(), "switches");
+        QTEST(QString::number(routes[0].switchingComponents.size()), "switches");
     }
 
     // The records of the first answer are more than are kept.
@@ -87,7 +79,7 @@ private Q_SLOTS:
         QByteArray large = netlist;
         large.replace("(components", "(components " + relays).replace("(name \"A\")", "(name \"A\") " + atSource);
         large.replace("(name \"C\")", "(name \"C\") " + atDut);
-        const VelkRouting routing({write("large.net", large)});
+        VelkRouting routing({write("large.net", large)});
         const auto texts = [&routing] {
             std::vector<std::string> result;
             for (const auto &route : query(routing))
@@ -98,6 +90,8 @@ private Q_SLOTS:
         QCOMPARE(first.size(), std::size_t(20'002));
         QCOMPARE(first[20'000], std::string("R20000#1 '' K#1 CompType=Relay"));
         QVERIFY(texts() == first);
+        routing.setMaxRoutes(2);
+        QCOMPARE(texts(), std::vector(first.begin(), first.begin() + 2));
     }
 
     void assignmentShares()
@@ -214,16 +208,12 @@ private Q_SLOTS:
     void refusesQueries()
     {
         const VelkRouting routing({write("a.net", netlist)});
-        QCOMPARE(failure([&] {
-                     routing.getRoutes({{"Dev", "X"}}, "1", {}, "1");
-                 }),
-                 u"No component matching properties 'Dev=X' found"_s);
-        QCOMPARE(failure([&] {
-                     routing.getRoutes({{"CompType", "Source"}}, "7", {}, "1");
-                 }),
+        const auto refusal = [](const VelkRouting &asked, const std::map<std::string, std::string> &source,
+                                const char *pin) { return failure([&] { asked.getRoutes(source, pin, {}, "1"); }); };
+        QCOMPARE(refusal(routing, {{"Dev", "X"}}, "1"), u"No component matching properties 'Dev=X' found"_s);
+        QCOMPARE(refusal(routing, {{"CompType", "Source"}}, "7"),
                  u"No pin '7' found for part 'S#1' of component 'U1#1'"_s);
-        QCOMPARE(failure([&] { VelkRouting({}).getRoutes({}, "1", {}, "1"); }),
-                 u"No component matching properties '' found"_s);
+        QCOMPARE(refusal(VelkRouting({}), {}, "1"), u"No component matching properties '' found"_s);
     }
 
 private:
@@ -234,10 +224,9 @@ private:
 
     std::string write(const char *name, const QByteArray &content)
     {
-        QFile file(folder.filePath(QString::fromLatin1(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write %s", name);
-        return file.fileName().toStdString();
+        const QString fileName = folder.filePath(QString::fromLatin1(name));
+        ::write(fileName, content);
+        return fileName.toStdString();
     }
 
     template <typename Action>

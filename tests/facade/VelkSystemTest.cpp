@@ -1,4 +1,5 @@
 #include "tests/support/NetlistText.h"
+#include "tests/support/Process.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
@@ -8,7 +9,6 @@
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -52,25 +52,11 @@ QString describe(const TracedPath &path)
     return words.join(u' ');
 }
 
-/// What VelkRouting tells of a route too.
-QString withoutPins(const VelkRoute &route)
+VelkSystemOptions tolerantly()
 {
-    QString text;
-    for (const auto &ref : route.switches())
-        text += qt(ref) + u' ';
-    for (const auto &side : route.sideConnections)
-        text += qt(side.component + '.' + side.pin.number) + u' ';
-    return text;
-}
-
-QString withoutPins(const VelkRoutingPath &route)
-{
-    QString text;
-    for (const auto &component : route.switchingComponents)
-        text += qt(component.ref) + u' ';
-    for (const auto &side : route.additionalConnections)
-        text += qt(side.component.ref + '.' + side.pin.number) + u' ';
-    return text;
+    VelkSystemOptions options;
+    options.readingMode = VelkReadingMode::Tolerant;
+    return options;
 }
 
 template <typename Routes, typename Describe>
@@ -86,37 +72,31 @@ QStringList texts(const Routes &routes, Describe text)
 class VelkSystemTest : public QObject
 {
     Q_OBJECT
+    using Action = std::function<void(const VelkSystem &)>;
+    using Kind = VelkSystemException::Kind;
+
 private Q_SLOTS:
-    void agreesWithTheOthersOnRandomSystems()
+    void agreesWithRoutingOnRandomSystems()
     {
-        VelkRouting::setTraceEnabled(false);
         int found = 0;
         for (quint32 seed = 0; seed < 300; ++seed) {
             QRandomGenerator random(seed);
             const std::vector<std::string> names = write(randomBoards(random));
-            VelkSystemOptions options;
-            options.readingMode = VelkReadingMode::Tolerant; // some components have no part
-            const VelkSystem system(names, options);
+            const VelkSystem system(names, tolerantly()); // some components have no part
             QList<KiCadNetlistFile> files;
             for (const auto &name : names)
                 files.append(KiCadNetlistFile(qt(name), KiCadReadingMode::Tolerant));
             MultipleEDAProvider joined({files[0].netlist().get(), files[1].netlist().get()}, {u"Connector"_s});
             Routing routing(&joined);
-            VelkRouting facade(names, {}, VelkReadingMode::Tolerant);
             VelkSearchOptions search;
             search.maxRoutes = seed % 3;
             routing.setMaxPaths(seed % 3);
-            facade.setMaxRoutes(seed % 3);
             const auto routes = system.routes(source, dut, search);
             const QStringList expected =
                 texts(routing.findTracedPaths({{u"Id"_s, u"U1"_s}}, u"1"_s, {{u"Side"_s, u"2"_s}}, u"1"_s),
                       [](const TracedPath &path) { return describe(path); });
             const QString place = u"seed %1"_s.arg(seed);
             QVERIFY2(texts(routes, [](const VelkRoute &route) { return describe(route); }) == expected,
-                     qPrintable(place));
-            QVERIFY2(texts(routes, [](const VelkRoute &route) { return withoutPins(route); }) ==
-                         texts(facade.getRoutes(source.properties, "1", dut.properties, "1"),
-                               [](const VelkRoutingPath &route) { return withoutPins(route); }),
                      qPrintable(place));
             if (routes.empty()) {
                 const auto reason = system.whyNoRoute(source, dut);
@@ -133,9 +113,7 @@ private Q_SLOTS:
         QRandomGenerator random(7);
         const auto boards = randomBoards(random);
         crowd(*boards[0], random);
-        VelkSystemOptions options;
-        options.readingMode = VelkReadingMode::Tolerant;
-        const VelkSystem system(write(boards), options);
+        const VelkSystem system(write(boards), tolerantly());
         const auto ask = [&system] {
             return std::tuple(system.routes(source, {{{"Id", "D1"}}, "1"}), system.nets(), system.components(),
                               system.parts(), system.whyNoRoute(source, dut));
@@ -202,22 +180,21 @@ private Q_SLOTS:
         const VelkSystem system({twoRelays});
         const QString file = folder.filePath(u"ä.ini"_s);
         system.writePhysicalIni(file.toStdString());
-        QCOMPARE(contentOf(file), u"[device->U1]\nCompType=Source\n"_s);
-        QCOMPARE(qt(system.physicalIni()), contentOf(file));
+        QCOMPARE(read(file), u"[device->U1]\nCompType=Source\n"_s);
+        QCOMPARE(qt(system.physicalIni()), read(file));
         system.writeApplicationIni(file.toStdString(), system);
-        QVERIFY(contentOf(file).startsWith(u"[ResourceManager]\nTestSystemEdaNet=%1\n"_s.arg(qt(twoRelays))));
-        QCOMPARE(qt(system.applicationIni(system)), contentOf(file));
+        QVERIFY(read(file).startsWith(u"[ResourceManager]\nTestSystemEdaNet=%1\n"_s.arg(qt(twoRelays))));
+        QCOMPARE(qt(system.applicationIni(system)), read(file));
     }
 
     void fails_data()
     {
-        using Action = std::function<void(const VelkSystem &)>;
         QTest::addColumn<Action>("action");
-        QTest::addColumn<VelkSystemException::Kind>("kind");
+        QTest::addColumn<Kind>("kind");
         QTest::addColumn<QString>("message");
-        const auto add = [](const char *name, VelkSystemException::Kind kind, const QString &message,
-                            const Action &action) { QTest::newRow(name) << action << kind << message; };
-        using Kind = VelkSystemException::Kind;
+        const auto add = [](const char *name, Kind kind, const QString &message, const Action &action) {
+            QTest::newRow(name) << action << kind << message;
+        };
         add("no file", Kind::Reading, u"none.net: cannot be read: No such file or directory"_s,
             [](const VelkSystem &) { VelkSystem({"none.net"}); });
         add("no component", Kind::NotFound,
@@ -240,9 +217,8 @@ private Q_SLOTS:
     }
     void fails()
     {
-        using Action = std::function<void(const VelkSystem &)>;
         QFETCH(Action, action);
-        QFETCH(VelkSystemException::Kind, kind);
+        QFETCH(Kind, kind);
         try {
             action(VelkSystem({twoRelays}));
             QFAIL("nothing is thrown");
@@ -271,7 +247,7 @@ private Q_SLOTS:
             QFAIL("nothing is thrown");
         } catch (const VelkSystemException &exception) {
             QCOMPARE(exception.message(), std::string("The search was called off"));
-            QVERIFY(exception.kind() == VelkSystemException::Kind::CalledOff);
+            QVERIFY(exception.kind() == Kind::CalledOff);
         }
         QCOMPARE(asked, 2);
     }
@@ -303,19 +279,16 @@ private Q_SLOTS:
     void warns()
     {
         const std::string file = QStringLiteral(VELK_TEST_DATA "/kicad5.net").toStdString();
-        VelkSystemOptions options;
-        options.readingMode = VelkReadingMode::Tolerant;
-        QCOMPARE(VelkSystem({file}, options).warnings(), VelkRouting({file}, {}, VelkReadingMode::Tolerant).warnings());
+        QCOMPARE(VelkSystem({file}, tolerantly()).warnings(),
+                 VelkRouting({file}, {}, VelkReadingMode::Tolerant).warnings());
     }
 
 private:
     std::string write(const EDAProvider &provider, const QString &name)
     {
-        QFile file(folder.filePath(name));
-        const QByteArray text = NetlistText::netlist(provider);
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("cannot write %s", qPrintable(name));
-        return file.fileName().toStdString();
+        const QString fileName = folder.filePath(name);
+        ::write(fileName, NetlistText::netlist(provider));
+        return fileName.toStdString();
     }
 
     std::vector<std::string> write(const std::vector<std::unique_ptr<StubProvider>> &boards)
@@ -324,12 +297,6 @@ private:
         for (const auto &board : boards)
             names.push_back(write(*board, u"%1.net"_s.arg(names.size())));
         return names;
-    }
-
-    static QString contentOf(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
     }
 
     const std::string twoRelays = QStringLiteral(VELK_TEST_DATA "/two_relays.net").toStdString();

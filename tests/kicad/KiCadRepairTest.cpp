@@ -1,4 +1,5 @@
 #include "tests/support/NetlistText.h"
+#include "tests/support/Process.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
@@ -8,7 +9,6 @@
 #include <velk/model/EDAException.h>
 
 #include <QDirIterator>
-#include <QFile>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -60,12 +60,6 @@ Outcome read(const QByteArray &netlist, KiCadReadingMode mode)
             return {{}, u"not complete: "_s + again.warnings().join(u"; "_s)};
     }
     return outcome;
-}
-
-QByteArray contentOf(const QString &fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// Those of the lines, separated by "; ", that the model lacks.
@@ -133,7 +127,7 @@ private Q_SLOTS:
         QFETCH(QString, meaning);
         for (const QString &folder : {u"quirks/"_s, u"quirks/kicad10/"_s}) {
             const QString name = folder + QString::fromUtf8(QTest::currentDataTag());
-            const QByteArray netlist = contentOf(QStringLiteral(VELK_TEST_DATA "/%1.net").arg(name));
+            const QByteArray netlist = bytesOf(QStringLiteral(VELK_TEST_DATA "/%1.net").arg(name));
             const Outcome outcome = read(netlist, KiCadReadingMode::Tolerant);
             if (name != u"quirks/missing_symbol"_s) // only KiCad 10 exports it
                 QVERIFY2(outcome.model.contains(meaning), qPrintable(outcome.model + outcome.warnings));
@@ -177,7 +171,7 @@ private Q_SLOTS:
         for (const QString &folder : {QStringLiteral(VELK_TEST_DATA), QStringLiteral(VELK_SOURCE_DIR "/examples")}) {
             QDirIterator files(folder, {u"*.net"_s}, QDir::Files, QDirIterator::Subdirectories);
             while (files.hasNext()) {
-                const QByteArray netlist = contentOf(files.next());
+                const QByteArray netlist = bytesOf(files.next());
                 const Outcome byDefault = read(netlist, KiCadReadingMode::Default);
                 if (byDefault.model.isEmpty() || netlist.contains('\\'))
                     continue;

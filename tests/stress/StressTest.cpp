@@ -1,4 +1,5 @@
 #include "tests/support/NetlistText.h"
+#include "tests/support/Process.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/kicad/KiCadNetlistFile.h>
@@ -9,7 +10,6 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QScopedArrayPointer>
 #include <QTemporaryDir>
 #include <QTest>
@@ -25,6 +25,7 @@ namespace {
 
 using NetlistText::net;
 using NetlistText::node;
+using NetlistText::pin;
 
 QByteArray repeated(int count, const std::function<QByteArray(int)> &text)
 {
@@ -44,9 +45,16 @@ QByteArray component(const QByteArray &ref, const QByteArray &type, const QByteA
     return NetlistText::component(ref, "P", NetlistText::property("CompType", type) + properties);
 }
 
-QByteArray pin(const QByteArray &pinNumber)
+/// From 0 on.
+QByteArray pins(int count)
 {
-    return NetlistText::pin(pinNumber);
+    return repeated(count, [](int i) { return NetlistText::pin(number(i)); });
+}
+
+/// N0, N1, ... with the pins of the component of the same numbers.
+QByteArray netOfEachPin(const QByteArray &ref, int count)
+{
+    return repeated(count, [&](int i) { return net('N' + number(i), node(ref, number(i))); });
 }
 
 /// With a single part, P.
@@ -80,21 +88,14 @@ qsizetype routeCount(MultipleEDAProvider &provider, const QString &from, const Q
     return Routing(&provider).findPaths(source, from, source, to).size();
 }
 
-/// In a folder of its own.
-QString fileOf(const QByteArray &board, const QTemporaryDir &folder)
-{
-    QFile file(folder.filePath(u"board.net"_s));
-    if (!file.open(QIODevice::WriteOnly) || file.write(board) != board.size() || !file.flush())
-        qFatal("cannot write to %s", qPrintable(folder.path()));
-    return file.fileName();
-}
-
 /// What the command prints, or nothing if it fails.
 QByteArray outputOf(const QStringList &arguments, const QByteArray &board)
 {
     const QTemporaryDir folder;
     QProcess process;
-    process.start(QStringLiteral(VELK_COMMAND), arguments + QStringList{fileOf(board, folder)});
+    const QString fileName = folder.filePath(u"board.net"_s);
+    write(fileName, board);
+    process.start(QStringLiteral(VELK_COMMAND), arguments + QStringList{fileName});
     process.waitForFinished(-1);
     return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
 }
@@ -106,12 +107,9 @@ qsizetype linesOfNetList(const QByteArray &board)
 
 QByteArray peakMemory()
 {
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly))
-        return "?";
-    const QByteArray text = status.readAll();
-    const qsizetype start = text.indexOf("VmHWM:") + 6;
-    return text.mid(start, text.indexOf('\n', start) - start).simplified();
+    const QByteArray status = bytesOf(u"/proc/self/status"_s);
+    const qsizetype start = status.indexOf("VmHWM:") + 6;
+    return status.mid(start, status.indexOf('\n', start) - start).simplified();
 }
 }
 
@@ -175,9 +173,8 @@ private Q_SLOTS:
             return repeated(10, [i](int number) { return node('K' + ::number(i), ::number(number)); });
         });
         const auto relays = repeated(components, [](int i) { return component('K' + number(i), "Relay"); });
-        auto provider =
-            joined({netlist(relays + component("U1", "Source"), repeated(11, [](int i) { return pin(number(i)); }),
-                            net("A", node("U1", "0") + nodes) + net("B", node("U1", "1")))});
+        auto provider = joined({netlist(relays + component("U1", "Source"), pins(11),
+                                        net("A", node("U1", "0") + nodes) + net("B", node("U1", "1")))});
         QCOMPARE(provider.getNets().first()->nodes.size(), 10 * components + 1);
         QCOMPARE(routeCount(provider, u"0"_s, u"0"_s), 1);
         QCOMPARE(routeCount(provider, u"0"_s, u"1"_s), 0);
@@ -185,23 +182,21 @@ private Q_SLOTS:
 
     void componentOf100000Pins()
     {
-        constexpr int pins = 100'000;
-        const auto board = netlist(component("U1", "Source"), repeated(pins, [](int i) { return pin(number(i)); }),
-                                   repeated(pins, [](int i) { return net('N' + number(i), node("U1", number(i))); }));
+        constexpr int count = 100'000;
+        const auto board = netlist(component("U1", "Source"), pins(count), netOfEachPin("U1", count));
         auto provider = joined({board, board});
-        QCOMPARE(provider.getNets().size(), 2 * pins);
+        QCOMPARE(provider.getNets().size(), 2 * count);
         QCOMPARE(routeCount(provider, u"99999"_s, u"99999"_s), 1);
         QCOMPARE(routeCount(provider, u"99999"_s, u"0"_s), 0);
-        QCOMPARE(linesOfNetList(board), 1 + pins);
+        QCOMPARE(linesOfNetList(board), 1 + count);
     }
 
     // Most of these 400 million pins lie on no net.
     void componentsOfVeryManyPins()
     {
-        const QByteArray pins = repeated(20000, [](int i) { return pin(number(i)); });
         const QByteArray relays = repeated(20000, [](int i) { return component("K" + number(i), "Relay"); });
         auto system = joined(
-            {netlist(component("U1", "Source") + component("D1", "DUT") + relays, pins,
+            {netlist(component("U1", "Source") + component("D1", "DUT") + relays, pins(20000),
                      net("A", node("U1", "1") + node("K7", "1")) + net("B", node("K7", "19999") + node("D1", "0")))});
         const auto paths =
             Routing(&system).findPaths({{u"CompType"_s, u"Source"_s}}, u"1"_s, {{u"CompType"_s, u"DUT"_s}}, u"0"_s);
@@ -211,11 +206,10 @@ private Q_SLOTS:
 
     void millionNetsOverAConnector()
     {
-        constexpr int pins = 500'000;
-        const auto board = netlist(component("X1", "Connector"), repeated(pins, [](int i) { return pin(number(i)); }),
-                                   repeated(pins, [](int i) { return net('N' + number(i), node("X1", number(i))); }));
+        constexpr int count = 500'000;
+        const auto board = netlist(component("X1", "Connector"), pins(count), netOfEachPin("X1", count));
         const auto provider = joined({board, board});
-        QCOMPARE(provider.getNets().size(), pins);
+        QCOMPARE(provider.getNets().size(), count);
         QCOMPARE(provider.getNets().first()->name, u"N0#1+N0#2"_s);
     }
 
@@ -249,9 +243,8 @@ private Q_SLOTS:
     void interruptedWhileWriting()
     {
         const QTemporaryDir folder;
-        const QString board = fileOf(netlist(component("K1", "Relay"), pin("1"),
-                                             net("A", repeated(500'000, [](int) { return node("K1", "1"); }))),
-                                     folder);
+        const QString board = folder.filePath(u"board.net"_s);
+        write(board, netlist(component("K1", "Relay"), pin("1"), net("A", node("K1", "1").repeated(500'000))));
         const QString output = folder.filePath(u"out.json"_s);
         QProcess process;
         process.start(QStringLiteral(VELK_COMMAND),
@@ -270,14 +263,13 @@ private Q_SLOTS:
     // There are 800 million ways from pin to pin.
     void routesThroughVeryManyPins()
     {
-        constexpr int pins = 40'000;
+        constexpr int count = 40'000;
         const auto nodes = [](int from, int to) {
             return repeated(to - from, [from](int i) { return node("K1", number(from + i)); });
         };
-        const auto board =
-            netlist(component("U1", "Source") + component("K1", "Relay") + component("D1", "DUT"),
-                    repeated(pins, [](int i) { return pin(number(i)); }),
-                    net("A", node("U1", "0") + nodes(0, pins / 2)) + net("B", nodes(pins / 2, pins) + node("D1", "0")));
+        const auto board = netlist(
+            component("U1", "Source") + component("K1", "Relay") + component("D1", "DUT"), pins(count),
+            net("A", node("U1", "0") + nodes(0, count / 2)) + net("B", nodes(count / 2, count) + node("D1", "0")));
         const QStringList query{u"routes"_s, u"--source-ref"_s, u"U1"_s, u"--source-pin"_s, u"0"_s,  u"--dut-ref"_s,
                                 u"D1"_s,     u"--dut-pin"_s,    u"0"_s,  u"--max-routes"_s, u"10"_s, u"--format"_s};
         QVERIFY(outputOf(query + QStringList{u"html"_s}, board).endsWith("</html>\n"));

@@ -27,17 +27,27 @@ inline Result run(const QString &program, const QStringList &arguments,
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-inline QString read(const QString &fileName)
+inline QByteArray bytesOf(const QString &fileName)
 {
     QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline QString read(const QString &fileName)
+{
+    return QString::fromUtf8(bytesOf(fileName));
+}
+
+inline void write(const QString &fileName, const QByteArray &bytes)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        qFatal("cannot write %s", qPrintable(fileName));
 }
 
 inline void write(const QString &fileName, const QString &text)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
-        qFatal("cannot write %s", qPrintable(fileName));
+    write(fileName, text.toUtf8());
 }
 
 #endif
