@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_MANUAL_MANUALPAGE_H
 #define VELK_CLI_MANUAL_MANUALPAGE_H
 
-#include "cli/manual/CommandDescription.h"
+#include "cli/commands/CommandDescription.h"
 
 namespace VelkCli {
 

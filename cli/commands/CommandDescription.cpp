@@ -1,4 +1,4 @@
-#include "cli/manual/CommandDescription.h"
+#include "cli/commands/CommandDescription.h"
 
 #include <CLI/CLI.hpp>
 
