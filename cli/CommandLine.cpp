@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include "cli/commands/Completion.h"
 #include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
 #include "cli/terminal/Terminal.h"
@@ -13,6 +14,7 @@
 
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -87,6 +89,18 @@ std::vector<std::string> withHelpOption(std::vector<std::string> arguments)
     arguments.insert(arguments.begin(), "--help");
     return arguments;
 }
+
+/// For the scripts in cli/completions; nobody else has to know of it.
+constexpr std::string_view completionRequest = "__complete";
+
+void printCompletions(const CLI::App &app, int argc, char **argv)
+{
+    QStringList words;
+    for (int i = 2; i < argc; ++i)
+        words.append(QString::fromUtf8(argv[i]));
+    for (const QString &line : completions(describe(app), words))
+        std::cout << line.toStdString() << '\n';
+}
 }
 
 CommandLine::CommandLine()
@@ -123,6 +137,10 @@ const CLI::App &CommandLine::definitions() const
 
 int CommandLine::run(int argc, char **argv)
 {
+    if (argc > 1 && argv[1] == completionRequest) {
+        printCompletions(*app, argc, argv);
+        return 0;
+    }
     try {
         app->parse(withHelpOption(guarded(argc, argv)));
     } catch (const CLI::ParseError &error) {

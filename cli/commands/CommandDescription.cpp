@@ -2,8 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace VelkCli {
@@ -61,27 +59,6 @@ ArgumentDescription describe(const CLI::Option &option)
     result.isRepeatable = hasSeveral;
     return result;
 }
-}
-
-ArgumentDescription::Completion ArgumentDescription::completion() const
-{
-    if (!choices.isEmpty())
-        return Completion::Choices;
-    if (value == u"NETLIST"_s)
-        return Completion::Netlist;
-    return value == u"FILE"_s ? Completion::File : Completion::Nothing;
-}
-
-QList<ArgumentDescription> CommandDescription::looseArguments() const
-{
-    const auto takesSeveral = [](const ArgumentDescription &argument) { return argument.takesSeveral; };
-    auto result = positionals;
-    if (std::none_of(positionals.cbegin(), positionals.cend(), takesSeveral)) {
-        const auto several = std::find_if(options.cbegin(), options.cend(), takesSeveral);
-        if (several != options.cend())
-            result.append(*several);
-    }
-    return result;
 }
 
 CommandDescription describe(const CLI::App &app, const QString &parentPath)

@@ -14,14 +14,6 @@ namespace VelkCli {
 /// An option or a positional argument.
 struct ArgumentDescription
 {
-    enum class Completion
-    {
-        Nothing,
-        Choices,
-        Netlist,
-        File
-    };
-
     QStringList names; ///< with their hyphens, the short ones first; empty for a positional argument
     QString value;     ///< what stands for its value, as "FILE"; empty for a flag
     QString description;
@@ -30,11 +22,9 @@ struct ArgumentDescription
     bool isRequired = false;
     bool isRepeatable = false; ///< may be given several times
     bool takesSeveral = false; ///< values, one after the other
-
-    Completion completion() const;
 };
 
-/// A command or subcommand as CLI11 knows it, for the pages that are made from it.
+/// A command or subcommand as CLI11 knows it, for the manual page and the completions.
 struct CommandDescription
 {
     QString path; ///< "velk ini physical"
@@ -45,10 +35,6 @@ struct CommandDescription
     QList<ArgumentDescription> options;
     QList<ArgumentDescription> positionals;
     QList<CommandDescription> subcommands;
-
-    /// What words without an option before them are completed as: the positional arguments and, where none of them
-    /// takes several values, an option that does.
-    QList<ArgumentDescription> looseArguments() const;
 };
 
 /// \a parentPath is empty for the command itself.
