@@ -38,8 +38,6 @@ try {
     for (const auto &limits : reason.sufficientLimits)
         out << "there is one of " << limits.switchingComponents << " components, with a limit of "
             << limits.maxSwitchingComponents << '\n';
-    for (const auto &component : reason.between)
-        out << component->ref << " lies in between, but is not switchable\n";
 } catch (const Velk::EDAException &exception) {
     QTextStream(stderr) << exception.message() << '\n';
     return 2;

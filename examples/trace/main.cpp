@@ -1,5 +1,5 @@
 // Prints by which pins of which components the shortest route leads from net to net, from the first channel of the
-// function generator to the AUX pin of the DUT on bench 1, and what it connects besides.
+// function generator to the AUX pin of the DUT on bench 1.
 //
 //     trace-example instruments.net matrix.net adapter.net
 
@@ -36,8 +36,6 @@ try {
             out << step.net->name << ": " << step.component->ref << " from pin " << step.entryPin << " to pin "
                 << step.exitPin << '\n';
         out << path.lastNet->name << '\n';
-        for (const auto &[node, net] : path.additionalNodes)
-            out << "also connects pin " << node->pin << " of " << node->ref << ", on " << net->name << '\n';
     }
 } catch (const Velk::EDAException &exception) {
     QTextStream(stderr) << exception.message() << '\n';
