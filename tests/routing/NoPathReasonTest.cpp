@@ -39,6 +39,15 @@ public:
 
     NoPathReason reason() const { return routing.explainNoPathBetween(source, u"1"_s, destination, u"1"_s); }
 
+    /// From a provider without numbers of its own.
+    NoPathReason reasonOnAnyProvider()
+    {
+        Routing other(&plain);
+        other.setMaxSwitchingComponentsPerPath(maxSwitches);
+        other.setMaxAdditionalNodesPerPath(maxNodes);
+        return other.explainNoPathBetween(source, u"1"_s, destination, u"1"_s);
+    }
+
     /// All routes within these limits, by the search that knows no bounds.
     QList<RoutingPath> routes(int switches, int nodes)
     {
@@ -85,6 +94,10 @@ private Q_SLOTS:
                 continue;
             const QByteArray place = "seed " + QByteArray::number(seed);
             const auto reason = random.reason();
+            const auto other = random.reasonOnAnyProvider();
+            QVERIFY2(other.shortest == reason.shortest && namesOf(other.fromSource) == namesOf(reason.fromSource) &&
+                         other.sufficientLimits.size() == reason.sufficientLimits.size(),
+                     place);
             QVERIFY2(reason.isComplete && reason.isConnected == !random.routes(any, any).isEmpty(), place);
             if (!*reason.isConnected) {
                 ++unconnected;

@@ -1,5 +1,6 @@
 #include <velk/routing/NoPathSearch.h>
 
+#include <velk/index/ProviderIndex.h>
 #include <velk/model/EDAException.h>
 #include <velk/routing/NetlistReach.h>
 
@@ -29,6 +30,8 @@ SufficientLimits sufficient(int switches, int nodes, const RoutingPath &path)
 NoPathSearch::NoPathSearch(const RoutingPrivate &configuredRouting, const NodeWithComponent &sourceNode,
                            const NodeWithComponent &destinationNode)
     : routing(configuredRouting)
+    , ownIndex(routing.providerIndex() ? nullptr : indexOf(*routing.provider))
+    , index(ownIndex && ownIndex->hasTerminals() ? ownIndex.get() : routing.providerIndex())
     , source(sourceNode)
     , destination(destinationNode)
 {
@@ -85,7 +88,7 @@ std::optional<RoutingPath> NoPathSearch::firstPath(Limits limits, const QList<QS
     rules.maxSwitchingComponents = limits.switches;
     rules.maxAdditionalNodes = limits.nodes;
     rules.maxPaths = 1;
-    const auto paths = routing.search<RoutingPath>(rules, from, to);
+    const auto paths = routing.search<RoutingPath>(index, rules, from, to);
     return paths.isEmpty() ? std::nullopt : std::optional(paths.first());
 }
 

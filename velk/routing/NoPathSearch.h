@@ -1,9 +1,12 @@
 #ifndef VELK_ROUTING_NOPATHSEARCH_H
 #define VELK_ROUTING_NOPATHSEARCH_H
 
+#include <velk/index/NetlistIndex.h>
 #include <velk/routing/NoPathReason.h>
 #include <velk/routing/RoutingPath.h>
 #include <velk/routing/RoutingPrivate.h>
+
+#include <memory>
 
 namespace Velk {
 
@@ -37,6 +40,9 @@ private:
     std::optional<SufficientLimits> moreNodes() const;
 
     const RoutingPrivate &routing;
+    // Without an index and with any limit, a search may take longer than anybody waits.
+    const std::unique_ptr<const NetlistIndex> ownIndex; ///< where the provider has none
+    const NetlistIndex *const index;                    ///< null where there are too many pins for one
     const NodeWithComponent &source;
     const NodeWithComponent &destination;
 };

@@ -136,9 +136,9 @@ public:
                                              const QString &destinationPin) const;
 
     /// Why findPaths() finds nothing between these pins; of pins with paths only NoPathReason::shortest is of use. It
-    /// searches some times over, with any limits but for one path each: on a MultipleEDAProvider with the trace off
-    /// that is mostly fast. Anywhere else it may take as long as the netlist has ways, without end where a provider
-    /// makes new nets at every call, so set an interruption. Throws as findPaths() does where an end is unknown.
+    /// searches some times over, with any limits but for one path each, and never exhaustively, be the trace on or off:
+    /// a provider other than MultipleEDAProvider is put into numbers first, which asks it for all that it holds. Throws
+    /// as findPaths() does where an end is unknown.
     NoPathReason explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                const QMap<QString, QString> &destinationProperties,
                                const QString &destinationPin) const;

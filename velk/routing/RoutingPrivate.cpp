@@ -25,15 +25,26 @@ qsizetype switchCount(const TracedPath &path)
 }
 }
 
+const NetlistIndex *RoutingPrivate::providerIndex() const
+{
+    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
+    return indexed ? indexed->netlistIndex() : nullptr;
+}
+
 template <typename Path>
 QList<Path> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
                                    const NodeWithComponent &destination) const
 {
-    Interruption interruption(isCalledOff);
-    const auto *indexed = dynamic_cast<const IndexedProvider *>(provider);
-    const NetlistIndex *index = indexed ? indexed->netlistIndex() : nullptr;
     // The trace shows every net that an exhaustive search visits.
-    if (index && !isRoutingLogged()) {
+    return search<Path>(isRoutingLogged() ? nullptr : providerIndex(), rulesOfSearch, source, destination);
+}
+
+template <typename Path>
+QList<Path> RoutingPrivate::search(const NetlistIndex *index, const RoutingRules &rulesOfSearch,
+                                   const NodeWithComponent &source, const NodeWithComponent &destination) const
+{
+    Interruption interruption(isCalledOff);
+    if (index) {
         const SearchRules numbered(rulesOfSearch, *index, *source.node, *destination.node);
         if (numbered.hasEnds()) {
             PrunedPathSearch search(*index, numbered, interruption, std::is_same_v<Path, TracedPath>);
@@ -55,4 +66,7 @@ template QList<RoutingPath> RoutingPrivate::search(const RoutingRules &rulesOfSe
                                                    const NodeWithComponent &destination) const;
 template QList<TracedPath> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
                                                   const NodeWithComponent &destination) const;
+template QList<RoutingPath> RoutingPrivate::search(const NetlistIndex *index, const RoutingRules &rulesOfSearch,
+                                                   const NodeWithComponent &source,
+                                                   const NodeWithComponent &destination) const;
 }

@@ -13,6 +13,8 @@
 
 namespace Velk {
 
+class NetlistIndex;
+
 /// What a Routing was told, shared by its copies until one of them is told something else.
 class RoutingPrivate : public QSharedData
 {
@@ -28,6 +30,12 @@ public:
     template <typename Path>
     QList<Path> search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
                        const NodeWithComponent &destination) const;
+    /// The same, exhaustively where there is no index.
+    template <typename Path>
+    QList<Path> search(const NetlistIndex *index, const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                       const NodeWithComponent &destination) const;
+    /// That of the provider, null where it has none.
+    const NetlistIndex *providerIndex() const;
     bool isConnector(const EDAComponent &component) const
     {
         return connectorTypes.contains(component.type(), Qt::CaseInsensitive);

@@ -1,0 +1,69 @@
+#include <velk/index/ProviderIndex.h>
+
+#include <QSet>
+
+namespace Velk {
+
+namespace {
+
+QList<QSharedPointer<EDAComponent>> componentsOf(const EDAProvider &provider)
+{
+    QList<QSharedPointer<EDAComponent>> result;
+    QSet<QString> refs;
+    const auto listed = provider.getComponents();
+    for (const auto &component : listed) {
+        if (!component || refs.contains(component->ref))
+            continue;
+        refs.insert(component->ref);
+        if (const auto found = provider.getComponentByRef(component->ref))
+            result.append(found);
+    }
+    return result;
+}
+
+QList<QSharedPointer<EDAPart>> partsOf(const EDAProvider &provider)
+{
+    QList<QSharedPointer<EDAPart>> result;
+    QSet<QString> names;
+    const auto listed = provider.getParts();
+    for (const auto &part : listed) {
+        if (!part || names.contains(part->name))
+            continue;
+        names.insert(part->name);
+        if (const auto found = provider.getPartByName(part->name)) {
+            result.append(found->clone());
+            result.last()->pins.removeAll(nullptr);
+        }
+    }
+    return result;
+}
+
+QList<QSharedPointer<EDANet>> netsOf(const EDAProvider &provider)
+{
+    QList<QSharedPointer<EDANet>> result;
+    const auto listed = provider.getNets();
+    for (const auto &net : listed) {
+        if (!net)
+            continue;
+        result.append(EDANet::create(net->name));
+        for (const auto &node : std::as_const(net->nodes)) {
+            if (node)
+                result.last()->nodes.append(node);
+        }
+    }
+    return result;
+}
+}
+
+std::unique_ptr<const NetlistIndex> indexOf(const EDAProvider &provider)
+{
+    auto index = std::make_unique<NetlistIndex>(componentsOf(provider), partsOf(provider));
+    const auto nets = netsOf(provider);
+    for (const auto &net : nets) {
+        index->addNet(net);
+        for (const auto &node : std::as_const(net->nodes))
+            index->addNode(index->numberedNode(node->ref, node->pin));
+    }
+    return index;
+}
+}
