@@ -9,9 +9,11 @@
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -185,6 +187,10 @@ private Q_SLOTS:
         system.writeApplicationIni(file.toStdString(), system);
         QVERIFY(read(file).startsWith(u"[ResourceManager]\nTestSystemEdaNet=%1\n"_s.arg(qt(twoRelays))));
         QCOMPARE(qt(system.applicationIni(system)), read(file));
+        const QByteArray pipe = folder.filePath(u"pipe"_s).toUtf8();
+        QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, system.writePhysicalIni(pipe.toStdString()));
+        QVERIFY(QFileInfo::exists(QString::fromUtf8(pipe)) && !QFileInfo(QString::fromUtf8(pipe)).isFile());
     }
 
     void fails_data()
@@ -241,6 +247,9 @@ private Q_SLOTS:
         const VelkSystem system({write(*systemOf(ladder + nets.join(u'\n')), u"ladder.net"_s)});
         VelkSearchOptions options;
         int asked = 0;
+        options.isCalledOff = [] { return true; };
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException,
+                                 VelkSystem({twoRelays}).routes({{}, "HI", "U1"}, {{}, "1", "J1"}, options));
         options.isCalledOff = [&asked] { return ++asked == 2; };
         try {
             system.routes({{}, "1", "U1"}, {{}, "1", "D1"}, options);

@@ -46,6 +46,18 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(NameNotFoundException, findPin(empty, {}));
         QCOMPARE(NetlistSelection(empty, {}).whyEmpty(), u"none exists"_s);
     }
+
+    void numbersOfBoards()
+    {
+        const QList<std::tuple<QString, QString, int>> names{{u"K3#2"_s, u"K3"_s, 2},   {u"A#1+B#12"_s, u"A#1+B"_s, 12},
+                                                             {u"K3"_s, u"K3"_s, 0},     {u"42"_s, u"42"_s, 0},
+                                                             {u"K#a"_s, u"K#a"_s, 0},   {u"K#"_s, u"K#"_s, 0},
+                                                             {u"K#-3"_s, u"K#-3"_s, 0}, {QString(), QString(), 0}};
+        for (const auto &[name, drawn, number] : names) {
+            QCOMPARE(drawnName(name), drawn);
+            QCOMPARE(netlistOf(name), number);
+        }
+    }
 };
 
 VELK_TEST(PinSearchTest)

@@ -12,6 +12,7 @@
 #include <velk/naming/Suggestions.h>
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include <tuple>
@@ -80,6 +81,10 @@ std::string textOf(const Writing &write)
 void writeFile(const std::string &fileName, const Writing &write)
 {
     QSaveFile file(QString::fromStdString(fileName));
+    const QFileInfo target(file.fileName());
+    if (target.exists() && !target.isFile()) // which a new file would replace
+        throw exceptionWith(VelkSystemException::Kind::Writing,
+                            u"%1: cannot be written: it is no file"_s.arg(file.fileName()));
     const bool isOpen = file.open(QIODevice::WriteOnly);
     if (isOpen)
         write(file);

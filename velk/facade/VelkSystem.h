@@ -293,7 +293,8 @@ public:
     /// The physical INI file of the resource manager: a section for each device. References have their suffix only
     /// where there are several files.
     std::string physicalIni() const;
-    /// Writes it to a file, which is left as it was where that fails. Throws a VelkSystemException then.
+    /// Writes it to a file, which is left as it was where that fails. Throws a VelkSystemException then, and for what
+    /// is there but no file, as a folder, a pipe or a device.
     void writePhysicalIni(const std::string &fileName) const;
 
     /// The application INI file of the resource manager: the sources are those of this system, the DUTs those of \a

@@ -20,6 +20,7 @@ QString writtenLine(Write write)
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     IniWriter writer(&buffer);
+    writer.open();
     write(writer);
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     const QString line = decode(buffer.data());

@@ -16,7 +16,7 @@ public:
     /// The function may be empty, and has to stay.
     explicit Interruption(const std::function<bool()> &isCalledOffFunction)
         : isCalledOff(isCalledOffFunction)
-        , left(isCalledOff ? workBetween : std::numeric_limits<std::size_t>::max())
+        , left(isCalledOff ? 0 : std::numeric_limits<std::size_t>::max()) // so that every search asks
     {
     }
 
