@@ -30,26 +30,8 @@ QList<QSharedPointer<EDAPart>> partsOf(const EDAProvider &provider)
         if (!part || names.contains(part->name))
             continue;
         names.insert(part->name);
-        if (const auto found = provider.getPartByName(part->name)) {
-            result.append(found->clone());
-            result.last()->pins.removeAll(nullptr);
-        }
-    }
-    return result;
-}
-
-QList<QSharedPointer<EDANet>> netsOf(const EDAProvider &provider)
-{
-    QList<QSharedPointer<EDANet>> result;
-    const auto listed = provider.getNets();
-    for (const auto &net : listed) {
-        if (!net)
-            continue;
-        result.append(EDANet::create(net->name));
-        for (const auto &node : std::as_const(net->nodes)) {
-            if (node)
-                result.last()->nodes.append(node);
-        }
+        if (const auto found = provider.getPartByName(part->name))
+            result.append(found->clone()); // without null pins
     }
     return result;
 }
@@ -58,8 +40,11 @@ QList<QSharedPointer<EDANet>> netsOf(const EDAProvider &provider)
 std::unique_ptr<const NetlistIndex> indexOf(const EDAProvider &provider)
 {
     auto index = std::make_unique<NetlistIndex>(componentsOf(provider), partsOf(provider));
-    const auto nets = netsOf(provider);
-    for (const auto &net : nets) {
+    const auto nets = provider.getNets();
+    for (const auto &listed : nets) {
+        if (!listed)
+            continue;
+        const auto net = listed->clone(); // without null nodes
         index->addNet(net);
         for (const auto &node : std::as_const(net->nodes))
             index->addNode(index->numberedNode(node->ref, node->pin));

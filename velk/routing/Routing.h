@@ -136,9 +136,10 @@ public:
                                              const QString &destinationPin) const;
 
     /// Why findPaths() finds nothing between these pins; of pins with paths only NoPathReason::shortest is of use. It
-    /// searches some times over, with any limits but for one path each, and never exhaustively, be the trace on or off:
-    /// a provider other than MultipleEDAProvider is put into numbers first, which asks it for all that it holds. Throws
-    /// as findPaths() does where an end is unknown.
+    /// searches some times over, with any limits but for one path each. A provider other than MultipleEDAProvider is
+    /// asked for all that it holds and put into numbers first, so that no search is exhaustive. With more than 100
+    /// million pins, or at a pin that was added to a part later, it is, and may take as long as the netlist has ways.
+    /// Throws as findPaths() does where an end is unknown.
     NoPathReason explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                const QMap<QString, QString> &destinationProperties,
                                const QString &destinationPin) const;
