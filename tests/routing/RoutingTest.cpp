@@ -507,7 +507,7 @@ private Q_SLOTS:
 
     void isCalledOff()
     {
-        const auto board = chain(30'000);
+        const auto board = chain(100);
         MultipleEDAProvider joined({board.get()}, {});
         for (EDAProvider *provider : {static_cast<EDAProvider *>(board.get()), static_cast<EDAProvider *>(&joined)}) {
             Routing routing(provider);
