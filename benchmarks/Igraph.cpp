@@ -2,7 +2,23 @@
 
 #include <igraph.h>
 
+#include <chrono>
+#include <stdexcept>
+
 namespace VelkBenchmarks {
+
+namespace {
+
+std::chrono::steady_clock::time_point deadline;
+
+igraph_error_t stopAtDeadline(void *)
+{
+    if (std::chrono::steady_clock::now() < deadline)
+        return IGRAPH_SUCCESS;
+    IGRAPH_FINALLY_FREE();
+    return IGRAPH_INTERRUPTED;
+}
+}
 
 struct Igraph::Data
 {
@@ -11,14 +27,17 @@ struct Igraph::Data
 };
 
 // Vertices are the nets first, then the components, switchable or not.
-Igraph::Igraph(const SystemGraph &searchedGraph, int maxSwitches)
+Igraph::Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxAdditionalNodes)
     : graph(searchedGraph)
-    , maxEdges(2 * (maxSwitches + 1))
+    , source(sourceTerminal)
+    , destination(destinationTerminal)
     , data(std::make_unique<Data>())
 {
     igraph_vector_int_t edges;
     igraph_vector_int_init(&edges, 0);
     for (int net = 0; net < graph.netCount(); ++net) {
+        if (isTooBusy(net, maxAdditionalNodes))
+            continue;
         for (int node = graph.firstNodes[toSize(net)]; node < graph.firstNodes[toSize(net) + 1]; ++node) {
             const int component = graph.componentsOfTerminals[toSize(graph.terminalsOfNodes[toSize(node)])];
             if (!graph.switchable[toSize(component)])
@@ -38,19 +57,36 @@ Igraph::~Igraph()
     igraph_destroy(&data->graph);
 }
 
-std::size_t Igraph::findPaths(int source, int destination)
+bool Igraph::isTooBusy(int net, int maxAdditionalNodes) const
+{
+    int additionalNodes = 0;
+    for (int node = graph.firstNodes[toSize(net)]; node < graph.firstNodes[toSize(net) + 1]; ++node) {
+        const int terminal = graph.terminalsOfNodes[toSize(node)];
+        if (terminal == source || terminal == destination)
+            return false;
+        additionalNodes += graph.interfaces[toSize(graph.componentsOfTerminals[toSize(terminal)])];
+    }
+    return additionalNodes > maxAdditionalNodes;
+}
+
+std::size_t Igraph::findPaths(int maxSwitches)
 {
     // Gives the memory of the last result back, so that each call has to get its own.
     igraph_vector_int_destroy(&data->result);
     igraph_vector_int_init(&data->result, 0);
-    igraph_get_all_simple_paths(&data->graph, &data->result, graph.netsOfTerminals[toSize(source)],
-                                igraph_vss_1(graph.netsOfTerminals[toSize(destination)]), maxEdges, IGRAPH_ALL);
+    deadline = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+    igraph_set_interruption_handler(stopAtDeadline);
+    const auto status = igraph_get_all_simple_paths(&data->graph, &data->result, graph.netsOfTerminals[toSize(source)],
+                                                    igraph_vss_1(graph.netsOfTerminals[toSize(destination)]),
+                                                    2 * maxSwitches, IGRAPH_ALL);
+    if (status != IGRAPH_SUCCESS)
+        throw std::runtime_error("igraph takes more than two minutes");
     return static_cast<std::size_t>(igraph_vector_int_size(&data->result));
 }
 
-std::vector<NumberedPath> Igraph::paths(int source, int maxAdditionalNodes) const
+std::vector<std::vector<int>> Igraph::paths() const
 {
-    std::vector<NumberedPath> result;
+    std::vector<std::vector<int>> result;
     std::vector<int> vertices;
     for (igraph_integer_t i = 0; i < igraph_vector_int_size(&data->result); ++i) {
         const auto vertex = static_cast<int>(VECTOR(data->result)[i]);
@@ -58,28 +94,10 @@ std::vector<NumberedPath> Igraph::paths(int source, int maxAdditionalNodes) cons
             vertices.push_back(vertex);
             continue;
         }
-        NumberedPath path;
+        auto &components = result.emplace_back();
         for (std::size_t place = 1; place < vertices.size(); place += 2)
-            path.components.push_back(vertices[place] - graph.netCount());
-        path.additionalNodes = additionalNodes(vertices, source);
-        if (path.additionalNodes.size() <= toSize(maxAdditionalNodes))
-            result.push_back(std::move(path));
+            components.push_back(vertices[place] - graph.netCount());
         vertices.clear();
-    }
-    return result;
-}
-
-// Of the nets between the first and the last.
-std::vector<int> Igraph::additionalNodes(const std::vector<int> &vertices, int source) const
-{
-    std::vector<int> result;
-    for (std::size_t place = 2; place + 1 < vertices.size(); place += 2) {
-        const int net = vertices[place];
-        for (int node = graph.firstNodes[toSize(net)]; node < graph.firstNodes[toSize(net) + 1]; ++node) {
-            const int terminal = graph.terminalsOfNodes[toSize(node)];
-            if (terminal != source && graph.interfaces[toSize(graph.componentsOfTerminals[toSize(terminal)])])
-                result.push_back(node);
-        }
     }
     return result;
 }

@@ -1,7 +1,7 @@
 #ifndef VELK_BENCHMARKS_IGRAPH_H
 #define VELK_BENCHMARKS_IGRAPH_H
 
-#include "benchmarks/Floor.h"
+#include "benchmarks/SystemGraph.h"
 
 #include <memory>
 
@@ -10,28 +10,30 @@ namespace VelkBenchmarks {
 /// igraph's enumeration of all simple paths, on a graph whose vertices are the nets and the switchable components and
 /// whose edges are the nodes. So parallel relays make separate paths, and one of three pins leads from each to the two
 /// others. No component may have more than three pins, or two on one net: then a path could cross one twice, which a
-/// simple path cannot.
+/// simple path cannot. Nets that no route may pass, since they alone have too many additional nodes, are left out.
 class Igraph
 {
 public:
-    Igraph(const SystemGraph &searchedGraph, int maxSwitches);
+    /// For paths between these terminals.
+    Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxAdditionalNodes);
     ~Igraph();
     Igraph(const Igraph &) = delete;
     Igraph &operator=(const Igraph &) = delete;
 
-    /// What igraph returns for two terminals: the vertices of all paths one after the other in numbers of its own.
-    /// Gives their count; they stay here until the next call.
-    std::size_t findPaths(int source, int destination);
+    /// What igraph returns: the vertices of all paths one after the other in numbers of its own. Gives their count;
+    /// they stay here until the next call. Throws std::runtime_error after two minutes.
+    std::size_t findPaths(int maxSwitches);
 
-    /// The last result in our numbers, without the paths that pick up too many additional nodes.
-    std::vector<NumberedPath> paths(int source, int maxAdditionalNodes) const;
+    /// The components of each path of the last result in our numbers.
+    std::vector<std::vector<int>> paths() const;
 
 private:
-    std::vector<int> additionalNodes(const std::vector<int> &vertices, int source) const;
+    bool isTooBusy(int net, int maxAdditionalNodes) const;
 
     struct Data;
     const SystemGraph &graph;
-    const int maxEdges;
+    const int source;
+    const int destination;
     std::unique_ptr<Data> data;
 };
 }

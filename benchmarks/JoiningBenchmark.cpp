@@ -1,80 +1,64 @@
+#include "benchmarks/BareJoin.h"
 #include "benchmarks/Suite.h"
 
-#include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
-#include <optional>
+#include <stdexcept>
 #include <thread>
 
 namespace VelkBenchmarks {
 
-using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace {
 
-/// Boards that are kept for the benchmarks on them.
-const Workload &keptBoards(qsizetype nodes, Properties properties)
+std::unique_ptr<MultipleEDAProvider> join(const Workload &system)
 {
-    static std::pair<qsizetype, Properties> key;
-    static Workload boards;
-    if (boards.boards.empty() || key != std::pair(nodes, properties)) {
-        boards = {}; // before the others are made
-        boards = sparseSystem(nodes, properties);
-        key = {nodes, properties};
-    }
-    return boards;
+    return std::make_unique<MultipleEDAProvider>(system.providers(),
+                                                 QList<QString>{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE});
 }
 
-/// The yardstick: the nets with all suffixes, nothing joined and nothing made to look them up.
-QList<QSharedPointer<EDANet>> suffixedNets(const QList<EDAProvider *> &boards)
+/// Boards, and their copies from numbers.
+struct JoiningTask
 {
-    QList<QSharedPointer<EDANet>> copies;
-    for (qsizetype i = 0; i < boards.size(); ++i) {
-        const QString suffix = u'#' + QString::number(i + 1);
-        const auto nets = boards.at(i)->getNets();
-        for (const auto &net : nets) {
-            auto copy = EDANet::create(net->name + suffix);
-            copy->nodes.reserve(net->nodes.size());
-            for (const auto &node : std::as_const(net->nodes))
-                copy->nodes.append(EDANetNode::create(node->ref + suffix, node->pin));
-            copies.append(std::move(copy));
-        }
-    }
-    return copies;
+    Workload system;
+    std::unique_ptr<BareJoin> bare;
+};
+
+void verify(const MultipleEDAProvider &joined, const JoinedElements &bare)
+{
+    if (joined.getNets() != bare.nets || joined.boardNets() != bare.boardNets || joined.getParts() != bare.parts ||
+        joined.getComponents() != bare.components)
+        throw std::logic_error("bare copies hold other elements");
 }
 
-QList<QString> connectorTypes()
+JoiningTask joiningTask(qsizetype nodes, Properties properties)
 {
-    return {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE};
+    JoiningTask task{sparseSystem(nodes, properties), nullptr};
+    const auto joined = join(task.system);
+    task.bare = std::make_unique<BareJoin>(task.system.providers(), *joined);
+    verify(*joined, task.bare->make());
+    return task;
 }
 
-double secondsToJoin(const Workload &system)
+const JoiningTask &keptTask(qsizetype nodes, Properties properties)
 {
-    const auto boards = system.providers();
-    const auto types = connectorTypes();
-    std::optional<MultipleEDAProvider> joined;
-    return secondsOf([&] { joined.emplace(boards, types); });
-}
-
-double secondsToCopy(const Workload &system)
-{
-    const auto boards = system.providers();
-    QList<QSharedPointer<EDANet>> copies;
-    return secondsOf([&] { copies = suffixedNets(boards); });
+    const char *prefix = properties == Properties::Few ? "few properties " : "boards ";
+    return kept(prefix + std::to_string(nodes), [=] { return joiningTask(nodes, properties); });
 }
 
 // In a thread of its own, which has not searched before: whatever the search keeps for a thread is part of the price.
 double secondsOfFirstQuery(const Workload &system)
 {
-    MultipleEDAProvider joined(system.providers(), connectorTypes());
+    const auto joined = join(system);
     const Query &query = system.queries.at(system.queries.size() / 2);
     double seconds = 0;
     qsizetype count = 0;
     std::thread([&] {
         QList<RoutingPath> paths;
         seconds = secondsOf([&] {
-            paths = Routing(&joined).findPaths(query.source, query.sourcePin, query.destination, query.destinationPin);
+            paths =
+                Routing(joined.get()).findPaths(query.source, query.sourcePin, query.destination, query.destinationPin);
         });
         count = paths.size();
     }).join();
@@ -83,17 +67,13 @@ double secondsOfFirstQuery(const Workload &system)
     return seconds;
 }
 
-void registerJoiningOf(qsizetype nodes, Properties properties, const std::string &suffix)
+void registerJoiningOf(const std::string &name, qsizetype nodes, Properties properties)
 {
-    const auto name = [&](const char *subject) { return "joining/" + std::string(subject) + suffix; };
-    const auto boards = [=]() -> const Workload & { return keptBoards(nodes, properties); };
-    registerTimed(name("velk"), [=](benchmark::State &state) {
-        state.counters["nodes"] = static_cast<double>(boards().nodeCount());
-        return secondsToJoin(boards());
-    });
-    registerTimed(name("copying"), [=](benchmark::State &state) {
-        state.counters["nodes"] = static_cast<double>(boards().nodeCount());
-        return secondsToCopy(boards());
+    registerComparison("joining/" + name, [=]() -> Comparison {
+        const JoiningTask &task = keptTask(nodes, properties);
+        return {{{"velk", [&] { return secondsToMake([&] { return join(task.system); }); }},
+                 {"copies", [&] { return secondsToMake([&] { return task.bare->make(); }); }}},
+                {{"nodes", static_cast<double>(task.system.nodeCount())}}};
     });
 }
 }
@@ -102,11 +82,12 @@ void registerJoining(const Suite &suite)
 {
     for (const qsizetype nodes : suite.sizes) {
         if (nodes >= 10'000 || suite.isQuick)
-            registerJoiningOf(nodes, Properties::AsExported, '/' + std::to_string(nodes));
+            registerJoiningOf(std::to_string(nodes), nodes, Properties::AsExported);
     }
-    registerJoiningOf(suite.mainSize, Properties::Few, "/few-properties");
-    registerTimed("first-query/findPaths", [nodes = suite.mainSize](benchmark::State &) {
-        return secondsOfFirstQuery(keptBoards(nodes, Properties::AsExported));
-    })->Iterations(suite.isQuick ? 3 : 10); // joining, outside of the time measured, takes far longer
+    registerJoiningOf("few-properties", suite.mainSize, Properties::Few);
+    registerComparison("first-query/findPaths", [nodes = suite.mainSize]() -> Comparison {
+        const Workload &system = keptTask(nodes, Properties::AsExported).system;
+        return {{{"velk", [&] { return secondsOfFirstQuery(system); }}}, {}};
+    })->Iterations(suite.isQuick ? 3 : 10);
 }
 }

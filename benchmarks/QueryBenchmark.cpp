@@ -7,6 +7,7 @@
 
 #include <malloc.h>
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 
@@ -29,6 +30,37 @@ const Query &queryOf(const System &system)
     return system.queries.at(system.queries.size() / 2);
 }
 
+qsizetype longestOf(const QList<RoutingPath> &paths)
+{
+    return paths.isEmpty() ? 0 : paths.last().switchingComponents.size();
+}
+
+bool areEqual(const QList<RoutingPath> &a, const QList<RoutingPath> &b)
+{
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), [](const auto &one, const auto &other) {
+        return one.switchingComponents == other.switchingComponents && one.additionalNodes == other.additionalNodes;
+    });
+}
+
+#ifdef VELK_HAS_IGRAPH
+std::shared_ptr<Igraph> igraphOf(const System &system)
+{
+    const Query &query = queryOf(system);
+    return std::make_shared<Igraph>(system.graph, system.sourceTerminal(query), system.destinationTerminal(query),
+                                    system.maxAdditionalNodes);
+}
+
+void verifyIgraph(const System &system, const QList<RoutingPath> &found)
+{
+    const auto igraph = igraphOf(system);
+    igraph->findPaths(static_cast<int>(longestOf(found)));
+    auto paths = igraph->paths();
+    std::sort(paths.begin(), paths.end());
+    if (paths != system.comparable(found))
+        throw std::logic_error("igraph finds other routes: " + std::to_string(paths.size()));
+}
+#endif
+
 /// Throws unless all searches find the same routes.
 void verify(const System &system, bool alsoIgraph)
 {
@@ -36,20 +68,18 @@ void verify(const System &system, bool alsoIgraph)
     const auto found = system.findPaths(query);
     if (found.size() != system.routeCount)
         throw std::logic_error("findPaths finds another number of routes: " + std::to_string(found.size()));
-    const auto routes = system.comparable(found);
     const auto floor = system.floorPaths(query);
-    if (System::comparable(floor) != routes)
+    if (System::comparable(floor) != system.comparable(found))
         throw std::logic_error("the bare search finds other routes: " + std::to_string(floor.size()));
-    if (system.comparable(system.materialise(floor)) != routes)
+    if (!areEqual(BareLists(system.graph, found).make(), found))
         throw std::logic_error("bare lists hold other routes");
-#ifdef VELK_HAS_IGRAPH
-    if (alsoIgraph) {
-        Igraph igraph(system.graph, system.maxSwitches);
-        igraph.findPaths(system.sourceTerminal(query), system.destinationTerminal(query));
-        const auto paths = igraph.paths(system.sourceTerminal(query), system.maxAdditionalNodes);
-        if (System::comparable(paths) != routes)
-            throw std::logic_error("igraph finds other routes: " + std::to_string(paths.size()));
+    for (const auto &[name, routeless] : system.queriesWithoutRoute) {
+        if (!system.findPaths(routeless).isEmpty() || !system.floorPaths(routeless).empty())
+            throw std::logic_error("there is a route: " + name);
     }
+#ifdef VELK_HAS_IGRAPH
+    if (alsoIgraph)
+        verifyIgraph(system, found);
 #else
     static_cast<void>(alsoIgraph);
 #endif
@@ -66,48 +96,72 @@ const System &verifiedSystem(const Subject &subject)
     return system;
 }
 
-/// For short tasks: as many calls as it takes, what they return being released within the time.
-template <typename MakeTask>
-void registerLoop(const std::string &name, MakeTask makeTask)
+std::function<QList<RoutingPath>()> listsOf(const System &system)
 {
-    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
-        try {
-            const auto task = makeTask();
-            for ([[maybe_unused]] auto step : state)
-                benchmark::DoNotOptimize(task());
-        } catch (const std::exception &failure) {
-            state.SkipWithError(failure.what());
-        }
-    })->Unit(benchmark::kMicrosecond);
+    const auto lists = std::make_shared<BareLists>(system.graph, system.findPaths(queryOf(system)));
+    return [lists] { return lists->make(); };
+}
+
+std::function<std::vector<NumberedPath>()> bareSearchOf(const System &system)
+{
+    const auto floor = std::make_shared<Floor>(system.graph, system.maxSwitches, system.maxAdditionalNodes);
+    const int source = system.sourceTerminal(queryOf(system));
+    const int destination = system.destinationTerminal(queryOf(system));
+    return [=] { return floor->findPaths(source, destination); };
+}
+
+template <typename Task>
+Contender shortContender(const std::string &name, Task task)
+{
+    return {name, [task] { return secondsOfEach(task); }};
+}
+
+template <typename Task>
+Contender longContender(const std::string &name, Task task)
+{
+    return {name, [task] { return secondsToMake(task); }};
 }
 
 void registerShortQuery(const Subject &subject)
 {
-    registerLoop("query/" + subject.name + "/findPaths", [=] {
+    registerComparison("query/" + subject.name + "/findPaths", [=] {
         const System &system = verifiedSystem(subject);
-        return [&system, query = queryOf(system)] { return system.findPaths(query); };
-    });
-    registerLoop("query/" + subject.name + "/materialise", [=] {
-        const System &system = verifiedSystem(subject);
-        return [&system, paths = system.floorPaths(queryOf(system))] { return system.materialise(paths); };
-    });
-    registerLoop("query/" + subject.name + "/floor", [=] {
-        const System &system = verifiedSystem(subject);
-        const auto floor = std::make_shared<Floor>(system.graph, system.maxSwitches, system.maxAdditionalNodes);
-        const int source = system.sourceTerminal(queryOf(system));
-        const int destination = system.destinationTerminal(queryOf(system));
-        return [=] { return floor->findPaths(source, destination); };
+        Comparison comparison;
+        comparison.contenders = {shortContender("velk", [&system] { return system.findPaths(queryOf(system)); }),
+                                 shortContender("lists", listsOf(system)),
+                                 shortContender("search", bareSearchOf(system))};
+#ifdef VELK_HAS_IGRAPH
+        if (subject.comparesWithIgraph) {
+            const int longest = static_cast<int>(longestOf(system.findPaths(queryOf(system))));
+            comparison.contenders.push_back(
+                shortContender("igraph", [igraph = igraphOf(system), longest] { return igraph->findPaths(longest); }));
+        }
+#endif
+        return comparison;
     });
 }
 
+void registerQueryWithoutRoute(const Subject &subject, const std::string &name)
+{
+    registerComparison("query/" + subject.name + '/' + name, [=]() -> Comparison {
+        const System &system = verifiedSystem(subject);
+        const Query &query = system.queriesWithoutRoute.at(name);
+        return {{shortContender("velk", [&] { return system.findPaths(query); })}, {}};
+    });
+}
+
+/// The yardstick is a copy of the answer, which is made of records as they lie ready.
 void registerFacadeQuery(const std::string &name, const std::function<Facade()> &load)
 {
-    registerLoop("query/" + name + "/getRoutes", [=] {
+    registerComparison("query/" + name + "/getRoutes", [=]() -> Comparison {
         const Facade &facade = keptFacade(name, load);
         const FacadeQuery &query = facade.queries.at(facade.queries.size() / 2);
-        if (query.getRoutes(*facade.routing).size() != facade.routeCount)
+        const auto answer = query.getRoutes(*facade.routing);
+        if (answer.size() != facade.routeCount)
             throw std::logic_error("getRoutes finds another number of routes");
-        return [&] { return query.getRoutes(*facade.routing); };
+        return {{shortContender("velk", [&] { return query.getRoutes(*facade.routing); }),
+                 shortContender("records", [answer] { return std::vector<VelkRoutingPath>(answer); })},
+                {}};
     });
 }
 
@@ -129,51 +183,60 @@ std::size_t routesOfAllPairs(const Facade &facade, std::size_t trees)
 /// From each instrument of the first hundred trees to each of their DUTs; the routes stay within a tree.
 void registerAllPairs(const std::string &systemName, const std::function<Facade()> &load)
 {
-    const auto body = [=](benchmark::State &state) {
-        try {
-            const Facade &facade = keptFacade(systemName, load);
-            const std::size_t trees = std::min<std::size_t>(100, facade.queries.size());
-            if (routesOfAllPairs(facade, trees) != facade.routeCount * trees)
-                throw std::logic_error("getRoutes finds another number of routes");
-            for ([[maybe_unused]] auto step : state)
-                benchmark::DoNotOptimize(routesOfAllPairs(facade, trees));
-            state.counters["queries"] = static_cast<double>(trees * trees);
-        } catch (...) {
-            reportFailure(state);
-        }
-    };
-    benchmark::RegisterBenchmark("query/pairs/getRoutes", body)->Unit(benchmark::kMillisecond);
+    registerComparison("query/pairs/getRoutes", [=]() -> Comparison {
+        const Facade &facade = keptFacade(systemName, load);
+        const std::size_t trees = std::min<std::size_t>(100, facade.queries.size());
+        if (routesOfAllPairs(facade, trees) != facade.routeCount * trees)
+            throw std::logic_error("getRoutes finds another number of routes");
+        return {{longContender("velk", [=, &facade] { return routesOfAllPairs(facade, trees); })},
+                {{"queries", static_cast<double>(trees * trees)}}};
+    });
 }
 
-void registerFirstFacadeQuery(const std::function<Facade()> &load, int iterations)
+void registerFirstFacadeQuery(const std::function<Facade()> &load)
 {
-    registerTimed("first-query/getRoutes", [=](benchmark::State &) {
-        const Facade facade = load();
-        return secondsOf([&] { facade.queries.front().getRoutes(*facade.routing); });
-    })->Iterations(iterations);
+    registerComparison("first-query/getRoutes", [=]() -> Comparison {
+        return {{{"velk",
+                  [=] {
+                      const Facade facade = load();
+                      return secondsToMake([&] { return facade.queries.front().getRoutes(*facade.routing); });
+                  }}},
+                {}};
+    })->Iterations(1);
 }
 
 /// The source is the second instrument of its kind, and the relays of one card have that number too: many components
 /// have one of the wanted properties, one has both.
-void registerCommonProperties(const std::string &systemName, qsizetype nodes)
+void registerCommonProperties(const Subject &subject)
 {
-    registerLoop("query/common-properties/findPaths", [=] {
-        const System &system = keptSystem(systemName, [=] { return sparseSystem(nodes); });
-        return [&system] { return system.findPaths(system.queries.at(1)); };
+    registerComparison("query/common-properties/findPaths", [=]() -> Comparison {
+        const System &system = verifiedSystem(subject);
+        const auto find = [&](const Query &query) { return [&] { return system.findPaths(query); }; };
+        return {{shortContender("velk", find(system.queries.at(1))), shortContender("rare", find(queryOf(system)))},
+                {}};
     });
 }
 
 void registerSparse(const Suite &suite)
 {
     for (const qsizetype nodes : suite.sizes) {
-        const std::string name = "sparse/" + std::to_string(nodes);
-        registerShortQuery({name, [=] { return sparseSystem(nodes); }, nodes <= suite.mainSize});
+        const bool isMain = nodes == suite.mainSize;
+        const Subject subject{"sparse/" + std::to_string(nodes), [=] { return sparseSystem(nodes); }, isMain};
+        registerShortQuery(subject);
+        for (const char *name : {"from-ground", "to-ground", "other-dut"})
+            registerQueryWithoutRoute(subject, name);
+        if (isMain)
+            registerCommonProperties(subject);
+        const Subject switched{"switched-ground/" + std::to_string(nodes),
+                               [=] { return sparseSystem(nodes, Properties::AsExported, Ground::Switches); }, isMain};
+        registerShortQuery(switched);
+        registerQueryWithoutRoute(switched, "other-dut");
+
         const auto load = [=] { return facadeOn(sparseSystem(nodes)); };
-        registerFacadeQuery(name, load);
-        if (nodes == suite.mainSize) {
-            registerAllPairs(name, load);
-            registerFirstFacadeQuery(load, suite.isQuick ? 1 : 3);
-            registerCommonProperties(name, nodes);
+        registerFacadeQuery(subject.name, load);
+        if (isMain) {
+            registerAllPairs(subject.name, load);
+            registerFirstFacadeQuery(load);
         }
     }
     registerFacadeQuery("sparse/few-properties",
@@ -197,69 +260,46 @@ void registerExported(const Suite &suite)
     const Subject subject{"exported", exportedSystem, false};
     registerShortQuery(subject);
     if (!suite.isQuick) {
-        const auto run = [=](benchmark::State &) { return secondsOfPlainSearch(verifiedSystem(subject)); };
-        registerTimed("query/exported/plain-search", run)->Iterations(1)->Repetitions(1);
+        registerComparison("query/exported/plain-search",
+                           [=]() -> Comparison {
+                               return {{{"plain", [=] { return secondsOfPlainSearch(verifiedSystem(subject)); }}}, {}};
+                           })
+            ->Iterations(1)
+            ->Repetitions(1);
     }
     registerFacadeQuery("exported", [] { return facadeOn(exportedSystem(), exportedNetlists()); });
 }
 
-/// What the lists hold on the heap. Of the main arena, so in the main thread.
+/// What lists hold on the heap. Of the main arena, so in the main thread.
 std::size_t heapInUse()
 {
     const auto info = mallinfo2();
     return info.uordblks + info.hblkhd;
 }
 
-double secondsToFind(const System &system, benchmark::State &state)
+double bytesPerPath(const System &system)
 {
-    const Query &query = queryOf(system);
-    QList<RoutingPath> paths;
     const std::size_t before = heapInUse();
-    const double seconds = secondsOf([&] { paths = system.findPaths(query); });
-    state.counters["bytes_per_path"] =
-        static_cast<double>(heapInUse() - before) / static_cast<double>(std::max<qsizetype>(paths.size(), 1));
-    state.counters["routes"] = static_cast<double>(paths.size());
-    return seconds;
+    const auto paths = system.findPaths(queryOf(system));
+    return static_cast<double>(heapInUse() - before) / static_cast<double>(paths.size());
 }
-
-double secondsToMaterialise(const System &system)
-{
-    const auto paths = system.floorPaths(queryOf(system));
-    QList<RoutingPath> made;
-    return secondsOf([&] { made = system.materialise(paths); });
-}
-
-double secondsOfFloor(const System &system)
-{
-    Floor floor(system.graph, system.maxSwitches, system.maxAdditionalNodes);
-    const int source = system.sourceTerminal(queryOf(system));
-    const int destination = system.destinationTerminal(queryOf(system));
-    std::vector<NumberedPath> paths;
-    return secondsOf([&] { paths = floor.findPaths(source, destination); });
-}
-
-#ifdef VELK_HAS_IGRAPH
-double secondsOfIgraph(const System &system)
-{
-    Igraph igraph(system.graph, system.maxSwitches);
-    const int source = system.sourceTerminal(queryOf(system));
-    const int destination = system.destinationTerminal(queryOf(system));
-    return secondsOf([&] { igraph.findPaths(source, destination); });
-}
-#endif
 
 void registerLongQuery(const Subject &subject)
 {
-    const auto name = [&](const char *search) { return "query/" + subject.name + '/' + search; };
-    registerTimed(name("findPaths"),
-                  [=](benchmark::State &state) { return secondsToFind(verifiedSystem(subject), state); });
-    registerTimed(name("materialise"),
-                  [=](benchmark::State &) { return secondsToMaterialise(verifiedSystem(subject)); });
-    registerTimed(name("floor"), [=](benchmark::State &) { return secondsOfFloor(verifiedSystem(subject)); });
+    registerComparison("query/dense/" + subject.name + "/findPaths", [=]() -> Comparison {
+        const System &system = verifiedSystem(subject);
+        return {{longContender("velk", [&] { return system.findPaths(queryOf(system)); }),
+                 longContender("lists", listsOf(system)), longContender("search", bareSearchOf(system))},
+                {{"routes", static_cast<double>(system.routeCount)}, {"bytes_per_path", bytesPerPath(system)}}};
+    });
 #ifdef VELK_HAS_IGRAPH
-    registerTimed(name("igraph"), [=](benchmark::State &) { return secondsOfIgraph(verifiedSystem(subject)); })
-        ->Iterations(1)
-        ->Repetitions(3); // it may take long
+    registerComparison("query/dense/" + subject.name + "/igraph", [=]() -> Comparison {
+        const System &system = verifiedSystem(subject);
+        const int longest = static_cast<int>(longestOf(system.findPaths(queryOf(system))));
+        return {{{"igraph",
+                  [igraph = igraphOf(system), longest] { return secondsOf([&] { igraph->findPaths(longest); }); }}},
+                {}};
+    })->Iterations(1); // it may take long
 #endif
 }
 }
@@ -268,8 +308,7 @@ void registerQueries(const Suite &suite)
 {
     registerSparse(suite);
     registerExported(suite);
-    for (const Cascade &cascade : suite.dense)
-        registerLongQuery({"dense/" + cascade.name, [=] { return cascade.make(); }});
-    registerLongQuery({"cascade/" + suite.bigMatrices.name, [=] { return suite.bigMatrices.make(); }});
+    for (const auto &[name, make] : suite.dense)
+        registerLongQuery({name, make});
 }
 }

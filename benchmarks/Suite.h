@@ -6,19 +6,19 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace VelkBenchmarks {
 
-/// A cascade of crosspoint matrices; see crosspointCascade().
-struct Cascade
+/// A system whose queries have very many routes.
+struct DenseSystem
 {
     std::string name;
-    std::vector<int> lines;
-    int maxSwitches;
-    qsizetype routeCount;
-
-    Workload make() const { return crosspointCascade(lines, maxSwitches, routeCount); }
+    std::function<Workload()> make;
 };
 
 /// What is measured: all of it, or small systems to prove that the benchmarks run.
@@ -27,37 +27,37 @@ struct Suite
     bool isQuick;
     qsizetype mainSize;           ///< nodes of the sparse system where one size is measured
     std::vector<qsizetype> sizes; ///< where growth is measured
-    qsizetype readingBytes;
-    std::vector<Cascade> dense;
-    Cascade bigMatrices;
+    qsizetype fileBytes;          ///< of the netlist whose loading is measured in memory
+    std::vector<DenseSystem> dense;
 
     static Suite full();
     static Suite quick();
 };
 
-void registerReading(const Suite &suite);
+void registerLoading(const Suite &suite);
 void registerJoining(const Suite &suite);
 void registerQueries(const Suite &suite);
 void registerThreads(const Suite &suite);
+void registerCommand();
 
-/// To be called while an exception is handled: the benchmark has failed with its message.
-void reportFailure(benchmark::State &state);
-
-/// Registers a benchmark that reports the seconds which \a run returns, so that it can leave its set-up and clean-up
-/// out. \a run throws to give up.
-template <typename Run>
-benchmark::internal::Benchmark *registerTimed(const std::string &name, Run run)
+/// One of the ways to do a task.
+struct Contender
 {
-    const auto body = [run](benchmark::State &state) {
-        try {
-            for ([[maybe_unused]] auto step : state)
-                state.SetIterationTime(run(state));
-        } catch (...) {
-            reportFailure(state);
-        }
-    };
-    return benchmark::RegisterBenchmark(name.c_str(), body)->UseManualTime()->Unit(benchmark::kMillisecond);
-}
+    std::string name;
+    std::function<double()> seconds; ///< runs once, leaving out what is not to be timed
+};
+
+/// Ways to do the same, or as much of it as the types of the results cost alone.
+struct Comparison
+{
+    std::vector<Contender> contenders;
+    std::map<std::string, double> sizes; ///< of what is compared
+};
+
+/// Registers a benchmark whose contenders take turns, so that what else the machine does slows down all of them. The
+/// seconds of the fastest run of each become a counter of its name. \a prepare is called often, so it is to keep what
+/// takes long; it throws to give up.
+benchmark::internal::Benchmark *registerComparison(const std::string &name, const std::function<Comparison()> &prepare);
 
 template <typename Task>
 double secondsOf(Task task)
@@ -65,6 +65,50 @@ double secondsOf(Task task)
     const auto start = std::chrono::steady_clock::now();
     task();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// What \a make returns, which is released outside of the time.
+template <typename Make>
+double secondsToMake(Make make)
+{
+    decltype(make()) made;
+    return secondsOf([&] { made = make(); });
+}
+
+/// Of one call of a short task with the release of its result, after a call that warms up.
+template <typename Task>
+double secondsOfEach(Task task)
+{
+    constexpr int calls = 500;
+    benchmark::DoNotOptimize(task());
+    return secondsOf([&] {
+               for (int i = 0; i < calls; ++i)
+                   benchmark::DoNotOptimize(task());
+           }) /
+           calls;
+}
+
+/// The one big thing that the benchmarks at work share, and its name.
+struct KeptThing
+{
+    std::string name;
+    std::shared_ptr<void> thing;
+
+    static KeptThing &last();
+};
+
+/// The thing of that name. Only the last one is kept, so that benchmarks on one system make it once. A name stands for
+/// one type.
+template <typename Make>
+auto &kept(const std::string &name, Make make)
+{
+    using Thing = decltype(make());
+    KeptThing &last = KeptThing::last();
+    if (last.name != name) {
+        last = {}; // before the other is made
+        last = {name, std::shared_ptr<Thing>(new Thing(make()))};
+    }
+    return *static_cast<Thing *>(last.thing.get());
 }
 }
 

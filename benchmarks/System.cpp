@@ -1,6 +1,7 @@
 #include "benchmarks/System.h"
 
 #include "benchmarks/NetlistText.h"
+#include "benchmarks/Suite.h"
 
 #include <QFile>
 #include <QHash>
@@ -17,6 +18,7 @@ using namespace Velk;
 
 System::System(const Workload &workload)
     : queries(workload.queries)
+    , queriesWithoutRoute(workload.queriesWithoutRoute)
     , routeCount(workload.routeCount)
     , maxSwitches(workload.maxSwitches)
     , maxAdditionalNodes(workload.maxAdditionalNodes)
@@ -36,22 +38,6 @@ QList<RoutingPath> System::findPaths(const Query &query) const
 std::vector<NumberedPath> System::floorPaths(const Query &query) const
 {
     return Floor(graph, maxSwitches, maxAdditionalNodes).findPaths(sourceTerminal(query), destinationTerminal(query));
-}
-
-QList<RoutingPath> System::materialise(const std::vector<NumberedPath> &paths) const
-{
-    QList<RoutingPath> result;
-    result.reserve(static_cast<qsizetype>(paths.size()));
-    for (const auto &numbers : paths) {
-        RoutingPath &path = result.emplaceBack();
-        path.switchingComponents.reserve(static_cast<qsizetype>(numbers.components.size()));
-        for (const int component : numbers.components)
-            path.switchingComponents.append(graph.components[static_cast<std::size_t>(component)]);
-        path.additionalNodes.reserve(static_cast<qsizetype>(numbers.additionalNodes.size()));
-        for (const int node : numbers.additionalNodes)
-            path.additionalNodes.append(graph.nodes[static_cast<std::size_t>(node)]);
-    }
-    return result;
 }
 
 std::vector<std::vector<int>> System::comparable(const QList<RoutingPath> &paths) const
@@ -89,12 +75,6 @@ void warmUp(Task task)
     while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(300))
         task();
 }
-
-std::string nameOfSystem;
-std::unique_ptr<System> lastSystem;
-std::string nameOfFacade;
-Facade lastFacade;
-
 }
 
 Facade facadeOn(const Workload &workload, const std::vector<std::string> &files)
@@ -105,9 +85,8 @@ Facade facadeOn(const Workload &workload, const std::vector<std::string> &files)
     return result;
 }
 
-Facade facadeOn(Workload workload)
+std::vector<std::string> writeNetlists(const Workload &workload, const QTemporaryDir &folder)
 {
-    const QTemporaryDir folder;
     std::vector<std::string> names;
     for (const auto &board : workload.boards) {
         QFile file(folder.filePath(QString::number(names.size()) + u".net"_s));
@@ -116,6 +95,13 @@ Facade facadeOn(Workload workload)
             throw std::runtime_error("cannot write the netlists");
         names.push_back(file.fileName().toStdString());
     }
+    return names;
+}
+
+Facade facadeOn(Workload workload)
+{
+    const QTemporaryDir folder;
+    const auto names = writeNetlists(workload, folder);
     // Released before loading, so that the heap is tidied up by what follows and not by the first query.
     workload.boards.clear();
     return facadeOn(workload, names);
@@ -123,24 +109,20 @@ Facade facadeOn(Workload workload)
 
 const System &keptSystem(const std::string &name, const std::function<Workload()> &make)
 {
-    if (nameOfSystem != name) {
-        lastSystem.reset();
-        lastSystem = std::make_unique<System>(make());
-        warmUp([] { lastSystem->findPaths(lastSystem->queries.front()); });
-        nameOfSystem = name;
-    }
-    return *lastSystem;
+    return *kept("system " + name, [&] {
+        auto system = std::make_unique<System>(make());
+        warmUp([&] { system->findPaths(system->queries.front()); });
+        return system;
+    });
 }
 
 const Facade &keptFacade(const std::string &name, const std::function<Facade()> &make)
 {
-    if (nameOfFacade != name) {
-        lastFacade = {};
-        lastFacade = make();
-        warmUp([] { lastFacade.queries.front().getRoutes(*lastFacade.routing); });
-        nameOfFacade = name;
-    }
-    return lastFacade;
+    return kept("facade " + name, [&] {
+        Facade facade = make();
+        warmUp([&] { facade.queries.front().getRoutes(*facade.routing); });
+        return facade;
+    });
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #ifndef VELK_BENCHMARKS_SYSTEM_H
 #define VELK_BENCHMARKS_SYSTEM_H
 
+#include "benchmarks/BareLists.h"
 #include "benchmarks/Floor.h"
 #include "benchmarks/Workload.h"
 
@@ -13,6 +14,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+class QTemporaryDir;
 
 namespace VelkBenchmarks {
 
@@ -30,14 +33,12 @@ public:
     }
     std::vector<NumberedPath> floorPaths(const Query &query) const;
 
-    /// The same routes made from their numbers: what handing them out as Qt lists costs alone.
-    QList<Velk::RoutingPath> materialise(const std::vector<NumberedPath> &paths) const;
-
     /// The components of each path, sorted: what all searches must agree on.
     std::vector<std::vector<int>> comparable(const QList<Velk::RoutingPath> &paths) const;
     static std::vector<std::vector<int>> comparable(const std::vector<NumberedPath> &paths);
 
     const std::vector<Query> queries;
+    const std::map<std::string, Query> queriesWithoutRoute;
     const qsizetype routeCount; ///< of each query
     const int maxSwitches;
     const int maxAdditionalNodes;
@@ -46,7 +47,7 @@ public:
     const SystemGraph graph;
 };
 
-/// The system of that name. The last one is kept, so that the benchmarks on one system make it once.
+/// The system of that name, ready to be measured.
 const System &keptSystem(const std::string &name, const std::function<Workload()> &make);
 
 /// Arguments of VelkRouting::getRoutes().
@@ -73,7 +74,10 @@ Facade facadeOn(const Workload &workload, const std::vector<std::string> &files)
 /// Writes the boards as netlists first.
 Facade facadeOn(Workload workload);
 
-/// The facade of that name. The last one is kept.
+/// The boards as netlists in a folder of their own.
+std::vector<std::string> writeNetlists(const Workload &workload, const QTemporaryDir &folder);
+
+/// The facade of that name, ready to be measured.
 const Facade &keptFacade(const std::string &name, const std::function<Facade()> &make);
 }
 

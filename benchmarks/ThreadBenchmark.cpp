@@ -58,18 +58,21 @@ double secondsAtOnce(const TwoQueries &queries)
     return seconds;
 }
 
-void registerPair(const std::string &name, const std::function<TwoQueries()> &queries)
+void registerPair(const std::string &name, const std::function<TwoQueries()> &prepare)
 {
-    registerTimed("threads/" + name + "/one-after-the-other",
-                  [=](benchmark::State &) { return secondsOneAfterTheOther(queries()); });
-    registerTimed("threads/" + name + "/at-once", [=](benchmark::State &) { return secondsAtOnce(queries()); });
+    registerComparison("threads/" + name, [=]() -> Comparison {
+        const TwoQueries queries = prepare();
+        return {{{"at_once", [=] { return secondsAtOnce(queries); }},
+                 {"one_after_the_other", [=] { return secondsOneAfterTheOther(queries); }}},
+                {}};
+    });
 }
 }
 
 void registerThreads(const Suite &suite)
 {
-    const auto dense = [cascade = suite.dense.back()]() -> const System & {
-        return keptSystem("dense/" + cascade.name, [&] { return cascade.make(); });
+    const auto dense = [system = suite.dense.back()]() -> const System & {
+        return keptSystem(system.name, system.make);
     };
     const auto sparse = [nodes = suite.mainSize]() -> const System & {
         return keptSystem("sparse/" + std::to_string(nodes), [&] { return sparseSystem(nodes); });

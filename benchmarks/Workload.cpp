@@ -197,6 +197,26 @@ private:
 
 constexpr int cardsPerStage = 3;
 
+using GroundNets = std::vector<Net>; ///< by board
+
+QMap<QString, QString> instrumentProperties(qsizetype deviceNumber)
+{
+    return {{EDAComponent::DEVICE, u"SMU"_s}, {EDAComponent::DEVICE_NUMBER, number(deviceNumber)}};
+}
+
+QMap<QString, QString> dutProperties(qsizetype bench)
+{
+    return {{EDAComponent::TYPE, u"DUT"_s}, {EDAComponent::BENCH, number(bench)}};
+}
+
+QStringList numberedTexts(const QString &text, int count)
+{
+    QStringList texts;
+    for (int i = 1; i <= count; ++i)
+        texts.append(text + number(i));
+    return texts;
+}
+
 /// One instrument of the sparse system, the two stages of its multiplexer and the DUT at its ends:
 ///
 ///     board 1          boards 2 to 4                  boards 5 to 7                        board 8
@@ -221,12 +241,12 @@ public:
     {
     }
 
-    void build(const Net &ground, Cable &toFirstStage, Cable &toSecondStage, Cable &toAdapter)
+    void build(Ground ground, const GroundNets &grounds, Cable &toFirstStage, Cable &toSecondStage, Cable &toAdapter)
     {
         const Net high = instruments.net(u"/SMU"_s + name + u"_HI"_s);
         const std::array<Net, 2> buses{busOf(toFirstStage, u"A"_s), busOf(toFirstStage, u"B"_s)};
         instruments.changeOver(high, busesOnInstrumentBoard.at(0), busesOnInstrumentBoard.at(1));
-        instruments.instrument(u"SMU"_s, name.toInt(), {u"FORCE_HI"_s, u"FORCE_LO"_s}, {high, ground});
+        instruments.instrument(u"SMU"_s, name.toInt(), {u"FORCE_HI"_s, u"FORCE_LO"_s}, {high, grounds.front()});
         instruments.instrument(u"DMM"_s, name.toInt(), {u"CH1"_s, u"CH2"_s}, busesOnInstrumentBoard);
 
         addGuard(buses);
@@ -234,21 +254,24 @@ public:
         for (std::size_t line = 0; line < 2 * linesOfEachBus; ++line)
             addBranch(buses.at(line % 2), static_cast<int>(line), toSecondStage, toAdapter);
 
-        QStringList pinNames;
-        for (qsizetype pin = 1; pin <= dutPins.size(); ++pin)
-            pinNames.append(u"IO"_s + number(pin));
+        if (ground == Ground::Switches) {
+            instruments.resistor(busesOnInstrumentBoard.at(0), grounds.front());
+            adapter.relay(dutPins.front(), grounds.back());
+        }
+        auto pinNames = numberedTexts(u"IO"_s, static_cast<int>(dutPins.size()));
+        pinNames.append(u"GND"_s);
+        dutPins.append(grounds.back());
         adapter.dut(name.toInt(), pinNames, dutPins);
     }
 
-    Query query() const
-    {
-        return {{{EDAComponent::DEVICE, u"SMU"_s}, {EDAComponent::DEVICE_NUMBER, name}},
-                u"FORCE_HI"_s,
-                {{EDAComponent::TYPE, u"DUT"_s}, {EDAComponent::BENCH, name}},
-                u"IO1"_s};
-    }
+    Query query() const { return {instrument(), u"FORCE_HI"_s, dut(), u"IO1"_s}; }
+    Query queryFromGround() const { return {instrument(), u"FORCE_LO"_s, dut(), u"IO1"_s}; }
+    Query queryToGround() const { return {instrument(), u"FORCE_HI"_s, dut(), u"GND"_s}; }
 
 private:
+    QMap<QString, QString> instrument() const { return instrumentProperties(name.toInt()); }
+    QMap<QString, QString> dut() const { return dutProperties(name.toInt()); }
+
     Net busOf(Cable &toFirstStage, const QString &bus)
     {
         busesOnInstrumentBoard.append(instruments.net(u"/BUS"_s + name + bus));
@@ -312,7 +335,7 @@ private:
     QList<Net> dutPins;
 };
 
-constexpr qsizetype nodesOfTree = 143; ///< its pins on the connectors included
+constexpr qsizetype nodesOfTree = 144; ///< its pins on the connectors included
 
 std::vector<std::unique_ptr<Board>> namedBoards(const QStringList &titles)
 {
@@ -332,31 +355,100 @@ std::vector<BoardBuilder> buildersOf(const std::vector<std::unique_ptr<Board>> &
 }
 
 /// A ground net on each board, joined over one connector.
-Net groundOf(std::vector<BoardBuilder> &builders)
+GroundNets groundsOf(std::vector<BoardBuilder> &builders)
 {
-    Net ground = builders.front().net(u"GND"_s);
-    for (std::size_t i = 1; i < builders.size(); ++i)
+    GroundNets grounds{builders.front().net(u"GND"_s)};
+    for (std::size_t i = 1; i < builders.size(); ++i) {
+        grounds.push_back(builders[i].net(u"GND"_s));
         Cable(builders.front(), builders[i], u"GND"_s + number(static_cast<qsizetype>(i)))
-            .join(ground, builders[i].net(u"GND"_s));
-    return ground;
+            .join(grounds.front(), grounds.back());
+    }
+    return grounds;
 }
 
 QList<Net> numberedNets(BoardBuilder &board, const QString &name, int count)
 {
     QList<Net> nets;
-    for (int i = 1; i <= count; ++i)
-        nets.append(board.net(name + number(i)));
+    const auto names = numberedTexts(name, count);
+    for (const QString &netName : names)
+        nets.append(board.net(netName));
     return nets;
 }
 
-/// The rows of a board that the lines of the one before lead to.
-QList<Net> continueOn(BoardBuilder &board, const QList<Net> &lines, BoardBuilder &boardBefore, std::size_t cableNumber)
+/// Nets of another board that these are joined with.
+QList<Net> continueOn(BoardBuilder &board, const QList<Net> &lines, BoardBuilder &boardBefore, const QString &name)
 {
-    Cable cable(boardBefore, board, u"C"_s + number(static_cast<qsizetype>(cableNumber)));
-    auto rows = numberedNets(board, u"/ROW"_s, static_cast<int>(lines.size()));
+    Cable cable(boardBefore, board, name);
+    auto rows = numberedNets(board, u"/"_s + name + u"_"_s, static_cast<int>(lines.size()));
     for (qsizetype i = 0; i < lines.size(); ++i)
         cable.join(lines.at(i), rows.at(i));
     return rows;
+}
+
+/// The columns of a new matrix with a relay at each crosspoint.
+QList<Net> addMatrix(BoardBuilder &board, const QList<Net> &rows, int columnCount, const QString &name)
+{
+    auto columns = numberedNets(board, u"/"_s + name + u"_COLUMN"_s, columnCount);
+    for (const Net &row : rows) {
+        for (const Net &column : std::as_const(columns))
+            board.relay(row, column);
+    }
+    return columns;
+}
+
+constexpr int matrixBoards = 6;
+
+std::vector<std::unique_ptr<Board>> boardsForMatrices()
+{
+    QStringList titles = numberedTexts(u"matrix "_s, matrixBoards);
+    titles.prepend(u"instruments"_s);
+    titles.append(u"adapter"_s);
+    return namedBoards(titles);
+}
+
+void addCascade(std::vector<BoardBuilder> &builders, const std::vector<int> &lines, int copy)
+{
+    const QStringList pinNames{u"1"_s, u"2"_s};
+    const auto name = [copy](const char16_t *what, int place) {
+        return QString::fromUtf16(what) + number(copy) + u'.' + number(place);
+    };
+    BoardBuilder *board = &builders.front();
+    QList<Net> lastLines = numberedNets(*board, u"/SOURCE"_s + number(copy) + u"_"_s, lines.front());
+    board->instrument(u"SMU"_s, copy, pinNames, lastLines.first(2));
+    const int matrices = static_cast<int>(lines.size()) - 1;
+    for (int matrix = 1; matrix <= matrices; ++matrix) {
+        auto &next = builders[static_cast<std::size_t>(1 + (copy * matrices + matrix) % matrixBoards)];
+        const auto rows = continueOn(next, lastLines, *board, name(u"C", matrix));
+        lastLines = addMatrix(next, rows, lines[static_cast<std::size_t>(matrix)], name(u"M", matrix));
+        board = &next;
+    }
+    builders.back().dut(copy, pinNames, continueOn(builders.back(), lastLines, *board, name(u"D", 1)).first(2));
+}
+
+constexpr int groupsOfBus = 4;
+
+// DUTs are numbered on from one bus to the next, instruments likewise.
+void addGroups(std::vector<BoardBuilder> &builders, int lines, int copy)
+{
+    BoardBuilder &instruments = builders.front();
+    BoardBuilder &matrixBoard = builders[static_cast<std::size_t>(1 + copy % matrixBoards)];
+    const QString name = number(copy);
+    const auto sources = numberedNets(instruments, u"/BUS"_s + name + u"_"_s, lines);
+    for (int line = 0; line < lines; ++line) {
+        instruments.instrument(u"SMU"_s, copy * lines + line + 1,
+                               {u"FORCE_HI"_s, u"SENSE_HI"_s, u"GUARD"_s, u"MONITOR"_s},
+                               QList<Net>(4, sources.at(line)));
+    }
+    const auto bus = continueOn(matrixBoard, sources, instruments, u"B"_s + name);
+    for (int group = 1; group <= groupsOfBus; ++group) {
+        const QString groupName = name + u'.' + number(group);
+        const auto rows = numberedNets(matrixBoard, u"/ROW"_s + groupName + u"_"_s, lines);
+        for (int line = 0; line < lines; ++line)
+            matrixBoard.resistor(bus.at(line), rows.at(line));
+        const auto columns = addMatrix(matrixBoard, rows, lines, u"G"_s + groupName);
+        builders.back().dut(copy * groupsOfBus + group, numberedTexts(u"IO"_s, lines),
+                            continueOn(builders.back(), columns, matrixBoard, u"D"_s + groupName));
+    }
 }
 }
 
@@ -378,14 +470,14 @@ qsizetype Workload::nodeCount() const
     return count;
 }
 
-Workload sparseSystem(qsizetype nodes, Properties properties)
+Workload sparseSystem(qsizetype nodes, Properties properties, Ground ground)
 {
     Workload system;
     system.routeCount = 8;
     system.boards = namedBoards({u"instruments"_s, u"first stage 1"_s, u"first stage 2"_s, u"first stage 3"_s,
                                  u"second stage 1"_s, u"second stage 2"_s, u"second stage 3"_s, u"adapter"_s});
     auto builders = buildersOf(system.boards, properties);
-    const Net ground = groundOf(builders);
+    const GroundNets grounds = groundsOf(builders);
     auto &instruments = builders.front();
     auto &adapter = builders.back();
     std::vector<Cable> toFirst;
@@ -397,47 +489,50 @@ Workload sparseSystem(qsizetype nodes, Properties properties)
         toSecond.emplace_back(builders[card], builders[card + cardsPerStage], u"S"_s + cardName);
         toAdapter.emplace_back(builders[card + cardsPerStage], adapter, u"A"_s + cardName);
     }
-    const qsizetype trees = std::max<qsizetype>(1, nodes / nodesOfTree);
+    const qsizetype trees = std::max<qsizetype>(2, nodes / nodesOfTree);
     for (qsizetype i = 0; i < trees; ++i) {
         const auto card = static_cast<std::size_t>(i % cardsPerStage);
         MultiplexerTree tree(i + 1, instruments, builders[card + 1], builders[card + 1 + cardsPerStage], adapter);
-        tree.build(ground, toFirst[card], toSecond[card], toAdapter[card]);
+        tree.build(ground, grounds, toFirst[card], toSecond[card], toAdapter[card]);
         system.queries.push_back(tree.query());
+        if (i == trees / 2 && ground == Ground::Interfaces) {
+            system.queriesWithoutRoute["from-ground"] = tree.queryFromGround();
+            system.queriesWithoutRoute["to-ground"] = tree.queryToGround();
+        }
     }
+    const Query &first = system.queries.front();
+    const Query &last = system.queries.back();
+    system.queriesWithoutRoute["other-dut"] = {first.source, first.sourcePin, last.destination, last.destinationPin};
     return system;
 }
 
-Workload crosspointCascade(const std::vector<int> &lines, int maxSwitches, qsizetype routeCount)
+Workload crosspointCascade(const std::vector<int> &lines, int copies, int maxSwitches, qsizetype routeCount)
 {
     Workload system;
     system.maxSwitches = maxSwitches;
     system.routeCount = routeCount;
-    QStringList titles{u"instruments"_s};
-    for (std::size_t matrix = 1; matrix < lines.size(); ++matrix)
-        titles.append(u"matrix "_s + number(static_cast<qsizetype>(matrix)));
-    titles.append(u"adapter"_s);
-    system.boards = namedBoards(titles);
+    system.boards = boardsForMatrices();
     auto builders = buildersOf(system.boards, Properties::AsExported);
-
-    const QStringList pinNames{u"1"_s, u"2"_s};
-    QList<Net> lastLines = numberedNets(builders.front(), u"/SOURCE"_s, lines.front());
-    builders.front().instrument(u"SMU"_s, 1, pinNames, lastLines.first(2));
-    for (std::size_t matrix = 1; matrix < lines.size(); ++matrix) {
-        const auto rows = continueOn(builders[matrix], lastLines, builders[matrix - 1], matrix);
-        lastLines = numberedNets(builders[matrix], u"/COLUMN"_s, lines[matrix]);
-        for (const Net &row : rows) {
-            for (const Net &column : std::as_const(lastLines))
-                builders[matrix].relay(row, column);
-        }
+    for (int copy = 1; copy <= copies; ++copy) {
+        addCascade(builders, lines, copy);
+        for (const QString &pin : {u"1"_s, u"2"_s})
+            system.queries.push_back({instrumentProperties(copy), pin, dutProperties(copy), pin});
     }
-    const auto last = lines.size();
-    builders.back().dut(1, pinNames, continueOn(builders.back(), lastLines, builders[last - 1], last).first(2));
+    return system;
+}
 
-    for (const QString &pin : pinNames) {
-        system.queries.push_back({{{EDAComponent::DEVICE, u"SMU"_s}, {EDAComponent::DEVICE_NUMBER, u"1"_s}},
-                                  pin,
-                                  {{EDAComponent::TYPE, u"DUT"_s}, {EDAComponent::BENCH, u"1"_s}},
-                                  pin});
+Workload crosspointGroups(int lines, int copies, qsizetype routeCount)
+{
+    Workload system;
+    system.routeCount = routeCount;
+    system.boards = boardsForMatrices();
+    auto builders = buildersOf(system.boards, Properties::AsExported);
+    for (int copy = 0; copy < copies; ++copy) {
+        addGroups(builders, lines, copy);
+        for (int group = 1; group <= groupsOfBus; ++group) {
+            system.queries.push_back({instrumentProperties(copy * lines + group), u"FORCE_HI"_s,
+                                      dutProperties(copy * groupsOfBus + group), u"IO1"_s});
+        }
     }
     return system;
 }

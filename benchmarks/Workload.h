@@ -5,6 +5,7 @@
 
 #include <QMap>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ struct Workload
 {
     std::vector<std::unique_ptr<Board>> boards;
     std::vector<Query> queries; ///< all with routeCount routes
+    std::map<std::string, Query> queriesWithoutRoute;
     qsizetype routeCount = 0;
     int maxSwitches = 5; ///< limits to search with
     int maxAdditionalNodes = 3;
@@ -40,15 +42,29 @@ enum class Properties
     Few,        ///< what selects the component, and its type
 };
 
+/// What hangs on the ground net that all boards have in common, which grows with the system.
+enum class Ground
+{
+    Interfaces, ///< a pin of each instrument and of each DUT
+    Switches,   ///< besides, a resistor and a relay of each tree
+};
+
 /// Multiplexer trees on 8 boards, of about this many nodes in all. The system grows by further trees, instruments and
 /// DUTs, each the same, so what surrounds a query does not depend on the size. Each query has 8 routes: 4 of 3 switches
-/// and 4 of 5.
-Workload sparseSystem(qsizetype nodes, Properties properties = Properties::AsExported);
+/// and 4 of 5. No route leads over the ground net, which has too many pins of interfaces.
+Workload sparseSystem(qsizetype nodes, Properties properties = Properties::AsExported,
+                      Ground ground = Ground::Interfaces);
 
-/// Crosspoint matrices, the columns of one being the rows of the next: {10, 12, 8} is a matrix of 10 rows and 12
-/// columns before one of 12 rows and 8 columns. Two source pins lie on the first rows of the first, two DUT pins on the
-/// first columns of the last, so a route from one to another may have the remaining two as additional nodes.
-Workload crosspointCascade(const std::vector<int> &lines, int maxSwitches, qsizetype routeCount);
+/// Crosspoint matrices on 8 boards, the columns of one being the rows of the next: {10, 12, 8} is a matrix of 10 rows
+/// and 12 columns before one of 12 rows and 8 columns. Two source pins lie on the first rows of the first, two DUT pins
+/// on the first columns of the last, so a route from one to another may have the remaining two as additional nodes. All
+/// this many times over.
+Workload crosspointCascade(const std::vector<int> &lines, int copies, int maxSwitches, qsizetype routeCount);
+
+/// Matrices of \a lines rows and columns on 8 boards, a DUT pin at each column. Four at a time share a bus: each row is
+/// connected to a line of it by a resistor. A line has four pins of an instrument, too many for a route to pass it. All
+/// this many times over.
+Workload crosspointGroups(int lines, int copies, qsizetype routeCount);
 
 /// The files of the exported system that the tests use too: 2,000 relays in five matrices. Its query has 346 routes.
 std::vector<std::string> exportedNetlists();

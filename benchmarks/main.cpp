@@ -1,3 +1,4 @@
+#include "benchmarks/PeakMemory.h"
 #include "benchmarks/Suite.h"
 
 #include <QLoggingCategory>
@@ -16,6 +17,11 @@ int run(int argc, char **argv)
 {
     using namespace VelkBenchmarks;
 
+    if (argc == 3 && std::strcmp(argv[1], "--load") == 0) {
+        loadAndPrintPeakMemory(argv[2]);
+        return 0;
+    }
+
     // The trace is on by default and costs far more than what is measured.
     QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
 
@@ -25,10 +31,11 @@ int run(int argc, char **argv)
     const Suite suite = quick == arguments.end() ? Suite::full() : Suite::quick();
     arguments.erase(quick, arguments.end());
 
-    registerReading(suite);
+    registerLoading(suite);
     registerJoining(suite);
     registerQueries(suite);
     registerThreads(suite);
+    registerCommand();
 
     int count = static_cast<int>(arguments.size());
     benchmark::AddCustomContext("main_size", std::to_string(suite.mainSize));

@@ -17,7 +17,7 @@ void checkFinds(const TokenPairs &pairs, const QString &path)
 {
     for (auto it = pairs.cbegin(); it != pairs.cend(); ++it) {
         auto *token = const_cast<KiCadToken *>(it.key());
-        auto *plain = const_cast<VelkBenchmarks::PlainToken *>(it.value());
+        auto *plain = const_cast<PlainReading::PlainToken *>(it.value());
         const auto found = token->find(path);
         require((found ? pairs.value(found.data()) : nullptr) == plain->find(path).data(), u"found by "_s + path);
     }
@@ -76,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (reader.read() != KiCadNoError || reader.getRoot().isNull())
         return 0;
     const auto root = reader.getRoot();
-    const auto plainRoot = VelkBenchmarks::readPlainly(netlist);
+    const auto plainRoot = PlainReading::readPlainly(netlist);
 
     TokenPairs pairs;
     pair(root, plainRoot, pairs);

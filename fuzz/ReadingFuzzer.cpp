@@ -38,10 +38,10 @@ void checkAgreesWithPipe(KiCadReader &reader, const QByteArray &bytes)
             u"error position from a pipe"_s);
 }
 
-std::unique_ptr<VelkBenchmarks::PlainNetlist> parsePlainly(const PlainToken &root)
+std::unique_ptr<PlainReading::PlainNetlist> parsePlainly(const PlainToken &root)
 {
     try {
-        return root.isNull() ? nullptr : std::make_unique<VelkBenchmarks::PlainNetlist>(root);
+        return root.isNull() ? nullptr : std::make_unique<PlainReading::PlainNetlist>(root);
     } catch (const std::runtime_error &) {
         return nullptr;
     }
@@ -58,7 +58,7 @@ bool parse(KiCadNetParser &parser)
     }
 }
 
-void checkModel(const KiCadNetParser &parser, const VelkBenchmarks::PlainNetlist &plain)
+void checkModel(const KiCadNetParser &parser, const PlainReading::PlainNetlist &plain)
 {
     require(parser.getParts() == plain.parts.values(), u"parts"_s);
     require(parser.getComponents() == plain.components.values(), u"components"_s);
@@ -119,7 +119,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     QBuffer buffer;
     buffer.setData(bytes);
-    PlainToken plainRoot = VelkBenchmarks::readPlainly(buffer);
+    PlainToken plainRoot = PlainReading::readPlainly(buffer);
     require(!isError || plainRoot.isNull(), u"refused a netlist"_s);
     if (!isError) {
         TokenPairs pairs;

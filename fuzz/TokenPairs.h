@@ -1,8 +1,8 @@
 #ifndef VELK_FUZZ_TOKENPAIRS_H
 #define VELK_FUZZ_TOKENPAIRS_H
 
-#include "benchmarks/PlainReading.h"
 #include "fuzz/Fuzz.h"
+#include "fuzz/PlainReading.h"
 
 #include <velk/kicad/KiCadToken.h>
 
@@ -11,10 +11,10 @@
 namespace VelkFuzz {
 
 using Token = QSharedPointer<Velk::KiCadToken>;
-using PlainToken = QSharedPointer<VelkBenchmarks::PlainToken>;
+using PlainToken = QSharedPointer<PlainReading::PlainToken>;
 
 /// Tells for each token which one it is in the same tree read plainly.
-using TokenPairs = QHash<const Velk::KiCadToken *, const VelkBenchmarks::PlainToken *>;
+using TokenPairs = QHash<const Velk::KiCadToken *, const PlainReading::PlainToken *>;
 
 /// Requires that the trees agree.
 inline void pair(const Token &token, const PlainToken &plain, TokenPairs &pairs)

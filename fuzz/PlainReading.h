@@ -1,5 +1,5 @@
-#ifndef VELK_BENCHMARKS_PLAINREADING_H
-#define VELK_BENCHMARKS_PLAINREADING_H
+#ifndef VELK_FUZZ_PLAINREADING_H
+#define VELK_FUZZ_PLAINREADING_H
 
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDANet.h>
@@ -13,10 +13,10 @@
 
 class QIODevice;
 
-namespace VelkBenchmarks {
+namespace PlainReading {
 
-/// The yardstick for reading: what Velk does, written down in the most obvious way. A token is found by matching the
-/// path with a regular expression at every query.
+/// What readers are compared with: what Velk does, written down in the most obvious way. A token is found by matching
+/// the path with a regular expression at every query.
 class PlainToken : public QEnableSharedFromThis<PlainToken>
 {
 public:

@@ -1,4 +1,4 @@
-#include "benchmarks/PlainReading.h"
+#include "fuzz/PlainReading.h"
 
 #include <QIODevice>
 #include <QRegularExpression>
@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-namespace VelkBenchmarks {
+namespace PlainReading {
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
