@@ -520,42 +520,36 @@ private Q_SLOTS:
         }
     }
 
-    // A thread tells the marks of its last 65,535 queries apart. The last query here would take those of the first one
-    // for its own.
-    void moreQueriesThanRoundsOfMarks()
+    // What each thread works with is its own, and what is made for some types is shared; the thread sanitizer looks on.
+    void threadsShareAProvider()
     {
-        const auto board = systemOf(u"U1 Source 1\nD1 DUT 1\nD2 DUT 1\nU2 Source 1\nK1 Relay 1,2\nK2 Relay 1,2\n"
-                                    "A: U1/1 K1/1\nB: K1/2 K2/1 D1/1\nC: K2/2 D2/1\nE: U2/1"_s);
+        const auto board =
+            systemOf(u"U1 Source 1\nD1 DUT 1\nS1 Source 1\nD2 DUT 1\nK1 Relay 1,2\nK2 Relay 1,2\nF1 Fuse 1,2\n"
+                     "A: U1/1 K1/1 F1/1\nB: K1/2 S1/1 D2/1 K2/1\nC: K2/2 F1/2 D1/1"_s);
         MultipleEDAProvider joined({board.get()}, {});
-        const Routing routing(&joined);
-        const Properties elsewhere{{u"Id"_s, u"U2"_s}};
-        const auto found = std::async(std::launch::async, [&] {
-                               QStringList texts = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
-                               for (int i = 0; i < 65'534; ++i)
-                                   routing.findPaths(elsewhere, u"1"_s, elsewhere, u"1"_s);
-                               return texts + toTexts(routing.findPaths(fromU1, u"1"_s, {{u"Id"_s, u"D2"_s}}, u"1"_s));
-                           }).get();
-        QCOMPARE(found, (QStringList{u"K1#1 |"_s, u"K1#1 K2#1 | D1#1/1"_s}));
-    }
-
-    // What each thread works with is its own; the thread sanitizer looks on.
-    void threadsShareARouting()
-    {
-        QRandomGenerator random(8);
-        const auto boards = randomBoards(random);
-        MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
-        const Routing routing(&joined);
-        const auto expected = toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
-        QVERIFY(!expected.isEmpty());
-        const auto findManyTimes = [&routing, &expected] {
+        PlainProvider plain(joined);
+        const auto find = [](EDAProvider *provider, int types) {
+            Routing routing(provider);
+            if (types % 2 == 1)
+                routing.setComponentTypesThatAreSwitchable({u"Relay"_s, u"Fuse"_s});
+            if (types >= 2)
+                routing.setComponentTypesThatAreInterfaces(QStringList{u"source"_s, u"dut"_s}.mid(types / 2 - 1));
+            return toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s));
+        };
+        QList<QStringList> expected;
+        for (int types = 0; types < 8; ++types)
+            expected.append(find(&plain, types));
+        QCOMPARE(expected.at(0), QStringList{u"K1#1 K2#1 | S1#1/1 D2#1/1"_s});
+        QCOMPARE(expected.at(5), (QStringList{u"F1#1 |"_s, u"K1#1 K2#1 | D2#1/1"_s}));
+        const auto findManyTimes = [&](int step) {
             int equal = 0;
-            for (int i = 0; i < 200; ++i)
-                equal += toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)) == expected;
+            for (int i = 0; i < 400; ++i)
+                equal += find(&joined, i * step % 8) == expected.at(i * step % 8);
             return equal;
         };
-        auto other = std::async(std::launch::async, findManyTimes);
-        QCOMPARE(findManyTimes(), 200);
-        QCOMPARE(other.get(), 200);
+        auto other = std::async(std::launch::async, findManyTimes, 3);
+        QCOMPARE(findManyTimes(1), 400);
+        QCOMPARE(other.get(), 400);
     }
 
     void equalsBruteForceOnRandomSystems()

@@ -51,7 +51,8 @@ inline std::unique_ptr<StubProvider> randomSystem(QRandomGenerator &random)
         const QString ref = u"K%1"_s.arg(i);
         const QStringList pins =
             QStringList{u"1"_s, u"a"_s, u"A"_s, u"b"_s}.mid(0, random.bounded(4) == 0 ? random.bounded(3, 5) : 2);
-        system->add(ref, random.bounded(6) == 0 ? u"Fuse"_s : u"relay"_s, pins);
+        const QStringList others = random.bounded(4) == 0 ? u"2 3 4 5 6 7 8"_s.split(u' ') : QStringList(); // on no net
+        system->add(ref, random.bounded(6) == 0 ? u"Fuse"_s : u"relay"_s, pins + others);
         for (const QString &pin : pins) {
             for (int copies = random.bounded(12) == 0 ? random.bounded(3) : 1; copies > 0; --copies)
                 place(ref + u'/' + pin);

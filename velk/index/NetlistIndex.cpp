@@ -127,6 +127,12 @@ void NetlistIndex::addFurtherNet(const NumberedNode &node, int net)
     hiddenNets[node.component].push_back(net);
 }
 
+void NetlistIndex::prepareSearches()
+{
+    if (hasTerminals())
+        crossingGraphs.makeUsual(*this);
+}
+
 NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNumber) const
 {
     const int component = componentsByRef.value(ref, none);
@@ -139,7 +145,7 @@ NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNu
 
 std::vector<int> NetlistIndex::netsOfTerminal(int terminal) const
 {
-    std::vector<int> result = netsIn(furtherNets, terminal);
+    std::vector<int> result = furtherNetsOfTerminal(terminal);
     if (netOfTerminal(terminal) != none)
         result.push_back(netOfTerminal(terminal));
     return result;

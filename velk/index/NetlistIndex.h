@@ -1,6 +1,7 @@
 #ifndef VELK_INDEX_NETLISTINDEX_H
 #define VELK_INDEX_NETLISTINDEX_H
 
+#include <velk/index/CrossingGraphs.h>
 #include <velk/index/PropertyIndex.h>
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDANet.h>
@@ -11,6 +12,7 @@
 #include <QMap>
 #include <QString>
 
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
@@ -43,6 +45,9 @@ public:
     /// Adds a net; its nodes are to be added next, in their order.
     void addNet(const QSharedPointer<EDANet> &net);
     void addNode(const NumberedNode &node);
+    /// Makes what searches by the usual roles need, when all nets are added and while no other thread asks. Without it,
+    /// the first such search does.
+    void prepareSearches();
 
     /// False where there are too many pins to be numbered, as of thousands of components with thousands of pins each,
     /// most of which lie on no net. There are no terminals then, and no pins of components.
@@ -64,6 +69,8 @@ public:
     int netOfTerminal(int terminal) const { return terminalNets[toSize(terminal)]; }
     /// All nets that hold the terminal.
     std::vector<int> netsOfTerminal(int terminal) const;
+    /// Those of them besides the first.
+    std::vector<int> furtherNetsOfTerminal(int terminal) const { return netsIn(furtherNets, terminal); }
     /// Nets where the component has a node that netOfTerminal() does not lead to: a node that lies on two nets, or one
     /// on a pin that the part lacks.
     std::vector<int> hiddenNetsOfComponent(int component) const { return netsIn(hiddenNets, component); }
@@ -74,6 +81,12 @@ public:
     /// Equal identifiers have one number, from 0 to identifierCount() - 1; to have none is one too.
     int identifierOf(int component) const { return identifiersOfComponents[toSize(component)]; }
     int identifierCount() const { return static_cast<int>(identifiersByText.size()); }
+
+    /// For a search by these roles, made when the first one asks; to be asked only if hasTerminals().
+    std::shared_ptr<const CrossingGraph> crossingGraph(const ComponentRoles &roles) const
+    {
+        return crossingGraphs.graphFor(roles, *this);
+    }
 
     const QSharedPointer<EDAComponent> &component(int number) const { return components.at(number); }
     const QSharedPointer<EDANet> &net(int number) const { return nets[toSize(number)]; }
@@ -142,6 +155,7 @@ private:
     std::vector<int> terminalNets;
     NetsByNumber furtherNets; ///< of a terminal, besides the first
     NetsByNumber hiddenNets;
+    CrossingGraphs crossingGraphs;
 };
 }
 

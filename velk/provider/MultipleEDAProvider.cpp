@@ -271,6 +271,7 @@ void MultipleEDAProviderPrivate::prepareNets()
                 numbers->addNode(copies.numberedNode(node));
         }
     }
+    numbers->prepareSearches();
     index = numbers;
 }
 

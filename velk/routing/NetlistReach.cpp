@@ -79,7 +79,7 @@ NetlistReach::Kind NetlistReach::kindOf(const EDAComponent &component) const
 {
     if (netlist.getPartByName(component.part).isNull())
         return Kind::NotCrossed; // it has no other pins
-    const ComponentRole role = routing.rules.roleOf(component.type());
+    const ComponentRole role = routing.rules.roles.of(component.type());
     if (role.isSwitchable)
         return Kind::Switchable;
     return role.isInterface || routing.isConnector(component) ? Kind::NotCrossed : Kind::Other;

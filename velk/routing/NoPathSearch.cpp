@@ -71,7 +71,7 @@ void NoPathSearch::explainUnconnected(NoPathReason &reason) const
 
 std::optional<RoutingPath> NoPathSearch::firstPath(Limits limits) const
 {
-    return firstPath(limits, routing.rules.interfaceTypes, source, destination);
+    return firstPath(limits, routing.rules.roles.interfaceTypes, source, destination);
 }
 
 // Without interfaces nothing is collected, so that one measure suffices to find the way.
@@ -84,7 +84,7 @@ std::optional<RoutingPath> NoPathSearch::firstPath(Limits limits, const QList<QS
                                                    const NodeWithComponent &from, const NodeWithComponent &to) const
 {
     RoutingRules rules = routing.rules;
-    rules.interfaceTypes = interfaceTypes;
+    rules.roles.interfaceTypes = interfaceTypes;
     rules.maxSwitchingComponents = limits.switches;
     rules.maxAdditionalNodes = limits.nodes;
     rules.maxPaths = 1;

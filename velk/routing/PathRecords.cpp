@@ -70,7 +70,7 @@ QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, In
             const int component = foundPath.components[i];
             const Crossing &crossing = foundPath.crossings[i];
             path.steps.append({index.net(crossing.net), index.node(crossing.net, crossing.node)->pin,
-                               index.component(component), index.pinNumber(component, crossing.pin)});
+                               index.component(component), index.pinNumber(component, crossing.exit)});
         }
         path.lastNet = index.net(foundPath.lastNet);
         path.additionalNodes = nodeLists.of(foundPath);

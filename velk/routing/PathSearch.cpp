@@ -159,7 +159,7 @@ QList<NodeWithComponent> PathSearch::switchableNodes(const QSharedPointer<EDANet
     QList<NodeWithComponent> result;
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
-        if (ends.canCross(rules.roleOf(other.component->type()), other.node, node))
+        if (rules.roles.of(other.component->type()).isSwitchable && ends.canCross(other.node, node))
             result.append(other);
     }
     return result;
@@ -169,7 +169,7 @@ void PathSearch::collectAdditionalNodes(const QSharedPointer<EDANet> &net, const
 {
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
-        if (ends.isAdditional(rules.roleOf(other.component->type()), other.node, node))
+        if (rules.roles.of(other.component->type()).isInterface && ends.isAdditional(other.node, node))
             additionalNodes.push_back(other.node);
     }
 }

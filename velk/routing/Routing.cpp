@@ -42,8 +42,8 @@ NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QStr
 
 Routing::Routing(EDAProvider *netlist)
     : d(new RoutingPrivate(netlist,
-                           {{DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR},
-                            {DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT},
+                           {{{DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR},
+                             {DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, DEFAULT_INTERFACE_COMPONENT_TYPE_DUT}},
                             DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH,
                             DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH,
                             0},
@@ -59,22 +59,22 @@ Routing &Routing::operator=(Routing &&other) noexcept = default;
 
 void Routing::setComponentTypesThatAreSwitchable(const QList<QString> &types)
 {
-    d->rules.switchableTypes = types;
+    d->rules.roles.switchableTypes = types;
 }
 
 QList<QString> Routing::componentTypesThatAreSwitchable() const
 {
-    return d->rules.switchableTypes;
+    return d->rules.roles.switchableTypes;
 }
 
 void Routing::setComponentTypesThatAreInterfaces(const QList<QString> &types)
 {
-    d->rules.interfaceTypes = types;
+    d->rules.roles.interfaceTypes = types;
 }
 
 QList<QString> Routing::componentTypesThatAreInterfaces() const
 {
-    return d->rules.interfaceTypes;
+    return d->rules.roles.interfaceTypes;
 }
 
 void Routing::setComponentTypesThatAreConnectors(const QList<QString> &types)

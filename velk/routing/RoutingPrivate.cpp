@@ -47,7 +47,8 @@ QList<Path> RoutingPrivate::search(const NetlistIndex *index, const RoutingRules
     if (index) {
         const SearchRules numbered(rulesOfSearch, *index, *source.node, *destination.node);
         if (numbered.hasEnds()) {
-            PrunedPathSearch search(*index, numbered, interruption, std::is_same_v<Path, TracedPath>);
+            const auto graph = index->crossingGraph(rulesOfSearch.roles);
+            PrunedPathSearch search(*index, *graph, numbered, interruption, std::is_same_v<Path, TracedPath>);
             return pathsOf<Path>(search.run(), *index, interruption);
         }
     }

@@ -21,7 +21,7 @@ struct Crossing
 {
     int net;
     int node; ///< of the net, by which the component is entered
-    int pin;  ///< of the component, by which it is left
+    int exit; ///< terminal of the component, by which it is left
 };
 
 /// A path in numbers; it points into the FoundPaths that it is of.
@@ -53,18 +53,18 @@ public:
         return place;
     }
 
-    /// A path over the \a component of each step, by its \a crossing(), to this net, with the additional nodes at this
+    /// A path over the \a component of each step, by its \a crossing, to this net, with the additional nodes at this
     /// place.
     template <typename Step>
     void add(const std::vector<Step> &steps, int lastNet, std::size_t nodesPlace, std::size_t nodeCount)
     {
-        Group &group = groups[{steps.size(), nodeCount}];
+        Group &group = groupOf(steps.size(), nodeCount);
         for (const Step &step : steps)
             group.components.push_back(step.component);
         group.nodesPlaces.push_back(nodesPlace);
         if (keepsCrossings) {
             for (const Step &step : steps)
-                group.crossings.push_back(step.crossing());
+                group.crossings.push_back(step.crossing);
             group.lastNets.push_back(lastNet);
         }
     }
@@ -108,9 +108,20 @@ private:
         std::vector<int> lastNets;            ///< of each path, where crossings are kept
     };
 
+    Group &groupOf(std::size_t length, std::size_t nodeCount)
+    {
+        const std::pair key(length, nodeCount);
+        if (!latest || latest->first != key)
+            latest = &*groups.try_emplace(key).first;
+        return latest->second;
+    }
+
+    using Groups = std::map<std::pair<std::size_t, std::size_t>, Group>; ///< by the numbers of components and nodes
+
     const bool keepsCrossings;
-    std::map<std::pair<std::size_t, std::size_t>, Group> groups; ///< by the numbers of components and additional nodes
-    std::vector<NodeOnNet> nodes;                                ///< those of one path after those of another
+    Groups groups;
+    Groups::value_type *latest = nullptr; ///< the group that got the last path
+    std::vector<NodeOnNet> nodes;         ///< those of one path after those of another
 };
 }
 

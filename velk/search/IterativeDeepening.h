@@ -23,6 +23,12 @@ public:
     {
         return switches <= depth.switches && nodes <= depth.nodes;
     }
+    /// How many switches more this pass goes, after so many. Where their number is bounded, any number: what a pass
+    /// cuts off has to be noted.
+    qsizetype switchesLeft(qsizetype switches) const
+    {
+        return bounded ? std::numeric_limits<qsizetype>::max() : depth.switches - switches;
+    }
     /// The same, noting where it does not that a branch is cut off which needs as much.
     bool enters(qsizetype switches, qsizetype nodes)
     {

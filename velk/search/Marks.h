@@ -1,43 +1,46 @@
 #ifndef VELK_SEARCH_MARKS_H
 #define VELK_SEARCH_MARKS_H
 
-#include <QtGlobal>
-
+#include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace Velk {
 
-/// Numbers noted for some of many nets or components, all forgotten at once. A query touches few of them, so a new
-/// table for each query would cost more than the search.
+/// Numbers noted for some of many nets or junctions, all forgotten at once. A query touches few of them, so a new table
+/// for each query would cost more than the search.
 class Marks
 {
 public:
-    /// Forgets everything; afterwards numbers below \a size can be marked.
+    /// What those without a mark have, larger than any that is noted.
+    static constexpr int unmarked = std::numeric_limits<int>::max();
+
+    /// Forgets everything, also what a query has left that threw; afterwards numbers below \a size can be marked.
     void clear(int size)
     {
-        if (entries.size() < static_cast<std::size_t>(size))
-            entries.resize(static_cast<std::size_t>(size));
-        if (++round == 0) { // all rounds have been used: the entries of the first could look like new ones
-            entries.assign(entries.size(), Entry());
-            round = 1;
-        }
+        for (const int number : marked)
+            values[toSize(number)] = unmarked;
+        marked.clear();
+        if (values.size() < toSize(size))
+            values.resize(toSize(size), unmarked);
     }
-    bool has(int number) const { return entry(number).round == round; }
-    int value(int number) const { return entry(number).value; }
-    void set(int number, int value = 0) { entries[static_cast<std::size_t>(number)] = {round, value}; }
-    void unset(int number) { entries[static_cast<std::size_t>(number)].round = 0; }
+    bool has(int number) const { return value(number) != unmarked; }
+    int value(int number) const { return values[toSize(number)]; }
+    void set(int number, int value)
+    {
+        if (!has(number))
+            marked.push_back(number);
+        values[toSize(number)] = value;
+    }
+
+    /// Those with a mark, in the order in which they got it.
+    const std::vector<int> &all() const { return marked; }
 
 private:
-    struct Entry
-    {
-        quint16 round = 0; // no wider, so that tests can use them up
-        int value = 0;
-    };
+    static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
 
-    const Entry &entry(int number) const { return entries[static_cast<std::size_t>(number)]; }
-
-    std::vector<Entry> entries;
-    quint16 round = 0;
+    std::vector<int> values;
+    std::vector<int> marked;
 };
 }
 

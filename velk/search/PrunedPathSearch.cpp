@@ -9,22 +9,24 @@ namespace {
 constexpr std::size_t usualDepth = 8;
 }
 
-PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules,
-                                   Interruption &searchInterruption, bool keepsCrossings)
+PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
+                                   const SearchRules &searchRules, Interruption &searchInterruption,
+                                   bool keepsCrossings)
     : index(netlist)
+    , graph(crossingGraph)
     , rules(searchRules)
     , interruption(searchInterruption)
-    , memory(borrowed.memory())
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
-    , bounds(netlist, searchRules, deepening, interruption, memory)
+    , bounds(netlist, crossingGraph, searchRules, deepening, interruption, borrowed.memory())
+    , lastCrossings(netlist, crossingGraph, interruption, borrowed.memory())
     , paths(keepsCrossings)
 {
 }
 
 FoundPaths PrunedPathSearch::run()
 {
-    memory.onBranch.clear(index.netCount());
     branch.reserve(usualDepth);
+    steps.reserve(usualDepth);
     bounds.measure();
     do
         searchOnce();
@@ -36,11 +38,8 @@ void PrunedPathSearch::searchOnce()
 {
     enterSourceNet();
     while (!branch.empty()) {
-        const Level &level = branch.back();
-        if (level.nextPin < level.endPin)
-            crossToNextPin();
-        else if (level.nextNode < level.endNode)
-            enterNextComponent();
+        if (const CrossingRow *row = nextRow())
+            cross(*row);
         else
             leaveNet();
     }
@@ -54,69 +53,131 @@ void PrunedPathSearch::enterSourceNet()
     if (bounds.isLast(net))
         keepPath(net);
     else if (bounds.allow(net, 0, 0))
-        enterNet(net, rules.ends.source, 0);
+        searchFrom({net, rules.sourceComponent, rules.ends.source}, 0);
 }
 
-void PrunedPathSearch::crossToNextPin()
+// The next one by which the branch may go on, or null.
+const CrossingRow *PrunedPathSearch::nextRow()
 {
     Level &level = branch.back();
-    const int exit = index.terminalOfPin(level.nextPin++);
-    const int net = exit == level.entry ? NetlistIndex::none : index.netOfTerminal(exit);
-    if (net == NetlistIndex::none || memory.onBranch.has(net))
+    while (true) {
+        for (const CrossingRow *row = level.nextRow; row != level.endRow; ++row) {
+            if (bounds.mayLeadOn(row->net, level.switchesLeft)) {
+                level.nextRow = row + 1;
+                return row;
+            }
+        }
+        if (!level.junction)
+            return nullptr;
+        level.nextRow = level.junction + 1;
+        level.endRow = graph.rowsOf(level.arrival.net).end();
+        level.junction = nullptr;
+    }
+}
+
+void PrunedPathSearch::cross(const CrossingRow &row)
+{
+    const Level &level = branch.back();
+    const int entry = level.junction ? level.junction->node : row.node;
+    const bool leadsBack =
+        level.junction ? index.numberedNode(entry).terminal == row.exit : isArrival(row, level.arrival);
+    if (leadsBack)
         return;
-    if (bounds.isLast(net)) {
-        keepPath(net);
+    if (graph.leadsToJunction(row)) {
+        enterJunction(row);
         return;
     }
+    steps.back() = {row.component, {level.arrival.net, entry, row.exit}};
+    if (bounds.allow(row.net, static_cast<qsizetype>(steps.size()), additionalNodeCount()))
+        enterNet({row.net, row.component, row.exit});
+}
+
+void PrunedPathSearch::enterJunction(const CrossingRow &row)
+{
+    Level &level = branch.back();
+    const auto exits = graph.rowsOfJunction(row.exit);
+    interruption.work(exits.size());
+    level.junction = &row;
+    level.nextRow = exits.begin();
+    level.endRow = exits.end();
+}
+
+void PrunedPathSearch::enterNet(const Arrival &arrival)
+{
     const std::size_t collected = additionalNodes.size();
-    const auto switched = static_cast<qsizetype>(branch.size());
-    if (!bounds.allow(net, switched, additionalNodeCount()))
-        return;
-    collectAdditionalNodes(net, exit);
-    if (deepening.enters(switched, additionalNodeCount())) {
-        enterNet(net, exit, collected);
+    collectAdditionalNodes(arrival);
+    if (deepening.enters(static_cast<qsizetype>(steps.size()), additionalNodeCount())) {
+        searchFrom(arrival, collected);
     } else {
         dropAdditionalNodes(collected);
         bounds.noteUselessBranch();
     }
 }
 
-void PrunedPathSearch::enterNextComponent()
+// Paths that end one switch further are kept at once: others that the net leads to are longer, and so come after them
+// whatever the order of the rows.
+void PrunedPathSearch::searchFrom(const Arrival &arrival, std::size_t additionalNodesBefore)
 {
-    Level &level = branch.back();
-    const NumberedNode &node = index.numberedNode(level.nextNode++);
-    if (!rules.canCross(node, level.arrival))
+    steps.emplace_back();
+    const int switchesLeft = bounds.switchesLeft(static_cast<qsizetype>(steps.size()));
+    bool mayLeadOn = true;
+    if (bounds.isNextToLast(arrival.net)) {
+        const NearNet &near = lastCrossings.of(arrival.net);
+        mayLeadOn = near.switchesBeyond <= switchesLeft;
+        keepPathsFrom(arrival, near);
+    }
+    if (!mayLeadOn || deepening.isComplete()) {
+        steps.pop_back();
+        dropAdditionalNodes(additionalNodesBefore);
         return;
-    level.component = node.component;
-    level.entry = node.terminal;
-    level.nextPin = index.firstPin(node.component);
-    level.endPin = index.firstPin(node.component + 1);
-    interruption.work(static_cast<std::size_t>(level.endPin - level.nextPin));
+    }
+    const auto rows = graph.rowsOf(arrival.net);
+    interruption.work(rows.size());
+    bounds.toggleOnBranch(arrival.net);
+    branch.push_back({arrival, switchesLeft, rows.begin(), rows.end(), nullptr, additionalNodesBefore});
 }
 
-void PrunedPathSearch::enterNet(int net, int arrival, std::size_t additionalNodesBefore)
+void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near)
 {
-    memory.onBranch.set(net);
-    branch.push_back(Level{net, arrival, index.firstNode(net), index.firstNode(net + 1), NetlistIndex::none,
-                           NetlistIndex::none, 0, 0, additionalNodesBefore});
+    const auto rows = lastCrossings.rowsOf(near);
+    interruption.work(rows.size());
+    for (const CrossingRow &row : rows) {
+        if (isArrival(row, arrival))
+            continue;
+        steps.back() = {row.component, {arrival.net, row.node, row.exit}};
+        keepPath(row.net);
+        if (deepening.isComplete())
+            return;
+    }
 }
 
 void PrunedPathSearch::leaveNet()
 {
     const Level &level = branch.back();
-    memory.onBranch.unset(level.net);
+    bounds.toggleOnBranch(level.arrival.net);
     dropAdditionalNodes(level.additionalNodesBefore);
     branch.pop_back();
+    steps.pop_back();
 }
 
-void PrunedPathSearch::collectAdditionalNodes(int net, int arrival)
+// Whether the row crosses the component by the terminal by which the branch has come. Equal nodes are one terminal.
+bool PrunedPathSearch::isArrival(const CrossingRow &row, const Arrival &arrival) const
 {
-    interruption.work(static_cast<std::size_t>(index.firstNode(net + 1) - index.firstNode(net)));
-    for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
-        if (rules.isAdditional(index.numberedNode(i), arrival)) {
-            additionalNodes.push_back({net, i});
-            keptNodes.reset();
-        }
+    return row.component == arrival.component &&
+           !PathEnds<int>::canCross(index.numberedNode(row.node).terminal, arrival.terminal);
+}
+
+// As many as show that they are too many, since thousands may lie on a net.
+void PrunedPathSearch::collectAdditionalNodes(const Arrival &arrival)
+{
+    for (const InterfaceNode &node : graph.interfaceNodesOf(arrival.net)) {
+        interruption.work(1);
+        if (!rules.ends.isAdditional(node.terminal, arrival.terminal))
+            continue;
+        additionalNodes.push_back({arrival.net, node.node});
+        keptNodes.reset();
+        if (additionalNodeCount() > rules.maxAdditionalNodes)
+            return;
     }
 }
 
@@ -137,8 +198,8 @@ std::size_t PrunedPathSearch::keptNodesPlace()
 
 void PrunedPathSearch::keepPath(int lastNet)
 {
-    if (deepening.keep(static_cast<qsizetype>(branch.size()), additionalNodeCount()))
-        paths.add(branch, lastNet, keptNodesPlace(), additionalNodes.size());
+    if (deepening.keep(static_cast<qsizetype>(steps.size()), additionalNodeCount()))
+        paths.add(steps, lastNet, keptNodesPlace(), additionalNodes.size());
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
 }

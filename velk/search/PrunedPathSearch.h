@@ -2,6 +2,7 @@
 #define VELK_SEARCH_PRUNEDPATHSEARCH_H
 
 #include <velk/search/FoundPaths.h>
+#include <velk/search/LastCrossings.h>
 #include <velk/search/SearchBounds.h>
 
 #include <optional>
@@ -9,14 +10,14 @@
 
 namespace Velk {
 
-/// The search of one query on an index. It finds what PathSearch finds, without entering branches from which the
-/// destination cannot be reached within the limits.
+/// The search of one query on the crossing graph of an index. It finds what PathSearch finds, without entering branches
+/// from which the destination cannot be reached within the limits.
 class PrunedPathSearch
 {
 public:
     /// All but the last have to stay.
-    PrunedPathSearch(const NetlistIndex &netlist, const SearchRules &searchRules, Interruption &searchInterruption,
-                     bool keepsCrossings);
+    PrunedPathSearch(const NetlistIndex &netlist, const CrossingGraph &crossingGraph, const SearchRules &searchRules,
+                     Interruption &searchInterruption, bool keepsCrossings);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
     /// them those with the fewest additional nodes, among equals in depth-first order. Call it once. Throws
@@ -24,43 +25,58 @@ public:
     FoundPaths run();
 
 private:
+    /// A net that a branch has come to, and by which component and terminal of it.
+    struct Arrival
+    {
+        int net;
+        int component;
+        int terminal;
+    };
+
     /// A net on the current branch and what is still to be crossed from it.
     struct Level
     {
-        int net;
-        int arrival; ///< terminal by which it was reached
-        int nextNode;
-        int endNode;
-        int component; ///< the one being crossed
-        int entry;     ///< the terminal by which that is entered
-        int nextPin;   ///< of it
-        int endPin;
+        Arrival arrival;
+        int switchesLeft; ///< that a net behind its rows may need
+        const CrossingRow *nextRow;
+        const CrossingRow *endRow;
+        const CrossingRow *junction;       ///< the row to the junction that is being crossed, or null
         std::size_t additionalNodesBefore; ///< how many the branch had before this net
+    };
 
-        /// The one that was begun last.
-        Crossing crossing() const { return {net, nextNode - 1, nextPin - 1}; }
+    /// What is being crossed from a net on the branch.
+    struct Step
+    {
+        int component;
+        Crossing crossing;
     };
 
     void searchOnce();
     void enterSourceNet();
-    void crossToNextPin();
-    void enterNextComponent();
-    void enterNet(int net, int arrival, std::size_t additionalNodesBefore);
+    const CrossingRow *nextRow();
+    void cross(const CrossingRow &row);
+    void enterJunction(const CrossingRow &row);
+    void enterNet(const Arrival &arrival);
+    void searchFrom(const Arrival &arrival, std::size_t additionalNodesBefore);
+    void keepPathsFrom(const Arrival &arrival, const NearNet &near);
     void leaveNet();
-    void collectAdditionalNodes(int net, int arrival);
+    bool isArrival(const CrossingRow &row, const Arrival &arrival) const;
+    void collectAdditionalNodes(const Arrival &arrival);
     void dropAdditionalNodes(std::size_t countBefore);
     std::size_t keptNodesPlace();
     qsizetype additionalNodeCount() const { return static_cast<qsizetype>(additionalNodes.size()); }
     void keepPath(int lastNet);
 
     const NetlistIndex &index;
+    const CrossingGraph &graph;
     const SearchRules &rules;
     Interruption &interruption;
     BorrowedMemory borrowed;
-    SearchMemory &memory;
     IterativeDeepening deepening;
     SearchBounds bounds;
+    LastCrossings lastCrossings;
     std::vector<Level> branch;
+    std::vector<Step> steps;                ///< one for each level, and for the net that a branch has just come to
     std::vector<NodeOnNet> additionalNodes; ///< of the branch
     /// Where the same are kept, if a path has needed them. Paths that have the same nodes share them.
     std::optional<std::size_t> keptNodes;

@@ -1,34 +1,28 @@
 #include <velk/search/SearchBounds.h>
 
-#include <limits>
+#include <algorithm>
 
 namespace Velk {
 
-namespace {
-
-/// For a net within reach that no branch may enter, whatever is left to it.
-constexpr int neverEnough = std::numeric_limits<int>::max();
-}
-
-SearchBounds::SearchBounds(const NetlistIndex &netlist, const SearchRules &searchRules,
-                           IterativeDeepening &searchDeepening, Interruption &searchInterruption, SearchMemory &memory)
+SearchBounds::SearchBounds(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
+                           const SearchRules &searchRules, IterativeDeepening &searchDeepening,
+                           Interruption &searchInterruption, SearchMemory &memory)
     : index(netlist)
+    , graph(crossingGraph)
     , rules(searchRules)
     , deepening(searchDeepening)
     , interruption(searchInterruption)
     , sourceNet(netlist.netOfTerminal(searchRules.ends.source))
+    , furtherSourceNets(netlist.furtherNetsOfTerminal(searchRules.ends.source))
     , switches(memory.switches)
     , latestLabels(memory.latestLabels)
-    , ownAdditionalNodes(memory.ownAdditionalNodes)
     , crossed(memory.crossed)
-    , nets(memory.nets)
     , labels(memory.labels)
 {
 }
 
 void SearchBounds::measure()
 {
-    ownAdditionalNodes.clear(index.netCount());
     measureSwitches();
     if (deepening.isBounded()) // what a pass cuts off has to be known exactly
         measureBoth();
@@ -37,24 +31,21 @@ void SearchBounds::measure()
 // Breadth first from the nets of the destination.
 void SearchBounds::measureSwitches()
 {
-    switches.clear(index.netCount());
-    crossed.clear(index.componentCount());
-    nets.clear();
+    switches.clear(graph.manyNets() + 1);
+    crossed.clear(graph.junctionCount());
     const auto reach = [this](int net, int count) {
-        if (switches.has(net))
-            return;
-        switches.set(net, count);
-        nets.push_back(net);
+        if (!switches.has(net))
+            switches.set(net, count);
     };
 
     const auto lastNets = index.netsOfTerminal(rules.ends.destination);
     for (const int net : lastNets)
         reach(net, 0);
-    for (std::size_t next = 0; next < nets.size(); ++next) {
-        const int net = nets[next];
+    for (std::size_t next = 0; next < switches.all().size(); ++next) {
+        const int net = switches.all()[next];
         const int count = switches.value(net);
         if (count >= rules.maxNetsSearched)
-            return;
+            break;
         if (net == sourceNet)
             continue; // no branch comes back to it
         if (count > 0 && additionalNodesOn(net) > rules.maxAdditionalNodes)
@@ -62,11 +53,12 @@ void SearchBounds::measureSwitches()
         else
             crossFrom(net, 0, [&](int other) { reach(other, count + 1); });
     }
+    switches.set(graph.manyNets(), 1); // what lies behind a junction is seen there
 }
 
 void SearchBounds::noteUselessBranch()
 {
-    if (!isLabelled && ++uselessBranches == nets.size())
+    if (!isLabelled && ++uselessBranches == switches.all().size())
         measureBoth();
 }
 
@@ -75,7 +67,7 @@ void SearchBounds::measureBoth()
 {
     isLabelled = true;
     latestLabels.clear(index.netCount());
-    crossed.clear(index.componentCount());
+    crossed.clear(graph.junctionCount());
     labels.clear();
     const auto lastNets = index.netsOfTerminal(rules.ends.destination);
     for (const int net : lastNets)
@@ -117,49 +109,44 @@ void SearchBounds::noteCut(int net, qsizetype switched, qsizetype collected)
         deepening.noteCut(switched + labelAt(i).switches, collected + labelAt(i).additionalNodes);
 }
 
-// Counted once, since many components may lead to the same net.
-int SearchBounds::additionalNodesOn(int net)
-{
-    if (!ownAdditionalNodes.has(net))
-        ownAdditionalNodes.set(net, countAdditionalNodesOn(net));
-    return ownAdditionalNodes.value(net);
-}
-
 // A node by which the net may be entered is not collected. It belongs to a switchable component, so these are left
-// out, even where they are interfaces too.
-int SearchBounds::countAdditionalNodesOn(int net) const
+// out, even where they are interfaces too. How often the source lies on one more net is not worth counting.
+int SearchBounds::additionalNodesOn(int net) const
 {
-    int count = 0;
-    for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
-        const NumberedNode &node = index.numberedNode(i);
-        if (rules.isAdditional(node, SearchRules::nowhere) && !rules.canCross(node, SearchRules::nowhere))
-            ++count;
-    }
-    return count;
+    const bool holdsSource =
+        std::find(furtherSourceNets.begin(), furtherSourceNets.end(), net) != furtherSourceNets.end();
+    return holdsSource ? 0 : graph.pureInterfaceNodeCount(net);
 }
 
-// Visits all nets from which a component leads to this one, after which so much is collected. A component is crossed
-// again only with less to collect, since the first of its nets to be looked at is the best one to come by.
+// Visits all nets from which a component leads to this one, after which so much is collected.
 template <typename Visit>
 void SearchBounds::crossFrom(int net, int collected, Visit visit)
 {
-    interruption.work(static_cast<std::size_t>(index.firstNode(net + 1) - index.firstNode(net)));
-    for (int i = index.firstNode(net); i < index.firstNode(net + 1); ++i) {
-        const NumberedNode &node = index.numberedNode(i);
-        const int component = node.component;
-        if (!rules.canCross(node, SearchRules::nowhere) ||
-            (crossed.has(component) && crossed.value(component) <= collected))
-            continue;
-        crossed.set(component, collected);
-        interruption.work(static_cast<std::size_t>(index.firstPin(component + 1) - index.firstPin(component)));
-        for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {
-            const int other = index.netOfTerminal(index.terminalOfPin(pin));
-            if (other != NetlistIndex::none)
-                visit(other);
-        }
-        const auto hiddenNets = index.hiddenNetsOfComponent(component);
-        for (const int hidden : hiddenNets)
-            visit(hidden);
+    const auto rows = graph.rowsOf(net);
+    interruption.work(rows.size());
+    for (const CrossingRow &row : rows) {
+        if (graph.leadsToJunction(row))
+            crossJunction(row, collected, visit);
+        else
+            visit(row.net); // a component that is no junction leads back as well
     }
+}
+
+// A junction is crossed again only with less to collect, since the first of its nets to be looked at is the best one to
+// come by.
+template <typename Visit>
+void SearchBounds::crossJunction(const CrossingRow &entry, int collected, Visit visit)
+{
+    const int junction = entry.exit;
+    if (crossed.has(junction) && crossed.value(junction) <= collected)
+        return;
+    crossed.set(junction, collected);
+    const auto exits = graph.rowsOfJunction(junction);
+    interruption.work(exits.size());
+    for (const CrossingRow &exit : exits)
+        visit(exit.net);
+    const auto hiddenNets = index.hiddenNetsOfComponent(entry.component);
+    for (const int hidden : hiddenNets)
+        visit(hidden);
 }
 }

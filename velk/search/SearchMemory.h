@@ -1,6 +1,7 @@
 #ifndef VELK_SEARCH_SEARCHMEMORY_H
 #define VELK_SEARCH_SEARCHMEMORY_H
 
+#include <velk/index/CrossingGraph.h>
 #include <velk/search/Marks.h>
 
 #include <memory>
@@ -18,16 +19,24 @@ struct Label
     int earlier; ///< number of the label of the same net before this one, or none
 };
 
+/// A net from which one switch leads to the destination.
+struct NearNet
+{
+    std::size_t firstRow; ///< of those that lead to it, in SearchMemory::lastRows
+    std::size_t endRow;
+    int switchesBeyond; ///< the fewest that its other neighbours need, or less
+};
+
 /// What a query works with. Nothing in it outlives a query in meaning.
 struct SearchMemory
 {
-    Marks switches;           ///< of nets: fewest to the destination; unmarked where it is too far
-    Marks latestLabels;       ///< of nets: number of the last label; unmarked where it is too far or collects too much
-    Marks ownAdditionalNodes; ///< of nets: to be collected on the net itself, as far as they have been counted
-    Marks crossed;            ///< components
-    Marks onBranch;           ///< nets
-    std::vector<int> nets;    ///< to be looked at
+    Marks switches;     ///< of nets: fewest to the destination, negative on the branch; unmarked where it is too far
+    Marks latestLabels; ///< of nets: number of the last label; unmarked where it is too far or collects too much
+    Marks crossed;      ///< of junctions: the fewest additional nodes after which one was crossed
     std::vector<Label> labels;
+    Marks nearNetNumbers; ///< of nets: in the list
+    std::vector<NearNet> nearNets;
+    std::vector<CrossingRow> lastRows; ///< those of one net after those of another
 };
 
 /// The memory that the thread keeps from query to query, for as long as one query takes. One made for it alone where
