@@ -210,6 +210,10 @@ private Q_SLOTS:
             [](const VelkSystem &system) { system.net("D"); });
         add("no part", Kind::NotFound, u"there is no part 'k'; there are K#1, S#1"_s,
             [](const VelkSystem &system) { system.part("k"); });
+        add("part of two netlists", Kind::NotFound, u"several netlists have a part 'K'"_s,
+            [](const VelkSystem &system) {
+                VelkSystem({system.fileNames()[0], system.fileNames()[0]}).part("K");
+            });
         add("no properties", Kind::NotFound,
             u"No component matching properties 'CompType=Fuse' found; no component has CompType=Fuse; values of CompType: DUT, Dut, Source, Relay, relay"_s,
             [](const VelkSystem &system) {
