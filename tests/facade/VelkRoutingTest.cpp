@@ -42,7 +42,11 @@ private Q_SLOTS:
 
     void returnsRecords()
     {
-        const auto routes = query(VelkRouting({write("a.net", netlist)}));
+        const VelkRouting routing({write("a.net", netlist)});
+        QCOMPARE(query(routing).size(), std::size_t(1));
+        const auto shorter = routing.getRoutes({{"CompType", "Source"}}, "HI", {{"CompType", "DUT"}}, "1");
+        QCOMPARE(shorter.at(0).switchingComponents.size(), std::size_t(1));
+        const auto routes = query(routing);
         QCOMPARE(routes.size(), std::size_t(1));
         QCOMPARE(routes[0].switchingComponents.size(), std::size_t(2));
         QCOMPARE(describe(routes[0].switchingComponents[0]), std::string("K1#1 '5 V' K#1 Card=1 CompType=relay"));
@@ -208,10 +212,14 @@ private Q_SLOTS:
     void refusesQueries()
     {
         const VelkRouting routing({write("a.net", netlist)});
-        const auto refusal = [](const VelkRouting &asked, const std::map<std::string, std::string> &source,
-                                const char *pin) { return failure([&] { asked.getRoutes(source, pin, {}, "1"); }); };
+        using Properties = std::map<std::string, std::string>;
+        const auto refusal = [](const VelkRouting &asked, const Properties &source, const char *pin,
+                                const Properties &destination = {}) {
+            return failure([&] { asked.getRoutes(source, pin, destination, "1"); });
+        };
+        QCOMPARE(refusal(routing, {}, "1", {{"Dev", "X"}}), u"No component matching properties 'Dev=X' found"_s);
         QCOMPARE(refusal(routing, {{"Dev", "X"}}, "1"), u"No component matching properties 'Dev=X' found"_s);
-        QCOMPARE(refusal(routing, {{"CompType", "Source"}}, "7"),
+        QCOMPARE(refusal(routing, {{"CompType", "Source"}}, "7", {{"Dev", "X"}}),
                  u"No pin '7' found for part 'S#1' of component 'U1#1'"_s);
         QCOMPARE(refusal(VelkRouting({}), {}, "1"), u"No component matching properties '' found"_s);
     }

@@ -15,7 +15,7 @@ QMap<QString, QString> toQt(const std::map<std::string, std::string> &properties
 {
     QMap<QString, QString> result;
     for (const auto &[key, value] : properties)
-        result.insert(QString::fromStdString(key), QString::fromStdString(value));
+        result.insert(result.cend(), QString::fromStdString(key), QString::fromStdString(value));
     return result;
 }
 

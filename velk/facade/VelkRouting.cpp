@@ -86,8 +86,22 @@ VelkRoutingPrivate::VelkRoutingPrivate(const std::vector<std::string> &netlistFi
                                     ? QList<QString>{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}
                                     : toQt(connectorComponentTypes);
     provider = std::make_unique<MultipleEDAProvider>(netlists, connectorTypes);
+    components = std::make_unique<KnownComponents>(*provider);
     routing = std::make_unique<Routing>(provider.get());
     records = std::make_unique<RouteRecords>(*provider);
+}
+
+QList<RoutingPath> VelkRoutingPrivate::findPaths(const KnownComponents::Properties &sourceProperties,
+                                                 const QString &sourcePin,
+                                                 const KnownComponents::Properties &destinationProperties,
+                                                 const QString &destinationPin) const
+{
+    const auto source = components->firstWith(sourceProperties);
+    const auto destination = components->firstWith(destinationProperties);
+    if (source && destination)
+        return routing->findPathsBetween(source, sourcePin, destination, destinationPin);
+    // Throws for what there is not.
+    return routing->findPaths(toQt(sourceProperties), sourcePin, toQt(destinationProperties), destinationPin);
 }
 
 VelkRouting::VelkRouting(const std::vector<std::string> &netlistFileNames)
@@ -125,8 +139,8 @@ std::vector<VelkRoutingPath> VelkRouting::getRoutes(const std::map<std::string, 
                                                     const std::map<std::string, std::string> &destinationProperties,
                                                     const std::string &destinationPin) const
 try {
-    const auto paths = d->routing->findPaths(toQt(sourceProperties), QString::fromStdString(sourcePin),
-                                             toQt(destinationProperties), QString::fromStdString(destinationPin));
+    const auto paths = d->findPaths(sourceProperties, QString::fromStdString(sourcePin), destinationProperties,
+                                    QString::fromStdString(destinationPin));
     return d->records->of(paths);
 } catch (const EDAException &exception) {
     throw exceptionWith(exception.message());

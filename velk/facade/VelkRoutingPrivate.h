@@ -1,6 +1,7 @@
 #ifndef VELK_FACADE_VELKROUTINGPRIVATE_H
 #define VELK_FACADE_VELKROUTINGPRIVATE_H
 
+#include <velk/facade/KnownComponents.h>
 #include <velk/facade/RouteRecords.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
@@ -17,7 +18,12 @@ public:
     VelkRoutingPrivate(const std::vector<std::string> &netlistFileNames,
                        const std::vector<std::string> &connectorComponentTypes, VelkReadingMode mode);
 
+    QList<RoutingPath> findPaths(const KnownComponents::Properties &sourceProperties, const QString &sourcePin,
+                                 const KnownComponents::Properties &destinationProperties,
+                                 const QString &destinationPin) const;
+
     std::unique_ptr<MultipleEDAProvider> provider;
+    std::unique_ptr<KnownComponents> components;
     std::unique_ptr<Routing> routing;
     std::unique_ptr<RouteRecords> records;
     std::vector<std::string> warnings;
