@@ -6,6 +6,7 @@
 #include <velk/check/SystemCheck.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/kicad/KiCadNetlistFile.h>
+#include <velk/naming/PinSearch.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
@@ -28,7 +29,8 @@ QString qt(const std::string &text)
     return QString::fromStdString(text);
 }
 
-const VelkRouteEnd source{{{"Id", "U1"}}, "1"};
+const VelkRouteEnd source{{{"CompType", "Source"}}, "1"};
+const VelkRouteEnd relay{{{"CompType", "relay"}}, "A"}; // a pin that not every relay has
 const VelkRouteEnd dut{{{"Side", "2"}}, "1"};
 
 /// "N0#1 1 K1#1 2 N3#1 | N3#1:J1#1.1": the steps and last net, then the side connections.
@@ -59,6 +61,17 @@ VelkSystemOptions tolerantly()
     VelkSystemOptions options;
     options.readingMode = VelkReadingMode::Tolerant;
     return options;
+}
+
+/// What \a query returns, or the message of what it throws.
+template <typename Query>
+QStringList answer(Query query)
+try {
+    return query();
+} catch (const EDAException &exception) {
+    return {exception.message()};
+} catch (const VelkSystemException &exception) {
+    return {qt(exception.message())};
 }
 
 template <typename Routes, typename Describe>
@@ -93,15 +106,21 @@ private Q_SLOTS:
             VelkSearchOptions search;
             search.maxRoutes = seed % 3;
             routing.setMaxPaths(seed % 3);
-            const auto routes = system.routes(source, dut, search);
-            const QStringList expected =
-                texts(routing.findTracedPaths({{u"Id"_s, u"U1"_s}}, u"1"_s, {{u"Side"_s, u"2"_s}}, u"1"_s),
-                      [](const TracedPath &path) { return describe(path); });
+            const QStringList routes = answer([&] {
+                return texts(system.routes(seed % 2 == 0 ? source : relay, dut, search),
+                             [](const VelkRoute &route) { return describe(route); });
+            });
+            const QStringList expected = answer([&] {
+                const QString type = seed % 2 == 0 ? u"Source"_s : u"relay"_s;
+                const auto from = findPin(joined, {{{u"CompType"_s, type}}, {}, seed % 2 == 0 ? u"1"_s : u"A"_s});
+                const auto to = joined.getComponentByProperties({{u"Side"_s, u"2"_s}});
+                return texts(routing.findTracedPathsBetween(from.component, from.pin->number, to, u"1"_s),
+                             [](const TracedPath &path) { return describe(path); });
+            });
             const QString place = u"seed %1"_s.arg(seed);
-            QVERIFY2(texts(routes, [](const VelkRoute &route) { return describe(route); }) == expected,
-                     qPrintable(place));
-            if (routes.empty()) {
-                const auto reason = system.whyNoRoute(source, dut);
+            QVERIFY2(routes == expected, qPrintable(place));
+            if (routes.isEmpty()) {
+                const auto reason = system.whyNoRoute(seed % 2 == 0 ? source : relay, dut);
                 QVERIFY2(reason.isComplete && *reason.isConnected == !reason.sufficientLimits.empty(),
                          qPrintable(place));
             }

@@ -9,9 +9,16 @@ namespace Velk {
 SystemRecords::SystemRecords(const MultipleEDAProvider &netlist)
     : provider(netlist)
 {
+    for (const auto &part : provider.getParts()) {
+        auto &pins = pinsByPart[part->name];
+        for (const auto &pin : part->pins) {
+            if (!pins.contains(pin->number))
+                pins.insert(pin->number, toStandard(*pin));
+        }
+    }
 }
 
-VelkPartInfo SystemRecords::of(const EDAPart &part) const
+VelkPartInfo SystemRecords::of(const EDAPart &part)
 {
     VelkPartInfo info{part.name.toStdString(), part.lib.toStdString(), {}};
     for (const auto &pin : part.pins)
@@ -19,28 +26,25 @@ VelkPartInfo SystemRecords::of(const EDAPart &part) const
     return info;
 }
 
-VelkPinInfo SystemRecords::pinOf(const EDAComponent &component, const QString &number)
+VelkPinInfo SystemRecords::pinOf(const EDAComponent &component, const QString &number) const
 {
-    auto known = pinsByPart.find(component.part);
-    if (known == pinsByPart.end()) {
-        known = pinsByPart.insert(component.part, {});
-        const auto part = provider.getPartByName(component.part);
-        for (const auto &pin : part ? part->pins : QList<QSharedPointer<EDAPin>>()) {
-            if (!known->contains(pin->number)) // the first of that number
-                known->insert(pin->number, toStandard(*pin));
-        }
+    const auto part = pinsByPart.constFind(component.part);
+    if (part != pinsByPart.cend()) {
+        const auto pin = part->constFind(number);
+        if (pin != part->cend())
+            return *pin;
     }
-    return known->value(number, {number.toStdString(), {}, {}});
+    return {number.toStdString(), {}, {}};
 }
 
-VelkNodeInfo SystemRecords::of(const EDANetNode &node)
+VelkNodeInfo SystemRecords::of(const EDANetNode &node) const
 {
     const auto component = provider.getComponentByRef(node.ref);
     return {node.ref.toStdString(),
             component ? pinOf(*component, node.pin) : VelkPinInfo{node.pin.toStdString(), {}, {}}};
 }
 
-VelkNetInfo SystemRecords::of(const EDANet &net)
+VelkNetInfo SystemRecords::of(const EDANet &net) const
 {
     VelkNetInfo info{net.name.toStdString(), {}};
     info.pins.reserve(static_cast<std::size_t>(net.nodes.size()));
@@ -73,7 +77,7 @@ std::string SystemRecords::nameOfNetAt(const EDAComponent &component, const QStr
     return {};
 }
 
-VelkRoute SystemRecords::of(const TracedPath &path)
+VelkRoute SystemRecords::of(const TracedPath &path) const
 {
     VelkRoute route{{}, path.lastNet->name.toStdString(), {}};
     route.steps.reserve(static_cast<std::size_t>(path.steps.size()));
@@ -88,7 +92,7 @@ VelkRoute SystemRecords::of(const TracedPath &path)
     return route;
 }
 
-VelkReach SystemRecords::of(const PathReach &reach)
+VelkReach SystemRecords::of(const PathReach &reach) const
 {
     VelkReach result{{}, {}, reach.isAlone};
     for (const auto &net : reach.nets)
@@ -107,7 +111,7 @@ VelkFinding SystemRecords::of(const Finding &finding)
             finding.message().toStdString()};
 }
 
-VelkNoRouteReason SystemRecords::of(const NoPathReason &reason)
+VelkNoRouteReason SystemRecords::of(const NoPathReason &reason) const
 {
     VelkNoRouteReason result{reason.isComplete,
                              reason.isConnected,

@@ -13,30 +13,29 @@
 
 namespace Velk {
 
-/// Makes the records of one answer. It looks up the pins of each part once.
+/// Makes the records of answers. It turns the texts of all parts' pins at once, to be copied into answers, and then
+/// changes no more.
 class SystemRecords
 {
 public:
-    /// \a netlist must stay.
+    /// \a netlist must stay as it is.
     explicit SystemRecords(const MultipleEDAProvider &netlist);
 
-    VelkPartInfo of(const EDAPart &part) const;
-    VelkNetInfo of(const EDANet &net);
+    static VelkPartInfo of(const EDAPart &part);
+    VelkNetInfo of(const EDANet &net) const;
     std::vector<VelkPlacedPin> pinsOf(const EDAComponent &component) const;
-    VelkRoute of(const TracedPath &path);
-    VelkNoRouteReason of(const NoPathReason &reason);
+    VelkRoute of(const TracedPath &path) const;
+    VelkNoRouteReason of(const NoPathReason &reason) const;
     static VelkFinding of(const Finding &finding);
 
 private:
-    using PinsByNumber = QHash<QString, VelkPinInfo>;
-
-    VelkPinInfo pinOf(const EDAComponent &component, const QString &number);
-    VelkNodeInfo of(const EDANetNode &node);
-    VelkReach of(const PathReach &reach);
+    VelkPinInfo pinOf(const EDAComponent &component, const QString &number) const;
+    VelkNodeInfo of(const EDANetNode &node) const;
+    VelkReach of(const PathReach &reach) const;
     std::string nameOfNetAt(const EDAComponent &component, const QString &pin) const;
 
     const MultipleEDAProvider &provider;
-    QHash<QString, PinsByNumber> pinsByPart;
+    QHash<QString, QHash<QString, VelkPinInfo>> pinsByPart; ///< the first of each number
 };
 }
 

@@ -4,6 +4,7 @@
 #include <velk/facade/StandardTypes.h>
 #include <velk/facade/SystemRecords.h>
 #include <velk/facade/VelkSystemPrivate.h>
+#include <velk/index/NetlistIndex.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/model/RoutingLog.h>
 #include <velk/naming/NetlistSelection.h>
@@ -63,10 +64,26 @@ try {
     throw exceptionWith(VelkSystemException::Kind::NotFound, exception.message());
 }
 
-PinChoice findEnd(const VelkSystemPrivate &system, const VelkRouteEnd &end)
+/// The first component with the properties that has the pin, or null: also where no index tells.
+QSharedPointer<EDAComponent> componentWithPin(const MultipleEDAProvider &netlist, const PinDescription &wanted)
 {
-    return findPin(*system.netlist,
-                   {toQt(end.properties), QString::fromStdString(end.ref), QString::fromStdString(end.pin)});
+    const auto *index = netlist.netlistIndex();
+    const auto hasPin = [&](const EDAComponent &component) {
+        const auto part = netlist.getPartByName(component.part);
+        return part && part->getPinByNumberOrName(wanted.pin);
+    };
+    return index ? index->componentWith(wanted.properties, hasPin) : nullptr;
+}
+
+PinChoice findEnd(const MultipleEDAProvider &netlist, const VelkRouteEnd &end)
+{
+    PinDescription wanted{toQt(end.properties), QString::fromStdString(end.ref), QString::fromStdString(end.pin)};
+    if (wanted.ref.isEmpty()) {
+        // By properties alone all components would be looked at, to tell which others there are.
+        if (const auto component = componentWithPin(netlist, wanted))
+            wanted.ref = component->ref;
+    }
+    return findPin(netlist, wanted);
 }
 
 using Writing = std::function<void(QIODevice &)>;
@@ -212,19 +229,22 @@ VelkSystemPrivate::VelkSystemPrivate(const std::vector<std::string> &fileNames, 
         onlyNetlist = loaded.first().netlist();
     const RoutingLogSilence silence;
     netlist = std::make_unique<MultipleEDAProvider>(netlists, toQt(options.connectorTypes));
+    records = std::make_unique<SystemRecords>(*netlist);
+    Routing typed(netlist.get());
+    typed.setComponentTypesThatAreSwitchable(toQt(options.switchableTypes));
+    typed.setComponentTypesThatAreInterfaces(toQt(options.interfaceTypes));
+    typed.setComponentTypesThatAreConnectors(toQt(options.connectorTypes));
+    routing = std::make_unique<const Routing>(typed);
 }
 
-Routing VelkSystemPrivate::routing(const VelkSearchOptions &searchOptions) const
+Routing VelkSystemPrivate::routingWith(const VelkSearchOptions &searchOptions) const
 {
-    Routing routing(netlist.get());
-    routing.setComponentTypesThatAreSwitchable(toQt(options.switchableTypes));
-    routing.setComponentTypesThatAreInterfaces(toQt(options.interfaceTypes));
-    routing.setComponentTypesThatAreConnectors(toQt(options.connectorTypes));
-    routing.setMaxSwitchingComponentsPerPath(searchOptions.maxSwitches);
-    routing.setMaxAdditionalNodesPerPath(searchOptions.maxConnections);
-    routing.setMaxPaths(static_cast<qsizetype>(searchOptions.maxRoutes)); // what turns negative is no bound either
-    routing.setInterruption(searchOptions.isCalledOff);
-    return routing;
+    Routing limited = *routing;
+    limited.setMaxSwitchingComponentsPerPath(searchOptions.maxSwitches);
+    limited.setMaxAdditionalNodesPerPath(searchOptions.maxConnections);
+    limited.setMaxPaths(static_cast<qsizetype>(searchOptions.maxRoutes)); // what turns negative is no bound either
+    limited.setInterruption(searchOptions.isCalledOff);
+    return limited;
 }
 
 EDAProvider &VelkSystemPrivate::asRead() const
@@ -302,19 +322,17 @@ std::vector<VelkComponentInfo> VelkSystem::components(const std::map<std::string
 
 std::vector<VelkPartInfo> VelkSystem::parts(const std::map<std::string, std::string> &properties) const
 {
-    const SystemRecords records(*d->netlist);
     std::vector<VelkPartInfo> infos;
     for (const auto &part : NetlistSelection(*d->netlist, toQt(properties)).parts())
-        infos.push_back(records.of(*part));
+        infos.push_back(SystemRecords::of(*part));
     return infos;
 }
 
 std::vector<VelkNetInfo> VelkSystem::nets(const std::map<std::string, std::string> &properties) const
 {
-    SystemRecords records(*d->netlist);
     std::vector<VelkNetInfo> infos;
     for (const auto &net : NetlistSelection(*d->netlist, toQt(properties)).nets())
-        infos.push_back(records.of(*net));
+        infos.push_back(d->records->of(*net));
     return infos;
 }
 
@@ -325,34 +343,31 @@ VelkComponentInfo VelkSystem::component(const std::string &ref) const
 
 VelkPartInfo VelkSystem::part(const std::string &name) const
 {
-    return SystemRecords(*d->netlist)
-        .of(*elementCalled(QString::fromStdString(name), d->netlist->getParts(), u"part"_s));
+    return SystemRecords::of(*elementCalled(QString::fromStdString(name), d->netlist->getParts(), u"part"_s));
 }
 
 VelkNetInfo VelkSystem::net(const std::string &name) const
 {
-    return SystemRecords(*d->netlist).of(*elementCalled(QString::fromStdString(name), d->netlist->getNets(), u"net"_s));
+    return d->records->of(*elementCalled(QString::fromStdString(name), d->netlist->getNets(), u"net"_s));
 }
 
 std::vector<VelkPlacedPin> VelkSystem::pins(const std::string &ref) const
 {
-    return answered(
-        [&] { return SystemRecords(*d->netlist).pinsOf(*findComponent(*d->netlist, QString::fromStdString(ref))); });
+    return answered([&] { return d->records->pinsOf(*findComponent(*d->netlist, QString::fromStdString(ref))); });
 }
 
 std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const VelkRouteEnd &dut,
                                           const VelkSearchOptions &options) const
 {
     return answered([&] {
-        const PinChoice from = findEnd(*d, source);
-        const PinChoice to = findEnd(*d, dut);
-        const auto paths =
-            d->routing(options).findTracedPathsBetween(from.component, from.pin->number, to.component, to.pin->number);
-        SystemRecords records(*d->netlist);
+        const PinChoice from = findEnd(*d->netlist, source);
+        const PinChoice to = findEnd(*d->netlist, dut);
+        const auto paths = d->routingWith(options).findTracedPathsBetween(from.component, from.pin->number,
+                                                                          to.component, to.pin->number);
         std::vector<VelkRoute> routes;
         routes.reserve(static_cast<std::size_t>(paths.size()));
         for (const auto &path : paths)
-            routes.push_back(records.of(path));
+            routes.push_back(d->records->of(path));
         return routes;
     });
 }
@@ -361,11 +376,10 @@ VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkR
                                          const VelkSearchOptions &options) const
 {
     return answered([&] {
-        const PinChoice from = findEnd(*d, source);
-        const PinChoice to = findEnd(*d, dut);
-        const auto reason =
-            d->routing(options).explainNoPathBetween(from.component, from.pin->number, to.component, to.pin->number);
-        return SystemRecords(*d->netlist).of(reason);
+        const PinChoice from = findEnd(*d->netlist, source);
+        const PinChoice to = findEnd(*d->netlist, dut);
+        return d->records->of(d->routingWith(options).explainNoPathBetween(from.component, from.pin->number,
+                                                                           to.component, to.pin->number));
     });
 }
 

@@ -1,6 +1,7 @@
 #ifndef VELK_FACADE_VELKSYSTEMPRIVATE_H
 #define VELK_FACADE_VELKSYSTEMPRIVATE_H
 
+#include <velk/facade/SystemRecords.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 #include <velk/kicad/KiCadNetlistFile.h>
@@ -19,7 +20,7 @@ public:
     VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions);
 
     /// Set up for one query.
-    Routing routing(const VelkSearchOptions &searchOptions) const;
+    Routing routingWith(const VelkSearchOptions &searchOptions) const;
 
     /// For the INI files: one file as it is, without suffixes, or all as one.
     EDAProvider &asRead() const;
@@ -40,6 +41,8 @@ public:
     QList<File> files;
     std::shared_ptr<KiCadNetParser> onlyNetlist; ///< null where there are several
     std::unique_ptr<MultipleEDAProvider> netlist;
+    std::unique_ptr<const SystemRecords> records;
+    std::unique_ptr<const Routing> routing; ///< by the types; the limits come with each query
 };
 }
 

@@ -162,9 +162,4 @@ QSharedPointer<EDAPart> NetlistIndex::partOf(const QString &name) const
     const int number = partsByName.value(name, none);
     return number == none ? nullptr : parts[toSize(number)].part;
 }
-
-QSharedPointer<EDAComponent> NetlistIndex::componentWith(const QMap<QString, QString> &wanted) const
-{
-    return componentsByProperty.firstWith(wanted);
-}
 }

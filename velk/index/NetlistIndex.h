@@ -12,6 +12,7 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -104,8 +105,13 @@ public:
     /// Null where there is none.
     QSharedPointer<EDAComponent> componentOf(const QString &ref) const;
     QSharedPointer<EDAPart> partOf(const QString &name) const;
-    /// The first component that has all these properties, or null.
-    QSharedPointer<EDAComponent> componentWith(const QMap<QString, QString> &wanted) const;
+    /// The first component that has all these properties and is accepted, or null.
+    QSharedPointer<EDAComponent> componentWith(
+        const QMap<QString, QString> &wanted,
+        const std::function<bool(const EDAComponent &)> &isAccepted = [](const EDAComponent &) { return true; }) const
+    {
+        return componentsByProperty.firstWith(wanted, isAccepted);
+    }
 
 private:
     /// A part with the position of the first pin of each number.

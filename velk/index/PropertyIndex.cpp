@@ -59,20 +59,22 @@ bool PropertyIndex::Bucket::contains(int component) const
     return found != end && found->component == component;
 }
 
-QSharedPointer<EDAComponent> PropertyIndex::firstWith(const QMap<QString, QString> &wanted) const
+QSharedPointer<EDAComponent> PropertyIndex::firstWith(const QMap<QString, QString> &wanted,
+                                                      const std::function<bool(const EDAComponent &)> &isAccepted) const
 {
+    const auto isFound = [&](const auto &component) {
+        return component->matchesProperties(wanted) && isAccepted(*component);
+    };
     const auto buckets = bucketsFor(wanted);
     if (buckets.isEmpty()) {
-        const auto found = std::find_if(components.cbegin(), components.cend(), [&wanted](const auto &component) {
-            return component->matchesProperties(wanted);
-        });
+        const auto found = std::find_if(components.cbegin(), components.cend(), isFound);
         return found == components.cend() ? nullptr : *found;
     }
     const Bucket &fewest = buckets.first();
     for (const auto *entry = fewest.begin; entry != fewest.end; ++entry) {
         const auto hasEntry = [entry](const Bucket &bucket) { return bucket.contains(entry->component); };
         if (entry->hash == fewest.hash && std::all_of(buckets.begin() + 1, buckets.end(), hasEntry) &&
-            components.at(entry->component)->matchesProperties(wanted))
+            isFound(components.at(entry->component)))
             return components.at(entry->component);
     }
     return {};

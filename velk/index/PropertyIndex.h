@@ -10,6 +10,7 @@
 #include <QString>
 #include <QVarLengthArray>
 
+#include <functional>
 #include <vector>
 
 namespace Velk {
@@ -24,8 +25,9 @@ public:
     /// Makes the table of all that were added.
     void finish();
 
-    /// The first component that has all these properties, or null.
-    QSharedPointer<EDAComponent> firstWith(const QMap<QString, QString> &wanted) const;
+    /// The first component that has all these properties and is accepted, or null.
+    QSharedPointer<EDAComponent> firstWith(const QMap<QString, QString> &wanted,
+                                           const std::function<bool(const EDAComponent &)> &isAccepted) const;
 
 private:
     struct Entry

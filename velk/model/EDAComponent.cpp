@@ -109,7 +109,8 @@ QString EDAComponent::type() const
 bool EDAComponent::matchesProperties(const QMap<QString, QString> &wanted) const
 {
     for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
-        if (property(it.key()) != it.value())
+        const auto found = properties.constFind(it.key());
+        if (found == properties.cend() ? !it.value().isEmpty() : *found != it.value())
             return false;
     }
     return true;
