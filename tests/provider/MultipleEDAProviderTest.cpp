@@ -54,8 +54,9 @@ class MultipleEDAProviderTest : public QObject
 private Q_SLOTS:
     void suffixesComponentsAndParts()
     {
-        const auto boards = systemsOf(u"R10 Relay 1\nR10 Resistor 1 X1\nR1 Resistor 1\n--\n" // the last R10 holds
-                                      "D5 Diode 1\nR1 Resistor 2"_s);
+        const auto boards =
+            systemsOf(u"LOADS_R10 Relay 1\nLOADS_R10 Resistor 1 X1\nLOADS_R1 Resistor 1\n" // the last holds
+                      "LOADS_R1! Relay 1\n--\nD5 Diode 1\nLOADS_R1 Resistor 2"_s);
         StubProvider &first = *boards[0], &second = *boards[1];
         first.components[1]->value = u"10k"_s;
         second.components.append(EDAComponent::create(u"X#1"_s, {}, {}));
@@ -64,20 +65,21 @@ private Q_SLOTS:
         QStringList components, parts;
         for (const auto &component : joined.getComponents())
             components.append(component->ref + u':' + component->part);
-        QCOMPARE(components,
-                 (QStringList{u"D5#2:PD5#2"_s, u"R1#1:PR1#1"_s, u"R1#2:PR1#2"_s, u"R10#1:PR10#1"_s, u"X#1#2:#2"_s}));
+        QCOMPARE(components, (QStringList{u"D5#2:PD5#2"_s, u"LOADS_R1!#1:PLOADS_R1!#1"_s, u"LOADS_R1#1:PLOADS_R1#1"_s,
+                                          u"LOADS_R1#2:PLOADS_R1#2"_s, u"LOADS_R10#1:PLOADS_R10#1"_s, u"X#1#2:#2"_s}));
         for (const auto &part : joined.getParts())
             parts.append(part->name);
-        QCOMPARE(parts, (QStringList{u"PD5#2"_s, u"PR1#1"_s, u"PR1#2"_s, u"PR10#1"_s}));
+        QCOMPARE(parts,
+                 (QStringList{u"PD5#2"_s, u"PLOADS_R1!#1"_s, u"PLOADS_R1#1"_s, u"PLOADS_R1#2"_s, u"PLOADS_R10#1"_s}));
 
-        QVERIFY(joined.getComponentByRef(u"R1"_s).isNull());
-        const auto component = joined.getComponentByRef(u"R10#1"_s);
+        QVERIFY(joined.getComponentByRef(u"LOADS_R1"_s).isNull());
+        const auto component = joined.getComponentByRef(u"LOADS_R10#1"_s);
         QCOMPARE(component->value + component->identifier(), u"10kX1"_s);
         QCOMPARE(component.data(), joined.getComponentByProperties({{u"Identifier"_s, u"X1"_s}}).data());
         QVERIFY(joined.getComponentByProperties({{u"Identifier"_s, u"X1#1"_s}}).isNull());
-        QCOMPARE(joined.getPartByName(u"PR1#2"_s)->pins.at(0)->number, u"2"_s);
-        QCOMPARE(first.components.at(0)->ref, u"R10"_s);
-        QCOMPARE(first.parts.at(0)->name, u"PR10"_s);
+        QCOMPARE(joined.getPartByName(u"PLOADS_R1#2"_s)->pins.at(0)->number, u"2"_s);
+        QCOMPARE(first.components.at(0)->ref, u"LOADS_R10"_s);
+        QCOMPARE(first.parts.at(0)->name, u"PLOADS_R10"_s);
     }
 
     void joinsNets_data() { addCasesFrom("joining_cases.txt"); }

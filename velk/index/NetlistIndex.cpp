@@ -6,16 +6,6 @@
 
 namespace Velk {
 
-namespace {
-
-/// Equal texts get the same number, counted from 0.
-int numberOf(const QString &text, QHash<QString, int> &numbers)
-{
-    const auto known = numbers.constFind(text);
-    return known != numbers.cend() ? *known : *numbers.insert(text, static_cast<int>(numbers.size()));
-}
-}
-
 IndexedProvider::IndexedProvider() = default;
 IndexedProvider::~IndexedProvider() = default;
 IndexedProvider::IndexedProvider(const IndexedProvider &other) = default;
@@ -24,61 +14,76 @@ IndexedProvider &IndexedProvider::operator=(const IndexedProvider &other) = defa
 NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents,
                            const QList<QSharedPointer<EDAPart>> &allParts)
     : components(allComponents)
+    , componentsByProperty(allComponents)
 {
+    parts.reserve(static_cast<std::size_t>(allParts.size()));
     for (const auto &part : allParts)
         addPart(part);
-    componentsByRef.reserve(components.size());
-    typesOfComponents.reserve(toSize(componentCount()));
-    identifiersOfComponents.reserve(toSize(componentCount()));
-    partsOfComponents.reserve(toSize(componentCount()));
+    refs.reserve(components.size());
+    numberedComponents.reserve(toSize(componentCount()) + 1);
     for (const auto &component : std::as_const(components))
-        addComponent(component);
+        addComponent(*component);
     componentsByProperty.finish();
     numberPins();
 }
 
 void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
 {
-    partsByName.insert(part->name, static_cast<int>(parts.size()));
-    parts.push_back({part, {}, {}, {}});
-    auto &positions = parts.back().positions;
-    for (qsizetype i = part->pins.size() - 1; i >= 0; --i)
-        positions.insert(part->pins.at(i)->number, static_cast<int>(i));
-    parts.back().numbers.reserve(part->pins.size());
+    partNames.add(part->name);
+    parts.push_back({part, {}, {}, {}, {}});
+    IndexedPart &indexed = parts.back();
+    indexed.numbers.reserve(part->pins.size());
     for (const auto &pin : std::as_const(part->pins)) {
-        parts.back().firstOfNumber.push_back(positions.value(pin->number));
-        parts.back().numbers.append(pin->number);
+        const int number = indexed.pinNumbers.add(pin->number);
+        if (number == static_cast<int>(indexed.firstPositions.size()))
+            indexed.firstPositions.push_back(static_cast<int>(indexed.numbers.size()));
+        indexed.firstOfNumber.push_back(indexed.firstPositions[toSize(number)]);
+        indexed.numbers.append(pin->number);
     }
 }
 
-void NetlistIndex::addComponent(const QSharedPointer<EDAComponent> &component)
+int NetlistIndex::IndexedPart::positionOf(QStringView number) const
 {
-    componentsByRef.insert(component->ref, static_cast<int>(typesOfComponents.size()));
-    componentsByProperty.add(component);
-    typesOfComponents.push_back(numberOf(component->type(), typesByText) + 1);
-    if (typesByText.size() == types.size())
-        types.append(component->type());
-    identifiersOfComponents.push_back(numberOf(component->identifier(), identifiersByText));
-    partsOfComponents.push_back(partsByName.value(component->part, none));
+    const int known = pinNumbers.numberOf(number);
+    return known == none ? none : firstPositions[toSize(known)];
+}
+
+void NetlistIndex::addComponent(const EDAComponent &component)
+{
+    refs.add(component.ref);
+    QString type;
+    QString identifier;
+    for (auto it = component.properties.cbegin(); it != component.properties.cend(); ++it) {
+        componentsByProperty.add(it.key(), it.value());
+        if (it.key() == EDAComponent::TYPE)
+            type = it.value();
+        else if (it.key() == EDAComponent::IDENTIFER)
+            identifier = it.value();
+    }
+    componentsByProperty.finishComponent();
+    const int typeNumber = typeNumbers.add(type) + 1;
+    if (typeNumber == types.size())
+        types.append(type);
+    numberedComponents.push_back({typeNumber, identifiers.add(identifier), partNames.numberOf(component.part), none});
 }
 
 void NetlistIndex::numberPins()
 {
     constexpr std::size_t mostPins = 100'000'000;
     std::size_t count = 0;
-    for (const int part : partsOfComponents)
-        count += part == none ? 0 : static_cast<std::size_t>(parts[toSize(part)].part->pins.size());
+    for (const NumberedComponent &component : numberedComponents)
+        count += component.part == none ? 0 : parts[toSize(component.part)].firstOfNumber.size();
     if (count > mostPins)
         return;
-    firstPins.reserve(partsOfComponents.size() + 1);
     pinTerminals.reserve(count);
-    for (const int part : partsOfComponents) {
-        firstPins.push_back(static_cast<int>(pinTerminals.size()));
-        if (part != none)
-            addPinsOf(parts[toSize(part)]);
+    for (NumberedComponent &component : numberedComponents) {
+        component.firstPin = static_cast<int>(pinTerminals.size());
+        if (component.part != none)
+            addPinsOf(parts[toSize(component.part)]);
     }
-    firstPins.push_back(static_cast<int>(pinTerminals.size()));
+    numberedComponents.push_back({unlisted, none, none, static_cast<int>(pinTerminals.size())});
     terminalNets.assign(pinTerminals.size(), none);
+    terminalsAreNumbered = true;
 }
 
 void NetlistIndex::addPinsOf(const IndexedPart &indexedPart)
@@ -135,12 +140,17 @@ void NetlistIndex::prepareSearches()
 
 NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNumber) const
 {
-    const int component = componentsByRef.value(ref, none);
+    return numberedNode(refs.numberOf(ref), pinNumber);
+}
+
+NumberedNode NetlistIndex::numberedNode(int component, const QString &pinNumber) const
+{
     if (component == none)
         return {none, none, unlisted};
-    const int part = partsOfComponents[toSize(component)];
-    const int position = part == none || !hasTerminals() ? none : parts[toSize(part)].positions.value(pinNumber, none);
-    return {component, position == none ? none : firstPin(component) + position, typeOf(component)};
+    const NumberedComponent &numbered = numberedComponents[toSize(component)];
+    const int position =
+        numbered.part == none || !hasTerminals() ? none : parts[toSize(numbered.part)].positionOf(pinNumber);
+    return {component, position == none ? none : numbered.firstPin + position, numbered.type};
 }
 
 std::vector<int> NetlistIndex::netsOfTerminal(int terminal) const
@@ -153,13 +163,13 @@ std::vector<int> NetlistIndex::netsOfTerminal(int terminal) const
 
 QSharedPointer<EDAComponent> NetlistIndex::componentOf(const QString &ref) const
 {
-    const int number = componentsByRef.value(ref, none);
+    const int number = refs.numberOf(ref);
     return number == none ? nullptr : components.at(number);
 }
 
 QSharedPointer<EDAPart> NetlistIndex::partOf(const QString &name) const
 {
-    const int number = partsByName.value(name, none);
+    const int number = partNames.numberOf(name);
     return number == none ? nullptr : parts[toSize(number)].part;
 }
 }

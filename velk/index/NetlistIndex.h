@@ -6,8 +6,8 @@
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDANet.h>
 #include <velk/model/EDAPart.h>
+#include <velk/model/TextNumbers.h>
 
-#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -52,7 +52,7 @@ public:
 
     /// False where there are too many pins to be numbered, as of thousands of components with thousands of pins each,
     /// most of which lie on no net. There are no terminals then, and no pins of components.
-    bool hasTerminals() const { return !firstPins.empty(); }
+    bool hasTerminals() const { return terminalsAreNumbered; }
 
     int netCount() const { return static_cast<int>(nodesOfNets.size()); }
     int componentCount() const { return static_cast<int>(components.size()); }
@@ -61,9 +61,11 @@ public:
     int firstNode(int net) const { return firstNodes[toSize(net)]; }
     const NumberedNode &numberedNode(int node) const { return nodes[toSize(node)]; }
     NumberedNode numberedNode(const QString &ref, const QString &pinNumber) const;
+    /// The same for the number of a component, or none.
+    NumberedNode numberedNode(int component, const QString &pinNumber) const;
 
     /// The pins of a component, firstPin(component) to firstPin(component + 1) - 1; none if its part is unknown.
-    int firstPin(int component) const { return firstPins[toSize(component)]; }
+    int firstPin(int component) const { return numberedComponents[toSize(component)].firstPin; }
     int terminalOfPin(int pin) const { return pinTerminals[toSize(pin)]; }
 
     /// The first net that holds the terminal, or none.
@@ -78,10 +80,10 @@ public:
 
     /// The text of each type, the first one being that of unlisted components, and which of them a component has.
     const QList<QString> &componentTypes() const { return types; }
-    int typeOf(int component) const { return typesOfComponents[toSize(component)]; }
+    int typeOf(int component) const { return numberedComponents[toSize(component)].type; }
     /// Equal identifiers have one number, from 0 to identifierCount() - 1; to have none is one too.
-    int identifierOf(int component) const { return identifiersOfComponents[toSize(component)]; }
-    int identifierCount() const { return static_cast<int>(identifiersByText.size()); }
+    int identifierOf(int component) const { return numberedComponents[toSize(component)].identifier; }
+    int identifierCount() const { return identifiers.count(); }
 
     /// For a search by these roles, made when the first one asks; to be asked only if hasTerminals().
     std::shared_ptr<const CrossingGraph> crossingGraph(const ComponentRoles &roles) const
@@ -94,7 +96,7 @@ public:
     /// The number that this pin of the component has in its part.
     const QString &pinNumber(int component, int pin) const
     {
-        return parts[toSize(partsOfComponents[toSize(component)])].numbers.at(pin - firstPin(component));
+        return parts[toSize(numberedComponents[toSize(component)].part)].numbers.at(pin - firstPin(component));
     }
     /// As the net held it when it was added. The reference is valid as long as the index.
     const QSharedPointer<EDANetNode> &node(int net, int number) const
@@ -118,9 +120,20 @@ private:
     struct IndexedPart
     {
         QSharedPointer<EDAPart> part;
-        QHash<QString, int> positions;  ///< of the first pin of each number
-        std::vector<int> firstOfNumber; ///< by position
-        QList<QString> numbers;         ///< by position
+        QList<QString> numbers;          ///< by position
+        TextNumbers<QString> pinNumbers; ///< as many as differ
+        std::vector<int> firstPositions; ///< of these
+        std::vector<int> firstOfNumber;  ///< by position
+
+        int positionOf(QStringView number) const;
+    };
+
+    struct NumberedComponent
+    {
+        int type;
+        int identifier;
+        int part; ///< none if unknown
+        int firstPin;
     };
 
     using NetsByNumber = std::unordered_map<int, std::vector<int>>;
@@ -134,24 +147,22 @@ private:
         return found == nets.end() ? std::vector<int>() : found->second;
     }
     void addPart(const QSharedPointer<EDAPart> &part);
-    void addComponent(const QSharedPointer<EDAComponent> &component);
+    void addComponent(const EDAComponent &component);
     void numberPins();
     void addPinsOf(const IndexedPart &indexedPart);
     void addFurtherNet(const NumberedNode &node, int net);
 
     std::vector<IndexedPart> parts;
-    QHash<QString, int> partsByName;
+    TextNumbers<QString> partNames;
 
     QList<QSharedPointer<EDAComponent>> components;
-    QHash<QString, int> componentsByRef;
+    TextNumbers<QString> refs;
     PropertyIndex componentsByProperty;
-    QHash<QString, int> typesByText;
+    TextNumbers<QString> typeNumbers;
     QList<QString> types = {QString()};
-    std::vector<int> typesOfComponents;
-    QHash<QString, int> identifiersByText;
-    std::vector<int> identifiersOfComponents;
-    std::vector<int> partsOfComponents; ///< none if unknown
-    std::vector<int> firstPins;
+    TextNumbers<QString> identifiers;
+    std::vector<NumberedComponent> numberedComponents; ///< and an end, which has the first pin after all
+    bool terminalsAreNumbered = false;
     std::vector<int> pinTerminals;
 
     std::vector<QSharedPointer<EDANet>> nets;

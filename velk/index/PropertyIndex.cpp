@@ -1,6 +1,6 @@
 #include <velk/index/PropertyIndex.h>
 
-#include <QHash>
+#include <velk/model/TextNumbers.h>
 
 #include <algorithm>
 #include <numeric>
@@ -8,12 +8,14 @@
 
 namespace Velk {
 
-void PropertyIndex::add(const QSharedPointer<EDAComponent> &component)
+PropertyIndex::PropertyIndex(const QList<QSharedPointer<EDAComponent>> &allComponents)
+    : components(allComponents)
 {
-    const int number = static_cast<int>(components.size());
-    components.append(component);
-    for (auto it = component->properties.cbegin(); it != component->properties.cend(); ++it)
-        entries.push_back({hashOf(it.key(), it.value()), number});
+}
+
+void PropertyIndex::add(const QString &key, const QString &value)
+{
+    entries.push_back({hashOf(key, value), nextComponent});
 }
 
 // Sorts the entries into buckets by counting.
@@ -34,7 +36,7 @@ void PropertyIndex::finish()
 
 quint32 PropertyIndex::hashOf(const QString &key, const QString &value) const
 {
-    return static_cast<quint32>(qHashMulti(seed, key, value));
+    return static_cast<quint32>(textHash(value, textHash(key, seed)));
 }
 
 // The smallest first. None for an empty value: it also matches components without the property.

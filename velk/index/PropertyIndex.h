@@ -20,9 +20,13 @@ namespace Velk {
 class PropertyIndex
 {
 public:
-    /// Components count from 0 in the order of these calls.
-    void add(const QSharedPointer<EDAComponent> &component);
-    /// Makes the table of all that were added.
+    explicit PropertyIndex(const QList<QSharedPointer<EDAComponent>> &allComponents);
+
+    /// Adds a property of the next component, the first one at first.
+    void add(const QString &key, const QString &value);
+    /// The component has no more properties.
+    void finishComponent() { ++nextComponent; }
+    /// Makes the table when all components have been added.
     void finish();
 
     /// The first component that has all these properties and is accepted, or null.
@@ -52,6 +56,7 @@ private:
     QVarLengthArray<Bucket> bucketsFor(const QMap<QString, QString> &wanted) const;
 
     QList<QSharedPointer<EDAComponent>> components;
+    int nextComponent = 0;
     const std::size_t seed = QHashSeed::globalSeed(); ///< as it was when the table was made
     quint32 bucketMask = 0;
     std::vector<quint32> bucketStarts; ///< in entries; one more than there are buckets

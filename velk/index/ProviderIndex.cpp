@@ -15,7 +15,8 @@ QList<QSharedPointer<EDAComponent>> componentsOf(const EDAProvider &provider)
         if (!component || refs.contains(component->ref))
             continue;
         refs.insert(component->ref);
-        if (const auto found = provider.getComponentByRef(component->ref))
+        const auto found = provider.getComponentByRef(component->ref);
+        if (found && found->ref == component->ref)
             result.append(found);
     }
     return result;
@@ -30,7 +31,8 @@ QList<QSharedPointer<EDAPart>> partsOf(const EDAProvider &provider)
         if (!part || names.contains(part->name))
             continue;
         names.insert(part->name);
-        if (const auto found = provider.getPartByName(part->name))
+        const auto found = provider.getPartByName(part->name);
+        if (found && found->name == part->name)
             result.append(found->clone()); // without null pins
     }
     return result;

@@ -3,13 +3,12 @@
 #include <velk/index/NetlistIndex.h>
 #include <velk/model/ElementOwner.h>
 #include <velk/model/RoutingLog.h>
+#include <velk/provider/ElementCopies.h>
 #include <velk/provider/NetJoiner.h>
 
-#include <QHash>
 #include <QStringBuilder>
 #include <QStringList>
 
-#include <algorithm>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -48,57 +47,6 @@ QString suffixOf(qsizetype position)
     return u'#' + QString::number(position + 1);
 }
 
-/// The nets of all netlists with their names made unique, and their nodes in numbers.
-class NetCopies
-{
-public:
-    explicit NetCopies(const NetlistIndex &components)
-        : index(components)
-    {
-        ref.reserve(64);
-    }
-
-    void add(const QSharedPointer<EDANet> &net, const QString &suffix)
-    {
-        const auto copy = EDANet::create(net->name % suffix);
-        copy->nodes.reserve(net->nodes.size());
-        for (const auto &node : std::as_const(net->nodes)) {
-            if (!node)
-                continue;
-            ref.resize(0);
-            ref.append(node->ref).append(suffix);
-            nodes.push_back(index.numberedNode(ref, node->pin));
-            copy->nodes.append(EDANetNode::create(textOfRef(nodes.back().component), node->pin));
-        }
-        nets.append(copy);
-        firstNodes.push_back(static_cast<int>(nodes.size()));
-    }
-
-    int count() const { return static_cast<int>(nets.size()); }
-    qsizetype nodeCount() const { return static_cast<qsizetype>(nodes.size()); }
-    const QSharedPointer<EDANet> &net(int number) const { return nets.at(number); }
-    const QList<QSharedPointer<EDANet>> &allNets() const { return nets; }
-    /// The nodes of a net are firstNode(net) to firstNode(net + 1) - 1.
-    int firstNode(int number) const { return firstNodes[static_cast<std::size_t>(number)]; }
-    const NumberedNode &numberedNode(int node) const { return nodes[static_cast<std::size_t>(node)]; }
-
-private:
-    // Shared with the component.
-    QString textOfRef(int component) const
-    {
-        if (component != NetlistIndex::none)
-            return index.component(component)->ref;
-        logRouting([&] { return u"No component found for component.ref '%1'"_s.arg(ref); });
-        return QString(ref.constData(), ref.size());
-    }
-
-    const NetlistIndex &index;
-    QList<QSharedPointer<EDANet>> nets;
-    std::vector<NumberedNode> nodes;
-    std::vector<int> firstNodes = {0};
-    QString ref; ///< of the node being added; keeps its memory for the next
-};
-
 /// Tells which components are connectors and which can be met by one.
 class Connectors
 {
@@ -125,29 +73,76 @@ private:
     std::vector<bool> isOfConnector; ///< by identifier
 };
 
-void giveTo(NetJoiner &joiner, const NetCopies &copies, const NetlistIndex &index, const Connectors &connectors)
+using ComponentCopies = ElementCopies<EDAComponent>;
+
+/// The nets of all netlists with their names made unique, and their nodes in numbers.
+class NetCopies
 {
-    for (int net = 0; net < copies.count(); ++net) {
-        joiner.addNet();
-        const int first = copies.firstNode(net);
-        for (int node = first; node < copies.firstNode(net + 1); ++node) {
-            const int component = copies.numberedNode(node).component;
-            if (component == NetlistIndex::none || !connectors.canJoin(component))
-                continue;
-            const QString &pin = copies.net(net)->nodes.at(node - first)->pin;
-            joiner.addPin({index.identifierOf(component), pin}, connectors.isConnector(component));
-        }
+public:
+    NetCopies(const ComponentCopies &componentCopies, const NetlistIndex &numbers, const QList<QString> &connectorTypes)
+        : components(componentCopies)
+        , index(numbers)
+        , connectors(numbers, connectorTypes)
+    {
     }
-}
+
+    void add(const EDANet &net, qsizetype netlist, QStringView suffix)
+    {
+        const auto copy = EDANet::create(net.name % suffix);
+        copy->nodes.reserve(net.nodes.size());
+        joiner.addNet();
+        for (const auto &node : net.nodes) {
+            if (!node)
+                continue;
+            const int component = components.numberOf(netlist, node->ref);
+            nodes.push_back(index.numberedNode(component, node->pin));
+            copy->nodes.append(EDANetNode::create(refOf(component, *node, suffix), node->pin));
+            if (component != NetlistIndex::none && connectors.canJoin(component))
+                joiner.addPin(index.identifierOf(component), node->pin, connectors.isConnector(component));
+        }
+        nets.append(copy);
+        firstNodes.push_back(static_cast<int>(nodes.size()));
+    }
+
+    /// As NetJoiner::join().
+    std::vector<int> join() { return joiner.join(); }
+    int nextMember(int net) const { return joiner.nextMember(net); }
+
+    int count() const { return static_cast<int>(nets.size()); }
+    qsizetype nodeCount() const { return static_cast<qsizetype>(nodes.size()); }
+    const QSharedPointer<EDANet> &net(int number) const { return nets.at(number); }
+    const QList<QSharedPointer<EDANet>> &allNets() const { return nets; }
+    /// The nodes of a net are firstNode(net) to firstNode(net + 1) - 1.
+    int firstNode(int number) const { return firstNodes[static_cast<std::size_t>(number)]; }
+    const NumberedNode &numberedNode(int node) const { return nodes[static_cast<std::size_t>(node)]; }
+
+private:
+    QString refOf(int component, const EDANetNode &node, QStringView suffix) const
+    {
+        if (component != NetlistIndex::none)
+            return index.component(component)->ref; // shared
+        const QString ref = node.ref % suffix;
+        logRouting([&] { return u"No component found for component.ref '%1'"_s.arg(ref); });
+        return ref;
+    }
+
+    const ComponentCopies &components;
+    const NetlistIndex &index;
+    const Connectors connectors;
+    NetJoiner joiner;
+    QList<QSharedPointer<EDANet>> nets;
+    std::vector<NumberedNode> nodes;
+    std::vector<int> firstNodes = {0};
+};
 
 /// The copies that are joined to one net, from the first on.
-QSharedPointer<EDANet> combinedNet(const NetCopies &copies, const NetJoiner &joiner, int first)
+QSharedPointer<EDANet> combinedNet(const NetCopies &copies, int first)
 {
-    if (joiner.nextMember(first) == NetJoiner::none)
+    if (copies.nextMember(first) == NetJoiner::none)
         return copies.net(first);
     QStringList names;
     auto combined = EDANet::create({});
-    for (int member = first; member != NetJoiner::none; member = joiner.nextMember(member)) {
+    for (int member = first; member != NetJoiner::none; member = copies.nextMember(member)) {
         names.append(copies.net(member)->name);
         combined->nodes += copies.net(member)->nodes;
     }
@@ -155,16 +150,6 @@ QSharedPointer<EDANet> combinedNet(const NetCopies &copies, const NetJoiner &joi
     return combined;
 }
 
-/// Brings the elements into ascending order of this text and keeps the last of those with the same.
-template <typename Element>
-void sortBy(QString Element::*text, QList<QSharedPointer<Element>> &elements)
-{
-    const auto isLess = [text](const auto &a, const auto &b) { return (*a).*text < (*b).*text; };
-    const auto isEqual = [text](const auto &a, const auto &b) { return (*a).*text == (*b).*text; };
-    std::stable_sort(elements.begin(), elements.end(), isLess);
-    const auto firstKept = std::unique(elements.rbegin(), elements.rend(), isEqual).base();
-    elements.erase(elements.begin(), firstKept);
-}
 }
 
 /// What is made in the constructor, and read-only afterwards.
@@ -176,8 +161,7 @@ public:
         , connectorComponentTypes(connectorTypes)
     {
         prepareParts();
-        prepareComponents();
-        prepareNets();
+        prepareNets(prepareComponents());
     }
 
     const QList<EDAProvider *> providers;
@@ -191,8 +175,8 @@ public:
 
 private:
     void prepareParts();
-    void prepareComponents();
-    void prepareNets();
+    ComponentCopies prepareComponents();
+    void prepareNets(const ComponentCopies &componentCopies);
 };
 
 MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes)
@@ -208,64 +192,68 @@ MultipleEDAProvider &MultipleEDAProvider::operator=(MultipleEDAProvider &&other)
 
 void MultipleEDAProviderPrivate::prepareParts()
 {
+    ElementCopies<EDAPart> copies(&EDAPart::name);
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
         const auto partsOfProvider = partsOf(*providers.at(i));
+        copies.beginNetlist(suffix, partsOfProvider.size());
         for (const auto &part : partsOfProvider) {
             if (!part)
                 continue;
-            parts.append(part->clone());
-            parts.last()->name = part->name % suffix;
+            const auto copy = part->clone();
+            copy->name = part->name % QStringView(suffix);
+            copies.add(copy);
         }
     }
-    sortBy(&EDAPart::name, parts);
+    parts = copies.sorted();
 }
 
-void MultipleEDAProviderPrivate::prepareComponents()
+ComponentCopies MultipleEDAProviderPrivate::prepareComponents()
 {
+    ComponentCopies copies(&EDAComponent::ref);
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
-        QHash<QString, QString> partNames; // shared by the components
+        TextNumbers<QString> partsInNetlist;
+        QList<QString> partNames; // shared by the components
         const auto componentsOfProvider = componentsOf(*providers.at(i));
+        copies.beginNetlist(suffix, componentsOfProvider.size());
         for (const auto &component : componentsOfProvider) {
             if (!component)
                 continue;
-            const auto copy = component->clone();
-            QString &partName = partNames[component->part];
-            if (partName.isEmpty())
-                partName = component->part % suffix;
-            copy->ref = component->ref % suffix;
-            copy->part = partName;
-            components.append(copy);
+            const int part = partsInNetlist.add(component->part);
+            if (part == partNames.size())
+                partNames.append(component->part % QStringView(suffix));
+            const auto copy =
+                EDAComponent::create(component->ref % QStringView(suffix), component->value, partNames.at(part));
+            copy->properties = component->properties;
+            copies.add(copy);
         }
     }
-    sortBy(&EDAComponent::ref, components);
+    components = copies.sorted();
+    return copies;
 }
 
-void MultipleEDAProviderPrivate::prepareNets()
+void MultipleEDAProviderPrivate::prepareNets(const ComponentCopies &componentCopies)
 {
     const auto numbers = std::make_shared<NetlistIndex>(components, parts);
-    NetCopies copies(*numbers);
+    NetCopies copies(componentCopies, *numbers, connectorComponentTypes);
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);
         const auto netsOfProvider = netsOf(*providers.at(i));
         for (const auto &net : netsOfProvider) {
             if (net)
-                copies.add(net, suffix);
+                copies.add(*net, i, suffix);
         }
     }
-    NetJoiner joiner(copies.count());
-    giveTo(joiner, copies, *numbers, Connectors(*numbers, connectorComponentTypes));
-
-    const auto finishedNets = joiner.join();
+    const auto finishedNets = copies.join();
     nets.reserve(static_cast<qsizetype>(finishedNets.size()));
     numbers->reserveNets(static_cast<qsizetype>(finishedNets.size()), copies.nodeCount());
     netsOfBoards = copies.allNets();
     joinedNets.resize(static_cast<std::size_t>(copies.count()));
     for (const int first : finishedNets) {
-        nets.append(combinedNet(copies, joiner, first));
+        nets.append(combinedNet(copies, first));
         numbers->addNet(nets.last());
-        for (int member = first; member != NetJoiner::none; member = joiner.nextMember(member)) {
+        for (int member = first; member != NetJoiner::none; member = copies.nextMember(member)) {
             joinedNets[static_cast<std::size_t>(member)] = nets.size() - 1;
             for (int node = copies.firstNode(member); node < copies.firstNode(member + 1); ++node)
                 numbers->addNode(copies.numberedNode(node));

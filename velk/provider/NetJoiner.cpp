@@ -9,26 +9,41 @@ namespace {
 constexpr qint64 notInTheRow = -1;
 }
 
-NetJoiner::NetJoiner(int netCount)
-{
-    groups.reserve(toSize(netCount));
-    leaders.reserve(toSize(netCount));
-    row.reserve(toSize(netCount));
-}
-
 void NetJoiner::addNet()
 {
     const int net = static_cast<int>(groups.size());
-    groups.push_back(Group{net, none, {}, notInTheRow});
+    groups.push_back(Group{net, none, none, none, notInTheRow});
     leaders.push_back(net);
     putAtEnd(net);
 }
 
-void NetJoiner::addPin(const ConnectorPin &pin, bool isOfConnector)
+void NetJoiner::addPin(int identifier, const QString &pinNumber, bool isOfConnector)
 {
-    netsByPin[pin].push_back(leaders.back());
+    const int node = static_cast<int>(nodes.size());
+    const int pin = numberOf(identifier, pinNumber);
+    int &lastOnPin = lastNodesOnPins[toSize(pin)];
+    nodes.push_back(PinnedNode{pin, leaders.back(), lastOnPin, none});
+    lastOnPin = node;
     if (isOfConnector)
-        groups.back().untriedPins.push_back(pin);
+        addUntried(groups.back(), node, node);
+}
+
+int NetJoiner::numberOf(int identifier, const QString &pinNumber)
+{
+    const std::pair<int, int> pin(identifier, pinTexts.add(pinNumber));
+    const auto known = pins.constFind(pin);
+    if (known != pins.cend())
+        return *known;
+    lastNodesOnPins.push_back(none);
+    return *pins.insert(pin, static_cast<int>(pins.size()));
+}
+
+void NetJoiner::addUntried(Group &group, int firstNode, int lastNode)
+{
+    if (firstNode == none)
+        return;
+    (group.firstUntried == none ? group.firstUntried : nodes[toSize(group.lastUntried)].nextUntried) = firstNode;
+    group.lastUntried = lastNode;
 }
 
 std::vector<int> NetJoiner::join()
@@ -41,44 +56,40 @@ std::vector<int> NetJoiner::join()
         if (group.place != place)
             continue;
         group.place = notInTheRow;
-        std::vector<int> others;
-        while (others.empty() && !group.untriedPins.empty())
-            others = takeOthersOnNextPin(number);
+        others.clear();
+        while (others.empty() && group.firstUntried != none)
+            takeOthersOnNextPin(group);
         if (others.empty())
             finished.push_back(number);
         else
-            joinGroups(number, others);
+            joinWithOthers(number);
     }
     return finished;
 }
 
-// In the order of the row.
-std::vector<int> NetJoiner::takeOthersOnNextPin(int number)
+void NetJoiner::takeOthersOnNextPin(Group &group)
 {
-    auto &untriedPins = groups[toSize(number)].untriedPins;
-    const ConnectorPin pin = untriedPins.front();
-    untriedPins.pop_front();
-    std::vector<int> others;
-    const auto netsOnPin = netsByPin.take(pin);
-    for (const int net : netsOnPin) {
-        const int other = leaderOf(net);
+    const PinnedNode &untried = nodes[toSize(group.firstUntried)];
+    group.firstUntried = untried.nextUntried;
+    int node = std::exchange(lastNodesOnPins[toSize(untried.pin)], none);
+    for (; node != none; node = nodes[toSize(node)].nextOnPin) {
+        const int other = leaderOf(nodes[toSize(node)].net);
         if (groups[toSize(other)].place != notInTheRow)
             others.push_back(other);
     }
     std::sort(others.begin(), others.end(),
               [this](int a, int b) { return groups[toSize(a)].place < groups[toSize(b)].place; });
     others.erase(std::unique(others.begin(), others.end()), others.end());
-    return others;
 }
 
-void NetJoiner::joinGroups(int first, const std::vector<int> &others)
+void NetJoiner::joinWithOthers(int first)
 {
     Group &joined = groups[toSize(first)];
     for (const int number : others) {
         Group &other = groups[toSize(number)];
         groups[toSize(joined.lastMember)].nextMember = number;
         joined.lastMember = other.lastMember;
-        joined.untriedPins.splice(joined.untriedPins.end(), other.untriedPins);
+        addUntried(joined, other.firstUntried, other.lastUntried);
         other.place = notInTheRow;
         leaders[toSize(number)] = first;
     }

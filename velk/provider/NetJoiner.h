@@ -1,10 +1,11 @@
 #ifndef VELK_PROVIDER_NETJOINER_H
 #define VELK_PROVIDER_NETJOINER_H
 
+#include <velk/model/TextNumbers.h>
+
 #include <QHash>
 #include <QString>
 
-#include <list>
 #include <utility>
 #include <vector>
 
@@ -21,15 +22,11 @@ class NetJoiner
 public:
     static constexpr int none = -1;
 
-    using ConnectorPin = std::pair<int, QString>; ///< number of the identifier, and pin number
-
-    explicit NetJoiner(int netCount);
-
     /// Adds a net to the end of the row; nets count from 0.
     void addNet();
-    /// The net added last has a node on this pin. Every component can be met at its pins; only a connector looks for
-    /// others.
-    void addPin(const ConnectorPin &pin, bool isOfConnector);
+    /// The net added last has a node on this pin of what has the identifier of this number. Every component can be met
+    /// at its pins; only a connector looks for others.
+    void addPin(int identifier, const QString &pinNumber, bool isOfConnector);
 
     /// The joined nets in the order in which they are finished, each as the first net of which it is made. Call it
     /// once.
@@ -38,25 +35,42 @@ public:
     int nextMember(int net) const { return groups[toSize(net)].nextMember; }
 
 private:
-    /// Nets that have been joined so far, led by the one of them that is its name in leaderOf().
+    /// Nets that have been joined so far, led by the one of them that is its name in leaderOf(). Its chain of untried
+    /// nodes holds those of its connectors, in node order.
     struct Group
     {
         int lastMember;
-        int nextMember;                      ///< of the net, in whatever group it is
-        std::list<ConnectorPin> untriedPins; ///< of its connectors, in node order
-        qint64 place;                        ///< in the row; larger is later
+        int nextMember; ///< of the net, in whatever group it is
+        int firstUntried;
+        int lastUntried;
+        qint64 place; ///< in the row; larger is later
+    };
+
+    /// A node of a net on a connector pin, in two chains of nodes.
+    struct PinnedNode
+    {
+        int pin;
+        int net;
+        int nextOnPin;
+        int nextUntried;
     };
 
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
-    std::vector<int> takeOthersOnNextPin(int number);
-    void joinGroups(int first, const std::vector<int> &others);
+    int numberOf(int identifier, const QString &pinNumber);
+    void addUntried(Group &group, int firstNode, int lastNode);
+    void takeOthersOnNextPin(Group &group);
+    void joinWithOthers(int first);
     int leaderOf(int net);
     void putAtEnd(int number);
 
     std::vector<Group> groups; ///< by the number of the leading net
     std::vector<int> leaders;  ///< of each net, over several steps
-    QHash<ConnectorPin, std::vector<int>> netsByPin;
+    TextNumbers<QString> pinTexts;
+    QHash<std::pair<int, int>, int> pins; ///< by the numbers of identifier and text
+    std::vector<int> lastNodesOnPins;     ///< none once the pin has been tried
+    std::vector<PinnedNode> nodes;
     std::vector<std::pair<int, qint64>> row; ///< group and place; left behind where the place has changed
+    std::vector<int> others;                 ///< those that a group is being joined with, in the order of the row
 };
 }
 
