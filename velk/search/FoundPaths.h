@@ -1,7 +1,7 @@
 #ifndef VELK_SEARCH_FOUNDPATHS_H
 #define VELK_SEARCH_FOUNDPATHS_H
 
-#include <velk/index/NetlistIndex.h>
+#include <QtGlobal>
 
 #include <map>
 #include <utility>
@@ -40,42 +40,37 @@ struct FoundPath
 class FoundPaths
 {
 public:
-    explicit FoundPaths(bool withCrossings)
-        : keepsCrossings(withCrossings)
-    {
-    }
+    /// Whether to keep by which ways paths go, to be told before the first one.
+    void setKeepsCrossings(bool isOn) { keepsCrossings = isOn; }
 
     /// Keeps additional nodes for paths to come and tells their place.
-    std::size_t keepNodes(const std::vector<NodeOnNet> &additionalNodes)
+    template <typename Nodes>
+    std::size_t keepNodes(const Nodes &additionalNodes)
     {
         const std::size_t place = nodes.size();
-        nodes.insert(nodes.end(), additionalNodes.begin(), additionalNodes.end());
+        for (const NodeOnNet &node : additionalNodes) // a few, where copying them as a block takes longer
+            nodes.push_back(node);
         return place;
     }
 
     /// A path over the \a component of each step, by its \a crossing, to this net, with the additional nodes at this
     /// place.
-    template <typename Step>
-    void add(const std::vector<Step> &steps, int lastNet, std::size_t nodesPlace, std::size_t nodeCount)
+    template <typename Steps>
+    void add(const Steps &steps, int lastNet, std::size_t nodesPlace, std::size_t nodeCount)
     {
-        Group &group = groupOf(steps.size(), nodeCount);
-        for (const Step &step : steps)
+        Group &group = groupOf(static_cast<std::size_t>(steps.size()), nodeCount);
+        for (const auto &step : steps)
             group.components.push_back(step.component);
         group.nodesPlaces.push_back(nodesPlace);
         if (keepsCrossings) {
-            for (const Step &step : steps)
+            for (const auto &step : steps)
                 group.crossings.push_back(step.crossing);
             group.lastNets.push_back(lastNet);
         }
+        ++pathCount;
     }
 
-    qsizetype count() const
-    {
-        std::size_t count = 0;
-        for (const auto &[key, group] : groups)
-            count += group.nodesPlaces.size();
-        return static_cast<qsizetype>(count);
-    }
+    qsizetype count() const { return pathCount; }
 
     /// Calls \a visit with each path.
     template <typename Visit>
@@ -84,19 +79,25 @@ public:
         for (const auto &[key, group] : groups) {
             const auto &[length, nodeCount] = key;
             for (std::size_t i = 0; i < group.nodesPlaces.size(); ++i) {
-                FoundPath path{group.components.data() + i * length,
-                               static_cast<qsizetype>(length),
-                               nodes.data() + group.nodesPlaces[i],
-                               static_cast<qsizetype>(nodeCount),
-                               nullptr,
-                               NetlistIndex::none};
-                if (keepsCrossings) {
-                    path.crossings = group.crossings.data() + i * length;
-                    path.lastNet = group.lastNets[i];
-                }
-                visit(path);
+                visit(FoundPath{group.components.data() + i * length, static_cast<qsizetype>(length),
+                                nodes.data() + group.nodesPlaces[i], static_cast<qsizetype>(nodeCount),
+                                keepsCrossings ? group.crossings.data() + i * length : nullptr,
+                                keepsCrossings ? group.lastNets[i] : 0});
             }
         }
+    }
+
+    /// Forgets all paths. Keeps the memory, if they are few, for those of the next query.
+    void clear()
+    {
+        if (isLarge()) {
+            *this = FoundPaths();
+            return;
+        }
+        pathCount = 0;
+        nodes.clear();
+        for (auto &[key, group] : groups)
+            group.clear();
     }
 
 private:
@@ -106,7 +107,17 @@ private:
         std::vector<std::size_t> nodesPlaces; ///< of each path
         std::vector<Crossing> crossings;      ///< one for each component, where they are kept
         std::vector<int> lastNets;            ///< of each path, where crossings are kept
+
+        void clear()
+        {
+            components.clear();
+            nodesPlaces.clear();
+            crossings.clear();
+            lastNets.clear();
+        }
     };
+
+    using Groups = std::map<std::pair<std::size_t, std::size_t>, Group>; ///< by the numbers of components and nodes
 
     Group &groupOf(std::size_t length, std::size_t nodeCount)
     {
@@ -116,12 +127,20 @@ private:
         return latest->second;
     }
 
-    using Groups = std::map<std::pair<std::size_t, std::size_t>, Group>; ///< by the numbers of components and nodes
+    bool isLarge() const
+    {
+        constexpr std::size_t fewNumbers = 1000;
+        std::size_t numbers = nodes.size() + groups.size();
+        for (const auto &[key, group] : groups)
+            numbers += group.components.size() + group.nodesPlaces.size();
+        return numbers > fewNumbers;
+    }
 
-    const bool keepsCrossings;
+    bool keepsCrossings = false;
     Groups groups;
     Groups::value_type *latest = nullptr; ///< the group that got the last path
     std::vector<NodeOnNet> nodes;         ///< those of one path after those of another
+    qsizetype pathCount = 0;
 };
 }
 

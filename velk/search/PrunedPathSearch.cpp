@@ -1,13 +1,6 @@
 #include <velk/search/PrunedPathSearch.h>
 
-#include <utility>
-
 namespace Velk {
-
-namespace {
-
-constexpr std::size_t usualDepth = 8;
-}
 
 PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
                                    const SearchRules &searchRules, Interruption &searchInterruption,
@@ -19,25 +12,24 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGr
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
     , bounds(netlist, crossingGraph, searchRules, deepening, interruption, borrowed.memory())
     , lastCrossings(netlist, crossingGraph, interruption, borrowed.memory())
-    , paths(keepsCrossings)
+    , paths(borrowed.memory().paths)
 {
+    paths.setKeepsCrossings(keepsCrossings);
 }
 
-FoundPaths PrunedPathSearch::run()
+const FoundPaths &PrunedPathSearch::run()
 {
-    branch.reserve(usualDepth);
-    steps.reserve(usualDepth);
     bounds.measure();
     do
         searchOnce();
     while (deepening.startNextPass());
-    return std::move(paths);
+    return paths;
 }
 
 void PrunedPathSearch::searchOnce()
 {
     enterSourceNet();
-    while (!branch.empty()) {
+    while (!branch.isEmpty()) {
         if (const CrossingRow *row = nextRow())
             cross(*row);
         else
@@ -59,7 +51,7 @@ void PrunedPathSearch::enterSourceNet()
 // The next one by which the branch may go on, or null.
 const CrossingRow *PrunedPathSearch::nextRow()
 {
-    Level &level = branch.back();
+    Level &level = branch.last();
     while (true) {
         for (const CrossingRow *row = level.nextRow; row != level.endRow; ++row) {
             if (bounds.mayLeadOn(row->net, level.switchesLeft)) {
@@ -77,7 +69,7 @@ const CrossingRow *PrunedPathSearch::nextRow()
 
 void PrunedPathSearch::cross(const CrossingRow &row)
 {
-    const Level &level = branch.back();
+    const Level &level = branch.last();
     const int entry = level.junction ? level.junction->node : row.node;
     const bool leadsBack =
         level.junction ? index.numberedNode(entry).terminal == row.exit : isArrival(row, level.arrival);
@@ -87,14 +79,14 @@ void PrunedPathSearch::cross(const CrossingRow &row)
         enterJunction(row);
         return;
     }
-    steps.back() = {row.component, {level.arrival.net, entry, row.exit}};
-    if (bounds.allow(row.net, static_cast<qsizetype>(steps.size()), additionalNodeCount()))
+    steps.last() = {row.component, {level.arrival.net, entry, row.exit}};
+    if (bounds.allow(row.net, steps.size(), additionalNodes.size()))
         enterNet({row.net, row.component, row.exit});
 }
 
 void PrunedPathSearch::enterJunction(const CrossingRow &row)
 {
-    Level &level = branch.back();
+    Level &level = branch.last();
     const auto exits = graph.rowsOfJunction(row.exit);
     interruption.work(exits.size());
     level.junction = &row;
@@ -104,9 +96,9 @@ void PrunedPathSearch::enterJunction(const CrossingRow &row)
 
 void PrunedPathSearch::enterNet(const Arrival &arrival)
 {
-    const std::size_t collected = additionalNodes.size();
+    const qsizetype collected = additionalNodes.size();
     collectAdditionalNodes(arrival);
-    if (deepening.enters(static_cast<qsizetype>(steps.size()), additionalNodeCount())) {
+    if (deepening.enters(steps.size(), additionalNodes.size())) {
         searchFrom(arrival, collected);
     } else {
         dropAdditionalNodes(collected);
@@ -116,10 +108,10 @@ void PrunedPathSearch::enterNet(const Arrival &arrival)
 
 // Paths that end one switch further are kept at once: others that the net leads to are longer, and so come after them
 // whatever the order of the rows.
-void PrunedPathSearch::searchFrom(const Arrival &arrival, std::size_t additionalNodesBefore)
+void PrunedPathSearch::searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore)
 {
-    steps.emplace_back();
-    const int switchesLeft = bounds.switchesLeft(static_cast<qsizetype>(steps.size()));
+    steps.append(Step());
+    const int switchesLeft = bounds.switchesLeft(steps.size());
     bool mayLeadOn = true;
     if (bounds.isNextToLast(arrival.net)) {
         const NearNet &near = lastCrossings.of(arrival.net);
@@ -127,14 +119,14 @@ void PrunedPathSearch::searchFrom(const Arrival &arrival, std::size_t additional
         keepPathsFrom(arrival, near);
     }
     if (!mayLeadOn || deepening.isComplete()) {
-        steps.pop_back();
+        steps.removeLast();
         dropAdditionalNodes(additionalNodesBefore);
         return;
     }
     const auto rows = graph.rowsOf(arrival.net);
     interruption.work(rows.size());
     bounds.toggleOnBranch(arrival.net);
-    branch.push_back({arrival, switchesLeft, rows.begin(), rows.end(), nullptr, additionalNodesBefore});
+    branch.append({arrival, switchesLeft, rows.begin(), rows.end(), nullptr, additionalNodesBefore});
 }
 
 void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near)
@@ -144,7 +136,7 @@ void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near
     for (const CrossingRow &row : rows) {
         if (isArrival(row, arrival))
             continue;
-        steps.back() = {row.component, {arrival.net, row.node, row.exit}};
+        steps.last() = {row.component, {arrival.net, row.node, row.exit}};
         keepPath(row.net);
         if (deepening.isComplete())
             return;
@@ -153,11 +145,11 @@ void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near
 
 void PrunedPathSearch::leaveNet()
 {
-    const Level &level = branch.back();
+    const Level &level = branch.last();
     bounds.toggleOnBranch(level.arrival.net);
     dropAdditionalNodes(level.additionalNodesBefore);
-    branch.pop_back();
-    steps.pop_back();
+    branch.removeLast();
+    steps.removeLast();
 }
 
 // Whether the row crosses the component by the terminal by which the branch has come. Equal nodes are one terminal.
@@ -174,14 +166,14 @@ void PrunedPathSearch::collectAdditionalNodes(const Arrival &arrival)
         interruption.work(1);
         if (!rules.ends.isAdditional(node.terminal, arrival.terminal))
             continue;
-        additionalNodes.push_back({arrival.net, node.node});
+        additionalNodes.append({arrival.net, node.node});
         keptNodes.reset();
-        if (additionalNodeCount() > rules.maxAdditionalNodes)
+        if (additionalNodes.size() > rules.maxAdditionalNodes)
             return;
     }
 }
 
-void PrunedPathSearch::dropAdditionalNodes(std::size_t countBefore)
+void PrunedPathSearch::dropAdditionalNodes(qsizetype countBefore)
 {
     if (additionalNodes.size() == countBefore)
         return;
@@ -198,8 +190,8 @@ std::size_t PrunedPathSearch::keptNodesPlace()
 
 void PrunedPathSearch::keepPath(int lastNet)
 {
-    if (deepening.keep(static_cast<qsizetype>(steps.size()), additionalNodeCount()))
-        paths.add(steps, lastNet, keptNodesPlace(), additionalNodes.size());
+    if (deepening.keep(steps.size(), additionalNodes.size()))
+        paths.add(steps, lastNet, keptNodesPlace(), static_cast<std::size_t>(additionalNodes.size()));
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
 }

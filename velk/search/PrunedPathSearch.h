@@ -5,8 +5,9 @@
 #include <velk/search/LastCrossings.h>
 #include <velk/search/SearchBounds.h>
 
+#include <QVarLengthArray>
+
 #include <optional>
-#include <vector>
 
 namespace Velk {
 
@@ -20,9 +21,9 @@ public:
                      Interruption &searchInterruption, bool keepsCrossings);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
-    /// them those with the fewest additional nodes, among equals in depth-first order. Call it once. Throws
-    /// EDASearchCalledOffException.
-    FoundPaths run();
+    /// them those with the fewest additional nodes, among equals in depth-first order; they last as long as this. Call
+    /// it once. Throws EDASearchCalledOffException.
+    const FoundPaths &run();
 
 private:
     /// A net that a branch has come to, and by which component and terminal of it.
@@ -40,9 +41,11 @@ private:
         int switchesLeft; ///< that a net behind its rows may need
         const CrossingRow *nextRow;
         const CrossingRow *endRow;
-        const CrossingRow *junction;       ///< the row to the junction that is being crossed, or null
-        std::size_t additionalNodesBefore; ///< how many the branch had before this net
+        const CrossingRow *junction;     ///< the row to the junction that is being crossed, or null
+        qsizetype additionalNodesBefore; ///< how many the branch had before this net
     };
+
+    static constexpr qsizetype usualDepth = 8;
 
     /// What is being crossed from a net on the branch.
     struct Step
@@ -57,14 +60,13 @@ private:
     void cross(const CrossingRow &row);
     void enterJunction(const CrossingRow &row);
     void enterNet(const Arrival &arrival);
-    void searchFrom(const Arrival &arrival, std::size_t additionalNodesBefore);
+    void searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore);
     void keepPathsFrom(const Arrival &arrival, const NearNet &near);
     void leaveNet();
     bool isArrival(const CrossingRow &row, const Arrival &arrival) const;
     void collectAdditionalNodes(const Arrival &arrival);
-    void dropAdditionalNodes(std::size_t countBefore);
+    void dropAdditionalNodes(qsizetype countBefore);
     std::size_t keptNodesPlace();
-    qsizetype additionalNodeCount() const { return static_cast<qsizetype>(additionalNodes.size()); }
     void keepPath(int lastNet);
 
     const NetlistIndex &index;
@@ -75,12 +77,12 @@ private:
     IterativeDeepening deepening;
     SearchBounds bounds;
     LastCrossings lastCrossings;
-    std::vector<Level> branch;
-    std::vector<Step> steps;                ///< one for each level, and for the net that a branch has just come to
-    std::vector<NodeOnNet> additionalNodes; ///< of the branch
+    QVarLengthArray<Level, usualDepth> branch;
+    QVarLengthArray<Step, usualDepth> steps; ///< one for each level, and for the net that a branch has just come to
+    QVarLengthArray<NodeOnNet, usualDepth> additionalNodes; ///< of the branch
     /// Where the same are kept, if a path has needed them. Paths that have the same nodes share them.
     std::optional<std::size_t> keptNodes;
-    FoundPaths paths;
+    FoundPaths &paths;
 };
 }
 

@@ -1,7 +1,5 @@
 #include <velk/search/SearchBounds.h>
 
-#include <algorithm>
-
 namespace Velk {
 
 SearchBounds::SearchBounds(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
@@ -78,9 +76,8 @@ void SearchBounds::measureBoth()
             return;
         if (from.net == sourceNet)
             continue;
-        crossFrom(from.net, from.additionalNodes, [&](int other) {
-            label(other, from.switches + 1, from.additionalNodes + (other == sourceNet ? 0 : additionalNodesOn(other)));
-        });
+        crossFrom(from.net, from.additionalNodes,
+                  [&](int other) { label(other, from.switches + 1, from.additionalNodes + additionalNodesOn(other)); });
     }
 }
 
@@ -107,15 +104,6 @@ void SearchBounds::noteCut(int net, qsizetype switched, qsizetype collected)
 {
     for (int i = latestLabelOf(net); i != NetlistIndex::none; i = labelAt(i).earlier)
         deepening.noteCut(switched + labelAt(i).switches, collected + labelAt(i).additionalNodes);
-}
-
-// A node by which the net may be entered is not collected. It belongs to a switchable component, so these are left
-// out, even where they are interfaces too. How often the source lies on one more net is not worth counting.
-int SearchBounds::additionalNodesOn(int net) const
-{
-    const bool holdsSource =
-        std::find(furtherSourceNets.begin(), furtherSourceNets.end(), net) != furtherSourceNets.end();
-    return holdsSource ? 0 : graph.pureInterfaceNodeCount(net);
 }
 
 // Visits all nets from which a component leads to this one, after which so much is collected.

@@ -6,6 +6,7 @@
 #include <velk/search/SearchMemory.h>
 #include <velk/search/SearchRules.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace Velk {
@@ -69,7 +70,14 @@ private:
     const Label &labelAt(int number) const { return labels[static_cast<std::size_t>(number)]; }
     int latestLabelOf(int net) const { return latestLabels.has(net) ? latestLabels.value(net) : NetlistIndex::none; }
     void noteCut(int net, qsizetype switched, qsizetype collected);
-    int additionalNodesOn(int net) const;
+    /// A node by which the net may be entered is not collected. It belongs to a switchable component, so these are left
+    /// out, even where they are interfaces too. How often the source lies on one more net is not worth counting.
+    int additionalNodesOn(int net) const { return holdsSource(net) ? 0 : graph.pureInterfaceNodeCount(net); }
+    bool holdsSource(int net) const
+    {
+        return net == sourceNet ||
+               std::find(furtherSourceNets.begin(), furtherSourceNets.end(), net) != furtherSourceNets.end();
+    }
     template <typename Visit>
     void crossFrom(int net, int collected, Visit visit);
     template <typename Visit>

@@ -37,6 +37,7 @@ BorrowedMemory::~BorrowedMemory()
 {
     if (kept.isReleased || kept.memory)
         return;
+    borrowed->paths.clear();
     thread_local const ReleaseAtEnd releaseAtEnd;
     kept.memory = borrowed.release();
 }

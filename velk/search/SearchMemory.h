@@ -2,6 +2,7 @@
 #define VELK_SEARCH_SEARCHMEMORY_H
 
 #include <velk/index/CrossingGraph.h>
+#include <velk/search/FoundPaths.h>
 #include <velk/search/Marks.h>
 
 #include <memory>
@@ -37,6 +38,7 @@ struct SearchMemory
     Marks nearNetNumbers; ///< of nets: in the list
     std::vector<NearNet> nearNets;
     std::vector<CrossingRow> lastRows; ///< those of one net after those of another
+    FoundPaths paths;
 };
 
 /// The memory that the thread keeps from query to query, for as long as one query takes. One made for it alone where
