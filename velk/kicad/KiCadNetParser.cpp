@@ -2,7 +2,10 @@
 
 #include <velk/kicad/KiCadNetlistPaths.h>
 #include <velk/kicad/KiCadRepair.h>
+#include <velk/kicad/KiCadTokens.h>
+#include <velk/kicad/KiCadTree.h>
 #include <velk/model/EDAException.h>
+#include <velk/model/TextNumbers.h>
 
 #include <QHash>
 #include <QRegularExpression>
@@ -13,6 +16,7 @@
 #include <iterator>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -20,42 +24,44 @@ namespace Velk {
 
 namespace {
 
-using Token = QSharedPointer<KiCadToken>;
-
 // The path for the message is a function that makes it, since it is hardly ever needed.
-template <typename MessagePath>
-KiCadToken &requireToken(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
+template <typename Tokens, typename MessagePath>
+auto requireToken(const Tokens &tokens, typename Tokens::Token parent, const KiCadPath &path, MessagePath messagePath,
+                  const QString &element)
 {
-    KiCadToken *token = path.findFrom(parent);
+    const auto token = path.findFrom(tokens, parent);
     if (!token)
         throw KiCadTokenNotFoundException(messagePath() + element);
-    return *token;
+    return token;
 }
 
-template <typename MessagePath>
-QString requireText(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element)
+/// One whose value is not empty.
+template <typename Tokens, typename MessagePath>
+auto requireFilled(const Tokens &tokens, typename Tokens::Token parent, const KiCadPath &path, MessagePath messagePath,
+                   const QString &element)
 {
-    const QString &text = requireToken(parent, path, messagePath, element).value;
-    if (text.isEmpty())
+    const auto token = requireToken(tokens, parent, path, messagePath, element);
+    if (tokens.value(token).isEmpty())
         throw KiCadTokenNotFoundException(messagePath() + element);
-    return text;
+    return token;
 }
 
 // Some symbols have pins without a number, which cannot be told apart.
-template <typename MessagePath>
-QString requirePinNumber(KiCadToken &parent, const KiCadPath &path, MessagePath messagePath, const QString &element,
-                         KiCadReadingMode mode)
+template <typename Tokens, typename MessagePath>
+auto requirePinNumber(const Tokens &tokens, typename Tokens::Token parent, const KiCadPath &path,
+                      MessagePath messagePath, const QString &element, KiCadReadingMode mode)
 {
-    return mode == KiCadReadingMode::Tolerant ? requireToken(parent, path, messagePath, element).value
-                                              : requireText(parent, path, messagePath, element);
+    return mode == KiCadReadingMode::Tolerant ? requireToken(tokens, parent, path, messagePath, element)
+                                              : requireFilled(tokens, parent, path, messagePath, element);
 }
 
-const QList<Token> &requireList(const Token &root, const KiCadPath &path, const QString &listPath)
+template <typename Tokens>
+auto requireList(const Tokens &tokens, const KiCadPath &path, const QString &listPath)
 {
-    if (root.isNull())
+    if (!tokens.root())
         throw KiCadTokenNotFoundException(listPath);
-    const auto messagePath = [&listPath] { return listPath; };
-    return requireToken(*root, path, messagePath, QString()).children;
+    return requireToken(
+        tokens, tokens.root(), path, [&listPath] { return listPath; }, QString());
 }
 
 /// The names that come up again, in that order.
@@ -125,10 +131,15 @@ bool replaces(QMap<QString, QSharedPointer<Element>> &elements, const QString &n
 }
 
 // One by one: QMap's own union takes as long as both are large, and there may be many components of one reference.
+void insertAll(QMap<QString, QString> &properties, const QMap<QString, QString> &further)
+{
+    for (auto it = further.cbegin(); it != further.cend(); ++it)
+        properties.insert(it.key(), it.value());
+}
+
 void addMissing(QMap<QString, QString> &properties, QMap<QString, QString> &earlier)
 {
-    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
-        earlier.insert(it.key(), it.value());
+    insertAll(earlier, properties);
     properties.swap(earlier);
 }
 
@@ -166,40 +177,64 @@ public:
     NodeFactory(const QMap<QString, QSharedPointer<EDAComponent>> &components,
                 const QMap<QString, QSharedPointer<EDAPart>> &parts)
     {
+        TextNumbers<QStringView> partNames;
         for (auto it = parts.cbegin(); it != parts.cend(); ++it) {
-            KnownPart &known = partsByName[it.key()];
-            known.part = it.value();
-            for (const auto &pin : std::as_const(known.part->pins))
-                known.pinNumbers.insert(pin->number);
+            partNames.add(it.key());
+            knownParts.emplace_back(*it);
         }
-        componentsByRef.reserve(components.size());
-        for (auto it = components.cbegin(); it != components.cend(); ++it)
-            componentsByRef.insert(it.key(), it.value());
+        refs.reserve(components.size());
+        for (auto it = components.cbegin(); it != components.cend(); ++it) {
+            refs.add(it.key());
+            knownComponents.push_back({*it, partNames.numberOf((*it)->part)});
+        }
     }
 
-    QSharedPointer<EDANetNode> create(const QString &ref, const QString &pinNumber) const
+    QSharedPointer<EDANetNode> create(QStringView ref, QStringView pinNumber) const
     {
-        const auto component = componentsByRef.value(ref);
-        if (component.isNull())
-            throw EDAComponentNotFoundException({{u"ref"_s, ref}});
-        const auto known = partsByName.constFind(component->part);
-        if (known == partsByName.cend())
+        const int number = refs.numberOf(ref);
+        if (number == refs.none)
+            throw EDAComponentNotFoundException({{u"ref"_s, ref.toString()}});
+        const auto &[component, partNumber] = knownComponents[static_cast<std::size_t>(number)];
+        if (partNumber == refs.none)
             throw EDAPartNotFoundException(component, component->part);
-        const auto number = known->pinNumbers.constFind(pinNumber);
-        if (number == known->pinNumbers.cend())
-            throw EDAPinNotFoundException(known->part, component, pinNumber);
-        return EDANetNode::create(component->ref, *number); // both share their texts with the model
+        const KnownPart &known = knownParts[static_cast<std::size_t>(partNumber)];
+        const EDAPin *const pin = known.findPin(pinNumber);
+        if (!pin)
+            throw EDAPinNotFoundException(known.part, component, pinNumber.toString());
+        return EDANetNode::create(component->ref, pin->number); // both share their texts with the model
     }
 
 private:
     struct KnownPart
     {
+        explicit KnownPart(const QSharedPointer<EDAPart> &knownPart)
+            : part(knownPart)
+        {
+            for (const auto &pin : std::as_const(part->pins)) {
+                if (pinNumbers.add(pin->number) == static_cast<int>(pins.size()))
+                    pins.push_back(pin.data());
+            }
+        }
+
+        const EDAPin *findPin(QStringView number) const
+        {
+            const int found = pinNumbers.numberOf(number);
+            return found == pinNumbers.none ? nullptr : pins[static_cast<std::size_t>(found)];
+        }
+
         QSharedPointer<EDAPart> part;
-        QSet<QString> pinNumbers;
+        TextNumbers<QStringView> pinNumbers;
+        std::vector<const EDAPin *> pins; ///< the first one of each number
+    };
+    struct KnownComponent
+    {
+        QSharedPointer<EDAComponent> component;
+        int part; ///< among the known ones, or none
     };
 
-    QHash<QString, KnownPart> partsByName;
-    QHash<QString, QSharedPointer<EDAComponent>> componentsByRef;
+    std::vector<KnownPart> knownParts;
+    TextNumbers<QStringView> refs;
+    std::vector<KnownComponent> knownComponents; ///< by the numbers of their references
 };
 
 KiCadNetParser::KiCadNetParser(const QSharedPointer<KiCadToken> &tree, KiCadReadingMode readingMode)
@@ -216,14 +251,23 @@ KiCadNetParser &KiCadNetParser::operator=(KiCadNetParser &&other) noexcept = def
 
 void KiCadNetParser::parse()
 {
-    noteRepeatedLists();
-    if (isTolerant())
-        repairs = KiCadRepair(root).run();
-    // Components are resolved against the parts, nodes against both.
-    parseParts();
-    parseComponents();
-    parseNets();
+    KiCadTree tree(root);
+    parseFrom(tree);
 }
+
+template <typename Tokens>
+void KiCadNetParser::parseFrom(Tokens &tokens)
+{
+    noteRepeatedLists(tokens);
+    if (isTolerant())
+        repairs = KiCadRepair<Tokens>(tokens).run();
+    // Components are resolved against the parts, nodes against both.
+    parseParts(tokens);
+    parseComponents(tokens);
+    parseNets(tokens);
+}
+
+template void KiCadNetParser::parseFrom(KiCadTokens &tokens);
 
 QStringList KiCadNetParser::warnings() const
 {
@@ -245,15 +289,17 @@ bool KiCadNetParser::isTolerant() const
     return mode == KiCadReadingMode::Tolerant;
 }
 
-void KiCadNetParser::noteRepeatedLists()
+template <typename Tokens>
+void KiCadNetParser::noteRepeatedLists(const Tokens &tokens)
 {
-    if (root.isNull() || root->name != u"export"_s)
+    if (!tokens.root() || tokens.name(tokens.root()) != u"export"_s)
         return;
     for (const QString &name : {u"libparts"_s, u"components"_s, u"nets"_s}) {
-        const auto count = std::count_if(root->children.cbegin(), root->children.cend(),
-                                         [&name](const Token &list) { return list->name == name; });
+        int count = 0;
+        for (const typename Tokens::Token list : tokens.children(tokens.root()))
+            count += tokens.name(list) == name ? 1 : 0;
         if (count > 1)
-            repeated.append({KiCadRepetition::Kind::List, name, static_cast<int>(count), isTolerant()});
+            repeated.append({KiCadRepetition::Kind::List, name, count, isTolerant()});
     }
 }
 
@@ -262,20 +308,23 @@ void KiCadNetParser::releaseTree()
     root.reset();
 }
 
-void KiCadNetParser::parseParts()
+template <typename Tokens>
+void KiCadNetParser::parseParts(const Tokens &tokens)
 {
     parts.clear();
-    const auto &libparts = requireList(root, kiCadPaths().libparts, u"/export/libparts"_s);
+    const auto list = requireList(tokens, kiCadPaths().libparts, u"/export/libparts"_s);
     RepeatedNames names(KiCadRepetition::Kind::Part, false);
     QSet<QString> differing;
-    for (qsizetype i = 0; i < libparts.size(); ++i) {
-        KiCadToken &libpart = *libparts.at(i);
-        const auto messagePath = [i] { return indexedPath(u"/export/libparts/libpart"_s, i); };
-        const QString name = requireText(libpart, kiCadPaths().partName, messagePath, u"/part"_s);
-        const auto part = EDAPart::create(name, kiCadPaths().partLib.textFrom(libpart));
+    qsizetype index = -1;
+    const auto messagePath = [&index] { return indexedPath(u"/export/libparts/libpart"_s, index); };
+    for (const typename Tokens::Token libpart : tokens.children(list)) {
+        ++index;
+        const QString name =
+            tokens.text(requireFilled(tokens, libpart, kiCadPaths().partName, messagePath, u"/part"_s));
+        const auto part = EDAPart::create(name, kiCadPaths().partLib.textFrom(tokens, libpart));
         const auto earlier = parts.value(name);
         parts.insert(name, part);
-        parsePinsOfPart(libpart, part);
+        parsePinsOfPart(tokens, libpart, *part);
         if (earlier.isNull())
             continue;
         names.add(name);
@@ -286,40 +335,43 @@ void KiCadNetParser::parseParts()
                  [&differing](const KiCadRepetition &repetition) { return differing.contains(repetition.name); });
 }
 
-void KiCadNetParser::parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const
+template <typename Tokens>
+void KiCadNetParser::parsePinsOfPart(const Tokens &tokens, typename Tokens::Token libpart, EDAPart &part) const
 {
     // Names the pin even where the whole list is missing.
     const auto messagePath = [&part] {
-        return u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part->name, part->lib);
+        return u"/export/libparts/libpart[name=%1,lib=%2]/pins/pin"_s.arg(part.name, part.lib);
     };
-    const auto &pins = requireToken(libpart, kiCadPaths().pins, messagePath, QString()).children;
-    part->pins.reserve(pins.size());
-    for (const Token &pin : pins) {
-        const QString number = requirePinNumber(*pin, kiCadPaths().pinNumber, messagePath, u"/num"_s, mode);
-        const QString &name = requireToken(*pin, kiCadPaths().pinName, messagePath, u"/name"_s).value;
-        const QString &type = requireToken(*pin, kiCadPaths().pinType, messagePath, u"/type"_s).value;
-        part->pins.append(EDAPin::create(number, name, type));
+    const auto list = requireToken(tokens, libpart, kiCadPaths().pins, messagePath, QString());
+    for (const typename Tokens::Token pin : tokens.children(list)) {
+        const auto number = requirePinNumber(tokens, pin, kiCadPaths().pinNumber, messagePath, u"/num"_s, mode);
+        const auto name = requireToken(tokens, pin, kiCadPaths().pinName, messagePath, u"/name"_s);
+        const auto type = requireToken(tokens, pin, kiCadPaths().pinType, messagePath, u"/type"_s);
+        part.pins.append(EDAPin::create(tokens.text(number), tokens.text(name), tokens.text(type)));
     }
 }
 
-void KiCadNetParser::parseComponents()
+template <typename Tokens>
+void KiCadNetParser::parseComponents(const Tokens &tokens)
 {
-    const auto &list = requireList(root, kiCadPaths().components, u"/export/components"_s);
+    const auto list = requireList(tokens, kiCadPaths().components, u"/export/components"_s);
     RepeatedNames refs(KiCadRepetition::Kind::Component, isTolerant());
     QHash<QString, QMap<QString, QString>> propertiesBySheetNames; // components of one sheet have the same
-    for (qsizetype i = 0; i < list.size(); ++i) {
-        KiCadToken &comp = *list.at(i);
-        const auto messagePath = [i] { return indexedPath(u"/export/components/comp"_s, i); };
-        const QString ref = requireText(comp, kiCadPaths().ref, messagePath, u"/ref"_s);
-        const QString &value = requireToken(comp, kiCadPaths().value, messagePath, u"/value"_s).value;
-        const QString partName = requireText(comp, kiCadPaths().partOfComponent, messagePath, u"/libsource/part"_s);
-        const auto component = EDAComponent::create(ref, value, partName);
-        parsePropertiesOfComponent(comp, component);
-        const QString sheetNames = kiCadPaths().sheetNames.textFrom(comp);
+    qsizetype index = -1;
+    const auto messagePath = [&index] { return indexedPath(u"/export/components/comp"_s, index); };
+    for (const typename Tokens::Token comp : tokens.children(list)) {
+        ++index;
+        const QString ref = tokens.text(requireFilled(tokens, comp, kiCadPaths().ref, messagePath, u"/ref"_s));
+        const auto value = requireToken(tokens, comp, kiCadPaths().value, messagePath, u"/value"_s);
+        const QString partName =
+            tokens.text(requireFilled(tokens, comp, kiCadPaths().partOfComponent, messagePath, u"/libsource/part"_s));
+        const auto component = EDAComponent::create(ref, tokens.text(value), partName);
+        parsePropertiesOfComponent(tokens, comp, *component);
+        const QString sheetNames = kiCadPaths().sheetNames.textFrom(tokens, comp);
         auto sheet = propertiesBySheetNames.constFind(sheetNames);
         if (sheet == propertiesBySheetNames.cend())
             sheet = propertiesBySheetNames.insert(sheetNames, parsePropertiesFromComponentSheetpath(sheetNames));
-        component->properties.insert(*sheet);
+        insertAll(component->properties, *sheet);
 
         const auto part = parts.value(partName);
         if (part.isNull())
@@ -333,14 +385,16 @@ void KiCadNetParser::parseComponents()
     repeated += refs.all();
 }
 
-void KiCadNetParser::parsePropertiesOfComponent(KiCadToken &comp, const QSharedPointer<EDAComponent> &component)
+template <typename Tokens>
+void KiCadNetParser::parsePropertiesOfComponent(const Tokens &tokens, typename Tokens::Token comp,
+                                                EDAComponent &component)
 {
-    const auto messagePath = [&component] { return u"/export/components/comp[%1]/property"_s.arg(component->ref); };
-    for (const Token &child : std::as_const(comp.children)) {
-        if (!kiCadPaths().property.findFrom(*child))
+    const auto messagePath = [&component] { return u"/export/components/comp[%1]/property"_s.arg(component.ref); };
+    for (const typename Tokens::Token child : tokens.children(comp)) {
+        if (!kiCadPaths().property.findFrom(tokens, child))
             continue;
-        const QString name = requireText(*child, kiCadPaths().propertyName, messagePath, u"/name"_s);
-        component->properties.insert(name, kiCadPaths().propertyValue.textFrom(*child));
+        const auto name = requireFilled(tokens, child, kiCadPaths().propertyName, messagePath, u"/name"_s);
+        component.properties.insert(tokens.text(name), kiCadPaths().propertyValue.textFrom(tokens, child));
     }
 }
 
@@ -360,21 +414,24 @@ QMap<QString, QString> KiCadNetParser::parsePropertiesFromComponentSheetpath(con
     return properties;
 }
 
-void KiCadNetParser::parseNets()
+template <typename Tokens>
+void KiCadNetParser::parseNets(const Tokens &tokens)
 {
-    const auto &list = requireList(root, kiCadPaths().nets, u"/export/nets"_s);
+    const auto list = requireList(tokens, kiCadPaths().nets, u"/export/nets"_s);
     const NodeFactory nodeFactory(components, parts);
     RepeatedNames names(KiCadRepetition::Kind::Net, isTolerant());
-    for (qsizetype i = 0; i < list.size(); ++i) {
-        KiCadToken &netToken = *list.at(i);
-        const auto messagePath = [i] { return indexedPath(u"/export/nets/net"_s, i); };
-        const QString name = requireText(netToken, kiCadPaths().netName, messagePath, u"/name"_s);
+    qsizetype index = -1;
+    const auto messagePath = [&index] { return indexedPath(u"/export/nets/net"_s, index); };
+    for (const typename Tokens::Token netToken : tokens.children(list)) {
+        ++index;
+        const QString name =
+            tokens.text(requireFilled(tokens, netToken, kiCadPaths().netName, messagePath, u"/name"_s));
         auto net = isTolerant() ? nets.value(name) : nullptr;
         if (net.isNull())
             net = EDANet::create(name);
         if (replaces(nets, name, net))
             names.add(name);
-        parseNodesOfNet(netToken, net, nodeFactory);
+        parseNodesOfNet(tokens, netToken, *net, nodeFactory);
     }
     if (isTolerant()) {
         for (const KiCadRepetition &repetition : names.all())
@@ -383,18 +440,17 @@ void KiCadNetParser::parseNets()
     repeated += names.all();
 }
 
-void KiCadNetParser::parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
+template <typename Tokens>
+void KiCadNetParser::parseNodesOfNet(const Tokens &tokens, typename Tokens::Token netToken, EDANet &net,
                                      const NodeFactory &nodeFactory) const
 {
-    const auto messagePath = [&net] { return u"/export/nets/net[%1]/node"_s.arg(net->name); };
-    if (net->nodes.isEmpty())
-        net->nodes.reserve(netToken.children.size());
-    for (const Token &child : std::as_const(netToken.children)) {
-        if (!kiCadPaths().node.findFrom(*child))
+    const auto messagePath = [&net] { return u"/export/nets/net[%1]/node"_s.arg(net.name); };
+    for (const typename Tokens::Token child : tokens.children(netToken)) {
+        if (!kiCadPaths().node.findFrom(tokens, child))
             continue;
-        const QString ref = requireText(*child, kiCadPaths().nodeRef, messagePath, u"/ref"_s);
-        const QString pinNumber = requirePinNumber(*child, kiCadPaths().nodePin, messagePath, u"/pin"_s, mode);
-        net->nodes.append(nodeFactory.create(ref, pinNumber));
+        const auto ref = requireFilled(tokens, child, kiCadPaths().nodeRef, messagePath, u"/ref"_s);
+        const auto pin = requirePinNumber(tokens, child, kiCadPaths().nodePin, messagePath, u"/pin"_s, mode);
+        net.nodes.append(nodeFactory.create(tokens.value(ref), tokens.value(pin)));
     }
 }
 

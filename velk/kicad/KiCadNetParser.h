@@ -98,19 +98,31 @@ public:
     QList<QSharedPointer<EDAPart>> ownParts() const override;
 
 private:
+    friend class KiCadNetlistFilePrivate;
     class NodeFactory;
 
     VELK_NO_EXPORT bool isDerived() const;
     VELK_NO_EXPORT bool isTolerant() const;
-    VELK_NO_EXPORT void noteRepeatedLists();
-    VELK_NO_EXPORT void parseParts();
-    VELK_NO_EXPORT void parsePinsOfPart(KiCadToken &libpart, const QSharedPointer<EDAPart> &part) const;
-    VELK_NO_EXPORT void parseComponents();
-    VELK_NO_EXPORT static void parsePropertiesOfComponent(KiCadToken &comp,
-                                                          const QSharedPointer<EDAComponent> &component);
+
+    // Of a KiCadTree or of KiCadTokens, which were never made into a tree.
+    template <typename Tokens>
+    VELK_NO_EXPORT void parseFrom(Tokens &tokens);
+    template <typename Tokens>
+    VELK_NO_EXPORT void noteRepeatedLists(const Tokens &tokens);
+    template <typename Tokens>
+    VELK_NO_EXPORT void parseParts(const Tokens &tokens);
+    template <typename Tokens>
+    VELK_NO_EXPORT void parsePinsOfPart(const Tokens &tokens, typename Tokens::Token libpart, EDAPart &part) const;
+    template <typename Tokens>
+    VELK_NO_EXPORT void parseComponents(const Tokens &tokens);
+    template <typename Tokens>
+    VELK_NO_EXPORT static void parsePropertiesOfComponent(const Tokens &tokens, typename Tokens::Token comp,
+                                                          EDAComponent &component);
     VELK_NO_EXPORT static QMap<QString, QString> parsePropertiesFromComponentSheetpath(const QString &names);
-    VELK_NO_EXPORT void parseNets();
-    VELK_NO_EXPORT void parseNodesOfNet(KiCadToken &netToken, const QSharedPointer<EDANet> &net,
+    template <typename Tokens>
+    VELK_NO_EXPORT void parseNets(const Tokens &tokens);
+    template <typename Tokens>
+    VELK_NO_EXPORT void parseNodesOfNet(const Tokens &tokens, typename Tokens::Token netToken, EDANet &net,
                                         const NodeFactory &nodeFactory) const;
 
     QSharedPointer<KiCadToken> root;

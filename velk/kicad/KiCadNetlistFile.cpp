@@ -1,6 +1,7 @@
 #include <velk/kicad/KiCadNetlistFile.h>
 
 #include <velk/kicad/KiCadReader.h>
+#include <velk/kicad/KiCadTokens.h>
 #include <velk/model/EDAException.h>
 
 #include <QFile>
@@ -37,7 +38,7 @@ public:
         else if (result == KiCadSyntaxError)
             failAt(reader.getErrorLine(), reader.getErrorColumn());
         else
-            parse(reader.getRoot());
+            parse(reader.takeTokens());
     }
 
     /// Where in the file it is not UTF-8, or nothing.
@@ -76,16 +77,15 @@ private:
                                                    QString::number(column), syntaxErrorText(mode)));
     }
 
-    void parse(const QSharedPointer<KiCadToken> &root)
+    void parse(KiCadTokens tokens)
     {
-        if (root.isNull() || root->name != u"export"_s) {
+        if (tokens.name(tokens.root()) != u"export") {
             fail(Error::NoNetlist, u"is not a KiCad netlist: it does not begin with \"(export\""_s);
             return;
         }
-        const auto parser = std::make_shared<KiCadNetParser>(root, mode);
+        const auto parser = std::make_shared<KiCadNetParser>(nullptr, mode);
         try {
-            parser->parse();
-            parser->releaseTree();
+            parser->parseFrom(tokens);
             netlist = parser;
         } catch (const EDAException &exception) {
             fail(Error::MissingElement, exception.message());

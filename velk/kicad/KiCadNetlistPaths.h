@@ -26,11 +26,13 @@ struct KiCadNetlistPaths
     const KiCadPath libOfComponent{QStringLiteral("/comp/libsource/lib")};
     const KiCadPath partOfComponent{QStringLiteral("/comp/libsource/part")};
     const KiCadPath sheetNames{QStringLiteral("/comp/sheetpath/names")};
+    const KiCadPath propertyOfComponent{QStringLiteral("/comp/property")};
     const KiCadPath property{QStringLiteral("/property")};
     const KiCadPath propertyName{QStringLiteral("/property/name")};
     const KiCadPath propertyValue{QStringLiteral("/property/value")};
     const KiCadPath nets{QStringLiteral("/export/nets")};
     const KiCadPath netName{QStringLiteral("/net/name")};
+    const KiCadPath nodeOfNet{QStringLiteral("/net/node")};
     const KiCadPath node{QStringLiteral("/node")};
     const KiCadPath nodeRef{QStringLiteral("/node/ref")};
     const KiCadPath nodePin{QStringLiteral("/node/pin")};

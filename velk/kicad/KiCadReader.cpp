@@ -1,11 +1,16 @@
 #include <velk/kicad/KiCadReader.h>
 
 #include <velk/kicad/KiCadText.h>
+#include <velk/kicad/KiCadTokens.h>
 #include <velk/kicad/KiCadTolerantTreeBuilder.h>
 #include <velk/kicad/KiCadTreeBuilder.h>
 
 #include <QBuffer>
 #include <QScopeGuard>
+
+#include <mutex>
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -42,13 +47,15 @@ public:
     }
 
     template <typename Builder>
-    KiCadError buildTree(Builder builder);
+    KiCadError readTokens(Builder builder);
 
     QByteArray data;
     QBuffer buffer;
     QIODevice *device;
     KiCadReadingMode mode;
+    std::optional<KiCadTokens> tokens; ///< of the last read, until the tree is made of them
     QSharedPointer<KiCadToken> root;
+    std::mutex rootMutex; ///< several threads may ask for it
     bool complete = false;
     int errorLine = -1;
     int errorColumn = -1;
@@ -70,6 +77,7 @@ KiCadReader::~KiCadReader() = default;
 
 KiCadError KiCadReader::read()
 {
+    d->tokens.reset();
     d->root.reset();
     d->complete = false;
     d->encodingErrorLine = -1;
@@ -77,12 +85,12 @@ KiCadError KiCadReader::read()
     if (!d->device->open(QIODevice::ReadOnly | QIODevice::Text))
         return KiCadOpenError;
 
-    return d->mode == KiCadReadingMode::Default ? d->buildTree(KiCadTreeBuilder())
-                                                : d->buildTree(KiCadTolerantTreeBuilder());
+    return d->mode == KiCadReadingMode::Default ? d->readTokens(KiCadTreeBuilder())
+                                                : d->readTokens(KiCadTolerantTreeBuilder());
 }
 
 template <typename Builder>
-KiCadError KiCadReaderPrivate::buildTree(Builder builder)
+KiCadError KiCadReaderPrivate::readTokens(Builder builder)
 {
     const auto closing = qScopeGuard([this] { device->close(); }); // also where memory runs out
     KiCadText text(*device, mode);
@@ -95,7 +103,7 @@ KiCadError KiCadReaderPrivate::buildTree(Builder builder)
     encodingErrorLine = text.invalidLine();
     encodingErrorColumn = text.invalidColumn();
     complete = isGood && builder.isComplete();
-    root = builder.finish();
+    tokens = builder.finish();
     if (isGood)
         return KiCadNoError;
     errorLine = builder.line();
@@ -105,7 +113,17 @@ KiCadError KiCadReaderPrivate::buildTree(Builder builder)
 
 QSharedPointer<KiCadToken> KiCadReader::getRoot() const
 {
+    const std::lock_guard lock(d->rootMutex);
+    if (d->tokens) {
+        d->root = d->tokens->toTree();
+        d->tokens.reset();
+    }
     return d->root;
+}
+
+KiCadTokens KiCadReader::takeTokens()
+{
+    return *std::exchange(d->tokens, std::nullopt);
 }
 
 bool KiCadReader::isComplete() const

@@ -27,6 +27,7 @@ enum KiCadError : int
 VELK_EXPORT QString kiCadErrorText(KiCadError error);
 
 class KiCadReaderPrivate;
+class KiCadTokens;
 
 /// Reads a KiCad netlist (an S-expression in UTF-8) into a tree of KiCadToken. It knows the lexical form
 /// only; KiCadNetParser knows the elements.
@@ -62,7 +63,7 @@ public:
     KiCadError read();
 
     /// The first token of the last read(); null before it or when the input held none. After a syntax error,
-    /// what was read up to there.
+    /// what was read up to there. The tree is made by the first call, which others give back.
     QSharedPointer<KiCadToken> getRoot() const;
 
     /// True if the last read() came to the end of the input with every parenthesis and quote closed, and
@@ -83,6 +84,11 @@ public:
     int getEncodingErrorColumn() const;
 
 private:
+    friend class KiCadNetlistFilePrivate;
+
+    /// What getRoot() makes its tree of, which is null then; only after a read() that could open the device.
+    VELK_NO_EXPORT KiCadTokens takeTokens();
+
     std::unique_ptr<KiCadReaderPrivate> d;
 };
 }

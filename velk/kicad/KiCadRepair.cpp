@@ -1,62 +1,58 @@
 #include <velk/kicad/KiCadRepair.h>
 
 #include <velk/kicad/KiCadNetlistPaths.h>
-
-#include <algorithm>
+#include <velk/kicad/KiCadTokens.h>
+#include <velk/kicad/KiCadTree.h>
 
 using namespace Qt::StringLiterals;
 
 namespace Velk {
 
-namespace {
+template <typename Tokens>
+KiCadRepair<Tokens>::KiCadRepair(Tokens &completedTokens)
+    : tokens(completedTokens)
+{
+}
 
-using Token = QSharedPointer<KiCadToken>;
-
-QString partPath(KiCadToken &libpart)
+template <typename Tokens>
+QString KiCadRepair<Tokens>::partPath(Token libpart) const
 {
     return namedPath(u"/export/libparts/libpart"_s,
-                     u"name=%1,lib=%2"_s.arg(shortened(kiCadPaths().partName.textFrom(libpart)),
-                                             shortened(kiCadPaths().partLib.textFrom(libpart))));
+                     u"name=%1,lib=%2"_s.arg(shortened(textOf(kiCadPaths().partName, libpart)),
+                                             shortened(textOf(kiCadPaths().partLib, libpart))));
 }
 
-std::pair<QString, QString> libraryAndNameOf(KiCadToken &libpart)
+template <typename Tokens>
+typename KiCadRepair<Tokens>::LibraryAndName KiCadRepair<Tokens>::libraryAndNameOf(Token libpart) const
 {
-    return {kiCadPaths().partLib.textFrom(libpart), kiCadPaths().partName.textFrom(libpart)};
+    return {textOf(kiCadPaths().partLib, libpart), textOf(kiCadPaths().partName, libpart)};
 }
 
-void setPart(KiCadToken &comp, const QString &name)
-{
-    if (KiCadToken *part = kiCadPaths().partOfComponent.findFrom(comp)) {
-        part->value = name;
-        return;
-    }
-    KiCadToken *source = kiCadPaths().libsource.findFrom(comp);
-    (source ? source : comp.append(u"libsource"_s).data())->append(u"part"_s, name);
-}
-
-bool haveSamePins(KiCadToken &a, KiCadToken &b)
+template <typename Tokens>
+bool KiCadRepair<Tokens>::haveSamePins(Token part, Token other) const
 {
     const auto &paths = kiCadPaths();
-    const auto isSamePin = [&paths](const Token &pin, const Token &other) {
-        const auto isSame = [&](const KiCadPath &path) { return path.textFrom(*pin) == path.textFrom(*other); };
-        return isSame(paths.pinNumber) && isSame(paths.pinName) && isSame(paths.pinType);
-    };
-    const auto &pins = paths.pins.findFrom(a)->children;
-    const auto &others = paths.pins.findFrom(b)->children;
-    return std::equal(pins.cbegin(), pins.cend(), others.cbegin(), others.cend(), isSamePin);
-}
+    const auto pins = tokens.children(find(paths.pins, part));
+    const auto others = tokens.children(find(paths.pins, other));
+    auto otherPin = others.begin();
+    for (const Token pin : pins) {
+        if (!(otherPin != others.end()))
+            return false;
+        for (const KiCadPath *path : {&paths.pinNumber, &paths.pinName, &paths.pinType}) {
+            if (textOf(*path, pin) != textOf(*path, *otherPin))
+                return false;
+        }
+        ++otherPin;
+    }
+    return !(otherPin != others.end());
 }
 
-KiCadRepair::KiCadRepair(const QSharedPointer<KiCadToken> &tree)
-    : root(tree)
+template <typename Tokens>
+QStringList KiCadRepair<Tokens>::run()
 {
-}
-
-QStringList KiCadRepair::run()
-{
-    if (root.isNull() || root->name != u"export"_s)
+    if (!tokens.root() || tokens.name(tokens.root()) != u"export"_s)
         return {};
-    isOld = kiCadPaths().version.textFrom(*root) == u"D"_s;
+    isOld = textOf(kiCadPaths().version, tokens.root()) == u"D"_s;
     for (const QString &list : {u"libparts"_s, u"components"_s, u"nets"_s})
         mergeLists(list);
     findOrAddParts();
@@ -66,33 +62,36 @@ QStringList KiCadRepair::run()
     return warnings;
 }
 
-void KiCadRepair::mergeLists(const QString &name)
+template <typename Tokens>
+void KiCadRepair<Tokens>::mergeLists(const QString &name)
 {
     Token first;
-    root->children.removeIf([&](const Token &list) {
-        if (list->name != name)
+    tokens.removeChildren(tokens.root(), [&](Token list) {
+        if (tokens.name(list) != name)
             return false;
         if (first)
-            first->children.append(list->children);
+            tokens.appendChildren(first, list);
         else
             first = list;
-        return first.data() != list.data(); // not by content: an empty list gets that of the next one
+        return first != list;
     });
 }
 
-void KiCadRepair::findOrAddParts()
+template <typename Tokens>
+void KiCadRepair<Tokens>::findOrAddParts()
 {
-    libparts = kiCadPaths().libparts.findFrom(*root);
-    hasParts = libparts != nullptr;
+    libparts = find(kiCadPaths().libparts, tokens.root());
+    hasParts = bool(libparts);
     if (hasParts)
         return;
-    libparts = root->append(u"libparts"_s).data();
+    libparts = tokens.append(tokens.root(), u"libparts"_s);
     warn(u"/export/libparts"_s, u"missing, so all parts are taken with the pins that the nets name"_s);
 }
 
 // Counts through all names, so that a million alike take no longer than others.
+template <typename Tokens>
 template <typename Names>
-QString KiCadRepair::unusedName(const QString &name, const Names &used)
+QString KiCadRepair<Tokens>::unusedName(const QString &name, const Names &used)
 {
     QString unused = name;
     while (used.contains(unused))
@@ -100,47 +99,51 @@ QString KiCadRepair::unusedName(const QString &name, const Names &used)
     return unused;
 }
 
+template <typename Tokens>
 template <typename MessagePath>
-void KiCadRepair::complete(KiCadToken &parent, const KiCadPath &path, const QString &element, MessagePath messagePath)
+void KiCadRepair<Tokens>::complete(Token parent, const KiCadPath &path, const QString &element, MessagePath messagePath)
 {
-    if (path.findFrom(parent))
+    if (find(path, parent))
         return;
-    parent.append(element);
+    tokens.append(parent, element);
     warn(u"%1/%2"_s.arg(messagePath(), element), u"missing, taken as empty"_s);
 }
 
-void KiCadRepair::repairParts()
+template <typename Tokens>
+void KiCadRepair<Tokens>::repairParts()
 {
     qsizetype position = 0;
-    libparts->children.removeIf([&](const Token &libpart) {
+    tokens.removeChildren(libparts, [&](Token libpart) {
         const QString path = indexedPath(u"/export/libparts/libpart"_s, position++);
-        if (!kiCadPaths().partName.textFrom(*libpart).isEmpty())
+        if (!textOf(kiCadPaths().partName, libpart).isEmpty())
             return false;
         warn(path + u"/part"_s, u"missing, so the part is dropped"_s);
         return true;
     });
-    for (const Token &libpart : std::as_const(libparts->children))
+    for (const Token libpart : tokens.children(libparts))
         addPart(libpart);
-    for (const Token &libpart : std::as_const(libparts->children))
+    for (const Token libpart : tokens.children(libparts))
         tellApart(libpart);
-    libparts->children.removeIf([this](const Token &libpart) { return isReplacedByTheSame(libpart); });
+    tokens.removeChildren(libparts, [this](Token libpart) { return isReplacedByTheSame(libpart); });
 }
 
-void KiCadRepair::addPart(const Token &libpart)
+template <typename Tokens>
+void KiCadRepair<Tokens>::addPart(Token libpart)
 {
-    const auto part = std::make_shared<Part>(Part{libpart, kiCadPaths().partName.findFrom(*libpart)});
-    repairPins(*part, partPath(*libpart));
-    const LibraryAndName known = libraryAndNameOf(*libpart);
+    const auto part = std::make_shared<Part>(Part{libpart, find(kiCadPaths().partName, libpart)});
+    repairPins(*part, partPath(libpart));
+    const LibraryAndName known = libraryAndNameOf(libpart);
     partsByLibrary.insert(known, part);
     partsByName.insert(known.second, part);
 }
 
+template <typename Tokens>
 template <typename MessagePath>
-void KiCadRepair::repairPinNumber(KiCadToken &pin, Part &part, MessagePath messagePath)
+void KiCadRepair<Tokens>::repairPinNumber(Token pin, Part &part, MessagePath messagePath)
 {
-    if (!kiCadPaths().pinNumber.findFrom(pin))
-        pin.append(u"num"_s);
-    const QString number = kiCadPaths().pinNumber.textFrom(pin);
+    if (!find(kiCadPaths().pinNumber, pin))
+        tokens.append(pin, u"num"_s);
+    const QString number = textOf(kiCadPaths().pinNumber, pin);
     if (number.isEmpty()) {
         warn(messagePath() + u"/num"_s,
              part.pinNumbers.contains(number)
@@ -150,55 +153,59 @@ void KiCadRepair::repairPinNumber(KiCadToken &pin, Part &part, MessagePath messa
     part.pinNumbers.insert(number);
 }
 
-void KiCadRepair::repairPins(Part &part, const QString &path)
+template <typename Tokens>
+void KiCadRepair<Tokens>::repairPins(Part &part, const QString &path)
 {
-    part.pins = kiCadPaths().pins.findFrom(*part.token);
+    part.pins = find(kiCadPaths().pins, part.token);
     if (!part.pins) {
-        part.pins = part.token->append(u"pins"_s).data();
+        part.pins = tokens.append(part.token, u"pins"_s);
         warn(path + u"/pins"_s, u"missing, so the part has no pins"_s);
     }
     qsizetype position = 0;
-    part.pins->children.removeIf([&](const Token &pin) {
+    tokens.removeChildren(part.pins, [&](Token pin) {
         const auto pinPath = [&path, index = position++] { return indexedPath(path + u"/pins/pin"_s, index); };
-        if (pin->name != u"pin"_s) {
-            warn(pinPath(), u"'%1' is no pin and dropped"_s.arg(shortened(pin->name)));
+        if (tokens.name(pin) != u"pin"_s) {
+            warn(pinPath(), u"'%1' is no pin and dropped"_s.arg(shortened(tokens.name(pin))));
             return true;
         }
-        complete(*pin, kiCadPaths().pinName, u"name"_s, pinPath);
-        complete(*pin, kiCadPaths().pinType, u"type"_s, pinPath);
-        repairPinNumber(*pin, part, pinPath);
-        if (KiCadToken *name = kiCadPaths().pinName.findFrom(*pin); isOld && name->value == u"~"_s)
-            name->value.clear();
+        complete(pin, kiCadPaths().pinName, u"name"_s, pinPath);
+        complete(pin, kiCadPaths().pinType, u"type"_s, pinPath);
+        repairPinNumber(pin, part, pinPath);
+        if (const Token name = find(kiCadPaths().pinName, pin); isOld && tokens.value(name) == u"~"_s)
+            tokens.setValue(name, {});
         return false;
     });
 }
 
 // The parser knows parts by their names alone. Of several with one name it keeps the last one.
-void KiCadRepair::tellApart(const Token &libpart)
+template <typename Tokens>
+void KiCadRepair<Tokens>::tellApart(Token libpart)
 {
-    const LibraryAndName known = libraryAndNameOf(*libpart);
+    const LibraryAndName known = libraryAndNameOf(libpart);
     const PartPointer last = partsByName.value(known.second);
     const PartPointer part = partsByLibrary.value(known);
-    if (part == last || haveSamePins(*part->token, *last->token))
+    if (part == last || haveSamePins(part->token, last->token))
         partsByLibrary.insert(known, last);
     else
-        rename(*libpart, known);
-    if (const KiCadToken *list = kiCadPaths().aliases.findFrom(*libpart)) {
-        for (const Token &alias : list->children) {
-            aliasesByLibrary.insert({known.first, alias->value}, partsByLibrary.value(known));
-            aliases.insert(alias->value, partsByLibrary.value(known));
+        rename(libpart, known);
+    if (const Token list = find(kiCadPaths().aliases, libpart)) {
+        for (const Token alias : tokens.children(list)) {
+            aliasesByLibrary.insert({known.first, tokens.text(alias)}, partsByLibrary.value(known));
+            aliases.insert(tokens.text(alias), partsByLibrary.value(known));
         }
     }
 }
 
 // Pins that the nets add are given to the one that replaces it.
-bool KiCadRepair::isReplacedByTheSame(const Token &libpart) const
+template <typename Tokens>
+bool KiCadRepair<Tokens>::isReplacedByTheSame(Token libpart) const
 {
-    const Token &last = partsByName.value(kiCadPaths().partName.textFrom(*libpart))->token;
-    return libpart.data() != last.data() && haveSamePins(*libpart, *last);
+    const Token last = partsByName.value(textOf(kiCadPaths().partName, libpart))->token;
+    return libpart != last && haveSamePins(libpart, last);
 }
 
-void KiCadRepair::rename(KiCadToken &libpart, const LibraryAndName &known)
+template <typename Tokens>
+void KiCadRepair<Tokens>::rename(Token libpart, const LibraryAndName &known)
 {
     QString &name = newNames[known];
     if (name.isEmpty()) {
@@ -208,58 +215,73 @@ void KiCadRepair::rename(KiCadToken &libpart, const LibraryAndName &known)
         warn(partPath(libpart),
              u"another library has a part of this name, so this one is named '%1'"_s.arg(shortened(name)));
     }
-    kiCadPaths().partName.findFrom(libpart)->value = name;
+    tokens.setValue(find(kiCadPaths().partName, libpart), name);
 }
 
-void KiCadRepair::repairComponents()
+template <typename Tokens>
+void KiCadRepair<Tokens>::repairComponents()
 {
-    KiCadToken *list = kiCadPaths().components.findFrom(*root);
+    const Token list = find(kiCadPaths().components, tokens.root());
     if (!list)
         return;
     qsizetype position = 0;
-    list->children.removeIf([&](const Token &comp) {
+    tokens.removeChildren(list, [&](Token comp) {
         const qsizetype index = position++;
-        const QString ref = kiCadPaths().ref.textFrom(*comp);
+        const QString ref = textOf(kiCadPaths().ref, comp);
         if (ref.isEmpty()) {
             warn(indexedPath(u"/export/components/comp"_s, index) + u"/ref"_s,
                  u"missing, so the component is dropped"_s);
             return true;
         }
         const QString path = namedPath(u"/export/components/comp"_s, ref);
-        complete(*comp, kiCadPaths().value, u"value"_s, [&path]() -> const QString & { return path; });
-        resolvePart(*comp, ref, path);
-        repairProperties(*comp, path);
+        complete(comp, kiCadPaths().value, u"value"_s, [&path]() -> const QString & { return path; });
+        resolvePart(comp, ref, path);
+        repairProperties(comp, path);
         return false;
     });
 }
 
-void KiCadRepair::resolvePart(KiCadToken &comp, const QString &ref, const QString &path)
+template <typename Tokens>
+void KiCadRepair<Tokens>::resolvePart(Token comp, const QString &ref, const QString &path)
 {
-    const LibraryAndName wanted{kiCadPaths().libOfComponent.textFrom(comp),
-                                kiCadPaths().partOfComponent.textFrom(comp)};
+    const LibraryAndName wanted{textOf(kiCadPaths().libOfComponent, comp), textOf(kiCadPaths().partOfComponent, comp)};
     PartPointer part = findPart(wanted, path + u"/libsource/part"_s);
     if (!part && wanted.second.isEmpty()) {
         part = makeUpPart(wanted.first, unusedName(ref, partsByName));
         warnOfUnlisted(path, u"missing, so the part is taken as '%1' with the pins that the nets name"_s.arg(
-                                 shortened(part->name->value)));
+                                 shortened(tokens.text(part->name))));
     } else if (!part) {
         part = makeUpPart(wanted.first, wanted.second);
         warnOfUnlisted(path, u"'%1' is not listed, so it is taken as a part with the pins that the nets name"_s.arg(
                                  shortened(wanted.second)));
     }
     partsOfComponents.insert(ref, part);
-    setPart(comp, part->name->value);
+    setPart(comp, tokens.text(part->name));
+}
+
+template <typename Tokens>
+void KiCadRepair<Tokens>::setPart(Token comp, const QString &name)
+{
+    if (const Token part = find(kiCadPaths().partOfComponent, comp)) {
+        tokens.setValue(part, name);
+        return;
+    }
+    const Token source = find(kiCadPaths().libsource, comp);
+    tokens.append(source ? source : tokens.append(comp, u"libsource"_s), u"part"_s, name);
 }
 
 // One warning is enough where no part is listed.
-void KiCadRepair::warnOfUnlisted(const QString &path, const QString &text)
+template <typename Tokens>
+void KiCadRepair<Tokens>::warnOfUnlisted(const QString &path, const QString &text)
 {
     if (hasParts)
         warn(path + u"/libsource/part"_s, text);
 }
 
 // An alias in the component's own library means more than a part of another one.
-KiCadRepair::PartPointer KiCadRepair::findPart(const LibraryAndName &wanted, const QString &path)
+template <typename Tokens>
+typename KiCadRepair<Tokens>::PartPointer KiCadRepair<Tokens>::findPart(const LibraryAndName &wanted,
+                                                                        const QString &path)
 {
     if (wanted.second.isEmpty())
         return {};
@@ -275,25 +297,27 @@ KiCadRepair::PartPointer KiCadRepair::findPart(const LibraryAndName &wanted, con
     if (!part)
         part = aliases.value(wanted.second);
     if (part)
-        warn(path, u"'%1' is an alias of '%2'"_s.arg(shortened(wanted.second), shortened(part->name->value)));
+        warn(path, u"'%1' is an alias of '%2'"_s.arg(shortened(wanted.second), shortened(tokens.text(part->name))));
     return part;
 }
 
-KiCadRepair::PartPointer KiCadRepair::makeUpPart(const QString &lib, const QString &name)
+template <typename Tokens>
+typename KiCadRepair<Tokens>::PartPointer KiCadRepair<Tokens>::makeUpPart(const QString &lib, const QString &name)
 {
-    const Token libpart = libparts->append(u"libpart"_s);
-    libpart->append(u"lib"_s, lib);
-    auto part = std::make_shared<Part>(Part{libpart, libpart->append(u"part"_s, name).data()});
-    part->pins = libpart->append(u"pins"_s).data();
+    const Token libpart = tokens.append(libparts, u"libpart"_s);
+    tokens.append(libpart, u"lib"_s, lib);
+    auto part = std::make_shared<Part>(Part{libpart, tokens.append(libpart, u"part"_s, name)});
+    part->pins = tokens.append(libpart, u"pins"_s);
     part->isMadeUp = true;
     partsByName.insert(name, part);
     return part;
 }
 
-void KiCadRepair::repairProperties(KiCadToken &comp, const QString &path)
+template <typename Tokens>
+void KiCadRepair<Tokens>::repairProperties(Token comp, const QString &path)
 {
-    comp.children.removeIf([&](const Token &child) {
-        if (!kiCadPaths().property.findFrom(*child) || !kiCadPaths().propertyName.textFrom(*child).isEmpty())
+    tokens.removeChildren(comp, [&](Token child) {
+        if (!find(kiCadPaths().property, child) || !textOf(kiCadPaths().propertyName, child).isEmpty())
             return false;
         warn(path + u"/property/name"_s, u"missing, so the property is dropped"_s);
         return true;
@@ -302,102 +326,106 @@ void KiCadRepair::repairProperties(KiCadToken &comp, const QString &path)
         addFieldsAsProperties(comp);
 }
 
-void KiCadRepair::addFieldsAsProperties(KiCadToken &comp)
+template <typename Tokens>
+void KiCadRepair<Tokens>::addFieldsAsProperties(Token comp)
 {
-    const KiCadToken *fields = kiCadPaths().fields.findFrom(comp);
-    const bool hasProperties = std::any_of(comp.children.cbegin(), comp.children.cend(), [](const Token &child) {
-        return kiCadPaths().property.findFrom(*child) != nullptr;
-    });
-    if (!fields || hasProperties)
+    const Token fields = find(kiCadPaths().fields, comp);
+    if (!fields || find(kiCadPaths().propertyOfComponent, comp))
         return;
-    for (const Token &field : std::as_const(fields->children)) {
-        const QString name = kiCadPaths().fieldName.textFrom(*field);
+    for (const Token field : tokens.children(fields)) {
+        const QString name = textOf(kiCadPaths().fieldName, field);
         if (name.isEmpty())
             continue;
-        const Token property = comp.append(u"property"_s);
-        property->append(u"name"_s, name);
-        property->append(u"value"_s, field->value);
+        const Token property = tokens.append(comp, u"property"_s);
+        tokens.append(property, u"name"_s, name);
+        tokens.append(property, u"value"_s, tokens.text(field));
     }
 }
 
-void KiCadRepair::repairNets()
+template <typename Tokens>
+void KiCadRepair<Tokens>::repairNets()
 {
-    KiCadToken *list = kiCadPaths().nets.findFrom(*root);
+    const Token list = find(kiCadPaths().nets, tokens.root());
     if (!list)
         return;
-    for (const Token &net : std::as_const(list->children))
-        netNames.insert(kiCadPaths().netName.textFrom(*net));
+    for (const Token net : tokens.children(list))
+        netNames.insert(textOf(kiCadPaths().netName, net));
     qsizetype position = 0;
-    list->children.removeIf([&](const Token &net) {
+    tokens.removeChildren(list, [&](Token net) {
         const QString path = indexedPath(u"/export/nets/net"_s, position++);
-        if (net->name != u"net"_s) {
-            warn(path, u"'%1' is no net and dropped"_s.arg(shortened(net->name)));
+        if (tokens.name(net) != u"net"_s) {
+            warn(path, u"'%1' is no net and dropped"_s.arg(shortened(tokens.name(net))));
             return true;
         }
-        nameNet(*net, path);
-        repairNodes(*net);
+        nameNet(net, path);
+        repairNodes(net);
         return false;
     });
 }
 
 // After its first node, as KiCad names nets without a label.
-void KiCadRepair::nameNet(KiCadToken &net, const QString &path)
+template <typename Tokens>
+void KiCadRepair<Tokens>::nameNet(Token net, const QString &path)
 {
-    if (!kiCadPaths().netName.textFrom(net).isEmpty())
+    if (!textOf(kiCadPaths().netName, net).isEmpty())
         return;
-    const auto &children = std::as_const(net.children);
-    const auto node = std::find_if(children.cbegin(), children.cend(),
-                                   [](const Token &child) { return kiCadPaths().node.findFrom(*child); });
-    const QString wanted = node == children.cend() ? u"Net-()"_s
-                                                   : u"Net-(%1-Pad%2)"_s.arg(kiCadPaths().nodeRef.textFrom(**node),
-                                                                             kiCadPaths().nodePin.textFrom(**node));
+    const Token node = find(kiCadPaths().nodeOfNet, net);
+    const QString wanted =
+        !node ? u"Net-()"_s
+              : u"Net-(%1-Pad%2)"_s.arg(textOf(kiCadPaths().nodeRef, node), textOf(kiCadPaths().nodePin, node));
     const QString name = unusedName(wanted, netNames);
     netNames.insert(name);
-    if (!kiCadPaths().netName.findFrom(net))
-        net.append(u"name"_s);
-    kiCadPaths().netName.findFrom(net)->value = name;
+    const Token empty = find(kiCadPaths().netName, net);
+    tokens.setValue(empty ? empty : tokens.append(net, u"name"_s), name);
     warn(path + u"/name"_s, u"missing, so the net is named '%1'"_s.arg(shortened(name)));
 }
 
-void KiCadRepair::repairNodes(KiCadToken &net)
+template <typename Tokens>
+void KiCadRepair<Tokens>::repairNodes(Token net)
 {
-    const QString netName = kiCadPaths().netName.textFrom(net);
-    net.children.removeIf(
-        [&](const Token &child) { return kiCadPaths().node.findFrom(*child) && !repairNode(*child, netName); });
+    const QString netName = textOf(kiCadPaths().netName, net);
+    tokens.removeChildren(net,
+                          [&](Token child) { return find(kiCadPaths().node, child) && !repairNode(child, netName); });
 }
 
-bool KiCadRepair::repairNode(KiCadToken &node, const QString &netName)
+template <typename Tokens>
+bool KiCadRepair<Tokens>::repairNode(Token node, const QString &netName)
 {
     const auto path = [&netName] { return namedPath(u"/export/nets/net"_s, netName) + u"/node"_s; };
-    const QString ref = kiCadPaths().nodeRef.textFrom(node);
+    const QString ref = textOf(kiCadPaths().nodeRef, node);
     const PartPointer part = partsOfComponents.value(ref);
     if (!part) {
         warn(path() + u"/ref"_s, u"component '%1' is not listed, so the node is dropped"_s.arg(shortened(ref)));
         return false;
     }
     complete(node, kiCadPaths().nodePin, u"pin"_s, path);
-    const QString pinNumber = kiCadPaths().nodePin.textFrom(node);
+    const QString pinNumber = textOf(kiCadPaths().nodePin, node);
     if (!part->pinNumbers.contains(pinNumber)) {
         if (!part->isMadeUp) {
             warn(path() + u"/pin"_s, u"part '%1' of component '%2' has no pin '%3', so it is given one"_s.arg(
-                                         shortened(part->name->value), shortened(ref), shortened(pinNumber)));
+                                         shortened(tokens.text(part->name)), shortened(ref), shortened(pinNumber)));
         }
         addPin(*part, pinNumber);
     }
     return true;
 }
 
-void KiCadRepair::addPin(Part &part, const QString &number)
+template <typename Tokens>
+void KiCadRepair<Tokens>::addPin(Part &part, const QString &number)
 {
     part.pinNumbers.insert(number);
-    const Token pin = part.pins->append(u"pin"_s);
-    pin->append(u"num"_s, number);
-    pin->append(u"name"_s);
-    pin->append(u"type"_s);
+    const Token pin = tokens.append(part.pins, u"pin"_s);
+    tokens.append(pin, u"num"_s, number);
+    tokens.append(pin, u"name"_s);
+    tokens.append(pin, u"type"_s);
 }
 
-void KiCadRepair::warn(const QString &path, const QString &text)
+template <typename Tokens>
+void KiCadRepair<Tokens>::warn(const QString &path, const QString &text)
 {
     warnings.append(u"%1: %2"_s.arg(path, text));
 }
+
+template class KiCadRepair<KiCadTokens>;
+template class KiCadRepair<KiCadTree>;
 }

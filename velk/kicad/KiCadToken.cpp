@@ -1,6 +1,7 @@
 #include <velk/kicad/KiCadToken.h>
 
 #include <velk/kicad/KiCadPath.h>
+#include <velk/kicad/KiCadTree.h>
 
 #include <utility>
 
@@ -63,7 +64,7 @@ QSharedPointer<KiCadToken> KiCadToken::append(const QString &childName)
 
 QSharedPointer<KiCadToken> KiCadToken::find(const QString &path)
 {
-    KiCadToken *const found = KiCadPath(path).findFrom(*this);
+    const KiCadTree::Token found = KiCadPath(path).findFrom(KiCadTree(this), this);
     return found ? found->sharedFromThis() : QSharedPointer<KiCadToken>();
 }
 

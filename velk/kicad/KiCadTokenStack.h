@@ -1,46 +1,39 @@
 #ifndef VELK_KICAD_KICADTOKENSTACK_H
 #define VELK_KICAD_KICADTOKENSTACK_H
 
-#include <velk/kicad/KiCadToken.h>
-#include <velk/kicad/TextPool.h>
+#include <velk/kicad/KiCadTokens.h>
 
-#include <QSharedPointer>
 #include <QStringView>
 
+#include <utility>
 #include <vector>
 
 namespace Velk {
 
-/// A tree of tokens in the making: the tokens that are still open, innermost last.
+/// A list of tokens in the making, with those that are still open, innermost last.
 class KiCadTokenStack
 {
 public:
     bool isEmpty() const { return stack.empty(); }
     /// Whether a token was opened behind the end of the first one.
-    bool hasSeveralRoots() const { return severalRoots; }
+    bool hasSeveralRoots() const { return tokens.hasSeveralRoots(); }
+    /// Adds to the value of the token that is opened next.
+    void addToNextValue(QStringView text) { tokens.addToNextValue(text); }
     /// Begins a token inside the innermost open one.
-    void open(QStringView name, QStringView value);
+    void open(QStringView name)
+    {
+        stack.push_back(tokens.append(stack.empty() ? KiCadTokens::Token() : stack.back(), name));
+    }
     /// Gives the innermost open token a value.
-    void setValue(QStringView value);
+    void setValue(QStringView value) { tokens.setValue(stack.back(), value); }
     /// Ends the innermost open token; there must be one.
-    void close();
-    /// Ends all open tokens and returns the first token that was ever opened, or null.
-    QSharedPointer<KiCadToken> finish();
+    void close() { stack.pop_back(); }
+    /// All tokens that were ever opened. Ends the making.
+    KiCadTokens finish() { return std::move(tokens); }
 
 private:
-    struct OpenToken
-    {
-        QSharedPointer<KiCadToken> token;
-        std::size_t firstChild; ///< among the finished children
-    };
-
-    TextPool texts;
-    QSharedPointer<KiCadToken> root;
-    bool severalRoots = false;
-    std::vector<OpenToken> stack;
-    /// Of all open tokens, those of the outermost first. A token gets its children when it is closed, in a list of the
-    /// right size.
-    std::vector<QSharedPointer<KiCadToken>> finishedChildren;
+    KiCadTokens tokens;
+    std::vector<KiCadTokens::Token> stack;
 };
 }
 

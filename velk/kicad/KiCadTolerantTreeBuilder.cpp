@@ -156,7 +156,7 @@ void KiCadTolerantTreeBuilder::endWord()
     if (isNameDue && word.empty())
         return;
     if (isNameDue) {
-        tokens.open(word, {});
+        tokens.open(word);
         wordCounts.push_back(1);
         isNameDue = false;
     } else if (tokens.isEmpty()) {

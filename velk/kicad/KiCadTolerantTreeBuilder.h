@@ -10,7 +10,7 @@
 
 namespace Velk {
 
-/// Builds a tree of tokens as KiCad itself takes the text: words stand bare or in quotes, where a backslash escapes.
+/// Makes the tokens as KiCad itself takes the text: words stand bare or in quotes, where a backslash escapes.
 /// The first word of a list is the name of its token, the second one the value, wherever in the list it stands.
 class KiCadTolerantTreeBuilder
 {
@@ -21,8 +21,8 @@ public:
 
     /// Whether every parenthesis and quote has been closed and no text stands outside.
     bool isComplete() const;
-    /// The first token, as far as it has been read; null if there is none. Ends the building.
-    QSharedPointer<KiCadToken> finish() { return tokens.finish(); }
+    /// All tokens, as far as they have been read. Ends the building.
+    KiCadTokens finish() { return tokens.finish(); }
 
     int line() const { return currentLine; }
     int column() const { return currentColumn; }

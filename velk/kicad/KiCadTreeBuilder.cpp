@@ -25,11 +25,6 @@ Position skipSpaces(Position start, Position end)
 {
     return std::find_if(start, end, [](char16_t c) { return c != u' '; });
 }
-
-void append(std::u16string &text, QStringView run)
-{
-    text.append(run.utf16(), static_cast<std::size_t>(run.size()));
-}
 }
 
 bool KiCadTreeBuilder::read(QStringView piece)
@@ -38,22 +33,25 @@ bool KiCadTreeBuilder::read(QStringView piece)
     const Position end = start + piece.size();
     lineStart = start;
     while (start != end) {
-        if (outsideQuotes && text.empty())
+        if (outsideQuotes && nameInPiece.isEmpty() && keptName.empty())
             start = skipSpaces(start, end);
         const Position mark = outsideQuotes ? findMarkInText(start, end) : findMarkInQuotes(start, end);
         const QStringView run(start, mark);
-        if (mark == end || *mark == u'"' || *mark == u'\n')
-            append(outsideQuotes ? text : quoted, run);
-        else if (!readParenthesis(mark, run))
-            return false;
+        if (outsideQuotes)
+            addToName(run);
+        else
+            tokens.addToNextValue(run);
         if (mark == end)
             break;
         if (*mark == u'"')
             outsideQuotes = !outsideQuotes;
         else if (*mark == u'\n')
             startLine(mark + 1);
+        else if (!readParenthesis(mark))
+            return false;
         start = mark + 1;
     }
+    keepName();
     unitsBefore += end - lineStart;
     return true;
 }
@@ -65,9 +63,24 @@ void KiCadTreeBuilder::startLine(const char16_t *start)
     lineStart = start;
 }
 
-bool KiCadTreeBuilder::readParenthesis(const char16_t *parenthesis, QStringView textBefore)
+void KiCadTreeBuilder::addToName(QStringView run)
 {
-    addToken(textBefore);
+    if (run.isEmpty())
+        return;
+    keepName();
+    nameInPiece = run;
+}
+
+void KiCadTreeBuilder::keepName()
+{
+    if (!nameInPiece.isEmpty())
+        keptName.append(nameInPiece.utf16(), static_cast<std::size_t>(nameInPiece.size()));
+    nameInPiece = {};
+}
+
+bool KiCadTreeBuilder::readParenthesis(const char16_t *parenthesis)
+{
+    addToken();
     if (*parenthesis == u'(')
         return true;
     if (tokens.isEmpty()) {
@@ -78,23 +91,20 @@ bool KiCadTreeBuilder::readParenthesis(const char16_t *parenthesis, QStringView 
     return true;
 }
 
-void KiCadTreeBuilder::addToken(QStringView lastText)
+// What stands in quotes behind a closed sub-list, without a name, goes to the next token.
+void KiCadTreeBuilder::addToken()
 {
-    QStringView name = lastText;
-    if (!text.empty()) {
-        append(text, lastText);
-        name = text;
-    }
-    name = name.trimmed();
-    if (!name.isEmpty()) {
-        tokens.open(name, quoted);
-        quoted.clear(); // else it stays: what follows a closed sub-list goes to the next token
-    }
-    text.clear();
+    if (!keptName.empty())
+        keepName();
+    const QStringView name = (keptName.empty() ? nameInPiece : QStringView(keptName)).trimmed();
+    if (!name.isEmpty())
+        tokens.open(name);
+    nameInPiece = {};
+    keptName.clear();
 }
 
 bool KiCadTreeBuilder::isComplete() const
 {
-    return tokens.isEmpty() && !tokens.hasSeveralRoots() && outsideQuotes && QStringView(text).trimmed().isEmpty();
+    return tokens.isEmpty() && !tokens.hasSeveralRoots() && outsideQuotes && QStringView(keptName).trimmed().isEmpty();
 }
 }

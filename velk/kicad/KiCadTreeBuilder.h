@@ -7,7 +7,7 @@
 
 namespace Velk {
 
-/// Builds a tree of tokens from the text of a netlist, given piece by piece, wherever it may be cut, in the default
+/// Makes the tokens of the text of a netlist, given piece by piece, wherever it may be cut, in the default
 /// reading mode.
 class KiCadTreeBuilder
 {
@@ -17,20 +17,23 @@ public:
 
     /// Whether every parenthesis and quote has been closed and no text is left.
     bool isComplete() const;
-    /// The first token, as far as it has been read; null if there is none. Ends the building.
-    QSharedPointer<KiCadToken> finish() { return tokens.finish(); }
+    /// All tokens, as far as they have been read. Ends the building.
+    KiCadTokens finish() { return tokens.finish(); }
 
     int line() const { return currentLine; }
     int column() const { return currentColumn; }
 
 private:
     void startLine(const char16_t *start);
-    bool readParenthesis(const char16_t *parenthesis, QStringView textBefore);
-    void addToken(QStringView lastText);
+    bool readParenthesis(const char16_t *parenthesis);
+    void addToName(QStringView run);
+    void keepName();
+    void addToken();
 
     KiCadTokenStack tokens;
-    std::u16string text;   ///< of the next token, outside quotes, as far as a quote or a line end has followed
-    std::u16string quoted; ///< of the next token, inside quotes
+    // The next token's text outside quotes: what was kept, then what stands in the piece.
+    std::u16string keptName;
+    QStringView nameInPiece;
     bool outsideQuotes = true;
     int currentLine = 1;
     int currentColumn = 1;

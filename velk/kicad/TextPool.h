@@ -1,7 +1,8 @@
 #ifndef VELK_KICAD_TEXTPOOL_H
 #define VELK_KICAD_TEXTPOOL_H
 
-#include <QHash>
+#include <velk/model/TextNumbers.h>
+
 #include <QString>
 #include <QStringView>
 
@@ -19,14 +20,15 @@ public:
     {
         if (text.isEmpty())
             return {};
-        QString &recent = recentTexts[qHash(text) % recentTexts.size()];
+        QString &recent = recentTexts[textHash(text, 0) % most];
         if (recent != text)
             recent = text.toString();
         return recent;
     }
 
 private:
-    std::vector<QString> recentTexts = std::vector<QString>(4096);
+    static constexpr std::size_t most = 4096;
+    std::vector<QString> recentTexts = std::vector<QString>(most);
 };
 }
 

@@ -1,0 +1,128 @@
+#include <velk/kicad/KiCadTokens.h>
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+namespace Velk {
+
+namespace {
+
+quint32 toNumber(std::size_t size)
+{
+    if (size > std::numeric_limits<quint32>::max())
+        throw std::bad_alloc();
+    return static_cast<quint32>(size);
+}
+
+// All names that KiCad writes differ in it.
+constexpr std::size_t mostRecentNames = 4096;
+
+std::size_t placeOf(QStringView name)
+{
+    if (name.isEmpty())
+        return 0;
+    const auto size = static_cast<std::size_t>(name.size());
+    const auto hash = size + 31U * name.front().unicode() + 961U * name.at(name.size() / 2).unicode() +
+                      29791U * name.back().unicode();
+    return hash % mostRecentNames;
+}
+
+bool isEqual(QStringView a, QStringView b)
+{
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend());
+}
+}
+
+KiCadTokens::KiCadTokens()
+    : entries(1)
+    , names(1)
+    , recentNames(mostRecentNames)
+{
+}
+
+KiCadTokens::Token KiCadTokens::append(Token parent, QStringView name)
+{
+    const Token token(toNumber(entries.size()));
+    entries.emplace_back(numberOfName(name), toNumber(valuesTaken), toNumber(values.size() - valuesTaken));
+    valuesTaken = values.size();
+    link(parent, token);
+    return token;
+}
+
+KiCadTokens::Token KiCadTokens::append(Token parent, QStringView name, QStringView value)
+{
+    addToNextValue(value);
+    return append(parent, name);
+}
+
+quint32 KiCadTokens::numberOfName(QStringView name)
+{
+    quint32 &recent = recentNames[placeOf(name)];
+    if (!isEqual(names[recent], name)) {
+        recent = toNumber(names.size());
+        names.push_back(name.toString());
+    }
+    return recent;
+}
+
+void KiCadTokens::setValue(Token token, QStringView value)
+{
+    addToNextValue(value);
+    entries[token.index].valueStart = toNumber(valuesTaken);
+    entries[token.index].valueLength = toNumber(values.size() - valuesTaken);
+    valuesTaken = values.size();
+}
+
+void KiCadTokens::link(Token parent, Token child)
+{
+    Entry &entry = entries[parent.index];
+    (entry.firstChild == 0 ? entry.firstChild : entries[entry.lastChild].next) = child.index;
+    entry.lastChild = child.index;
+    entries[child.index].next = 0;
+}
+
+void KiCadTokens::appendChildren(Token token, Token other)
+{
+    removeChildren(other, [this, token](Token child) {
+        link(token, child);
+        return true;
+    });
+}
+
+QSharedPointer<KiCadToken> KiCadTokens::toTreeToken(Token token) const
+{
+    auto made = QSharedPointer<KiCadToken>::create(name(token), text(token));
+    qsizetype count = 0;
+    for (Token child = firstChild(token); child; child = next(child))
+        ++count;
+    if (count > 0)
+        made->children.reserve(count);
+    return made;
+}
+
+QSharedPointer<KiCadToken> KiCadTokens::toTree() const
+{
+    struct OpenToken
+    {
+        KiCadToken *made;
+        Token nextChild;
+    };
+    if (!root())
+        return {};
+    const auto tree = toTreeToken(root());
+    std::vector<OpenToken> open{{tree.data(), firstChild(root())}};
+    while (!open.empty()) {
+        const auto [parent, child] = open.back();
+        if (!child) {
+            open.pop_back();
+            continue;
+        }
+        open.back().nextChild = next(child);
+        parent->children.append(toTreeToken(child));
+        if (const Token first = firstChild(child))
+            open.push_back({parent->children.constLast().data(), first});
+    }
+    return tree;
+}
+}
