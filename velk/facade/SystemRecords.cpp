@@ -10,10 +10,11 @@ SystemRecords::SystemRecords(const MultipleEDAProvider &netlist)
     : provider(netlist)
 {
     for (const auto &part : provider.getParts()) {
-        auto &pins = pinsByPart[part->name];
+        partNames.add(part->name);
+        auto &[numbers, pins] = pinsOfParts.emplace_back();
         for (const auto &pin : part->pins) {
-            if (!pins.contains(pin->number))
-                pins.insert(pin->number, toStandard(*pin));
+            if (numbers.add(pin->number) == static_cast<int>(pins.size()))
+                pins.push_back(toStandard(*pin));
         }
     }
 }
@@ -28,11 +29,12 @@ VelkPartInfo SystemRecords::of(const EDAPart &part)
 
 VelkPinInfo SystemRecords::pinOf(const EDAComponent &component, const QString &number) const
 {
-    const auto part = pinsByPart.constFind(component.part);
-    if (part != pinsByPart.cend()) {
-        const auto pin = part->constFind(number);
-        if (pin != part->cend())
-            return *pin;
+    const int part = partNames.numberOf(component.part);
+    if (part != TextNumbers<QString>::none) {
+        const auto &[numbers, pins] = pinsOfParts[static_cast<std::size_t>(part)];
+        const int pin = numbers.numberOf(number);
+        if (pin != TextNumbers<QString>::none)
+            return pins[static_cast<std::size_t>(pin)];
     }
     return {number.toStdString(), {}, {}};
 }

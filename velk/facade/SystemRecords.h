@@ -3,11 +3,10 @@
 
 #include <velk/check/Finding.h>
 #include <velk/facade/VelkSystem.h>
+#include <velk/model/TextNumbers.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/NoPathReason.h>
 #include <velk/routing/TracedPath.h>
-
-#include <QHash>
 
 #include <vector>
 
@@ -34,8 +33,16 @@ private:
     VelkReach of(const PathReach &reach) const;
     std::string nameOfNetAt(const EDAComponent &component, const QString &pin) const;
 
+    /// The first pin of each number.
+    struct PinRecords
+    {
+        TextNumbers<QString> numbers;
+        std::vector<VelkPinInfo> pins;
+    };
+
     const MultipleEDAProvider &provider;
-    QHash<QString, QHash<QString, VelkPinInfo>> pinsByPart; ///< the first of each number
+    TextNumbers<QString> partNames;
+    std::vector<PinRecords> pinsOfParts;
 };
 }
 
