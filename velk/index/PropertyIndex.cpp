@@ -50,7 +50,8 @@ QVarLengthArray<PropertyIndex::Bucket> PropertyIndex::bucketsFor(const QMap<QStr
         const std::size_t number = bucketNumber(hash);
         buckets.append({hash, entries.data() + bucketStarts[number], entries.data() + bucketStarts[number + 1]});
     }
-    std::sort(buckets.begin(), buckets.end());
+    if (!buckets.isEmpty())
+        std::swap(buckets.first(), *std::min_element(buckets.begin(), buckets.end()));
     return buckets;
 }
 

@@ -50,8 +50,9 @@ QSharedPointer<EDAPin> EDAPart::getPinByName(const QString &pinName) const
 
 QSharedPointer<EDAPin> EDAPart::getPinByNumberOrName(const QString &text) const
 {
-    const auto pin = getPinByNumber(text);
-    return pin ? pin : getPinByName(text);
+    if (auto pin = getPinByNumber(text))
+        return pin;
+    return getPinByName(text);
 }
 }
 

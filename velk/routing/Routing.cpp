@@ -4,6 +4,8 @@
 #include <velk/routing/NoPathSearch.h>
 #include <velk/routing/RoutingPrivate.h>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace Velk {
@@ -19,7 +21,7 @@ const QString Routing::DEFAULT_CONNECTOR_COMPONENT_TYPE = u"Connector"_s;
 
 namespace {
 
-NodeWithComponent findNode(const EDAProvider &provider, const QSharedPointer<EDAComponent> &component,
+NodeWithComponent findNode(const EDAProvider &provider, QSharedPointer<EDAComponent> component,
                            const QMap<QString, QString> &properties, const QString &pinNumberOrName)
 {
     if (component.isNull())
@@ -30,7 +32,8 @@ NodeWithComponent findNode(const EDAProvider &provider, const QSharedPointer<EDA
     const auto pin = part->getPinByNumberOrName(pinNumberOrName);
     if (pin.isNull())
         throw EDAPinNotFoundException(part, component, pinNumberOrName);
-    return {EDANetNode::create(component->ref, pin->number), component};
+    auto node = EDANetNode::create(component->ref, pin->number);
+    return {std::move(node), std::move(component)};
 }
 
 NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QString> &properties,
