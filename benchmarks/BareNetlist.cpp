@@ -1,29 +1,32 @@
 #include "benchmarks/BareNetlist.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace VelkBenchmarks {
 
 using namespace Velk;
 
-TextPlaces::TextPlaces(const QByteArray &scannedText, const QSharedPointer<KiCadToken> &root)
+TextPlaces::TextPlaces(const QByteArray &scannedText)
     : netlist(scannedText)
 {
-    scan(*root);
+    for (qsizetype i = 0; i < netlist.size(); ++i) {
+        if (netlist.at(i) == '(')
+            addTextAt(i + 1, " ()\n");
+        else if (netlist.at(i) == '"')
+            i = addTextAt(i + 1, "\"");
+    }
 }
 
-void TextPlaces::scan(const KiCadToken &token)
+// Returns where the text ends.
+qsizetype TextPlaces::addTextAt(qsizetype offset, QByteArrayView ends)
 {
-    for (const QString &text : {token.name, token.value}) {
-        if (!text.isEmpty() && !places.contains(text)) {
-            const TextPlace place = find(text);
-            position = std::max(position, place.offset);
-            places.insert(text, place);
-        }
-    }
-    for (const auto &child : token.children)
-        scan(*child);
+    qsizetype end = offset;
+    while (!ends.contains(netlist.at(end)))
+        ++end;
+    const QString text = QString::fromUtf8(netlist.constData() + offset, end - offset);
+    if (!places.contains(text))
+        places.insert(text, {offset, end - offset});
+    return end;
 }
 
 TextPlace TextPlaces::of(const QString &text)
@@ -35,9 +38,7 @@ TextPlace TextPlaces::of(const QString &text)
 TextPlace TextPlaces::find(const QString &text) const
 {
     const QByteArray bytes = text.toUtf8();
-    qsizetype offset = netlist.indexOf(bytes, position);
-    if (offset < 0)
-        offset = netlist.indexOf(bytes); // a text behind a list, which is the value of the next token
+    const qsizetype offset = netlist.indexOf(bytes);
     if (offset < 0)
         throw std::logic_error("a text is not in the netlist");
     return {offset, bytes.size()};

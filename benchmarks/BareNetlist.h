@@ -18,22 +18,22 @@ struct TextPlace
     qsizetype length;
 };
 
-/// Where the texts of a netlist stand, each at one of its places. Those of its tokens are known from a scan.
+/// Where the texts of a netlist stand, each at one of its places: those of tokens are known from a scan, and parts of
+/// them are looked for.
 class TextPlaces
 {
 public:
-    TextPlaces(const QByteArray &scannedText, const QSharedPointer<Velk::KiCadToken> &root);
+    explicit TextPlaces(const QByteArray &scannedText);
 
     TextPlace of(const QString &text);
 
     const QByteArray netlist;
 
 private:
-    void scan(const Velk::KiCadToken &token);
+    qsizetype addTextAt(qsizetype offset, QByteArrayView ends);
     TextPlace find(const QString &text) const;
 
     QHash<QString, TextPlace> places;
-    qsizetype position = 0; ///< that the scan has come to, where the next text is looked for first
 };
 
 /// Different texts of a netlist by their numbers. So elements share their texts.

@@ -2,6 +2,7 @@
 
 #include <igraph.h>
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
@@ -26,7 +27,6 @@ struct Igraph::Data
     igraph_vector_int_t result{};
 };
 
-// Vertices are the nets first, then the components, switchable or not.
 Igraph::Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxAdditionalNodes)
     : graph(searchedGraph)
     , source(sourceTerminal)
@@ -35,18 +35,22 @@ Igraph::Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destina
 {
     igraph_vector_int_t edges;
     igraph_vector_int_init(&edges, 0);
-    for (int net = 0; net < graph.netCount(); ++net) {
-        if (isTooBusy(net, maxAdditionalNodes))
+    for (int component = 0; component < graph.componentCount(); ++component) {
+        if (!graph.switchable[toSize(component)])
             continue;
-        for (int node = graph.firstNodes[toSize(net)]; node < graph.firstNodes[toSize(net) + 1]; ++node) {
-            const int component = graph.componentsOfTerminals[toSize(graph.terminalsOfNodes[toSize(node)])];
-            if (!graph.switchable[toSize(component)])
-                continue;
-            igraph_vector_int_push_back(&edges, net);
-            igraph_vector_int_push_back(&edges, graph.netCount() + component);
-        }
+        const int pin = graph.firstTerminals[toSize(component)];
+        const int one = graph.netsOfTerminals.at(toSize(pin));
+        const int other = graph.netsOfTerminals.at(toSize(pin + 1));
+        if (!isOpen(one, maxAdditionalNodes) || !isOpen(other, maxAdditionalNodes))
+            continue;
+        const bool isSecond = !components.insert({{one, other}, component}).second;
+        if (isSecond || pin + 2 != graph.firstTerminals[toSize(component) + 1])
+            throw std::logic_error("igraph would list other paths");
+        components.insert({{other, one}, component});
+        igraph_vector_int_push_back(&edges, one);
+        igraph_vector_int_push_back(&edges, other);
     }
-    igraph_create(&data->graph, &edges, graph.netCount() + graph.componentCount(), IGRAPH_UNDIRECTED);
+    igraph_create(&data->graph, &edges, graph.netCount(), IGRAPH_UNDIRECTED);
     igraph_vector_int_destroy(&edges);
     igraph_vector_int_init(&data->result, 0);
 }
@@ -57,16 +61,18 @@ Igraph::~Igraph()
     igraph_destroy(&data->graph);
 }
 
-bool Igraph::isTooBusy(int net, int maxAdditionalNodes) const
+bool Igraph::isOpen(int net, int maxAdditionalNodes) const
 {
+    if (net == SystemGraph::none)
+        return false;
     int additionalNodes = 0;
     for (int node = graph.firstNodes[toSize(net)]; node < graph.firstNodes[toSize(net) + 1]; ++node) {
         const int terminal = graph.terminalsOfNodes[toSize(node)];
         if (terminal == source || terminal == destination)
-            return false;
+            return true;
         additionalNodes += graph.interfaces[toSize(graph.componentsOfTerminals[toSize(terminal)])];
     }
-    return additionalNodes > maxAdditionalNodes;
+    return additionalNodes <= maxAdditionalNodes;
 }
 
 std::size_t Igraph::findPaths(int maxSwitches)
@@ -76,29 +82,28 @@ std::size_t Igraph::findPaths(int maxSwitches)
     igraph_vector_int_init(&data->result, 0);
     deadline = std::chrono::steady_clock::now() + std::chrono::minutes(2);
     igraph_set_interruption_handler(stopAtDeadline);
-    const auto status = igraph_get_all_simple_paths(&data->graph, &data->result, graph.netsOfTerminals[toSize(source)],
-                                                    igraph_vss_1(graph.netsOfTerminals[toSize(destination)]),
-                                                    2 * maxSwitches, IGRAPH_ALL);
+    const auto status =
+        igraph_get_all_simple_paths(&data->graph, &data->result, graph.netsOfTerminals[toSize(source)],
+                                    igraph_vss_1(graph.netsOfTerminals[toSize(destination)]), maxSwitches, IGRAPH_ALL);
     if (status != IGRAPH_SUCCESS)
         throw std::runtime_error("igraph takes more than two minutes");
     return static_cast<std::size_t>(igraph_vector_int_size(&data->result));
 }
 
-std::vector<std::vector<int>> Igraph::paths() const
+std::vector<std::vector<int>> Igraph::sortedPaths() const
 {
-    std::vector<std::vector<int>> result;
-    std::vector<int> vertices;
+    std::vector<std::vector<int>> paths(1);
+    int last = SystemGraph::none;
     for (igraph_integer_t i = 0; i < igraph_vector_int_size(&data->result); ++i) {
-        const auto vertex = static_cast<int>(VECTOR(data->result)[i]);
-        if (vertex >= 0) {
-            vertices.push_back(vertex);
-            continue;
-        }
-        auto &components = result.emplace_back();
-        for (std::size_t place = 1; place < vertices.size(); place += 2)
-            components.push_back(vertices[place] - graph.netCount());
-        vertices.clear();
+        const auto net = static_cast<int>(VECTOR(data->result)[i]);
+        if (net < 0)
+            paths.emplace_back();
+        else if (last >= 0)
+            paths.back().push_back(components.at({last, net}));
+        last = net;
     }
-    return result;
+    paths.pop_back(); // behind the last mark
+    std::sort(paths.begin(), paths.end());
+    return paths;
 }
 }

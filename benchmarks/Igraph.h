@@ -3,14 +3,16 @@
 
 #include "benchmarks/SystemGraph.h"
 
+#include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace VelkBenchmarks {
 
-/// igraph's enumeration of all simple paths, on a graph whose vertices are the nets and the switchable components and
-/// whose edges are the nodes. So parallel relays make separate paths, and one of three pins leads from each to the two
-/// others. No component may have more than three pins, or two on one net: then a path could cross one twice, which a
-/// simple path cannot. Nets that no route may pass, since they alone have too many additional nodes, are left out.
+/// igraph's enumeration of all simple paths, on a graph whose vertices are the nets and whose edges are the switchable
+/// components, which must have two pins and not be parallel. Nets that no route may pass, since they alone have too
+/// many additional nodes, are left out.
 class Igraph
 {
 public:
@@ -20,20 +22,21 @@ public:
     Igraph(const Igraph &) = delete;
     Igraph &operator=(const Igraph &) = delete;
 
-    /// What igraph returns: the vertices of all paths one after the other in numbers of its own. Gives their count;
-    /// they stay here until the next call. Throws std::runtime_error after two minutes.
+    /// What igraph returns: the nets of all paths one after the other. Gives their count; they stay here until the next
+    /// call. Throws std::runtime_error after two minutes.
     std::size_t findPaths(int maxSwitches);
 
-    /// The components of each path of the last result in our numbers.
-    std::vector<std::vector<int>> paths() const;
+    /// The components of each path of the last result, sorted.
+    std::vector<std::vector<int>> sortedPaths() const;
 
 private:
-    bool isTooBusy(int net, int maxAdditionalNodes) const;
+    bool isOpen(int net, int maxAdditionalNodes) const;
 
     struct Data;
     const SystemGraph &graph;
     const int source;
     const int destination;
+    std::map<std::pair<int, int>, int> components; ///< by the nets that they connect, both ways
     std::unique_ptr<Data> data;
 };
 }

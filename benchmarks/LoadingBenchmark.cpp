@@ -56,7 +56,7 @@ void addFile(NetlistFolder &netlists, const std::string &fileName)
 {
     const auto root = treeOf(fileName);
     const auto netlist = netlistOf(fileName);
-    auto &places = *netlists.places.emplace_back(std::make_unique<TextPlaces>(contentOf(fileName), root));
+    auto &places = *netlists.places.emplace_back(std::make_unique<TextPlaces>(contentOf(fileName)));
     netlists.trees.emplace_back(places, root);
     netlists.models.emplace_back(places, *netlist);
     netlists.bytes += static_cast<double>(places.netlist.size());

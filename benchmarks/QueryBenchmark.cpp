@@ -22,17 +22,11 @@ struct Subject
 {
     std::string name;
     std::function<Workload()> make;
-    bool comparesWithIgraph = true;
 };
 
 const Query &queryOf(const System &system)
 {
     return system.queries.at(system.queries.size() / 2);
-}
-
-qsizetype longestOf(const QList<RoutingPath> &paths)
-{
-    return paths.isEmpty() ? 0 : paths.last().switchingComponents.size();
 }
 
 bool areEqual(const QList<RoutingPath> &a, const QList<RoutingPath> &b)
@@ -42,27 +36,8 @@ bool areEqual(const QList<RoutingPath> &a, const QList<RoutingPath> &b)
     });
 }
 
-#ifdef VELK_HAS_IGRAPH
-std::shared_ptr<Igraph> igraphOf(const System &system)
-{
-    const Query &query = queryOf(system);
-    return std::make_shared<Igraph>(system.graph, system.sourceTerminal(query), system.destinationTerminal(query),
-                                    system.maxAdditionalNodes);
-}
-
-void verifyIgraph(const System &system, const QList<RoutingPath> &found)
-{
-    const auto igraph = igraphOf(system);
-    igraph->findPaths(static_cast<int>(longestOf(found)));
-    auto paths = igraph->paths();
-    std::sort(paths.begin(), paths.end());
-    if (paths != system.comparable(found))
-        throw std::logic_error("igraph finds other routes: " + std::to_string(paths.size()));
-}
-#endif
-
 /// Throws unless all searches find the same routes.
-void verify(const System &system, bool alsoIgraph)
+void verify(const System &system)
 {
     const Query &query = queryOf(system);
     const auto found = system.findPaths(query);
@@ -77,12 +52,6 @@ void verify(const System &system, bool alsoIgraph)
         if (!system.findPaths(routeless).isEmpty() || !system.floorPaths(routeless).empty())
             throw std::logic_error("there is a route: " + name);
     }
-#ifdef VELK_HAS_IGRAPH
-    if (alsoIgraph)
-        verifyIgraph(system, found);
-#else
-    static_cast<void>(alsoIgraph);
-#endif
 }
 
 const System &verifiedSystem(const Subject &subject)
@@ -90,7 +59,7 @@ const System &verifiedSystem(const Subject &subject)
     static std::set<std::string> verified;
     const System &system = keptSystem(subject.name, subject.make);
     if (verified.count(subject.name) == 0) {
-        verify(system, subject.comparesWithIgraph);
+        verify(system);
         verified.insert(subject.name);
     }
     return system;
@@ -124,20 +93,11 @@ Contender longContender(const std::string &name, Task task)
 
 void registerShortQuery(const Subject &subject)
 {
-    registerComparison("query/" + subject.name + "/findPaths", [=] {
+    registerComparison("query/" + subject.name + "/findPaths", [=]() -> Comparison {
         const System &system = verifiedSystem(subject);
-        Comparison comparison;
-        comparison.contenders = {shortContender("velk", [&system] { return system.findPaths(queryOf(system)); }),
-                                 shortContender("lists", listsOf(system)),
-                                 shortContender("search", bareSearchOf(system))};
-#ifdef VELK_HAS_IGRAPH
-        if (subject.comparesWithIgraph) {
-            const int longest = static_cast<int>(longestOf(system.findPaths(queryOf(system))));
-            comparison.contenders.push_back(
-                shortContender("igraph", [igraph = igraphOf(system), longest] { return igraph->findPaths(longest); }));
-        }
-#endif
-        return comparison;
+        return {{shortContender("velk", [&] { return system.findPaths(queryOf(system)); }),
+                 shortContender("lists", listsOf(system)), shortContender("search", bareSearchOf(system))},
+                {}};
     });
 }
 
@@ -221,14 +181,14 @@ void registerSparse(const Suite &suite)
 {
     for (const qsizetype nodes : suite.sizes) {
         const bool isMain = nodes == suite.mainSize;
-        const Subject subject{"sparse/" + std::to_string(nodes), [=] { return sparseSystem(nodes); }, isMain};
+        const Subject subject{"sparse/" + std::to_string(nodes), [=] { return sparseSystem(nodes); }};
         registerShortQuery(subject);
         for (const char *name : {"from-ground", "to-ground", "other-dut"})
             registerQueryWithoutRoute(subject, name);
         if (isMain)
             registerCommonProperties(subject);
         const Subject switched{"switched-ground/" + std::to_string(nodes),
-                               [=] { return sparseSystem(nodes, Properties::AsExported, Ground::Switches); }, isMain};
+                               [=] { return sparseSystem(nodes, Properties::AsExported, Ground::Switches); }};
         registerShortQuery(switched);
         registerQueryWithoutRoute(switched, "other-dut");
 
@@ -257,7 +217,7 @@ double secondsOfPlainSearch(const System &system)
 
 void registerExported(const Suite &suite)
 {
-    const Subject subject{"exported", exportedSystem, false};
+    const Subject subject{"exported", exportedSystem};
     registerShortQuery(subject);
     if (!suite.isQuick) {
         registerComparison("query/exported/plain-search",
@@ -284,6 +244,20 @@ double bytesPerPath(const System &system)
     return static_cast<double>(heapInUse() - before) / static_cast<double>(paths.size());
 }
 
+#ifdef VELK_HAS_IGRAPH
+/// Throws unless it lists these routes.
+std::shared_ptr<Igraph> verifiedIgraph(const System &system, const std::vector<std::vector<int>> &routes, int longest)
+{
+    const Query &query = queryOf(system);
+    auto igraph = std::make_shared<Igraph>(system.graph, system.sourceTerminal(query),
+                                           system.destinationTerminal(query), system.maxAdditionalNodes);
+    igraph->findPaths(longest);
+    if (igraph->sortedPaths() != routes)
+        throw std::logic_error("igraph lists other routes");
+    return igraph;
+}
+#endif
+
 void registerLongQuery(const Subject &subject)
 {
     registerComparison("query/dense/" + subject.name + "/findPaths", [=]() -> Comparison {
@@ -295,10 +269,10 @@ void registerLongQuery(const Subject &subject)
 #ifdef VELK_HAS_IGRAPH
     registerComparison("query/dense/" + subject.name + "/igraph", [=]() -> Comparison {
         const System &system = verifiedSystem(subject);
-        const int longest = static_cast<int>(longestOf(system.findPaths(queryOf(system))));
-        return {{{"igraph",
-                  [igraph = igraphOf(system), longest] { return secondsOf([&] { igraph->findPaths(longest); }); }}},
-                {}};
+        const auto found = system.findPaths(queryOf(system));
+        const int longest = static_cast<int>(found.last().switchingComponents.size());
+        const auto igraph = verifiedIgraph(system, system.comparable(found), longest);
+        return {{{"igraph", [=] { return secondsOf([&] { igraph->findPaths(longest); }); }}}, {}};
     })->Iterations(1); // it may take long
 #endif
 }

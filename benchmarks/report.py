@@ -147,7 +147,6 @@ def add_sparse(table, main_size):
         name = f"query/{system}/{main_size}/findPaths"
         table.times(task, name, "lists", "bare lists", at_most=1.7)
         table.times(task, name, "search", "bare search")
-        table.times(task, name, "igraph", "igraph")
         table.growth(f"findPaths, {title}", rf"query/{system}/(\d+)/findPaths", 1.2)
         for query in ("from-ground", "to-ground", "other-dut"):
             table.growth(f"findPaths without a route, {title}, {query.replace('-', ' ')}",
