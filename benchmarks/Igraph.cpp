@@ -27,10 +27,12 @@ struct Igraph::Data
     igraph_vector_int_t result{};
 };
 
-Igraph::Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxAdditionalNodes)
+Igraph::Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxSwitches,
+               int maxAdditionalNodes)
     : graph(searchedGraph)
     , source(sourceTerminal)
     , destination(destinationTerminal)
+    , maxEdges(maxSwitches + 1)
     , data(std::make_unique<Data>())
 {
     igraph_vector_int_t edges;
@@ -75,7 +77,7 @@ bool Igraph::isOpen(int net, int maxAdditionalNodes) const
     return additionalNodes <= maxAdditionalNodes;
 }
 
-std::size_t Igraph::findPaths(int maxSwitches)
+std::size_t Igraph::findPaths()
 {
     // Gives the memory of the last result back, so that each call has to get its own.
     igraph_vector_int_destroy(&data->result);
@@ -84,7 +86,7 @@ std::size_t Igraph::findPaths(int maxSwitches)
     igraph_set_interruption_handler(stopAtDeadline);
     const auto status =
         igraph_get_all_simple_paths(&data->graph, &data->result, graph.netsOfTerminals[toSize(source)],
-                                    igraph_vss_1(graph.netsOfTerminals[toSize(destination)]), maxSwitches, IGRAPH_ALL);
+                                    igraph_vss_1(graph.netsOfTerminals[toSize(destination)]), maxEdges, IGRAPH_ALL);
     if (status != IGRAPH_SUCCESS)
         throw std::runtime_error("igraph takes more than two minutes");
     return static_cast<std::size_t>(igraph_vector_int_size(&data->result));

@@ -16,15 +16,16 @@ namespace VelkBenchmarks {
 class Igraph
 {
 public:
-    /// For paths between these terminals.
-    Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxAdditionalNodes);
+    /// For paths between these terminals, as long as a search with these limits may find.
+    Igraph(const SystemGraph &searchedGraph, int sourceTerminal, int destinationTerminal, int maxSwitches,
+           int maxAdditionalNodes);
     ~Igraph();
     Igraph(const Igraph &) = delete;
     Igraph &operator=(const Igraph &) = delete;
 
     /// What igraph returns: the nets of all paths one after the other. Gives their count; they stay here until the next
     /// call. Throws std::runtime_error after two minutes.
-    std::size_t findPaths(int maxSwitches);
+    std::size_t findPaths();
 
     /// The components of each path of the last result, sorted.
     std::vector<std::vector<int>> sortedPaths() const;
@@ -36,6 +37,7 @@ private:
     const SystemGraph &graph;
     const int source;
     const int destination;
+    const int maxEdges;
     std::map<std::pair<int, int>, int> components; ///< by the nets that they connect, both ways
     std::unique_ptr<Data> data;
 };

@@ -427,26 +427,30 @@ void addCascade(std::vector<BoardBuilder> &builders, const std::vector<int> &lin
 
 constexpr int groupsOfBus = 4;
 
-// DUTs are numbered on from one bus to the next, instruments likewise.
+// The numbers of instruments and DUTs go on from one bus to the next.
 void addGroups(std::vector<BoardBuilder> &builders, int lines, int copy)
 {
     BoardBuilder &instruments = builders.front();
     BoardBuilder &matrixBoard = builders[static_cast<std::size_t>(1 + copy % matrixBoards)];
     const QString name = number(copy);
-    const auto sources = numberedNets(instruments, u"/BUS"_s + name + u"_"_s, lines);
+    const auto bus = numberedNets(matrixBoard, u"/BUS"_s + name + u"_"_s, lines);
     for (int line = 0; line < lines; ++line) {
-        instruments.instrument(u"SMU"_s, copy * lines + line + 1,
-                               {u"FORCE_HI"_s, u"SENSE_HI"_s, u"GUARD"_s, u"MONITOR"_s},
-                               QList<Net>(4, sources.at(line)));
+        matrixBoard.instrument(u"SCOPE"_s, copy * lines + line + 1, numberedTexts(u"CH"_s, 4),
+                               QList<Net>(4, bus.at(line)));
     }
-    const auto bus = continueOn(matrixBoard, sources, instruments, u"B"_s + name);
-    for (int group = 1; group <= groupsOfBus; ++group) {
+    for (int group = 0; group < groupsOfBus; ++group) {
         const QString groupName = name + u'.' + number(group);
+        const int firstNumber = (copy * groupsOfBus + group) * lines + 1;
+        const auto sources = numberedNets(instruments, u"/SOURCE"_s + groupName + u"_"_s, lines);
+        const auto inputs = continueOn(matrixBoard, sources, instruments, u"S"_s + groupName);
         const auto rows = numberedNets(matrixBoard, u"/ROW"_s + groupName + u"_"_s, lines);
-        for (int line = 0; line < lines; ++line)
-            matrixBoard.resistor(bus.at(line), rows.at(line));
+        for (int line = 0; line < lines; ++line) {
+            instruments.instrument(u"SMU"_s, firstNumber + line, {u"HI"_s}, {sources.at(line)});
+            matrixBoard.resistor(inputs.at(line), rows.at(line));
+            matrixBoard.relay(rows.at(line), bus.at(line));
+        }
         const auto columns = addMatrix(matrixBoard, rows, lines, u"G"_s + groupName);
-        builders.back().dut(copy * groupsOfBus + group, numberedTexts(u"IO"_s, lines),
+        builders.back().dut(copy * groupsOfBus + group + 1, numberedTexts(u"IO"_s, lines),
                             continueOn(builders.back(), columns, matrixBoard, u"D"_s + groupName));
     }
 }
@@ -529,9 +533,10 @@ Workload crosspointGroups(int lines, int copies, qsizetype routeCount)
     auto builders = buildersOf(system.boards, Properties::AsExported);
     for (int copy = 0; copy < copies; ++copy) {
         addGroups(builders, lines, copy);
-        for (int group = 1; group <= groupsOfBus; ++group) {
-            system.queries.push_back({instrumentProperties(copy * lines + group), u"FORCE_HI"_s,
-                                      dutProperties(copy * groupsOfBus + group), u"IO1"_s});
+        for (int group = 0; group < groupsOfBus; ++group) {
+            const int place = copy * groupsOfBus + group;
+            system.queries.push_back(
+                {instrumentProperties(place * lines + 1), u"HI"_s, dutProperties(place + 1), u"IO1"_s});
         }
     }
     return system;

@@ -61,9 +61,9 @@ Workload sparseSystem(qsizetype nodes, Properties properties = Properties::AsExp
 /// this many times over.
 Workload crosspointCascade(const std::vector<int> &lines, int copies, int maxSwitches, qsizetype routeCount);
 
-/// Matrices of \a lines rows and columns on 8 boards, a DUT pin at each column. Four at a time share a bus: each row is
-/// connected to a line of it by a resistor. A line has four pins of an instrument, too many for a route to pass it. All
-/// this many times over.
+/// Matrices of \a lines rows and columns on 8 boards. An instrument leads to each row over a resistor, a DUT pin lies
+/// at each column. Four matrices at a time share a bus, with a relay from each row to a line of it; a line has four
+/// monitor inputs, too many for a route to pass it. All this many times over.
 Workload crosspointGroups(int lines, int copies, qsizetype routeCount);
 
 /// The files of the exported system that the tests use too: 2,000 relays in five matrices. Its query has 346 routes.
