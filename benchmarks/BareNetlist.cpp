@@ -44,32 +44,49 @@ TextPlace TextPlaces::find(const QString &text) const
     return {offset, bytes.size()};
 }
 
-TextTable::TextTable(TextPlaces &textPlaces)
-    : places(textPlaces)
-{
-}
-
-int TextTable::numberOf(const QString &text)
-{
-    if (text.isEmpty())
-        return noText;
-    const auto known = numbers.constFind(text);
-    if (known != numbers.cend())
-        return *known;
-    placesByNumber.push_back(places.of(text));
-    return *numbers.insert(text, static_cast<int>(placesByNumber.size()) - 1);
-}
-
 std::vector<QString> TextTable::texts() const
 {
     std::vector<QString> made;
-    made.reserve(placesByNumber.size());
-    for (const auto &[offset, length] : placesByNumber)
-        made.push_back(QString::fromUtf8(places.netlist.constData() + offset, length));
+    made.reserve(places.size());
+    for (const auto &[offset, length] : places)
+        made.push_back(QString::fromUtf8(netlist.constData() + offset, length));
     return made;
 }
 
 namespace {
+
+/// Numbers texts as they come up.
+class TextNumbers
+{
+public:
+    TextNumbers(TextPlaces &textPlaces, TextTable &filledTable)
+        : places(textPlaces)
+        , table(filledTable)
+    {
+        table.netlist = places.netlist;
+    }
+
+    /// The same for equal texts, which are made once.
+    int of(const QString &text)
+    {
+        const auto known = numbers.constFind(text);
+        return known != numbers.cend() ? *known : *numbers.insert(text, ofOwn(text));
+    }
+
+    /// Of a text that is made for its element alone.
+    int ofOwn(const QString &text)
+    {
+        if (text.isEmpty())
+            return TextTable::noText;
+        table.places.push_back(places.of(text));
+        return static_cast<int>(table.places.size()) - 1;
+    }
+
+private:
+    TextPlaces &places;
+    TextTable &table;
+    QHash<QString, int> numbers;
+};
 
 QString textAt(const std::vector<QString> &texts, int number)
 {
@@ -78,16 +95,14 @@ QString textAt(const std::vector<QString> &texts, int number)
 }
 
 BareTree::BareTree(TextPlaces &places, const QSharedPointer<KiCadToken> &root)
-    : table(places)
 {
-    number(*root);
-}
-
-void BareTree::number(const KiCadToken &token)
-{
-    tokens.push_back({table.numberOf(token.name), table.numberOf(token.value), token.children.size()});
-    for (const auto &child : token.children)
-        number(*child);
+    TextNumbers numbers(places, table);
+    const auto add = [&](const KiCadToken &token, const auto &addChild) -> void {
+        tokens.push_back({numbers.of(token.name), numbers.of(token.value), token.children.size()});
+        for (const auto &child : token.children)
+            addChild(*child, addChild);
+    };
+    add(*root, add);
 }
 
 QSharedPointer<KiCadToken> BareTree::make() const
@@ -106,35 +121,32 @@ QSharedPointer<KiCadToken> BareTree::make() const
 }
 
 BareModel::BareModel(TextPlaces &places, const EDAProvider &netlist)
-    : table(places)
 {
-    const auto numbers = [this](std::initializer_list<QString> texts) {
-        std::vector<int> result;
-        for (const QString &text : texts)
-            result.push_back(table.numberOf(text));
-        return result;
-    };
-    const auto add = [&](Texts &texts, std::initializer_list<QString> listed) {
-        for (const QString &text : listed)
-            texts.listed.push_back(table.numberOf(text));
-    };
+    TextNumbers numbers(places, table);
     const auto allParts = netlist.getParts();
     for (const auto &part : allParts) {
-        parts.push_back({numbers({part->name, part->lib}), {}});
-        for (const auto &pin : std::as_const(part->pins))
-            add(parts.back(), {pin->number, pin->name, pin->type});
+        parts.push_back({{numbers.of(part->name), numbers.of(part->lib)}, {}});
+        for (const auto &pin : std::as_const(part->pins)) {
+            for (const int text : {numbers.of(pin->number), numbers.ofOwn(pin->name), numbers.of(pin->type)})
+                parts.back().listed.push_back(text);
+        }
     }
     const auto allComponents = netlist.getComponents();
     for (const auto &component : allComponents) {
-        components.push_back({numbers({component->ref, component->value, component->part}), {}});
-        for (auto it = component->properties.cbegin(); it != component->properties.cend(); ++it)
-            add(components.back(), {it.key(), it.value()});
+        components.push_back(
+            {{numbers.of(component->ref), numbers.ofOwn(component->value), numbers.of(component->part)}, {}});
+        for (auto it = component->properties.cbegin(); it != component->properties.cend(); ++it) {
+            for (const int text : {numbers.of(it.key()), numbers.ofOwn(it.value())})
+                components.back().listed.push_back(text);
+        }
     }
     const auto allNets = netlist.getNets();
     for (const auto &net : allNets) {
-        nets.push_back({numbers({net->name}), {}});
-        for (const auto &node : std::as_const(net->nodes))
-            add(nets.back(), {node->ref, node->pin});
+        nets.push_back({{numbers.ofOwn(net->name)}, {}});
+        for (const auto &node : std::as_const(net->nodes)) {
+            for (const int text : {numbers.of(node->ref), numbers.of(node->pin)})
+                nets.back().listed.push_back(text);
+        }
     }
 }
 

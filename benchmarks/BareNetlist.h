@@ -36,22 +36,16 @@ private:
     QHash<QString, TextPlace> places;
 };
 
-/// Different texts of a netlist by their numbers. So elements share their texts.
-class TextTable
+/// Texts of a netlist, by number. Nothing but their places is kept.
+struct TextTable
 {
-public:
     static constexpr int noText = -1;
 
-    explicit TextTable(TextPlaces &textPlaces);
+    QByteArray netlist;
+    std::vector<TextPlace> places;
 
-    int numberOf(const QString &text);
     /// Made anew.
     std::vector<QString> texts() const;
-
-private:
-    TextPlaces &places;
-    QHash<QString, int> numbers;
-    std::vector<TextPlace> placesByNumber;
 };
 
 /// What a tree of tokens costs alone: the same tree from the places of its texts.
@@ -70,8 +64,6 @@ private:
         qsizetype childCount;
     };
 
-    void number(const Velk::KiCadToken &token);
-
     TextTable table;
     std::vector<Token> tokens; ///< in the order of the netlist
 };
@@ -84,8 +76,8 @@ struct ModelElements
     QList<QSharedPointer<Velk::EDANet>> nets;
 };
 
-/// What the model of a netlist costs alone: the same elements from the places of their texts. Nothing is read, looked
-/// up or made to be searched.
+/// What the model of a netlist costs alone: the same elements from the places of their texts. Nothing is looked up or
+/// made to be searched. References, pins, types and names of parts and properties are shared, values are not.
 class BareModel
 {
 public:
