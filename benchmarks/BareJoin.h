@@ -21,8 +21,8 @@ struct JoinedElements
 class BareJoin
 {
 public:
-    /// \a joined is the outcome, \a boards what it was made of.
-    BareJoin(const QList<Velk::EDAProvider *> &boards, const Velk::MultipleEDAProvider &joined);
+    /// \a joined is the outcome, \a providers what it was made of.
+    BareJoin(const QList<Velk::EDAProvider *> &providers, const Velk::MultipleEDAProvider &joined);
 
     JoinedElements make() const;
 

@@ -33,6 +33,7 @@ void runCommand()
     for (const auto &file : exportedNetlists())
         arguments.push_back(file);
     std::vector<char *> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (auto &argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
