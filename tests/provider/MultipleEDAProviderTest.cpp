@@ -22,7 +22,8 @@ void fillRandomly(StubProvider &board, QRandomGenerator &random)
     const auto pick = [&](const QStringList &texts) { return texts.at(random.bounded(texts.size())); };
     const int componentCount = random.bounded(1, 9);
     for (int i = 0; i < componentCount; ++i) {
-        board.add(u"X%1"_s.arg(i), pick({u"Connector"_s, u"CONNECTOR"_s, u"Relay"_s, QString()}), {u"1"_s, u"2"_s},
+        board.add(u"X%1"_s.arg(random.bounded(8) == 0 ? 0 : i),
+                  pick({u"Connector"_s, u"CONNECTOR"_s, u"Relay"_s, QString()}), {u"1"_s, u"2"_s},
                   pick({u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s, u"F"_s, u""_s, QString()}));
     }
     const int netCount = random.bounded(0, 9);

@@ -11,20 +11,11 @@ IndexedProvider::~IndexedProvider() = default;
 IndexedProvider::IndexedProvider(const IndexedProvider &other) = default;
 IndexedProvider &IndexedProvider::operator=(const IndexedProvider &other) = default;
 
-NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents,
-                           const QList<QSharedPointer<EDAPart>> &allParts)
-    : components(allComponents)
-    , componentsByProperty(allComponents)
+NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAPart>> &allParts)
 {
     parts.reserve(static_cast<std::size_t>(allParts.size()));
     for (const auto &part : allParts)
         addPart(part);
-    refs.reserve(components.size());
-    numberedComponents.reserve(toSize(componentCount()) + 1);
-    for (const auto &component : std::as_const(components))
-        addComponent(*component);
-    componentsByProperty.finish();
-    numberPins();
 }
 
 void NetlistIndex::addPart(const QSharedPointer<EDAPart> &part)
@@ -48,11 +39,24 @@ int NetlistIndex::IndexedPart::positionOf(QStringView number) const
     return known == none ? none : firstPositions[toSize(known)];
 }
 
-void NetlistIndex::addComponent(const EDAComponent &component)
+void NetlistIndex::setComponent(int number, const QSharedPointer<EDAComponent> &component)
 {
-    refs.add(component.ref);
+    const NumberedComponent numbered = numberedComponent(number, *component);
+    if (number < componentCount()) {
+        components[toSize(number)] = component;
+        numberedComponents[toSize(number)] = numbered;
+        return;
+    }
+    refs.add(component->ref);
+    components.push_back(component);
+    numberedComponents.push_back(numbered);
+}
+
+NetlistIndex::NumberedComponent NetlistIndex::numberedComponent(int number, const EDAComponent &component)
+{
     QString type;
     QString identifier;
+    componentsByProperty.beginComponent(number);
     for (auto it = component.properties.cbegin(); it != component.properties.cend(); ++it) {
         componentsByProperty.add(it.key(), it.value());
         if (it.key() == EDAComponent::TYPE)
@@ -60,11 +64,16 @@ void NetlistIndex::addComponent(const EDAComponent &component)
         else if (it.key() == EDAComponent::IDENTIFER)
             identifier = it.value();
     }
-    componentsByProperty.finishComponent();
     const int typeNumber = typeNumbers.add(type) + 1;
     if (typeNumber == types.size())
         types.append(type);
-    numberedComponents.push_back({typeNumber, identifiers.add(identifier), partNames.numberOf(component.part), none});
+    return {typeNumber, identifiers.add(identifier), partNames.numberOf(component.part), none};
+}
+
+void NetlistIndex::finishComponents(const QList<QSharedPointer<EDAComponent>> &inOrder, const std::vector<int> &numbers)
+{
+    componentsByProperty.finish(inOrder, numbers);
+    numberPins();
 }
 
 void NetlistIndex::numberPins()
@@ -164,7 +173,7 @@ std::vector<int> NetlistIndex::netsOfTerminal(int terminal) const
 QSharedPointer<EDAComponent> NetlistIndex::componentOf(const QString &ref) const
 {
     const int number = refs.numberOf(ref);
-    return number == none ? nullptr : components.at(number);
+    return number == none ? nullptr : component(number);
 }
 
 QSharedPointer<EDAPart> NetlistIndex::partOf(const QString &name) const

@@ -27,8 +27,8 @@ struct NumberedNode
     int type;      ///< of the component; NetlistIndex::unlisted if that is not listed
 };
 
-/// A netlist in numbers. It is made for the components first, then gets the nets, and is not changed any more, whatever
-/// becomes of the elements' contents: it has lists, numbers and texts of its own.
+/// A netlist in numbers. It is made for the parts, gets the components, then the nets, and is not changed any more,
+/// whatever becomes of the elements' contents: it has lists, numbers and texts of its own.
 ///
 /// Nets and components count from 0 in the order given. A terminal is a pin of a component: the terminals of a
 /// component are consecutive, in the order of its part's pins, and pins of the same number are the first one's
@@ -39,8 +39,14 @@ public:
     static constexpr int none = -1;
     static constexpr int unlisted = 0; ///< the type of components that are not listed; others count from 1
 
-    /// References, and part names, must be unique, and no element, pin or node may be null.
-    NetlistIndex(const QList<QSharedPointer<EDAComponent>> &allComponents, const QList<QSharedPointer<EDAPart>> &parts);
+    /// Part names must be unique. No element, pin or node may ever be null.
+    explicit NetlistIndex(const QList<QSharedPointer<EDAPart>> &allParts);
+
+    /// Adds a component under the next number, or puts it into the place of one of the same reference. Other references
+    /// must be other ones.
+    void setComponent(int number, const QSharedPointer<EDAComponent> &component);
+    /// To be called when all components are set, with these as componentWith() looks through them, and their numbers.
+    void finishComponents(const QList<QSharedPointer<EDAComponent>> &inOrder, const std::vector<int> &numbers);
 
     void reserveNets(qsizetype netCount, qsizetype nodeCount);
     /// Adds a net; its nodes are to be added next, in their order.
@@ -91,7 +97,7 @@ public:
         return crossingGraphs.graphFor(roles, *this);
     }
 
-    const QSharedPointer<EDAComponent> &component(int number) const { return components.at(number); }
+    const QSharedPointer<EDAComponent> &component(int number) const { return components[toSize(number)]; }
     const QSharedPointer<EDANet> &net(int number) const { return nets[toSize(number)]; }
     /// The number that this pin of the component has in its part.
     const QString &pinNumber(int component, int pin) const
@@ -147,7 +153,7 @@ private:
         return found == nets.end() ? std::vector<int>() : found->second;
     }
     void addPart(const QSharedPointer<EDAPart> &part);
-    void addComponent(const EDAComponent &component);
+    NumberedComponent numberedComponent(int number, const EDAComponent &component);
     void numberPins();
     void addPinsOf(const IndexedPart &indexedPart);
     void addFurtherNet(const NumberedNode &node, int net);
@@ -155,7 +161,7 @@ private:
     std::vector<IndexedPart> parts;
     TextNumbers<QString> partNames;
 
-    QList<QSharedPointer<EDAComponent>> components;
+    std::vector<QSharedPointer<EDAComponent>> components;
     TextNumbers<QString> refs;
     PropertyIndex componentsByProperty;
     TextNumbers<QString> typeNumbers;

@@ -1,42 +1,46 @@
 #include <velk/index/PropertyIndex.h>
 
-#include <velk/model/TextNumbers.h>
-
 #include <algorithm>
 #include <numeric>
 #include <utility>
 
 namespace Velk {
 
-PropertyIndex::PropertyIndex(const QList<QSharedPointer<EDAComponent>> &allComponents)
-    : components(allComponents)
+void PropertyIndex::beginComponent(int number)
 {
+    addedNumber = toSize(number);
+    propertiesByNumber.resize(std::max(propertiesByNumber.size(), addedNumber + 1));
+    propertiesByNumber[addedNumber] = {hashes.size(), hashes.size()};
 }
 
 void PropertyIndex::add(const QString &key, const QString &value)
 {
-    entries.push_back({hashOf(key, value), nextComponent});
+    hashes.push_back(hashOf(key, value));
+    propertiesByNumber[addedNumber].end = hashes.size();
 }
 
-// Sorts the entries into buckets by counting.
-void PropertyIndex::finish()
+// Sorts the hashes into buckets by counting. A few share a bucket, so that the processor has the buckets at hand.
+void PropertyIndex::finish(const QList<QSharedPointer<EDAComponent>> &inOrder, const std::vector<int> &numbers)
 {
-    while (bucketMask < entries.size())
+    components = inOrder;
+    while (bucketMask < hashes.size() / 4)
         bucketMask = bucketMask * 2 + 1;
     bucketStarts.assign(std::size_t(bucketMask) + 2, 0);
-    for (const Entry &entry : entries)
-        ++bucketStarts[bucketNumber(entry.hash)];
+    for (const int number : numbers) {
+        const Properties &properties = propertiesByNumber[toSize(number)];
+        for (std::size_t i = properties.first; i < properties.end; ++i)
+            ++bucketStarts[bucketNumber(hashes[i])];
+    }
     // The counts become ends, and each end the start while its bucket is filled from the back.
     std::partial_sum(bucketStarts.begin(), bucketStarts.end(), bucketStarts.begin());
-    std::vector<Entry> sorted(entries.size());
-    for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry)
-        sorted[--bucketStarts[bucketNumber(entry->hash)]] = *entry;
-    entries = std::move(sorted);
-}
-
-quint32 PropertyIndex::hashOf(const QString &key, const QString &value) const
-{
-    return static_cast<quint32>(textHash(value, textHash(key, seed)));
+    entries.resize(bucketStarts.back());
+    for (std::size_t place = numbers.size(); place-- > 0;) {
+        const Properties &properties = propertiesByNumber[toSize(numbers[place])];
+        for (std::size_t i = properties.first; i < properties.end; ++i)
+            entries[--bucketStarts[bucketNumber(hashes[i])]] = {hashes[i], static_cast<int>(place)};
+    }
+    propertiesByNumber = {};
+    hashes = {};
 }
 
 // The smallest first. None for an empty value: it also matches components without the property.

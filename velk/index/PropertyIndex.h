@@ -2,6 +2,7 @@
 #define VELK_INDEX_PROPERTYINDEX_H
 
 #include <velk/model/EDAComponent.h>
+#include <velk/model/TextNumbers.h>
 
 #include <QHashFunctions>
 #include <QList>
@@ -20,14 +21,12 @@ namespace Velk {
 class PropertyIndex
 {
 public:
-    explicit PropertyIndex(const QList<QSharedPointer<EDAComponent>> &allComponents);
-
-    /// Adds a property of the next component, the first one at first.
+    /// The properties of this component are to be added next; those that it had before do not count. Numbers grow one
+    /// by one.
+    void beginComponent(int number);
     void add(const QString &key, const QString &value);
-    /// The component has no more properties.
-    void finishComponent() { ++nextComponent; }
-    /// Makes the table when all components have been added.
-    void finish();
+    /// Makes the table when all have been added, for the components in this order, each with its number.
+    void finish(const QList<QSharedPointer<EDAComponent>> &inOrder, const std::vector<int> &numbers);
 
     /// The first component that has all these properties and is accepted, or null.
     QSharedPointer<EDAComponent> firstWith(const QMap<QString, QString> &wanted,
@@ -36,8 +35,15 @@ public:
 private:
     struct Entry
     {
-        quint32 hash; ///< of key and value
-        int component;
+        quint32 hash;  ///< of key and value
+        int component; ///< as it comes in order
+    };
+
+    /// Those of a component among the hashes.
+    struct Properties
+    {
+        std::size_t first;
+        std::size_t end;
     };
 
     /// Components that probably have one wanted property, among others.
@@ -51,12 +57,19 @@ private:
         bool contains(int component) const;
     };
 
-    quint32 hashOf(const QString &key, const QString &value) const;
+    static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
+    quint32 hashOf(const QString &key, const QString &value) const
+    {
+        return static_cast<quint32>(textHash(value, textHash(key, seed)));
+    }
     std::size_t bucketNumber(quint32 hash) const { return hash & bucketMask; }
     QVarLengthArray<Bucket> bucketsFor(const QMap<QString, QString> &wanted) const;
 
+    std::vector<Properties> propertiesByNumber; ///< until the table is made, as is what follows
+    std::vector<quint32> hashes;
+    std::size_t addedNumber = 0;
+
     QList<QSharedPointer<EDAComponent>> components;
-    int nextComponent = 0;
     const std::size_t seed = QHashSeed::globalSeed(); ///< as it was when the table was made
     quint32 bucketMask = 0;
     std::vector<quint32> bucketStarts; ///< in entries; one more than there are buckets

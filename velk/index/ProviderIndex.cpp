@@ -2,6 +2,8 @@
 
 #include <QSet>
 
+#include <vector>
+
 namespace Velk {
 
 namespace {
@@ -41,7 +43,14 @@ QList<QSharedPointer<EDAPart>> partsOf(const EDAProvider &provider)
 
 std::unique_ptr<const NetlistIndex> indexOf(const EDAProvider &provider)
 {
-    auto index = std::make_unique<NetlistIndex>(componentsOf(provider), partsOf(provider));
+    auto index = std::make_unique<NetlistIndex>(partsOf(provider));
+    const auto components = componentsOf(provider);
+    std::vector<int> numbers;
+    for (const auto &component : components) {
+        numbers.push_back(static_cast<int>(numbers.size()));
+        index->setComponent(numbers.back(), component);
+    }
+    index->finishComponents(components, numbers);
     const auto nets = provider.getNets();
     for (const auto &listed : nets) {
         if (!listed)

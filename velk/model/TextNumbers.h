@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -20,17 +21,21 @@ inline std::size_t textHash(QStringView text, std::size_t seed) noexcept
         hash = (hash ^ (hash >> 32U)) * 0xd6e8feb86659fd93U;
         return hash ^ (hash >> 32U);
     };
-    quint64 hash = seed ^ static_cast<quint64>(text.size());
-    qsizetype i = 0;
-    for (; i + 4 <= text.size(); i += 4) {
+    const auto unitsAt = [text](qsizetype position) {
         quint64 units = 0;
-        std::memcpy(&units, text.utf16() + i, sizeof units);
-        hash = mixed(hash, units);
+        std::memcpy(&units, text.utf16() + position, sizeof units);
+        return units;
+    };
+    quint64 hash = seed ^ static_cast<quint64>(text.size());
+    if (text.size() < 4) {
+        quint64 units = 0;
+        for (const QChar unit : text)
+            units = units << 16U | unit.unicode();
+        return static_cast<std::size_t>(mixed(hash, units));
     }
-    quint64 rest = 0;
-    for (; i < text.size(); ++i)
-        rest = rest << 16U | text.utf16()[i];
-    return static_cast<std::size_t>(mixed(hash, rest));
+    for (qsizetype i = 0; i + 4 < text.size(); i += 4)
+        hash = mixed(hash, unitsAt(i));
+    return static_cast<std::size_t>(mixed(hash, unitsAt(text.size() - 4)));
 }
 
 /// Numbers texts from 0 in the order in which they come. Equal texts have one number. A \a Text is a QString, or a
@@ -80,7 +85,7 @@ private:
     {
         const std::size_t mask = places.size() - 1;
         std::size_t i = hash & mask;
-        while (places[i].number != none && (places[i].hash != hash || textOf(places[i]) != text))
+        while (places[i].number != none && (places[i].hash != hash || !isSame(textOf(places[i]), text)))
             i = (i + 1) & mask;
         return i;
     }
@@ -96,6 +101,12 @@ private:
             if (place.number != none)
                 places[placeOf(textOf(place), place.hash)] = place;
         }
+    }
+
+    // Short texts: a call of Qt's comparison takes longer than comparing them.
+    static bool isSame(QStringView a, QStringView b)
+    {
+        return a.size() == b.size() && std::equal(a.utf16(), a.utf16() + a.size(), b.utf16());
     }
 
     QStringView textOf(const Place &place) const { return texts[static_cast<std::size_t>(place.number)]; }

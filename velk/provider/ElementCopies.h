@@ -9,13 +9,12 @@
 #include <QStringView>
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 namespace Velk {
 
-/// Copies of the components or the parts of several netlists, whose names are unique. Of elements that have the same
-/// name in a netlist the last holds.
+/// Copies of the components or the parts of several netlists, whose names are unique, numbered from 0 as they come. Of
+/// elements that have the same name in a netlist the last holds.
 template <typename Element>
 class ElementCopies
 {
@@ -35,71 +34,87 @@ public:
         netlists.back().names.reserve(elementCount);
     }
 
-    void add(const QSharedPointer<Element> &copy)
+    /// Returns the number of the copy, which is the next one or that of the copy whose place it takes.
+    int add(const QSharedPointer<Element> &copy)
     {
         Netlist &netlist = netlists.back();
         QString &suffixedName = (*copy).*name;
-        const int position = netlist.first + netlist.names.add(QStringView(suffixedName).chopped(suffix.size()));
-        if (position == static_cast<int>(copies.size())) {
+        const int number = netlist.first + netlist.names.add(QStringView(suffixedName).chopped(suffix.size()));
+        if (number == static_cast<int>(copies.size())) {
             copies.push_back(copy);
-            return;
+        } else {
+            suffixedName = (*copies[toSize(number)]).*name; // where the netlist has it from
+            copies[toSize(number)] = copy;
         }
-        suffixedName = (*copies[toSize(position)]).*name; // where the netlist has it from
-        copies[toSize(position)] = copy;
+        return number;
     }
 
-    /// In ascending order of their names, which gives them their numbers. Call it once, after all have been added.
-    QList<QSharedPointer<Element>> sorted()
+    /// The numbers in ascending order of the names.
+    std::vector<int> inOrder() const
     {
         std::vector<SortedName> names;
         names.reserve(copies.size());
         for (const auto &copy : copies)
             names.push_back(SortedName((*copy).*name, static_cast<int>(names.size())));
         std::sort(names.begin(), names.end());
+        std::vector<int> numbers;
+        numbers.reserve(names.size());
+        for (const SortedName &next : names)
+            numbers.push_back(next.number);
+        return numbers;
+    }
+
+    /// The copies of these numbers.
+    QList<QSharedPointer<Element>> elements(const std::vector<int> &numbers) const
+    {
         QList<QSharedPointer<Element>> result;
-        result.reserve(static_cast<qsizetype>(names.size()));
-        numbers.resize(names.size());
-        for (const SortedName &next : names) {
-            numbers[toSize(next.position)] = static_cast<int>(result.size());
-            result.append(copies[toSize(next.position)]);
-        }
+        result.reserve(static_cast<qsizetype>(numbers.size()));
+        for (const int number : numbers)
+            result.append(copies[toSize(number)]);
         return result;
     }
 
-    /// Where the element of this name in a netlist, which count from 0, has come in sorted(); or none.
+    /// Of the element of this name in a netlist, which count from 0; or none.
     int numberOf(qsizetype netlist, QStringView nameInNetlist) const
     {
         const Netlist &wanted = netlists[static_cast<std::size_t>(netlist)];
-        const int position = wanted.names.numberOf(nameInNetlist);
-        return position == none ? none : numbers[toSize(wanted.first + position)];
+        const int number = wanted.names.numberOf(nameInNetlist);
+        return number == none ? none : wanted.first + number;
     }
 
 private:
     struct Netlist
     {
-        int first; ///< position of its first copy
+        int first; ///< number of its first copy
         TextNumbers<QStringView> names;
     };
 
     /// A name with its beginning in numbers, which decides most comparisons without a look at the text.
     struct SortedName
     {
-        SortedName(const QString &sortedText, int positionOfElement)
+        SortedName(const QString &sortedText, int numberOfElement)
             : text(sortedText)
-            , position(positionOfElement)
+            , number(numberOfElement)
         {
-            for (qsizetype i = 0; i < 8; ++i)
-                beginning[i / 4] = beginning[i / 4] << 16U | (i < text.size() ? text.at(i).unicode() : 0U);
+            for (qsizetype i = 0; i < 4; ++i) {
+                beginning = beginning << 16U | unit(i);
+                continuation = continuation << 16U | unit(i + 4);
+            }
         }
 
         bool operator<(const SortedName &other) const
         {
-            return beginning == other.beginning ? text < other.text : beginning < other.beginning;
+            if (beginning != other.beginning)
+                return beginning < other.beginning;
+            return continuation == other.continuation ? text < other.text : continuation < other.continuation;
         }
 
-        std::array<quint64, 2> beginning = {};
+        quint64 unit(qsizetype i) const { return i < text.size() ? text.at(i).unicode() : 0; }
+
+        quint64 beginning = 0;
+        quint64 continuation = 0;
         QStringView text;
-        int position;
+        int number;
     };
 
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
@@ -108,7 +123,6 @@ private:
     QString suffix; ///< of the names in the netlist added last
     std::vector<Netlist> netlists;
     std::vector<QSharedPointer<Element>> copies;
-    std::vector<int> numbers; ///< by position
 };
 }
 

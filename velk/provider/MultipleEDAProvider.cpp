@@ -7,7 +7,6 @@
 #include <velk/provider/NetJoiner.h>
 
 #include <QStringBuilder>
-#include <QStringList>
 
 #include <typeinfo>
 #include <utility>
@@ -140,16 +139,23 @@ QSharedPointer<EDANet> combinedNet(const NetCopies &copies, int first)
 {
     if (copies.nextMember(first) == NetJoiner::none)
         return copies.net(first);
-    QStringList names;
-    auto combined = EDANet::create({});
+    qsizetype nameSize = 0;
+    qsizetype nodeCount = 0;
     for (int member = first; member != NetJoiner::none; member = copies.nextMember(member)) {
-        names.append(copies.net(member)->name);
-        combined->nodes += copies.net(member)->nodes;
+        nameSize += copies.net(member)->name.size() + 1;
+        nodeCount += copies.net(member)->nodes.size();
     }
-    combined->name = names.join(u'+');
+    auto combined = EDANet::create({});
+    combined->name.reserve(nameSize);
+    combined->nodes.reserve(nodeCount);
+    for (int member = first; member != NetJoiner::none; member = copies.nextMember(member)) {
+        if (member != first)
+            combined->name.append(u'+');
+        combined->name.append(copies.net(member)->name);
+        combined->nodes.append(copies.net(member)->nodes);
+    }
     return combined;
 }
-
 }
 
 /// What is made in the constructor, and read-only afterwards.
@@ -161,7 +167,7 @@ public:
         , connectorComponentTypes(connectorTypes)
     {
         prepareParts();
-        prepareNets(prepareComponents());
+        prepareNets();
     }
 
     const QList<EDAProvider *> providers;
@@ -175,8 +181,8 @@ public:
 
 private:
     void prepareParts();
-    ComponentCopies prepareComponents();
-    void prepareNets(const ComponentCopies &componentCopies);
+    ComponentCopies prepareComponents(NetlistIndex &netlist);
+    void prepareNets();
 };
 
 MultipleEDAProvider::MultipleEDAProvider(const QList<EDAProvider *> &netlists, const QList<QString> &connectorTypes)
@@ -205,10 +211,10 @@ void MultipleEDAProviderPrivate::prepareParts()
             copies.add(copy);
         }
     }
-    parts = copies.sorted();
+    parts = copies.elements(copies.inOrder());
 }
 
-ComponentCopies MultipleEDAProviderPrivate::prepareComponents()
+ComponentCopies MultipleEDAProviderPrivate::prepareComponents(NetlistIndex &netlist)
 {
     ComponentCopies copies(&EDAComponent::ref);
     for (qsizetype i = 0; i < providers.size(); ++i) {
@@ -226,16 +232,19 @@ ComponentCopies MultipleEDAProviderPrivate::prepareComponents()
             const auto copy =
                 EDAComponent::create(component->ref % QStringView(suffix), component->value, partNames.at(part));
             copy->properties = component->properties;
-            copies.add(copy);
+            netlist.setComponent(copies.add(copy), copy);
         }
     }
-    components = copies.sorted();
+    const auto numbers = copies.inOrder();
+    components = copies.elements(numbers);
+    netlist.finishComponents(components, numbers);
     return copies;
 }
 
-void MultipleEDAProviderPrivate::prepareNets(const ComponentCopies &componentCopies)
+void MultipleEDAProviderPrivate::prepareNets()
 {
-    const auto numbers = std::make_shared<NetlistIndex>(components, parts);
+    const auto numbers = std::make_shared<NetlistIndex>(parts);
+    const auto componentCopies = prepareComponents(*numbers);
     NetCopies copies(componentCopies, *numbers, connectorComponentTypes);
     for (qsizetype i = 0; i < providers.size(); ++i) {
         const QString suffix = suffixOf(i);

@@ -19,23 +19,15 @@ void NetJoiner::addNet()
 
 void NetJoiner::addPin(int identifier, const QString &pinNumber, bool isOfConnector)
 {
+    identifiers.resize(std::max(identifiers.size(), toSize(identifier) + 1));
+    PinsOfIdentifier &pins = identifiers[toSize(identifier)];
+    const int pin = pins.numbers.add(pinNumber);
+    pins.lastNodes.resize(toSize(pins.numbers.count()), none);
     const int node = static_cast<int>(nodes.size());
-    const int pin = numberOf(identifier, pinNumber);
-    int &lastOnPin = lastNodesOnPins[toSize(pin)];
-    nodes.push_back(PinnedNode{pin, leaders.back(), lastOnPin, none});
-    lastOnPin = node;
+    nodes.push_back(PinnedNode{identifier, pin, leaders.back(), pins.lastNodes[toSize(pin)], none});
+    pins.lastNodes[toSize(pin)] = node;
     if (isOfConnector)
         addUntried(groups.back(), node, node);
-}
-
-int NetJoiner::numberOf(int identifier, const QString &pinNumber)
-{
-    const std::pair<int, int> pin(identifier, pinTexts.add(pinNumber));
-    const auto known = pins.constFind(pin);
-    if (known != pins.cend())
-        return *known;
-    lastNodesOnPins.push_back(none);
-    return *pins.insert(pin, static_cast<int>(pins.size()));
 }
 
 void NetJoiner::addUntried(Group &group, int firstNode, int lastNode)
@@ -71,7 +63,7 @@ void NetJoiner::takeOthersOnNextPin(Group &group)
 {
     const PinnedNode &untried = nodes[toSize(group.firstUntried)];
     group.firstUntried = untried.nextUntried;
-    int node = std::exchange(lastNodesOnPins[toSize(untried.pin)], none);
+    int node = std::exchange(identifiers[toSize(untried.identifier)].lastNodes[toSize(untried.pin)], none);
     for (; node != none; node = nodes[toSize(node)].nextOnPin) {
         const int other = leaderOf(nodes[toSize(node)].net);
         if (groups[toSize(other)].place != notInTheRow)

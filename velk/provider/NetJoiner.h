@@ -3,7 +3,6 @@
 
 #include <velk/model/TextNumbers.h>
 
-#include <QHash>
 #include <QString>
 
 #include <utility>
@@ -46,17 +45,24 @@ private:
         qint64 place; ///< in the row; larger is later
     };
 
+    /// The pins at which components of one identifier meet.
+    struct PinsOfIdentifier
+    {
+        TextNumbers<QString> numbers;
+        std::vector<int> lastNodes; ///< of each pin; none once it has been tried
+    };
+
     /// A node of a net on a connector pin, in two chains of nodes.
     struct PinnedNode
     {
-        int pin;
+        int identifier;
+        int pin; ///< of the identifier
         int net;
         int nextOnPin;
         int nextUntried;
     };
 
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
-    int numberOf(int identifier, const QString &pinNumber);
     void addUntried(Group &group, int firstNode, int lastNode);
     void takeOthersOnNextPin(Group &group);
     void joinWithOthers(int first);
@@ -65,9 +71,7 @@ private:
 
     std::vector<Group> groups; ///< by the number of the leading net
     std::vector<int> leaders;  ///< of each net, over several steps
-    TextNumbers<QString> pinTexts;
-    QHash<std::pair<int, int>, int> pins; ///< by the numbers of identifier and text
-    std::vector<int> lastNodesOnPins;     ///< none once the pin has been tried
+    std::vector<PinsOfIdentifier> identifiers;
     std::vector<PinnedNode> nodes;
     std::vector<std::pair<int, qint64>> row; ///< group and place; left behind where the place has changed
     std::vector<int> others;                 ///< those that a group is being joined with, in the order of the row
