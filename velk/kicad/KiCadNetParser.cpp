@@ -394,7 +394,8 @@ void KiCadNetParser::parsePropertiesOfComponent(const Tokens &tokens, typename T
         if (!kiCadPaths().property.findFrom(tokens, child))
             continue;
         const auto name = requireFilled(tokens, child, kiCadPaths().propertyName, messagePath, u"/name"_s);
-        component.properties.insert(tokens.text(name), kiCadPaths().propertyValue.textFrom(tokens, child));
+        component.properties.insert(component.properties.cend(), tokens.text(name), // most exports are sorted
+                                    kiCadPaths().propertyValue.textFrom(tokens, child));
     }
 }
 

@@ -97,7 +97,7 @@ KiCadError KiCadReaderPrivate::readTokens(Builder builder)
     bool isGood = true;
     QString piece;
     do { // until nothing comes: a pipe does not tell its end, and a device that fails never comes to it
-        piece = text.read();
+        piece = text.read(builder.line(), builder.nextColumn());
         isGood = builder.read(piece);
     } while (isGood && !piece.isEmpty());
     encodingErrorLine = text.invalidLine();

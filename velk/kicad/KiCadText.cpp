@@ -65,8 +65,10 @@ KiCadText::KiCadText(QIODevice &input, KiCadReadingMode readingMode)
     device.setTextModeEnabled(false); // it would drop the bytes, which may be halves of characters
 }
 
-QString KiCadText::read()
+QString KiCadText::read(int line, qsizetype column)
 {
+    lineOfPiece = line;
+    columnOfPiece = column;
     std::array<char, 16384> buffer; // filled by the device
     QString piece;
     while (piece.isEmpty()) {
@@ -78,7 +80,6 @@ QString KiCadText::read()
         if (count <= 0)
             break;
     }
-    advance(piece);
     return piece;
 }
 
@@ -118,9 +119,10 @@ void KiCadText::noteInvalid(const QByteArray &bytes)
     qsizetype position = 0;
     while (const qsizetype length = lengthOfValid(bytes, position))
         position += length;
-    advance(QString::fromUtf8(bytes.first(position)).remove(u'\r'));
-    lineOfInvalid = line;
-    columnOfInvalid = static_cast<int>(column);
+    const QString before = QString::fromUtf8(bytes.first(position)).remove(u'\r');
+    const qsizetype lineEnd = before.lastIndexOf(u'\n');
+    lineOfInvalid = lineOfPiece + static_cast<int>(before.count(u'\n'));
+    columnOfInvalid = static_cast<int>(lineEnd < 0 ? columnOfPiece + before.size() : before.size() - lineEnd);
 }
 
 // A device that does not heed QIODevice::Text leaves it to us to take lines as they are meant.
@@ -133,12 +135,5 @@ QString KiCadText::withoutReturns(QString piece)
     isReturnPending = piece.endsWith(u'\r');
     piece.chop(isReturnPending ? 1 : 0);
     return piece.replace(u"\r\n"_s, u"\n"_s);
-}
-
-void KiCadText::advance(QStringView text)
-{
-    const qsizetype end = text.lastIndexOf(u'\n');
-    line += static_cast<int>(text.count(u'\n'));
-    column = end < 0 ? column + text.size() : text.size() - end;
 }
 }

@@ -20,8 +20,8 @@ class KiCadText
 public:
     KiCadText(QIODevice &input, KiCadReadingMode readingMode);
 
-    /// The next piece; empty at the end, or where the device fails.
-    QString read();
+    /// The next piece, which stands there, counted from 1; empty at the end, or where the device fails.
+    QString read(int line, qsizetype column);
 
     /// Of the first byte that is not UTF-8, counted from 1; -1 as long as there was none. By default U+FFFD is read
     /// there, in tolerant reading the character that the byte is in Latin-1, so that names which differ there stay
@@ -34,7 +34,6 @@ private:
     QString decodeUtf8(QByteArray bytes);
     void noteInvalid(const QByteArray &bytes);
     QString withoutReturns(QString piece);
-    void advance(QStringView text);
 
     QIODevice &device;
     KiCadReadingMode mode;
@@ -42,9 +41,9 @@ private:
     bool isReturnPending = false; ///< the last character read, which may belong to a line end
     std::optional<QStringDecoder> decoder;
     bool isUtf8 = true;
-    QByteArray cutOff;    ///< the beginning of a character
-    int line = 1;         ///< of the next piece, until something is invalid
-    qsizetype column = 1; ///< likewise
+    QByteArray cutOff;   ///< the beginning of a character
+    int lineOfPiece = 1; ///< being read
+    qsizetype columnOfPiece = 1;
     int lineOfInvalid = -1;
     int columnOfInvalid = -1;
 };

@@ -22,9 +22,9 @@ std::size_t placeOf(QStringView name)
 {
     if (name.isEmpty())
         return 0;
-    const auto size = static_cast<std::size_t>(name.size());
-    const auto hash = size + 31U * name.front().unicode() + 961U * name.at(name.size() / 2).unicode() +
-                      29791U * name.back().unicode();
+    const auto unit = [name](qsizetype i) { return static_cast<std::size_t>(name.at(i).unicode()); };
+    const auto last = name.size() - 1;
+    const auto hash = static_cast<std::size_t>(last) + 31 * unit(0) + 961 * unit((last + 1) / 2) + 29791 * unit(last);
     return hash % mostRecentNames;
 }
 
@@ -92,7 +92,8 @@ void KiCadTokens::appendChildren(Token token, Token other)
 
 QSharedPointer<KiCadToken> KiCadTokens::toTreeToken(Token token) const
 {
-    auto made = QSharedPointer<KiCadToken>::create(name(token), text(token));
+    auto made = QSharedPointer<KiCadToken>::create(name(token));
+    made->value = text(token);
     qsizetype count = 0;
     for (Token child = firstChild(token); child; child = next(child))
         ++count;
@@ -110,7 +111,7 @@ QSharedPointer<KiCadToken> KiCadTokens::toTree() const
     };
     if (!root())
         return {};
-    const auto tree = toTreeToken(root());
+    auto tree = toTreeToken(root());
     std::vector<OpenToken> open{{tree.data(), firstChild(root())}};
     while (!open.empty()) {
         const auto [parent, child] = open.back();

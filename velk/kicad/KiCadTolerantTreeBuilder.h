@@ -26,6 +26,8 @@ public:
 
     int line() const { return currentLine; }
     int column() const { return currentColumn; }
+    /// Where the next piece begins.
+    int nextColumn() const { return currentColumn + 1; }
 
 private:
     enum class State

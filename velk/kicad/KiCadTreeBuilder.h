@@ -22,6 +22,8 @@ public:
 
     int line() const { return currentLine; }
     int column() const { return currentColumn; }
+    /// Where the next piece begins.
+    qsizetype nextColumn() const { return unitsBefore + 1; }
 
 private:
     void startLine(const char16_t *start);
