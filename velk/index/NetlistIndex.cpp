@@ -162,11 +162,12 @@ NumberedNode NetlistIndex::numberedNode(int component, const QString &pinNumber)
     return {component, position == none ? none : numbered.firstPin + position, numbered.type};
 }
 
-std::vector<int> NetlistIndex::netsOfTerminal(int terminal) const
+QVarLengthArray<int, 4> NetlistIndex::netsOfTerminal(int terminal) const
 {
-    std::vector<int> result = furtherNetsOfTerminal(terminal);
+    const auto further = furtherNetsOfTerminal(terminal);
+    QVarLengthArray<int, 4> result(further.begin(), further.end());
     if (netOfTerminal(terminal) != none)
-        result.push_back(netOfTerminal(terminal));
+        result.append(netOfTerminal(terminal));
     return result;
 }
 

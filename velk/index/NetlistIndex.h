@@ -11,6 +11,7 @@
 #include <QList>
 #include <QMap>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <functional>
 #include <memory>
@@ -77,7 +78,7 @@ public:
     /// The first net that holds the terminal, or none.
     int netOfTerminal(int terminal) const { return terminalNets[toSize(terminal)]; }
     /// All nets that hold the terminal.
-    std::vector<int> netsOfTerminal(int terminal) const;
+    QVarLengthArray<int, 4> netsOfTerminal(int terminal) const;
     /// Those of them besides the first.
     std::vector<int> furtherNetsOfTerminal(int terminal) const { return netsIn(furtherNets, terminal); }
     /// Nets where the component has a node that netOfTerminal() does not lead to: a node that lies on two nets, or one

@@ -42,13 +42,12 @@ QList<RoutingPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, I
     paths.reserve(found.count());
     found.visitAll([&](const FoundPath &foundPath) {
         interruption.work(static_cast<std::size_t>(foundPath.length));
-        RoutingPath path;
+        RoutingPath &path = paths.emplaceBack();
         path.switchingComponents.reserve(foundPath.length);
         for (const int *component = foundPath.components; component != foundPath.components + foundPath.length;
              ++component)
             path.switchingComponents.append(index.component(*component));
         path.additionalNodes = nodeLists.of(foundPath);
-        paths.append(std::move(path));
     });
     return paths;
 }
@@ -64,7 +63,7 @@ QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, In
     paths.reserve(found.count());
     found.visitAll([&](const FoundPath &foundPath) {
         interruption.work(static_cast<std::size_t>(foundPath.length));
-        TracedPath path;
+        TracedPath &path = paths.emplaceBack();
         path.steps.reserve(foundPath.length);
         for (qsizetype i = 0; i < foundPath.length; ++i) {
             const int component = foundPath.components[i];
@@ -74,7 +73,6 @@ QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, In
         }
         path.lastNet = index.net(foundPath.lastNet);
         path.additionalNodes = nodeLists.of(foundPath);
-        paths.append(std::move(path));
     });
     return paths;
 }
