@@ -120,7 +120,7 @@ private:
     {
         if (component != NetlistIndex::none)
             return index.component(component)->ref; // shared
-        const QString ref = node.ref % suffix;
+        QString ref = node.ref % suffix;
         logRouting([&] { return u"No component found for component.ref '%1'"_s.arg(ref); });
         return ref;
     }
