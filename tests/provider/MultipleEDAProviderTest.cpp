@@ -118,6 +118,22 @@ private Q_SLOTS:
         QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
     }
 
+    // Of so many properties some share a place in any table.
+    void findsByWhatComponentsHadAndHave()
+    {
+        StubProvider board;
+        for (int i = 0; i < 2000; ++i)
+            board.add(u"K%1"_s.arg(i), u"Relay"_s, {})->properties.insert(u"No"_s, QString::number(i));
+        board.components.at(7)->properties.insert(u"Card"_s, u"1"_s);
+        const MultipleEDAProvider joined({&board}, {});
+        const auto changed = joined.getComponentByRef(u"K7#1"_s);
+        for (int i = 0; i < 2000; ++i) {
+            changed->properties.insert(u"No"_s, QString::number(i));
+            const auto found = joined.getComponentByProperties({{u"Card"_s, u"1"_s}, {u"No"_s, QString::number(i)}});
+            QCOMPARE(found, i == 7 ? changed : nullptr);
+        }
+    }
+
     void equalsTheScanOnRandomBoards()
     {
         for (quint32 seed = 0; seed < 3000; ++seed) {

@@ -62,8 +62,10 @@ QVarLengthArray<PropertyIndex::Bucket> PropertyIndex::bucketsFor(const QMap<QStr
 bool PropertyIndex::Bucket::contains(int component) const
 {
     const auto comesBefore = [](const Entry &entry, int number) { return entry.component < number; };
-    const auto *const found = std::lower_bound(begin, end, component, comesBefore);
-    return found != end && found->component == component;
+    const auto *entry = std::lower_bound(begin, end, component, comesBefore);
+    while (entry != end && entry->component == component && entry->hash != hash)
+        ++entry;
+    return entry != end && entry->component == component;
 }
 
 QSharedPointer<EDAComponent> PropertyIndex::firstWith(const QMap<QString, QString> &wanted,
