@@ -6,6 +6,11 @@
 
 namespace Velk {
 
+namespace {
+
+constexpr NumberedNode nowhere{NetlistIndex::none, NetlistIndex::none, NetlistIndex::unlisted};
+}
+
 IndexedProvider::IndexedProvider() = default;
 IndexedProvider::~IndexedProvider() = default;
 IndexedProvider::IndexedProvider(const IndexedProvider &other) = default;
@@ -155,7 +160,7 @@ NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNu
 NumberedNode NetlistIndex::numberedNode(int component, const QString &pinNumber) const
 {
     if (component == none)
-        return {none, none, unlisted};
+        return nowhere;
     const NumberedComponent &numbered = numberedComponents[toSize(component)];
     const int position =
         numbered.part == none || !hasTerminals() ? none : parts[toSize(numbered.part)].positionOf(pinNumber);
@@ -181,5 +186,17 @@ QSharedPointer<EDAPart> NetlistIndex::partOf(const QString &name) const
 {
     const int number = partNames.numberOf(name);
     return number == none ? nullptr : parts[toSize(number)].part;
+}
+
+NumberedNode NetlistIndex::pinOf(const QSharedPointer<EDAComponent> &component, const QString &pinNumberOrName) const
+{
+    const int part = component ? partNames.numberOf(component->part) : none;
+    const auto pin = part == none ? nullptr : parts[toSize(part)].part->getPinByNumberOrName(pinNumberOrName);
+    return pin ? numberedNode(component->ref, pin->number) : nowhere;
+}
+
+NumberedNode NetlistIndex::pinOf(const QMap<QString, QString> &properties, const QString &pinNumberOrName) const
+{
+    return pinOf(componentWith(properties), pinNumberOrName);
 }
 }

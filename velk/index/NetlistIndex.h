@@ -121,6 +121,11 @@ public:
     {
         return componentsByProperty.firstWith(wanted, isAccepted);
     }
+    /// A pin of this component, by number or else by name and by what component and part hold at present. Without a
+    /// terminal where there is none or was none when the index was made, and for null.
+    NumberedNode pinOf(const QSharedPointer<EDAComponent> &component, const QString &pinNumberOrName) const;
+    /// The same for the first component with all these properties.
+    NumberedNode pinOf(const QMap<QString, QString> &properties, const QString &pinNumberOrName) const;
 
 private:
     /// A part with the position of the first pin of each number.

@@ -3,6 +3,7 @@
 #include <velk/index/ProviderIndex.h>
 #include <velk/model/EDAException.h>
 #include <velk/routing/NetlistReach.h>
+#include <velk/search/SearchRules.h>
 
 #include <algorithm>
 #include <limits>
@@ -88,8 +89,20 @@ std::optional<RoutingPath> NoPathSearch::firstPath(Limits limits, const QList<QS
     rules.maxSwitchingComponents = limits.switches;
     rules.maxAdditionalNodes = limits.nodes;
     rules.maxPaths = 1;
-    const auto paths = routing.search<RoutingPath>(index, rules, from, to);
+    const auto paths = pathsBy(rules, from, to);
     return paths.isEmpty() ? std::nullopt : std::optional(paths.first());
+}
+
+QList<RoutingPath> NoPathSearch::pathsBy(const RoutingRules &rules, const NodeWithComponent &from,
+                                         const NodeWithComponent &to) const
+{
+    if (index) {
+        const SearchRules numbered(rules, index->numberedNode(from.node->ref, from.node->pin),
+                                   index->numberedNode(to.node->ref, to.node->pin));
+        if (numbered.hasEnds())
+            return routing.search<RoutingPath>(*index, rules.roles, numbered);
+    }
+    return routing.searchExhaustively<RoutingPath>(rules, from, to);
 }
 
 QList<SufficientLimits> NoPathSearch::sufficientLimits(const RoutingPath &shortest) const

@@ -34,6 +34,8 @@ private:
     std::optional<RoutingPath> firstPath(Limits limits) const;
     std::optional<RoutingPath> firstPath(Limits limits, const QList<QString> &interfaceTypes,
                                          const NodeWithComponent &from, const NodeWithComponent &to) const;
+    QList<RoutingPath> pathsBy(const RoutingRules &rules, const NodeWithComponent &from,
+                               const NodeWithComponent &to) const;
     std::optional<RoutingPath> shortestChain(const NodeWithComponent &from, const NodeWithComponent &to) const;
     QList<SufficientLimits> sufficientLimits(const RoutingPath &shortest) const;
     std::optional<SufficientLimits> moreSwitches() const;

@@ -3,8 +3,7 @@
 #include <velk/model/EDAException.h>
 #include <velk/routing/NoPathSearch.h>
 #include <velk/routing/RoutingPrivate.h>
-
-#include <utility>
+#include <velk/search/SearchRules.h>
 
 using namespace Qt::StringLiterals;
 
@@ -21,25 +20,43 @@ const QString Routing::DEFAULT_CONNECTOR_COMPONENT_TYPE = u"Connector"_s;
 
 namespace {
 
-NodeWithComponent findNode(const EDAProvider &provider, QSharedPointer<EDAComponent> component,
-                           const QMap<QString, QString> &properties, const QString &pinNumberOrName)
+NodeWithComponent findNode(const EDAProvider &provider, const QSharedPointer<EDAComponent> &component,
+                           const QString &pinNumberOrName)
 {
     if (component.isNull())
-        throw EDAComponentNotFoundException(properties);
+        throw EDAComponentNotFoundException({});
     const auto part = provider.getPartByName(component->part);
     if (part.isNull())
         throw EDAPartNotFoundException(component, component->part);
     const auto pin = part->getPinByNumberOrName(pinNumberOrName);
     if (pin.isNull())
         throw EDAPinNotFoundException(part, component, pinNumberOrName);
-    auto node = EDANetNode::create(component->ref, pin->number);
-    return {std::move(node), std::move(component)};
+    return {EDANetNode::create(component->ref, pin->number), component};
 }
 
 NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QString> &properties,
                            const QString &pinNumberOrName)
 {
-    return findNode(provider, provider.getComponentByProperties(properties), properties, pinNumberOrName);
+    const auto component = provider.getComponentByProperties(properties);
+    if (component.isNull())
+        throw EDAComponentNotFoundException(properties);
+    return findNode(provider, component, pinNumberOrName);
+}
+
+/// Each \a Component is given by its properties or itself.
+template <typename Path, typename Component>
+QList<Path> find(const RoutingPrivate &routing, const Component &source, const QString &sourcePin,
+                 const Component &destination, const QString &destinationPin)
+{
+    if (const auto *index = routing.searchedIndex()) {
+        const SearchRules numbered(routing.rules, index->pinOf(source, sourcePin),
+                                   index->pinOf(destination, destinationPin));
+        if (numbered.hasEnds())
+            return routing.search<Path>(*index, routing.rules.roles, numbered);
+    }
+    const auto sourceNode = findNode(*routing.provider, source, sourcePin);
+    return routing.searchExhaustively<Path>(routing.rules, sourceNode,
+                                            findNode(*routing.provider, destination, destinationPin));
 }
 }
 
@@ -134,32 +151,28 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
                                       const QMap<QString, QString> &destinationProperties,
                                       const QString &destinationPin) const
 {
-    const auto source = findNode(*d->provider, sourceProperties, sourcePin);
-    return d->search<RoutingPath>(d->rules, source, findNode(*d->provider, destinationProperties, destinationPin));
+    return find<RoutingPath>(*d, sourceProperties, sourcePin, destinationProperties, destinationPin);
 }
 
 QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                              const QSharedPointer<EDAComponent> &destination,
                                              const QString &destinationPin) const
 {
-    const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
-    return d->search<RoutingPath>(d->rules, sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+    return find<RoutingPath>(*d, source, sourcePin, destination, destinationPin);
 }
 
 QList<TracedPath> Routing::findTracedPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                            const QMap<QString, QString> &destinationProperties,
                                            const QString &destinationPin) const
 {
-    const auto source = findNode(*d->provider, sourceProperties, sourcePin);
-    return d->search<TracedPath>(d->rules, source, findNode(*d->provider, destinationProperties, destinationPin));
+    return find<TracedPath>(*d, sourceProperties, sourcePin, destinationProperties, destinationPin);
 }
 
 QList<TracedPath> Routing::findTracedPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                                   const QSharedPointer<EDAComponent> &destination,
                                                   const QString &destinationPin) const
 {
-    const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
-    return d->search<TracedPath>(d->rules, sourceNode, findNode(*d->provider, destination, {}, destinationPin));
+    return find<TracedPath>(*d, source, sourcePin, destination, destinationPin);
 }
 
 NoPathReason Routing::explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
@@ -174,7 +187,7 @@ NoPathReason Routing::explainNoPathBetween(const QSharedPointer<EDAComponent> &s
                                            const QSharedPointer<EDAComponent> &destination,
                                            const QString &destinationPin) const
 {
-    const auto sourceNode = findNode(*d->provider, source, {}, sourcePin);
-    return NoPathSearch(*d, sourceNode, findNode(*d->provider, destination, {}, destinationPin)).reason();
+    const auto sourceNode = findNode(*d->provider, source, sourcePin);
+    return NoPathSearch(*d, sourceNode, findNode(*d->provider, destination, destinationPin)).reason();
 }
 }

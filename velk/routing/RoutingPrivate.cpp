@@ -31,27 +31,26 @@ const NetlistIndex *RoutingPrivate::providerIndex() const
     return indexed ? indexed->netlistIndex() : nullptr;
 }
 
-template <typename Path>
-QList<Path> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
-                                   const NodeWithComponent &destination) const
+const NetlistIndex *RoutingPrivate::searchedIndex() const
 {
-    // The trace shows every net that an exhaustive search visits.
-    return search<Path>(isRoutingLogged() ? nullptr : providerIndex(), rulesOfSearch, source, destination);
+    return isRoutingLogged() ? nullptr : providerIndex();
 }
 
 template <typename Path>
-QList<Path> RoutingPrivate::search(const NetlistIndex *index, const RoutingRules &rulesOfSearch,
-                                   const NodeWithComponent &source, const NodeWithComponent &destination) const
+QList<Path> RoutingPrivate::search(const NetlistIndex &index, const ComponentRoles &roles,
+                                   const SearchRules &numbered) const
 {
     Interruption interruption(isCalledOff);
-    if (index) {
-        const SearchRules numbered(rulesOfSearch, *index, *source.node, *destination.node);
-        if (numbered.hasEnds()) {
-            const auto graph = index->crossingGraph(rulesOfSearch.roles);
-            PrunedPathSearch search(*index, *graph, numbered, interruption, std::is_same_v<Path, TracedPath>);
-            return pathsOf<Path>(search.run(), *index, interruption);
-        }
-    }
+    const auto graph = index.crossingGraph(roles);
+    PrunedPathSearch search(index, *graph, numbered, interruption, std::is_same_v<Path, TracedPath>);
+    return pathsOf<Path>(search.run(), index, interruption);
+}
+
+template <typename Path>
+QList<Path> RoutingPrivate::searchExhaustively(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                               const NodeWithComponent &destination) const
+{
+    Interruption interruption(isCalledOff);
     QList<Path> paths;
     PathSearch search(*provider, rulesOfSearch, interruption, source, destination.node);
     search.run([&] { paths.append(search.path<Path>()); });
@@ -63,11 +62,14 @@ QList<Path> RoutingPrivate::search(const NetlistIndex *index, const RoutingRules
     return paths;
 }
 
-template QList<RoutingPath> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
-                                                   const NodeWithComponent &destination) const;
-template QList<TracedPath> RoutingPrivate::search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
-                                                  const NodeWithComponent &destination) const;
-template QList<RoutingPath> RoutingPrivate::search(const NetlistIndex *index, const RoutingRules &rulesOfSearch,
-                                                   const NodeWithComponent &source,
-                                                   const NodeWithComponent &destination) const;
+template QList<RoutingPath> RoutingPrivate::search(const NetlistIndex &index, const ComponentRoles &roles,
+                                                   const SearchRules &numbered) const;
+template QList<TracedPath> RoutingPrivate::search(const NetlistIndex &index, const ComponentRoles &roles,
+                                                  const SearchRules &numbered) const;
+template QList<RoutingPath> RoutingPrivate::searchExhaustively(const RoutingRules &rulesOfSearch,
+                                                               const NodeWithComponent &source,
+                                                               const NodeWithComponent &destination) const;
+template QList<TracedPath> RoutingPrivate::searchExhaustively(const RoutingRules &rulesOfSearch,
+                                                              const NodeWithComponent &source,
+                                                              const NodeWithComponent &destination) const;
 }

@@ -14,6 +14,7 @@
 namespace Velk {
 
 class NetlistIndex;
+struct SearchRules;
 
 /// What a Routing was told, shared by its copies until one of them is told something else.
 class RoutingPrivate : public QSharedData
@@ -26,16 +27,17 @@ public:
     {
     }
 
-    /// The paths by these rules, as RoutingPath or TracedPath.
+    /// The paths between ends that the index has, as RoutingPath or TracedPath.
     template <typename Path>
-    QList<Path> search(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
-                       const NodeWithComponent &destination) const;
-    /// The same, exhaustively where there is no index.
+    QList<Path> search(const NetlistIndex &index, const ComponentRoles &roles, const SearchRules &numbered) const;
+    /// The same by asking the provider at each step.
     template <typename Path>
-    QList<Path> search(const NetlistIndex *index, const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
-                       const NodeWithComponent &destination) const;
+    QList<Path> searchExhaustively(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                   const NodeWithComponent &destination) const;
     /// That of the provider, null where it has none.
     const NetlistIndex *providerIndex() const;
+    /// The same; null while the trace is on, which shows every net that an exhaustive search visits.
+    const NetlistIndex *searchedIndex() const;
     bool isConnector(const EDAComponent &component) const
     {
         return connectorTypes.contains(component.type(), Qt::CaseInsensitive);
