@@ -37,11 +37,13 @@ QStringList painted(const Colour &colour, Colour::Role role, QStringList texts)
     return texts;
 }
 
-QString routeText(const RouteReport &report, const RoutingPath &path, const Colour &colour)
+/// The ends are painted already.
+QString routeText(const RouteReport &report, const QString &source, const RoutingPath &path, const QString &destination,
+                  const Colour &colour)
 {
-    QStringList stations = painted(colour, Colour::Role::Reference, refsOf(path.switchingComponents));
-    stations.prepend(colour.paint(Colour::Role::End, endText(report, report.source)));
-    stations.append(colour.paint(Colour::Role::End, endText(report, report.destination)));
+    QStringList stations{source};
+    stations += painted(colour, Colour::Role::Reference, refsOf(path.switchingComponents));
+    stations.append(destination);
     QString remarks = switchCount(path.switchingComponents.size());
     if (!path.additionalNodes.isEmpty()) {
         const QStringList pins = pinTexts(report.pinNames, path.additionalNodes);
@@ -98,10 +100,13 @@ QByteArray routesToText(const RouteReport &report, const Colour &colour)
         return printable(text).toUtf8() + '\n';
     }
     const auto numberWidth = QString::number(report.paths.size()).size();
+    const QString source = colour.paint(Colour::Role::End, endText(report, report.source));
+    const QString destination = colour.paint(Colour::Role::End, endText(report, report.destination));
     QByteArray text;
     for (qsizetype i = 0; i < report.paths.size(); ++i) {
         const QString number = QString::number(i + 1).rightJustified(numberWidth);
-        text += u"%1. %2\n"_s.arg(number, routeText(report, report.paths.at(i), colour)).toUtf8();
+        const QString route = routeText(report, source, report.paths.at(i), destination, colour);
+        text += u"%1. %2\n"_s.arg(number, route).toUtf8();
     }
     return text + countText(report.paths).toUtf8() + (report.areThereMore ? "; there are more\n" : "\n");
 }
