@@ -5,9 +5,11 @@
 #include "tests/support/TextTable.h"
 
 #include <velk/kicad/KiCadNetParser.h>
+#include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/kicad/KiCadReader.h>
 #include <velk/model/EDAException.h>
 
+#include <QBuffer>
 #include <QDirIterator>
 #include <QRandomGenerator>
 #include <QTest>
@@ -41,7 +43,7 @@ struct Outcome
     QString warnings; ///< or why it is
 };
 
-Outcome read(const QByteArray &netlist, KiCadReadingMode mode)
+Outcome readTree(const QByteArray &netlist, KiCadReadingMode mode)
 {
     KiCadReader reader(netlist, mode);
     if (reader.read() != KiCadNoError)
@@ -60,6 +62,18 @@ Outcome read(const QByteArray &netlist, KiCadReadingMode mode)
             return {{}, u"not complete: "_s + again.warnings().join(u"; "_s)};
     }
     return outcome;
+}
+
+// A file as a whole is never made into a tree.
+Outcome read(const QByteArray &netlist, KiCadReadingMode mode)
+{
+    QBuffer buffer;
+    buffer.setData(netlist);
+    const auto file = KiCadNetlistFile(&buffer, {}, mode).netlist();
+    const Outcome outcome = readTree(netlist, mode);
+    const bool isSame = file ? modelToText(*file) == outcome.model && file->warnings().join(u"; "_s) == outcome.warnings
+                             : outcome.model.isEmpty();
+    return isSame ? outcome : Outcome{{}, u"other than without a tree: "_s + outcome.warnings};
 }
 
 /// Those of the lines, separated by "; ", that the model lacks.
