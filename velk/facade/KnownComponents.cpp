@@ -22,7 +22,7 @@ QSharedPointer<EDAComponent> KnownComponents::firstWith(const Properties &proper
     const auto found = known.find(properties);
     if (found != known.end())
         return found->second;
-    const auto component = provider.getComponentByProperties(toQt(properties));
+    auto component = provider.getComponentByProperties(toQt(properties));
     if (known.size() == maxKnownComponents)
         known.clear();
     if (component)
