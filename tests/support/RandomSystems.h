@@ -83,7 +83,7 @@ inline void crowd(StubProvider &system, QRandomGenerator &random)
     };
     for (int i = 0; i < 10; ++i) {
         const QString relay = u"L%1"_s.arg(i);
-        system.add(relay, u"Relay"_s, {u"1"_s, u"2"_s});
+        system.add(relay, u"Relay"_s, i % 3 == 0 ? u"1 2 3 4 5 6 7 8 9"_s.split(u' ') : QStringList{u"1"_s, u"2"_s});
         place(relay, u"1"_s);
         place(relay, u"2"_s);
     }
