@@ -58,7 +58,7 @@ private:
         template <typename Tokens>
         typename Tokens::Token findIn(const Tokens &tokens, typename Tokens::Token parent) const
         {
-            typename Tokens::Token found;
+            typename Tokens::Token found = {};
             for (const typename Tokens::Token child : tokens.children(parent)) {
                 if (!matches(tokens, child))
                     continue;

@@ -65,7 +65,7 @@ QStringList KiCadRepair<Tokens>::run()
 template <typename Tokens>
 void KiCadRepair<Tokens>::mergeLists(const QString &name)
 {
-    Token first;
+    Token first = {};
     tokens.removeChildren(tokens.root(), [&](Token list) {
         if (tokens.name(list) != name)
             return false;

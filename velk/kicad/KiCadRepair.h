@@ -79,7 +79,7 @@ private:
     void warn(const QString &path, const QString &text);
 
     Tokens &tokens;
-    Token libparts;
+    Token libparts = {};
     bool hasParts = true; ///< listed in the file
     bool isOld = false;   ///< of KiCad 4 or 5, which write fields instead of properties, and "~" for no name
     /// By the names in the file. Of several with one name, the one that the parser keeps.

@@ -43,7 +43,7 @@ KiCadTokens::KiCadTokens()
 
 KiCadTokens::Token KiCadTokens::append(Token parent, QStringView name)
 {
-    const Token token(toNumber(entries.size()));
+    const auto token = static_cast<Token>(toNumber(entries.size()));
     entries.emplace_back(numberOfName(name), toNumber(valuesTaken), toNumber(values.size() - valuesTaken));
     valuesTaken = values.size();
     link(parent, token);
@@ -69,17 +69,17 @@ quint32 KiCadTokens::numberOfName(QStringView name)
 void KiCadTokens::setValue(Token token, QStringView value)
 {
     addToNextValue(value);
-    entries[token.index].valueStart = toNumber(valuesTaken);
-    entries[token.index].valueLength = toNumber(values.size() - valuesTaken);
+    entries[token].valueStart = toNumber(valuesTaken);
+    entries[token].valueLength = toNumber(values.size() - valuesTaken);
     valuesTaken = values.size();
 }
 
 void KiCadTokens::link(Token parent, Token child)
 {
-    Entry &entry = entries[parent.index];
-    (entry.firstChild == 0 ? entry.firstChild : entries[entry.lastChild].next) = child.index;
-    entry.lastChild = child.index;
-    entries[child.index].next = 0;
+    Entry &entry = entries[parent];
+    (entry.firstChild ? entries[entry.lastChild].next : entry.firstChild) = child;
+    entry.lastChild = child;
+    entries[child].next = {};
 }
 
 void KiCadTokens::appendChildren(Token token, Token other)
@@ -95,7 +95,7 @@ QSharedPointer<KiCadToken> KiCadTokens::toTreeToken(Token token) const
     auto made = QSharedPointer<KiCadToken>::create(name(token));
     made->value = text(token);
     qsizetype count = 0;
-    for (Token child = firstChild(token); child; child = next(child))
+    for (Token child = entries[token].firstChild; child; child = entries[child].next)
         ++count;
     if (count > 0)
         made->children.reserve(count);
@@ -112,16 +112,16 @@ QSharedPointer<KiCadToken> KiCadTokens::toTree() const
     if (!root())
         return {};
     auto tree = toTreeToken(root());
-    std::vector<OpenToken> open{{tree.data(), firstChild(root())}};
+    std::vector<OpenToken> open{{tree.data(), entries[root()].firstChild}};
     while (!open.empty()) {
         const auto [parent, child] = open.back();
         if (!child) {
             open.pop_back();
             continue;
         }
-        open.back().nextChild = next(child);
+        open.back().nextChild = entries[child].next;
         parent->children.append(toTreeToken(child));
-        if (const Token first = firstChild(child))
+        if (const Token first = entries[child].firstChild)
             open.push_back({parent->children.constLast().data(), first});
     }
     return tree;

@@ -18,22 +18,9 @@ namespace Velk {
 class KiCadTokens
 {
 public:
-    /// One of them, or none.
-    class Token
+    /// One of them by its number; 0 for none.
+    enum Token : quint32
     {
-    public:
-        Token() = default;
-        explicit operator bool() const { return index != 0; }
-        bool operator==(Token other) const { return index == other.index; }
-        bool operator!=(Token other) const { return index != other.index; }
-
-    private:
-        friend class KiCadTokens;
-        explicit Token(quint32 indexOfEntry)
-            : index(indexOfEntry)
-        {
-        }
-        quint32 index = 0;
     };
 
     /// The children of a token, for a range-based for; they may be given children meanwhile.
@@ -46,7 +33,7 @@ public:
         bool operator!=(const Children &other) const { return child != other.child; }
         Children &operator++()
         {
-            child = tokens.next(child);
+            child = tokens.entries[child].next;
             return *this;
         }
 
@@ -64,16 +51,16 @@ public:
     KiCadTokens();
 
     /// The first token outside all others.
-    Token root() const { return firstChild({}); }
-    bool hasSeveralRoots() const { return at({}).firstChild != at({}).lastChild; }
-    const QString &name(Token token) const { return names[at(token).name]; } ///< empty for none
+    Token root() const { return entries.front().firstChild; }
+    bool hasSeveralRoots() const { return entries.front().firstChild != entries.front().lastChild; }
+    const QString &name(Token token) const { return names[entries[token].name]; } ///< empty for none
     QStringView value(Token token) const
     {
-        return {values.data() + at(token).valueStart, static_cast<qsizetype>(at(token).valueLength)};
+        return {values.data() + entries[token].valueStart, static_cast<qsizetype>(entries[token].valueLength)};
     }
     /// The value, which may share its memory with equal ones; a null text for an empty one.
     QString text(Token token) const { return texts.textOf(value(token)); }
-    Children children(Token token) const { return {*this, firstChild(token)}; }
+    Children children(Token token) const { return {*this, entries[token].firstChild}; }
 
     /// Adds to the value of the token that is appended next.
     void addToNextValue(QStringView text) { values.append(text.utf16(), static_cast<std::size_t>(text.size())); }
@@ -96,23 +83,22 @@ private:
     struct Entry
     {
         Entry() = default;
+        // Made where it stands: to write it elsewhere and copy it slows all of loading by a tenth.
         Entry(quint32 nameOfToken, quint32 start, quint32 length)
             : name(nameOfToken)
             , valueStart(start)
             , valueLength(length)
         {
         }
+
         quint32 name = 0; ///< among the names
         quint32 valueStart = 0;
         quint32 valueLength = 0;
-        quint32 firstChild = 0; ///< 0 for none, likewise the next two
-        quint32 lastChild = 0;
-        quint32 next = 0; ///< child of the same parent
+        Token firstChild = {};
+        Token lastChild = {};
+        Token next = {}; ///< child of the same parent
     };
 
-    const Entry &at(Token token) const { return entries[token.index]; }
-    Token firstChild(Token token) const { return Token(at(token).firstChild); }
-    Token next(Token token) const { return Token(at(token).next); }
     quint32 numberOfName(QStringView name);
     void link(Token parent, Token child);
     QSharedPointer<KiCadToken> toTreeToken(Token token) const;
@@ -128,11 +114,11 @@ private:
 template <typename Predicate>
 void KiCadTokens::removeChildren(Token token, Predicate isUnwanted)
 {
-    Token child = firstChild(token);
-    entries[token.index].firstChild = 0;
-    entries[token.index].lastChild = 0;
+    Token child = entries[token].firstChild;
+    entries[token].firstChild = {};
+    entries[token].lastChild = {};
     while (child) {
-        const Token following = next(child);
+        const Token following = entries[child].next;
         if (!isUnwanted(child))
             link(token, child);
         child = following;

@@ -25,9 +25,7 @@ public:
             : token(pointer.data())
         {
         }
-        explicit operator bool() const { return token != nullptr; }
-        bool operator==(Token other) const { return token == other.token; }
-        bool operator!=(Token other) const { return token != other.token; }
+        operator KiCadToken *() const { return token; }
         KiCadToken *operator->() const { return token; }
 
     private:
