@@ -144,6 +144,9 @@ private Q_SLOTS:
             }
             QVERIFY(incomplete > 2);
         }
+        routing.setInterruption({});
+        routing.setMaxAdditionalNodesPerPath(any + 1); // there is no larger limit to look for
+        QCOMPARE(routing.explainNoPath({{u"Id"_s, u"U1"_s}}, u"1"_s, {{u"Id"_s, u"K1"_s}}, u"2"_s).shortest, 1);
     }
 
     // On systems where each node is a pin of its own; the search has its rules for others.

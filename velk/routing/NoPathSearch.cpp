@@ -136,7 +136,7 @@ std::optional<SufficientLimits> NoPathSearch::moreNodes() const
     if (!path)
         return {};
     int tooFew = std::max(limits().nodes, -1);
-    while (tooFew + 1 < path->additionalNodes.size()) {
+    while (tooFew < path->additionalNodes.size() - 1) { // there may be no number above it
         const int middle = tooFew + (static_cast<int>(path->additionalNodes.size()) - tooFew) / 2;
         const auto better = firstPath({limits().switches, middle});
         if (better)
