@@ -505,6 +505,22 @@ private Q_SLOTS:
         }
     }
 
+    // There are 400,000,000 paths, which neither time nor memory would suffice for.
+    void firstPathOverAComponentOfManyPins()
+    {
+        QStringList pins, nodes;
+        for (int i = 0; i < 40'000; ++i) {
+            pins.append(QString::number(i));
+            nodes.append(u"K1/"_s + pins.last());
+        }
+        const auto board = systemOf(u"U1 Source 1\nD1 DUT 1\nK1 Relay %1\nA: U1/1 %2\nB: D1/1 %3"_s.arg(
+            pins.join(u','), nodes.mid(20'000).join(u' '), nodes.mid(0, 20'000).join(u' ')));
+        MultipleEDAProvider joined({board.get()}, {});
+        Routing routing(&joined);
+        routing.setMaxPaths(1);
+        QCOMPARE(toTexts(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s)), QStringList{u"K1#1 |"_s});
+    }
+
     void isCalledOff()
     {
         const auto board = chain(100);

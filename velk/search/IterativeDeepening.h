@@ -3,6 +3,8 @@
 
 #include <QtGlobal>
 
+#include <limits>
+
 namespace Velk {
 
 /// The passes of a depth-first search that finds paths in the order of results and stops after so many.

@@ -5,53 +5,48 @@
 
 namespace Velk {
 
-LastCrossings::LastCrossings(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
-                             Interruption &searchInterruption, SearchMemory &searchMemory)
-    : index(netlist)
-    , graph(crossingGraph)
+LastCrossings::LastCrossings(const CrossingGraph &crossingGraph, Interruption &searchInterruption,
+                             SearchMemory &searchMemory)
+    : graph(crossingGraph)
     , interruption(searchInterruption)
     , memory(searchMemory)
 {
-    memory.nearNetNumbers.clear(index.netCount());
+    memory.nearNetNumbers.clear(graph.manyNets() + graph.junctionCount());
     memory.nearNets.clear();
     memory.lastRows.clear();
 }
 
-const NearNet &LastCrossings::of(int net)
+const NearNet &LastCrossings::pickedOut(int number, Elements<CrossingRow> rows)
 {
-    if (!memory.nearNetNumbers.has(net)) {
-        memory.nearNets.push_back(pickOut(net));
-        memory.nearNetNumbers.set(net, static_cast<int>(memory.nearNets.size()) - 1);
+    if (!memory.nearNetNumbers.has(number)) {
+        memory.nearNets.push_back(pickOut(rows));
+        memory.nearNetNumbers.set(number, static_cast<int>(memory.nearNets.size()) - 1);
     }
-    return memory.nearNets[static_cast<std::size_t>(memory.nearNetNumbers.value(net))];
+    return memory.nearNets[static_cast<std::size_t>(memory.nearNetNumbers.value(number))];
 }
 
-NearNet LastCrossings::pickOut(int net)
+// Rows over a junction are not multiplied out: of one with thousands of pins on each of two nets there are millions.
+NearNet LastCrossings::pickOut(Elements<CrossingRow> rows)
 {
-    const auto rows = graph.rowsOf(net);
     interruption.work(rows.size());
+    for (const CrossingRow &row : rows) {
+        if (graph.leadsToJunction(row))
+            ofJunction(row.exit); // now, so that the rows of the net follow one another
+    }
     NearNet result{memory.lastRows.size(), 0, Marks::unmarked};
     for (const CrossingRow &row : rows) {
-        const int switches = std::abs(memory.switches.value(row.net)); // also if it is on the branch just now
-        if (switches == 0)
+        if (leadsToDestination(row))
             memory.lastRows.push_back(row);
-        else
+        const int switches = std::abs(memory.switches.value(row.net)); // also if it is on the branch just now
+        if (switches > 0)
             result.switchesBeyond = std::min(result.switchesBeyond, switches);
-        if (graph.leadsToJunction(row))
-            pickOutOfJunction(row);
     }
     result.endRow = memory.lastRows.size();
     return result;
 }
 
-void LastCrossings::pickOutOfJunction(const CrossingRow &entry)
+bool LastCrossings::leadsToDestination(const CrossingRow &row)
 {
-    const auto exits = graph.rowsOfJunction(entry.exit);
-    interruption.work(exits.size());
-    const int terminal = index.numberedNode(entry.node).terminal;
-    for (const CrossingRow &exit : exits) {
-        if (memory.switches.value(exit.net) == 0 && exit.exit != terminal)
-            memory.lastRows.push_back({exit.net, exit.component, entry.node, exit.exit});
-    }
+    return graph.leadsToJunction(row) ? rowsOfJunction(row.exit).size() > 0 : memory.switches.value(row.net) == 0;
 }
 }

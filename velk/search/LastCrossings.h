@@ -1,7 +1,7 @@
 #ifndef VELK_SEARCH_LASTCROSSINGS_H
 #define VELK_SEARCH_LASTCROSSINGS_H
 
-#include <velk/index/NetlistIndex.h>
+#include <velk/index/CrossingGraph.h>
 #include <velk/search/Interruption.h>
 #include <velk/search/SearchMemory.h>
 
@@ -13,22 +13,27 @@ class LastCrossings
 {
 public:
     /// All of them must stay.
-    LastCrossings(const NetlistIndex &netlist, const CrossingGraph &crossingGraph, Interruption &searchInterruption,
-                  SearchMemory &searchMemory);
+    LastCrossings(const CrossingGraph &crossingGraph, Interruption &searchInterruption, SearchMemory &searchMemory);
 
     /// Of a net that needs one switch, once the switches of nets are known.
-    const NearNet &of(int net);
-    /// The rows to the destination, in the order of the net's, those over a junction being rows of their own.
+    const NearNet &of(int net) { return pickedOut(net, graph.rowsOf(net)); }
+    /// The rows to the destination, in the order of the net's, and those to a junction from which there are such rows.
     Elements<CrossingRow> rowsOf(const NearNet &net) const
     {
         return {memory.lastRows.data() + net.firstRow, memory.lastRows.data() + net.endRow};
     }
+    /// Those of a junction, once they were picked out for a net that leads to it.
+    Elements<CrossingRow> rowsOfJunction(int junction) { return rowsOf(ofJunction(junction)); }
 
 private:
-    NearNet pickOut(int net);
-    void pickOutOfJunction(const CrossingRow &entry);
+    const NearNet &ofJunction(int junction)
+    {
+        return pickedOut(graph.manyNets() + junction, graph.rowsOfJunction(junction));
+    }
+    const NearNet &pickedOut(int number, Elements<CrossingRow> rows);
+    NearNet pickOut(Elements<CrossingRow> rows);
+    bool leadsToDestination(const CrossingRow &row);
 
-    const NetlistIndex &index;
     const CrossingGraph &graph;
     Interruption &interruption;
     SearchMemory &memory;

@@ -11,7 +11,7 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGr
     , interruption(searchInterruption)
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
     , bounds(netlist, crossingGraph, searchRules, deepening, interruption, borrowed.memory())
-    , lastCrossings(netlist, crossingGraph, interruption, borrowed.memory())
+    , lastCrossings(crossingGraph, interruption, borrowed.memory())
     , paths(borrowed.memory().paths)
 {
     paths.setKeepsCrossings(keepsCrossings);
@@ -136,8 +136,26 @@ void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near
     for (const CrossingRow &row : rows) {
         if (isArrival(row, arrival))
             continue;
-        steps.last() = {row.component, {arrival.net, row.node, row.exit}};
-        keepPath(row.net);
+        if (graph.leadsToJunction(row)) {
+            keepPathsOverJunction(arrival.net, row);
+        } else {
+            steps.last() = {row.component, {arrival.net, row.node, row.exit}};
+            keepPath(row.net);
+        }
+        if (deepening.isComplete())
+            return;
+    }
+}
+
+void PrunedPathSearch::keepPathsOverJunction(int net, const CrossingRow &entry)
+{
+    const auto exits = lastCrossings.rowsOfJunction(entry.exit);
+    interruption.work(exits.size());
+    for (const CrossingRow &exit : exits) {
+        if (index.numberedNode(entry.node).terminal == exit.exit)
+            continue;
+        steps.last() = {exit.component, {net, entry.node, exit.exit}};
+        keepPath(exit.net);
         if (deepening.isComplete())
             return;
     }

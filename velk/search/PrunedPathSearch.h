@@ -62,6 +62,7 @@ private:
     void enterNet(const Arrival &arrival);
     void searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore);
     void keepPathsFrom(const Arrival &arrival, const NearNet &near);
+    void keepPathsOverJunction(int net, const CrossingRow &entry);
     void leaveNet();
     bool isArrival(const CrossingRow &row, const Arrival &arrival) const;
     void collectAdditionalNodes(const Arrival &arrival);

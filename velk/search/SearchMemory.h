@@ -20,7 +20,7 @@ struct Label
     int earlier; ///< number of the label of the same net before this one, or none
 };
 
-/// A net from which one switch leads to the destination.
+/// A net or a junction next to the destination.
 struct NearNet
 {
     std::size_t firstRow; ///< of those that lead to it, in SearchMemory::lastRows
@@ -35,9 +35,9 @@ struct SearchMemory
     Marks latestLabels; ///< of nets: number of the last label; unmarked where it is too far or collects too much
     Marks crossed;      ///< of junctions: the fewest additional nodes after which one was crossed
     std::vector<Label> labels;
-    Marks nearNetNumbers; ///< of nets: in the list
+    Marks nearNetNumbers; ///< of nets, and behind them of junctions: in the list
     std::vector<NearNet> nearNets;
-    std::vector<CrossingRow> lastRows; ///< those of one net after those of another
+    std::vector<CrossingRow> lastRows; ///< those of one net or junction after those of another
     FoundPaths paths;
 };
 
