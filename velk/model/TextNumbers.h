@@ -1,13 +1,12 @@
 #ifndef VELK_MODEL_TEXTNUMBERS_H
 #define VELK_MODEL_TEXTNUMBERS_H
 
-#include <QHashFunctions>
+#include <QHash>
 #include <QString>
 #include <QStringView>
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 #include <vector>
 
 namespace Velk {
@@ -38,6 +37,15 @@ inline std::size_t textHash(QStringView text, std::size_t seed) noexcept
     return static_cast<std::size_t>(mixed(hash, unitsAt(text.size() - 4)));
 }
 
+/// A text as a key of QHash.
+struct HashedText
+{
+    QStringView text;
+
+    friend bool operator==(HashedText a, HashedText b) { return a.text == b.text; }
+    friend std::size_t qHash(HashedText key, std::size_t seed) noexcept { return textHash(key.text, seed); }
+};
+
 /// Numbers texts from 0 in the order in which they come. Equal texts have one number. A \a Text is a QString, or a
 /// QStringView of a text that lives as long as the numbers are in use.
 template <typename Text>
@@ -49,71 +57,33 @@ public:
     void reserve(qsizetype count)
     {
         texts.reserve(static_cast<std::size_t>(count));
-        resizeTable(static_cast<std::size_t>(count));
+        numbers.reserve(count);
     }
 
     int count() const { return static_cast<int>(texts.size()); }
 
     /// Or none.
-    int numberOf(QStringView text) const { return places.empty() ? none : places[placeOf(text, hashOf(text))].number; }
+    int numberOf(QStringView text) const { return numbers.value({text}).number; }
 
     /// The number of the text, which is given one if it has none yet.
     int add(const Text &text)
     {
-        if (texts.size() * 2 >= places.size())
-            resizeTable(texts.size() * 2 + 1);
-        const quint32 hash = hashOf(text);
-        Place &place = places[placeOf(text, hash)];
-        if (place.number == none) {
-            place = {hash, count()};
+        Numbered &numbered = numbers[{text}];
+        if (numbered.number == none) {
+            numbered.number = count();
             texts.push_back(text);
         }
-        return place.number;
+        return numbered.number;
     }
 
 private:
-    struct Place
+    struct Numbered
     {
-        quint32 hash;
-        int number; ///< none where the place is free
+        int number = none;
     };
 
-    quint32 hashOf(QStringView text) const { return static_cast<quint32>(textHash(text, seed)); }
-
-    /// Where the text is, or the free place for it.
-    std::size_t placeOf(QStringView text, quint32 hash) const
-    {
-        const std::size_t mask = places.size() - 1;
-        std::size_t i = hash & mask;
-        while (places[i].number != none && (places[i].hash != hash || !isSame(textOf(places[i]), text)))
-            i = (i + 1) & mask;
-        return i;
-    }
-
-    // At most half of the places are taken.
-    void resizeTable(std::size_t textCount)
-    {
-        std::size_t size = 4;
-        while (size < textCount * 2)
-            size *= 2;
-        const auto former = std::exchange(places, std::vector<Place>(size, Place{0, none}));
-        for (const Place &place : former) {
-            if (place.number != none)
-                places[placeOf(textOf(place), place.hash)] = place;
-        }
-    }
-
-    // Short texts: a call of Qt's comparison takes longer than comparing them.
-    static bool isSame(QStringView a, QStringView b)
-    {
-        return a.size() == b.size() && std::equal(a.utf16(), a.utf16() + a.size(), b.utf16());
-    }
-
-    QStringView textOf(const Place &place) const { return texts[static_cast<std::size_t>(place.number)]; }
-
-    const std::size_t seed = QHashSeed::globalSeed();
-    std::vector<Place> places; ///< as many as a power of two; a text is in that of its hash or the next that was free
-    std::vector<Text> texts;   ///< by number
+    QHash<HashedText, Numbered> numbers;
+    std::vector<Text> texts; ///< by number; they keep what the keys see
 };
 }
 
