@@ -11,8 +11,8 @@
 
 namespace Velk {
 
-/// Takes a few nanoseconds for a short text, where qHash() with a seed may take a hundred. With a seed that nobody
-/// knows, nobody can choose texts that all have the same hash.
+/// Takes a few nanoseconds for a short text, where qHash() with a seed may take a hundred. The seed, which nobody
+/// knows, keeps others from simply choosing texts of one hash.
 inline std::size_t textHash(QStringView text, std::size_t seed) noexcept
 {
     const auto mixed = [](quint64 hash, quint64 units) {
