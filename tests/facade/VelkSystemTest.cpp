@@ -10,6 +10,7 @@
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
+#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
@@ -150,6 +151,19 @@ private Q_SLOTS:
         for (auto &thread : threads)
             thread.join();
         QCOMPARE(equal.load(), 80);
+    }
+
+    void takesTheFirstOfPinsOfOneNumber()
+    {
+        QFile file(folder.filePath(u"pins.net"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(
+            R"((export (components (comp (ref "U1") (value "") (libsource (part "S")))) (libparts (libpart (part "S")
+            (pins (pin (num "1") (name "A") (type "")) (pin (num "1") (name "B") (type "")))))
+            (nets (net (name "N") (node (ref "U1") (pin "1"))))))");
+        file.close();
+        const VelkSystem system({file.fileName().toStdString()});
+        QVERIFY(system.net("N") == (VelkNetInfo{"N#1", {{"U1#1", {"1", "A", ""}}}}));
     }
 
     void tellsWhatItHolds()
