@@ -23,10 +23,11 @@ QSharedPointer<EDAComponent> KnownComponents::firstWith(const Properties &proper
     if (found != known.end())
         return found->second;
     auto component = provider.getComponentByProperties(toQt(properties));
+    if (!component)
+        return component;
     if (known.size() == maxKnownComponents)
         known.clear();
-    if (component)
-        known.emplace(properties, component);
+    known.emplace(properties, component);
     return component;
 }
 
