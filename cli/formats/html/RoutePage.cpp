@@ -2,10 +2,8 @@
 
 #include "cli/formats/Json.h"
 #include "cli/formats/NoRouteText.h"
+#include "cli/formats/html/Page.h"
 
-#include <QCryptographicHash>
-#include <QFile>
-#include <QJsonDocument>
 #include <QMap>
 
 #include <algorithm>
@@ -51,7 +49,6 @@ public:
     {
     }
 
-    // A data element ends at "</script" and knows no escapes but those of JSON.
     QByteArray toText()
     {
         QJsonObject members{
@@ -70,12 +67,7 @@ public:
         members.insert(u"nets"_s, nets.rows);
         members.insert(u"crossings"_s, crossings.rows);
         members.insert(u"connections"_s, connections.rows);
-        const QByteArray text = QJsonDocument(members)
-                                    .toJson(QJsonDocument::Compact)
-                                    .replace('<', "\\u003c")
-                                    .replace("\u2028", "\\u2028")
-                                    .replace("\u2029", "\\u2029");
-        return text.chopped(1) + ",\"routes\":[" + routes + "]}";
+        return toPageData(members).chopped(1) + ",\"routes\":[" + routes + "]}";
     }
 
 private:
@@ -180,44 +172,12 @@ private:
     JsonTable<std::tuple<const EDANet *, const EDANet *, QString, QString, QString>> crossings;
     JsonTable<std::tuple<const EDANet *, QString, QString>> connections;
 };
-
-QByteArray pageFile(const QString &name)
-{
-    QFile file(u":/routepage/"_s + name);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the page lacks %s", qPrintable(name));
-    return file.readAll();
-}
-
-QByteArray script()
-{
-    QByteArray text;
-    for (const QString &name :
-         {u"text.js"_s, u"routes.js"_s, u"list.js"_s, u"diagram.js"_s, u"steps.js"_s, u"page.js"_s})
-        text += pageFile(name);
-    return text;
-}
-
-// In the security policy, so that the browser runs nothing else, whatever a netlist holds.
-QByteArray sourceHash(const QByteArray &text)
-{
-    return "'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
-}
 }
 
 QByteArray routesToPage(const RouteReport &report)
 {
-    const QByteArray styleText = pageFile(u"page.css"_s);
-    const QByteArray scriptText = script();
-    const QMap<QByteArray, QByteArray> parts{{"style", styleText},
-                                             {"style-hash", sourceHash(styleText)},
-                                             {"script", scriptText},
-                                             {"script-hash", sourceHash(scriptText)},
-                                             {"data", PageData(report).toText()}};
-    QByteArray page;
-    const auto pieces = pageFile(u"page.html"_s).split('@'); // every other one is the name of a part
-    for (qsizetype i = 0; i < pieces.size(); ++i)
-        page += i % 2 == 0 ? pieces.at(i) : parts.value(pieces.at(i));
-    return page;
+    const QStringList scripts{u"text.js"_s, u"theme.js"_s,   u"boards.js"_s, u"routes.js"_s,
+                              u"list.js"_s, u"diagram.js"_s, u"steps.js"_s,  u"page.js"_s};
+    return pageOf({u"page.html"_s, {u"page.css"_s}, scripts}, PageData(report).toText());
 }
 }

@@ -135,34 +135,6 @@ async function copy(text) {
     byId('copied').textContent = 'Copied';
 }
 
-function stored(theme) {
-    try {
-        if (theme)
-            localStorage.setItem('velk-theme', theme);
-        return localStorage.getItem('velk-theme');
-    } catch { // nor does every one keep anything for it
-        return theme;
-    }
-}
-
-function setTheme(theme) {
-    document.documentElement.dataset.theme = theme;
-    byId('theme').textContent = theme === 'dark' ? 'Light' : 'Dark';
-    byId('theme').setAttribute('aria-label', theme === 'dark' ? 'Use light colours' : 'Use dark colours');
-}
-
-function addTheme() {
-    const dark = matchMedia('(prefers-color-scheme: dark)');
-    const preferred = () => stored() ?? (dark.matches ? 'dark' : 'light');
-    dark.addEventListener('change', () => setTheme(preferred()));
-    byId('theme').addEventListener('click', () => {
-        const theme = document.documentElement.dataset.theme === 'dark' ? 'light' : 'dark';
-        stored(theme);
-        setTheme(theme);
-    });
-    setTheme(preferred());
-}
-
 function addControls() {
     byId('print').addEventListener('click', () => print());
     byId('previous').addEventListener('click', () => list.step(-1));
