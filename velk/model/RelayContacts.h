@@ -18,7 +18,7 @@ struct Contact
 struct ContactPosition
 {
     QString name;          ///< as the drawing has it; may be empty
-    QList<Contact> closed; ///< in the order in which they are written or, where they follow from the pins, of these
+    QList<Contact> closed; ///< as they are written or, where they follow from the pins, by contact set
 };
 
 /// What a relay can do.
