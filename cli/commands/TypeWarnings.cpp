@@ -1,5 +1,7 @@
 #include "cli/commands/TypeWarnings.h"
 
+#include "cli/commands/RelayOptions.h"
+
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/naming/Suggestions.h>
 
@@ -28,7 +30,7 @@ QString emptyTypeWarning(const QString &option, int withoutType)
 }
 
 QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &options,
-                         const std::vector<std::string> &dutTypes)
+                         const std::vector<std::string> &dutTypes, const std::vector<std::string> &passiveTypes)
 {
     const NetlistOptions defaults;
     auto counts = countsByType(provider);
@@ -51,6 +53,7 @@ QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &opti
     check(u"--switchable"_s, options.switchableTypes, defaults.switchableTypes);
     check(u"--interface"_s, options.interfaceTypes, defaults.interfaceTypes);
     check(u"--dut-type"_s, dutTypes, {EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE.toStdString()});
+    check(u"--passive"_s, passiveTypes, RelayOptions().passiveTypes);
     return warnings;
 }
 }

@@ -8,10 +8,11 @@
 namespace VelkCli {
 
 /// A line for each type that the arguments name and no component has, with the types that there are, and for an empty
-/// one, with what it means. The defaults need not occur. \a dutTypes are those of the option --dut-type, where there is
-/// one.
+/// one, with what it means. The defaults need not occur. \a dutTypes and \a passiveTypes are those of the options
+/// --dut-type and --passive, where there are such.
 QStringList typeWarnings(const Velk::EDAProvider &provider, const NetlistOptions &options,
-                         const std::vector<std::string> &dutTypes = {});
+                         const std::vector<std::string> &dutTypes = {},
+                         const std::vector<std::string> &passiveTypes = {});
 }
 
 #endif

@@ -1,0 +1,79 @@
+#include "cli/commands/RelayOptions.h"
+
+#include "cli/commands/CsvFile.h"
+#include "cli/terminal/CommandError.h"
+#include "cli/terminal/Message.h"
+#include "cli/terminal/Progress.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+/// The last line is the one that ends the command.
+void refuseErrors(const QList<PositionsError> &errors)
+{
+    constexpr qsizetype most = 10;
+    QStringList lines;
+    for (const PositionsError &error : errors.first(std::min(errors.size(), most)))
+        lines.append(error.message());
+    if (errors.size() > most)
+        lines.append(u"%1 more relays whose positions are wrong"_s.arg(errors.size() - most));
+    for (const QString &line : lines.first(lines.size() - 1))
+        printMessage(u"velk: "_s + line);
+    throw CommandError{lines.last()};
+}
+}
+
+RelayOptions::RelayOptions()
+{
+    for (const QString &type : SwitchingTypes().passives)
+        passiveTypes.push_back(type.toStdString());
+}
+
+void RelayOptions::addTo(CLI::App &command)
+{
+    addRepeatable(command, "--relays", tables,
+                  "Table of what relays can do, by their parts: a CSV file with the columns part and positions")
+        ->type_name("FILE");
+    addRepeatable(command, "--passive", passiveTypes, "CompType that always couples all its pins, as fuses do")
+        ->type_name("TYPE")
+        ->capture_default_str();
+}
+
+QStringList RelayOptions::files() const
+{
+    return toQStringList(tables);
+}
+
+QList<RelayTable> RelayOptions::readTables() const
+{
+    QList<RelayTable> result;
+    for (const QString &file : files())
+        result.append(RelayTable(readCsv(file)));
+    return result;
+}
+
+SwitchingTypes RelayOptions::types(const NetlistOptions &netlistOptions) const
+{
+    return {toQStringList(passiveTypes), toQStringList(netlistOptions.switchableTypes),
+            toQStringList(netlistOptions.interfaceTypes)};
+}
+
+SwitchingModel loadSwitching(const EDAProvider &netlist, const NetlistOptions &netlistOptions,
+                             const RelayOptions &relayOptions)
+{
+    const auto tables = relayOptions.readTables();
+    Progress::begin(u"finding out what the relays can do"_s);
+    SwitchingModel model(netlist, relayOptions.types(netlistOptions), tables);
+    if (!model.errors().isEmpty())
+        refuseErrors(model.errors());
+    return model;
+}
+}

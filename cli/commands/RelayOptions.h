@@ -1,0 +1,33 @@
+#ifndef VELK_CLI_COMMANDS_RELAYOPTIONS_H
+#define VELK_CLI_COMMANDS_RELAYOPTIONS_H
+
+#include "cli/commands/Options.h"
+
+#include <velk/switching/SwitchingModel.h>
+
+namespace VelkCli {
+
+/// The options of every command that knows what relays do.
+struct RelayOptions
+{
+    std::vector<std::string> tables;
+    std::vector<std::string> passiveTypes;
+
+    /// With the types that the library has as defaults.
+    RelayOptions();
+    void addTo(CLI::App &command);
+    /// Of --relays, for checkFiles().
+    QStringList files() const;
+    /// Throws a CommandError for one that cannot be read, and an EDAException for one that is wrong.
+    QList<Velk::RelayTable> readTables() const;
+    /// By these options and by those of the other types.
+    Velk::SwitchingTypes types(const NetlistOptions &netlistOptions) const;
+};
+
+/// The netlist as its relays make it. Prints what is wrong with the positions of relays, and throws a CommandError
+/// then.
+Velk::SwitchingModel loadSwitching(const Velk::EDAProvider &netlist, const NetlistOptions &netlistOptions,
+                                   const RelayOptions &relayOptions);
+}
+
+#endif
