@@ -2,6 +2,7 @@
 #include "tests/support/TextTable.h"
 
 #include <velk/model/EDAException.h>
+#include <velk/switching/PositionText.h>
 #include <velk/switching/RelayPositions.h>
 
 #include <QTest>
@@ -19,16 +20,6 @@ QSharedPointer<EDAPart> partOf(const QString &name, const QString &library, cons
     return part;
 }
 
-QString toText(const ContactPosition &position)
-{
-    QStringList words;
-    if (!position.name.isEmpty())
-        words.append(position.name + u':');
-    for (const Contact &contact : position.closed)
-        words.append(contact.pin + u'-' + contact.otherPin);
-    return words.join(u' ');
-}
-
 QString toText(const RelayPositions &found)
 {
     static const QStringList rules{u"field"_s,    u"table"_s,     u"pin numbers"_s, u"pin names"_s,
@@ -36,10 +27,7 @@ QString toText(const RelayPositions &found)
     if (found.error)
         return u"column %1: %2"_s.arg(QString::number(found.error->column), found.error->problem);
     const QString rule = rules.at(static_cast<int>(found.rule));
-    QStringList positions;
-    for (const ContactPosition &position : found.positions)
-        positions.append(toText(position));
-    return positions.isEmpty() ? rule : u"%1: %2"_s.arg(rule, positions.join(u" / "_s)).simplified();
+    return found.positions.isEmpty() ? rule : rule + u": "_s + positionsText(found.positions);
 }
 
 RelayPositions positionsBy(const QByteArray &table, const QString &field, const QString &part, const QString &library)
@@ -66,6 +54,12 @@ private Q_SLOTS:
         if (!field.isEmpty())
             relay.properties.insert(u"Positions"_s, field.replace(u'_', u"  "_s));
         QTEST(toText(positionsOf(relay, partOf(u"P"_s, {}, pins), {})), "expected");
+    }
+
+    void positionsAreWrittenAsTheyAreRead()
+    {
+        for (const QString &text : {u"/ 1-2"_s, u"1-2 /"_s, u"1-2 C-1 / 1-C C-2"_s, u"off: / CH 1: C-1 / / 1-2"_s})
+            QCOMPARE(positionsText(readPositions(text, {u"1"_s, u"2"_s, u"C"_s}).positions), text);
     }
 
     void unknownPart()

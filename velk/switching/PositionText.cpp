@@ -1,5 +1,7 @@
 #include <velk/switching/PositionText.h>
 
+#include <QStringList>
+
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -37,14 +39,15 @@ private:
     void readPosition(qsizetype begin, qsizetype end)
     {
         ContactPosition position;
-        const qsizetype colon = text.indexOf(u':', begin);
-        if (colon >= 0 && colon < end) {
-            position.name = text.mid(begin, colon - begin).trimmed();
+        const qsizetype nameSize = QStringView(text).mid(begin, end - begin).indexOf(u':');
+        if (nameSize >= 0) {
+            position.name = text.mid(begin, nameSize).trimmed();
+            begin += nameSize;
             if (position.name.isEmpty()) {
-                refuse(colon, u"expected a name before ':'"_s);
+                refuse(begin, u"expected a name before ':'"_s);
                 return;
             }
-            begin = colon + 1;
+            ++begin;
         }
         while (const auto contact = nextContact(begin, end))
             position.closed.append(*contact);
@@ -101,5 +104,19 @@ private:
 PositionText readPositions(const QString &text, const QSet<QString> &pinNumbers)
 {
     return PositionReader(text, pinNumbers).read();
+}
+
+QString positionsText(const QList<ContactPosition> &positions)
+{
+    QStringList words;
+    for (qsizetype i = 0; i < positions.size(); ++i) {
+        if (i > 0)
+            words.append(u"/"_s);
+        if (!positions.at(i).name.isEmpty())
+            words.append(positions.at(i).name + u':');
+        for (const Contact &contact : positions.at(i).closed)
+            words.append(contact.pin + u'-' + contact.otherPin);
+    }
+    return words.join(u' ');
 }
 }

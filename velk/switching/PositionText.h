@@ -25,6 +25,10 @@ struct PositionText
 /// that opens, "11-12 21-22 / 11-14 21-24" a double changeover, "/ CH1: C-1 / CH2: C-2" a multiplexer. There have to be
 /// two positions at least, and the two pins of a pair have to be different ones that the part has.
 VELK_EXPORT PositionText readPositions(const QString &text, const QSet<QString> &pinNumbers);
+
+/// The text that readPositions() reads as \a positions, with blanks between pairs: "11-12 21-22 / 11-14 21-24".
+/// Positions that follow from the pins may have numbers that no such text can hold, as "A-1".
+VELK_EXPORT QString positionsText(const QList<ContactPosition> &positions);
 }
 
 #endif

@@ -200,12 +200,16 @@ std::optional<RelayTable::Row> rowFor(const EDAComponent &relay, const QSharedPo
 }
 }
 
+QString PositionsError::description() const
+{
+    if (place.isEmpty())
+        return problem;
+    return u"%1, column %2 of '%3': %4"_s.arg(place, QString::number(column), text, problem);
+}
+
 QString PositionsError::message() const
 {
-    const QString names = components.join(u", "_s);
-    if (place.isEmpty())
-        return u"%1: %2"_s.arg(names, problem);
-    return u"%1: %2, column %3 of '%4': %5"_s.arg(names, place, QString::number(column), text, problem);
+    return u"%1: %2"_s.arg(components.join(u", "_s), description());
 }
 
 RelayPositions positionsOf(const EDAComponent &relay, const QSharedPointer<EDAPart> &part,

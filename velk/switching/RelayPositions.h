@@ -37,7 +37,9 @@ struct VELK_EXPORT PositionsError
     qsizetype column;       ///< where it is wrong, counted from 1; 0 for gangs
     QString problem;        ///< "expected PIN-PIN, not '12'"
 
-    /// "K5#2: field Positions, column 3 of '/ 12': expected PIN-PIN, not '12'".
+    /// "field Positions, column 3 of '/ 12': expected PIN-PIN, not '12'".
+    QString description() const;
+    /// The same behind the references: "K5#2: field Positions, ...".
     QString message() const;
 };
 
