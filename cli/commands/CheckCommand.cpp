@@ -50,8 +50,7 @@ CheckCommand::CheckCommand(CLI::App &app)
         "as joined nets, goes when all of them are left out.\n\n"
         "Exit status: 0 nothing is found, 1 something is, 2 wrong usage or unreadable input.\n\n" +
         exampleHeading +
-        "  velk check --ignore poles-or-coil examples/demo/instruments.net examples/demo/matrix.net "
-        "examples/demo/adapter.net");
+        "  velk check examples/demo/instruments.net examples/demo/matrix.net examples/demo/adapter.net");
 }
 
 bool CheckCommand::isChosen() const

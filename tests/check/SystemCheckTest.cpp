@@ -50,6 +50,8 @@ QStringList findingsIn(QString boards)
         check.addFile(netlist.fileName(), netlist.repetitions());
     if (options.contains(u"--switchable"_s))
         check.setComponentTypesThatAreSwitchable(options[u"--switchable"_s]);
+    if (options.contains(u"--passive"_s))
+        check.setComponentTypesThatArePassive(options[u"--passive"_s]);
     if (options.contains(u"--dut-type"_s))
         check.setComponentTypesDut(options[u"--dut-type"_s]);
     check.setIgnored(options[u"--ignore"_s]);
@@ -146,6 +148,7 @@ private Q_SLOTS:
         SystemCheck check(system);
         QCOMPARE(check.componentTypesThatAreSwitchable(), (QStringList{u"Relay"_s, u"Resistor"_s}));
         QCOMPARE(check.componentTypesDut(), QStringList{u"Dut"_s});
+        QCOMPARE(check.componentTypesThatArePassive(), QStringList{u"Resistor"_s});
         SystemCheck copy = check;
         copy.setComponentTypesThatAreInterfaces({u"Load"_s});
         QCOMPARE(copy.componentTypesThatAreInterfaces(), QStringList{u"Load"_s});
@@ -153,6 +156,22 @@ private Q_SLOTS:
         check.setIgnored({u"no-type"_s});
         QCOMPARE(check.ignored(), QStringList{u"no-type"_s});
         QVERIFY(check.findings().isEmpty());
+    }
+
+    void takesPositionsFromTables()
+    {
+        const auto board = systemOf(u"K1 Relay 1,2,3\nR1 Resistor 1,2,3\nA: K1/1 R1/1\nB: K1/2 R1/2\nC: K1/3 R1/3"_s);
+        const MultipleEDAProvider system({board.get()}, {});
+        SystemCheck check(system);
+        QCOMPARE(check.findings().value(0, {FindingCode::NoType, {}, {}}).name(), u"positions-unknown"_s);
+        check.setRelayTables({RelayTable(CsvTable("part,positions\n*,1-2 / 1-3", u"relays.csv"_s))});
+        QVERIFY(check.findings().isEmpty());
+        check.setRelayTables({RelayTable(CsvTable("part,positions\n*,1-4 /", u"relays.csv"_s))});
+        QCOMPARE(check.relayTables().size(), 1);
+        const auto findings = check.findings();
+        QCOMPARE(findings.size(), 1);
+        QCOMPARE(findings[0].name(), u"positions-wrong"_s);
+        QCOMPARE(findings[0].message(), u"K1#1: relays.csv:2, column 1 of '1-4 /': the part has no pin '4'"_s);
     }
 
     void takesNetlistsThatLackParts()

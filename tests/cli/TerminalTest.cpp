@@ -46,7 +46,7 @@ private Q_SLOTS:
         static const QRegularExpression codes(u"\x1b\\[[0-9;]*m"_s);
         QCOMPARE(shown.remove(codes), velk(list.split(u' ')).output);
 
-        QVERIFY(onTerminal(u"check --ignore poles-or-coil "_s + demo.first(2).join(u' '))
+        QVERIFY(onTerminal(u"check "_s + demo.first(2).join(u' '))
                     .startsWith(u"\x1b[1midentifier-once\x1b[0m: 1 finding\n  \x1b[36mX2#2\x1b[0m: no other "_s));
     }
 

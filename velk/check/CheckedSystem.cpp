@@ -21,9 +21,14 @@ bool ComponentTypes::isSwitchable(const EDAComponent &component) const
     return switchables.contains(component.type(), Qt::CaseInsensitive);
 }
 
+bool ComponentTypes::isRelay(const EDAComponent &component) const
+{
+    return isSwitchable(component) && !passives.contains(component.type(), Qt::CaseInsensitive);
+}
+
 QStringList ComponentTypes::known() const
 {
-    return connectors + switchables + interfaces + duts +
+    return connectors + switchables + passives + interfaces + duts +
            QStringList{EDAApplicationIniGenerator::DEFAULT_SOURCE_COMPONENT_TYPE};
 }
 

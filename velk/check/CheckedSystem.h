@@ -18,9 +18,12 @@ struct ComponentTypes
     QStringList switchables;
     QStringList interfaces;
     QStringList duts;
+    QStringList passives; ///< of the switchable ones
 
     bool isConnector(const EDAComponent &component) const;
     bool isSwitchable(const EDAComponent &component) const;
+    /// Switchable and not passive.
+    bool isRelay(const EDAComponent &component) const;
     /// All of the above and that of sources.
     QStringList known() const;
 };

@@ -36,9 +36,19 @@ constexpr Kind kinds[] = {
     {FindingCode::ConnectorPinsSwapped, "connector-pins-swapped",
      "Look at the pins of both connectors; nets of one name meet at most others, but at these each meets "
      "another's."},
-    {FindingCode::PolesOrCoil, "poles-or-coil",
-     "Draw each pole as a component of its own, and the coil as one with another CompType or none; routes cross a "
-     "component from any pin to any other."},
+    {FindingCode::PositionsWrong, "positions-wrong",
+     "Write the positions as PIN-PIN pairs, with '/' between the positions and the one at rest first; routes and "
+     "states "
+     "are refused until then."},
+    {FindingCode::GangDiffers, "gang-differs",
+     "Give the relays of a Gang the same number of positions; routes and states are refused until then."},
+    {FindingCode::CoilCrossed, "coil-crossed",
+     "Number the coil's pins A1 and A2 and those of the contacts as in 11 12 14, or list the positions in a field "
+     "Positions."},
+    {FindingCode::PositionsUnknown, "positions-unknown",
+     "List the positions in a field Positions or a table of relays, or number the pins as in 11 12 14."},
+    {FindingCode::GangOnce, "gang-once",
+     "Give all relays that are one the same Gang, on one sheet; a relay by itself needs none."},
     {FindingCode::IdentifierOnce, "identifier-once",
      "Give all boards of the system, and both connectors the same Identifier; nothing is plugged in here."},
     {FindingCode::ConnectorPinsDiffer, "connector-pins-differ",
@@ -46,7 +56,7 @@ constexpr Kind kinds[] = {
     {FindingCode::NoType, "no-type",
      "Give the component a CompType; no route passes through it, and it is no source, DUT or connector."},
     {FindingCode::NotPopulated, "not-populated",
-     "Give what is not there another CompType; the mark of the schematic takes nothing out of the system."},
+     "Give what is not there another CompType; the mark parts no connectors, and ways as drawn lead through it."},
     {FindingCode::SimilarNames, "similar-names",
      "Write the name as it is written elsewhere; names are compared letter by letter."},
     {FindingCode::PinOnNoNet, "pin-on-no-net",

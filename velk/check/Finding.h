@@ -20,11 +20,15 @@ enum class FindingCode
     IdentifierOnOtherType,   ///< that of a connector
     NodeOnTwoNets,           ///< a pin that several nets name
     ConnectorPinsSwapped,    ///< by the names of their nets
-    PolesOrCoil,             ///< of a relay, which routes cross
+    PositionsWrong,          ///< of a relay, by a text that cannot be read
+    GangDiffers,             ///< of relays, since their numbers of positions do
+    CoilCrossed,             ///< of a relay, by routes
+    PositionsUnknown,        ///< of a relay, which routes cross as it is drawn
+    GangOnce,                ///< of a relay that is the only one in it
     IdentifierOnce,          ///< of a connector into which nothing is plugged
     ConnectorPinsDiffer,     ///< of two that are plugged together
     NoType,                  ///< of a component on nets
-    NotPopulated,            ///< but taken as if it were
+    NotPopulated,            ///< but there in ways as drawn, or joined
     SimilarNames,            ///< probably meant to be the same
     PinOnNoNet,              ///< of a component that can be switched through
     SourceWithoutDevice,     ///< which its INI entries lack

@@ -51,6 +51,7 @@ private:
     const QStringList readKeys{EDAComponent::TYPE,   EDAComponent::IDENTIFER,     EDAComponent::BENCH,
                                EDAComponent::DEVICE, EDAComponent::DEVICE_NUMBER, EDAComponent::CHANNEL,
                                EDAComponent::GROUP};
+    const QStringList keysOfRelays{u"Gang"_s, u"Positions"_s}; ///< which mean nothing on others
     const CheckedSystem &system;
     QList<SingleFinding> findings;
     int groups = 0;
@@ -84,16 +85,21 @@ void NameChecks::findPropertyNames()
         for (auto it = properties.keyBegin(); it != properties.keyEnd(); ++it)
             uses[*it].append(i);
     }
+    const QStringList knownKeys = readKeys + keysOfRelays;
     for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
-        if (readKeys.contains(use.key()))
+        if (knownKeys.contains(use.key()))
             continue;
-        const auto known = std::find_if(readKeys.cbegin(), readKeys.cend(), [&](const QString &key) {
+        const auto known = std::find_if(knownKeys.cbegin(), knownKeys.cend(), [&](const QString &key) {
             return use.key() != key + u's' && resembles(use.key(), key, 1);
         });
-        if (known == readKeys.cend())
+        if (known == knownKeys.cend())
             continue;
         QList<int> lacking = use.value();
-        lacking.removeIf([&](int component) { return !system.component(component).property(*known).isEmpty(); });
+        lacking.removeIf([&](int number) {
+            const auto &component = system.component(number);
+            const bool isReadThere = readKeys.contains(*known) || system.types().isRelay(component);
+            return !isReadThere || !component.property(*known).isEmpty();
+        });
         if (!lacking.isEmpty())
             add(u"property"_s, use.key(), *known, lacking);
     }

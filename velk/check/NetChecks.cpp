@@ -1,8 +1,8 @@
 #include <velk/check/NetChecks.h>
 
-#include <QHash>
+#include <velk/check/PinFindings.h>
+
 #include <QMap>
-#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -32,17 +32,23 @@ QList<SingleFinding> componentsWithoutType(const CheckedSystem &system)
     return findings;
 }
 
-/// KiCad marks them by a property without a value.
+/// KiCad marks them by a property, from which routes cannot tell an own field of that name.
 QList<SingleFinding> unpopulated(const CheckedSystem &system)
 {
-    const QString mark = u"dnp"_s;
-    QStringList refs;
+    QStringList connectors;
+    QStringList switchables;
     for (const auto &component : system.allComponents()) {
-        const bool isMarked = component->properties.contains(mark) && component->property(mark).isEmpty();
-        if (isMarked && (system.types().isSwitchable(*component) || system.types().isConnector(*component)))
-            refs.append(component->ref);
+        if (!component->properties.contains(u"dnp"_s))
+            continue;
+        if (system.types().isConnector(*component))
+            connectors.append(component->ref);
+        else if (system.types().isSwitchable(*component))
+            switchables.append(component->ref);
     }
-    return findingsOfEach(FindingCode::NotPopulated, refs, u"marked as not populated, but taken as if it were"_s, 1);
+    return findingsOfEach(FindingCode::NotPopulated, connectors, u"marked as not populated, but joined all the same"_s,
+                          1) +
+           findingsOfEach(FindingCode::NotPopulated, switchables,
+                          u"marked as not populated, and left out of all but ways as drawn"_s, 2);
 }
 
 /// In the order of the part, if that is known. The pins that lie on nets are sorted.
@@ -59,44 +65,6 @@ QStringList pinsOnNoNet(const QSharedPointer<EDAPart> &part, const QStringList &
     return pins;
 }
 
-QStringList netsAt(const CheckedSystem &system, int component, const QSet<QString> &pins)
-{
-    QStringList nets;
-    for (const auto &node : system.nodesOf(component)) {
-        if (pins.contains(node.pin))
-            nets.append(system.net(node.net).name);
-    }
-    return nets;
-}
-
-/// One group for all switchable components of a part with the same such pins: all relays may lack their coils.
-template <typename PinsOf>
-QList<SingleFinding> pinFindings(const CheckedSystem &system, FindingCode code, const QString &text, PinsOf pinsOf)
-{
-    QMap<std::pair<QString, QStringList>, QList<int>> components;
-    for (int i = 0; i < system.componentCount(); ++i) {
-        const auto &component = system.component(i);
-        if (!system.types().isSwitchable(component))
-            continue;
-        const QStringList pins = pinsOf(i);
-        if (!pins.isEmpty())
-            components[{component.part, pins}].append(i);
-    }
-    QList<SingleFinding> findings;
-    int group = 0;
-    for (auto it = components.cbegin(); it != components.cend(); ++it) {
-        const QStringList &pins = it.key().second;
-        auto ofEach = findingsOfEach(code, system.refsOf(it.value()), text + listedPins(pins), ++group);
-        const QSet<QString> pinSet(pins.cbegin(), pins.cend());
-        for (qsizetype i = 0; i < ofEach.size(); ++i) {
-            ofEach[i].nets = netsAt(system, it.value().at(i), pinSet);
-            ofEach[i].pins = pins;
-        }
-        findings += ofEach;
-    }
-    return findings;
-}
-
 QList<SingleFinding> unconnectedPins(const CheckedSystem &system)
 {
     QMap<std::pair<QString, QStringList>, QStringList> known; // thousands of components may have a part of many pins
@@ -110,12 +78,6 @@ QList<SingleFinding> unconnectedPins(const CheckedSystem &system)
             return *found;
         return *known.insert({part, pinsOnNets}, pinsOnNoNet(system.netlists().getPartByName(part), pinsOnNets));
     });
-}
-
-/// How KiCad calls the net of a pin at which nothing is drawn but perhaps a cross.
-bool isOfUnwiredPin(const EDANet &net)
-{
-    return net.name.startsWith(u"unconnected-("_s);
 }
 
 QList<SingleFinding> lonelyPins(const CheckedSystem &system)
@@ -138,56 +100,6 @@ QList<SingleFinding> lonelyPins(const CheckedSystem &system)
     };
     return findLonely(FindingCode::PinAloneOnNet, u"nothing else on the net at "_s, false) +
            findLonely(FindingCode::PinNotWired, u"nothing is drawn at "_s, true);
-}
-
-bool looksLikeCoil(const EDAPin &pin)
-{
-    return pin.number.contains(u"coil"_s, Qt::CaseInsensitive) || pin.name.contains(u"coil"_s, Qt::CaseInsensitive);
-}
-
-/// The numbers of those pins that are called so, or A1 and A2, as coils are by IEC.
-QSet<QString> coilPins(const EDAPart &part)
-{
-    QSet<QString> coil;
-    QHash<QString, QString> numbers;
-    for (const auto &pin : part.pins) {
-        if (looksLikeCoil(*pin))
-            coil.insert(pin->number);
-        numbers.insert(pin->name.toUpper(), pin->number);
-    }
-    for (const auto &pin : part.pins)
-        numbers.insert(pin->number.toUpper(), pin->number);
-    if (numbers.contains(u"A1"_s) && numbers.contains(u"A2"_s))
-        coil << numbers.value(u"A1"_s) << numbers.value(u"A2"_s);
-    return coil;
-}
-
-/// What a route crosses although no relay connects it.
-QList<SingleFinding> polesAndCoils(const CheckedSystem &system)
-{
-    QHash<QString, QSet<QString>> coils; // by part
-    const auto parts = system.netlists().getParts();
-    for (const auto &part : parts)
-        coils.insert(part->name, coilPins(*part));
-    const auto wiredPins = [&](int component, bool isOfCoil) {
-        const auto coil = coils.value(system.component(component).part);
-        QMap<QString, int> nets;
-        for (const auto &node : system.nodesOf(component)) {
-            if (coil.contains(node.pin) == isOfCoil && !isOfUnwiredPin(system.net(node.net)))
-                nets.insert(node.pin, system.joinedNet(node.net));
-        }
-        return nets;
-    };
-    const auto pinsOfCoil = [&](int component) { return QStringList(wiredPins(component, true).keys()); };
-    const auto pinsOfPoles = [&](int component) {
-        constexpr qsizetype mostOfAPole = 3; // of a changeover contact
-        const auto nets = wiredPins(component, false);
-        const QSet<int> distinct(nets.cbegin(), nets.cend());
-        return distinct.size() > mostOfAPole ? QStringList(nets.keys()) : QStringList();
-    };
-    return pinFindings(system, FindingCode::PolesOrCoil, u"routes may cross to a coil, as it seems, at "_s,
-                       pinsOfCoil) +
-           pinFindings(system, FindingCode::PolesOrCoil, u"routes may cross between any two of its "_s, pinsOfPoles);
 }
 
 QList<SingleFinding> nodesOnTwoNets(const CheckedSystem &system)
@@ -224,6 +136,6 @@ QList<SingleFinding> nodesOnTwoNets(const CheckedSystem &system)
 QList<SingleFinding> netFindings(const CheckedSystem &system)
 {
     return componentsWithoutType(system) + unpopulated(system) + unconnectedPins(system) + nodesOnTwoNets(system) +
-           polesAndCoils(system) + lonelyPins(system);
+           lonelyPins(system);
 }
 }

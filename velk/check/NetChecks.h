@@ -6,8 +6,8 @@
 
 namespace Velk {
 
-/// Components that routes do not see as they are drawn: those without a type, those with pins on no net, on two or
-/// alone on one, and relays with more than one pole or with a coil.
+/// Components that routes do not see as they are drawn: those without a type, those that are not populated, and those
+/// with pins on no net, on two or alone on one.
 QList<SingleFinding> netFindings(const CheckedSystem &system);
 }
 

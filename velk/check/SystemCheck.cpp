@@ -7,6 +7,7 @@
 #include <velk/check/IniChecks.h>
 #include <velk/check/NameChecks.h>
 #include <velk/check/NetChecks.h>
+#include <velk/check/RelayChecks.h>
 #include <velk/check/SwappedPins.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
 #include <velk/routing/Routing.h>
@@ -25,19 +26,22 @@ public:
         , types{joined.connectorTypes(),
                 {Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY, Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR},
                 {Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT},
-                {EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE}}
+                {EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE},
+                SwitchingTypes().passives}
     {
     }
 
     QList<SingleFinding> run() const
     {
         const CheckedSystem checked(system, types);
+        const SwitchingModel model(system, {types.passives, types.switchables, types.interfaces}, relayTables);
         return fileFindings(files) + connectorFindings(checked) + swappedPinFindings(checked) + netFindings(checked) +
-               nameFindings(checked) + iniFindings(checked);
+               relayFindings(checked, model) + nameFindings(checked) + iniFindings(checked);
     }
 
     const MultipleEDAProvider &system;
     ComponentTypes types;
+    QList<RelayTable> relayTables;
     QList<CheckedFile> files;
     QStringList ignored;
 };
@@ -81,6 +85,11 @@ void SystemCheck::setComponentTypesDut(const QStringList &types)
     d->types.duts = types;
 }
 
+void SystemCheck::setComponentTypesThatArePassive(const QStringList &types)
+{
+    d->types.passives = types;
+}
+
 QStringList SystemCheck::componentTypesThatAreSwitchable() const
 {
     return d->types.switchables;
@@ -94,6 +103,21 @@ QStringList SystemCheck::componentTypesThatAreInterfaces() const
 QStringList SystemCheck::componentTypesDut() const
 {
     return d->types.duts;
+}
+
+QStringList SystemCheck::componentTypesThatArePassive() const
+{
+    return d->types.passives;
+}
+
+void SystemCheck::setRelayTables(const QList<RelayTable> &tables)
+{
+    d->relayTables = tables;
+}
+
+QList<RelayTable> SystemCheck::relayTables() const
+{
+    return d->relayTables;
 }
 
 void SystemCheck::setIgnored(const QStringList &texts)

@@ -5,6 +5,7 @@
 #include <velk/check/Finding.h>
 #include <velk/kicad/KiCadRepetition.h>
 #include <velk/provider/MultipleEDAProvider.h>
+#include <velk/switching/RelayTable.h>
 
 #include <QList>
 #include <QSharedDataPointer>
@@ -46,9 +47,18 @@ public:
     /// Replaces the types that are DUTs.
     void setComponentTypesDut(const QStringList &types);
 
+    /// Replaces the types that conduct at all times, as resistors do; other switchable ones are relays.
+    void setComponentTypesThatArePassive(const QStringList &types);
+
     QStringList componentTypesThatAreSwitchable() const; ///< as they were set
     QStringList componentTypesThatAreInterfaces() const; ///< as they were set
     QStringList componentTypesDut() const;               ///< as they were set
+    QStringList componentTypesThatArePassive() const;    ///< as they were set
+
+    /// Tells the positions of relays by their parts, see positionsOf(); at first only those of the table that is built
+    /// in are known.
+    void setRelayTables(const QList<RelayTable> &tables);
+    QList<RelayTable> relayTables() const; ///< as they were set
 
     /// Leaves out what is accepted. A text is "CODE", for all that is found under a code, or "CODE:NAME", for what is
     /// found at a component, a net or what else is a finding's place: NAME is compared exactly, with "#n" or without,
