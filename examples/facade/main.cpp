@@ -1,4 +1,4 @@
-// Prints the routes from the positive output of power supply 1 to the supply pin of the DUT on bench 1. Uses
+// Prints the routes from the positive output of power supply 1 to the supply pin of the DUT on bench 2. Uses
 // the facade only, so nothing of Qt is seen here.
 //
 //     facade-example instruments.net matrix.net adapter.net
@@ -14,7 +14,7 @@ int main(int argc, char **argv)
     try {
         const Velk::VelkRouting routing(std::vector<std::string>(argv + 1, argv + argc));
         const auto routes =
-            routing.getRoutes({{"Dev", "PSU"}, {"DevNo", "1"}}, "OUT+", {{"CompType", "DUT"}, {"Bench", "1"}}, "VCC");
+            routing.getRoutes({{"Dev", "PSU"}, {"DevNo", "1"}}, "OUT+", {{"CompType", "DUT"}, {"Bench", "2"}}, "VCC");
         for (const auto &route : routes) {
             std::cout << "switch on:";
             for (const auto &component : route.switchingComponents)
