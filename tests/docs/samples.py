@@ -66,7 +66,8 @@ class Session:
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="velk-docs-"))
         shutil.copytree(ROOT / "examples", self.folder / "examples")
-        (self.folder / "tests").symlink_to(ROOT / "tests")
+        for name in ("tests", "velk"):
+            (self.folder / name).symlink_to(ROOT / name)
 
     def run(self, commands):
         """The output and the exit status of each."""
