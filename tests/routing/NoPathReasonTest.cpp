@@ -1,4 +1,5 @@
 #include "tests/support/PlainProvider.h"
+#include "tests/support/RandomContacts.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
@@ -22,7 +23,7 @@ constexpr int any = std::numeric_limits<int>::max() - 1;
 class RandomSearch
 {
 public:
-    explicit RandomSearch(quint32 seed)
+    explicit RandomSearch(quint32 seed, bool hasContacts = false)
         : random(seed)
         , boards(randomBoards(random))
         , netlist({boards[0].get(), boards[1].get()}, {u"Connector"_s})
@@ -33,6 +34,8 @@ public:
         , maxSwitches(random.bounded(20) == 0 ? any + 1 : random.bounded(-2, 4))
         , maxNodes(random.bounded(-2, 3))
     {
+        if (hasContacts)
+            routing.setRelayContacts(randomContacts(netlist, random));
         routing.setMaxSwitchingComponentsPerPath(maxSwitches);
         routing.setMaxAdditionalNodesPerPath(maxNodes);
     }
@@ -43,21 +46,26 @@ public:
     NoPathReason reasonOnAnyProvider()
     {
         Routing other(&plain);
+        other.setRelayContacts(routing.relayContacts());
         other.setMaxSwitchingComponentsPerPath(maxSwitches);
         other.setMaxAdditionalNodesPerPath(maxNodes);
         return other.explainNoPathBetween(source, u"1"_s, destination, u"1"_s);
     }
 
     /// All routes within these limits, by the search that knows no bounds.
-    QList<RoutingPath> routes(int switches, int nodes)
-    {
-        Routing unbounded(&plain);
-        unbounded.setMaxSwitchingComponentsPerPath(switches);
-        unbounded.setMaxAdditionalNodesPerPath(nodes);
-        return unbounded.findPathsBetween(source, u"1"_s, destination, u"1"_s);
-    }
+    QList<TracedPath> routes(int switches, int nodes) { return routes(switches, nodes, routing.relayContacts()); }
+    QList<TracedPath> routesAsDrawn(int switches, int nodes) { return routes(switches, nodes, {}); }
 
 private:
+    QList<TracedPath> routes(int switches, int nodes, const RelayContactsPointer &contacts)
+    {
+        Routing unbounded(&plain);
+        unbounded.setRelayContacts(contacts);
+        unbounded.setMaxSwitchingComponentsPerPath(switches);
+        unbounded.setMaxAdditionalNodesPerPath(nodes);
+        return unbounded.findTracedPathsBetween(source, u"1"_s, destination, u"1"_s);
+    }
+
     QRandomGenerator random;
     const std::vector<std::unique_ptr<StubProvider>> boards;
 
@@ -84,12 +92,20 @@ class NoPathReasonTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void agreesWithTheSearch_data()
+    {
+        QTest::addColumn<bool>("hasContacts");
+        QTest::newRow("as drawn") << false;
+        QTest::newRow("realizable") << true;
+    }
     void agreesWithTheSearch()
     {
+        QFETCH(bool, hasContacts);
         int unconnected = 0;
+        int unrealizable = 0;
         QMap<QString, int> counts; // of what was found to help
         for (quint32 seed = 0; seed < 1500; ++seed) {
-            RandomSearch random(seed);
+            RandomSearch random(seed, hasContacts);
             if (!random.routes(random.maxSwitches, random.maxNodes).isEmpty())
                 continue;
             const QByteArray place = "seed " + QByteArray::number(seed);
@@ -98,9 +114,15 @@ private Q_SLOTS:
             QVERIFY2(other.shortest == reason.shortest && namesOf(other.fromSource) == namesOf(reason.fromSource) &&
                          other.sufficientLimits.size() == reason.sufficientLimits.size(),
                      place);
-            QVERIFY2(reason.isComplete && reason.isConnected == !random.routes(any, any).isEmpty(), place);
+            QVERIFY2(reason.isComplete && reason.isConnected == !random.routesAsDrawn(any, any).isEmpty(), place);
             if (!*reason.isConnected) {
                 ++unconnected;
+                continue;
+            }
+            QVERIFY2(!hasContacts || reason.isRealizable == !random.routes(any, any).isEmpty(), place);
+            QVERIFY2(isRight(random, reason), place);
+            if (reason.isRealizable == false) {
+                ++unrealizable;
                 continue;
             }
             QStringList expected;
@@ -117,7 +139,8 @@ private Q_SLOTS:
             }
             QVERIFY2(found == expected, place + ": " + found.join(u' ').toUtf8());
         }
-        QVERIFY(unconnected > 100 && counts[u"switches"_s] > 100 && counts[u"nodes"_s] > 100);
+        QVERIFY(unconnected > 100 && hasContacts == (unrealizable > 100) && counts[u"switches"_s] > 100 &&
+                counts[u"nodes"_s] > 100);
         QVERIFY(counts[u"both"_s] > 10);
     }
 
@@ -280,13 +303,65 @@ private:
         return result;
     }
 
+    /// Whether the conflict is of the first way as drawn, and between steps of it that no position makes.
+    static bool isRight(RandomSearch &random, const NoPathReason &reason)
+    {
+        const auto ways = random.routesAsDrawn(random.maxSwitches, random.maxNodes);
+        if (!reason.conflict)
+            return ways.isEmpty();
+        const auto &[path, steps] = *reason.conflict;
+        const auto relays = *random.routing.relayContacts();
+        const int gang = relays[steps.first().component->ref].gang;
+        int before = -1;
+        for (const TracedStep &step : steps) {
+            const auto isStep = [&](const TracedStep &other) {
+                return other.net == step.net && other.component == step.component && other.entryPin == step.entryPin &&
+                       other.exitPin == step.exitPin;
+            };
+            const auto found = std::find_if(path.steps.cbegin() + before + 1, path.steps.cend(), isStep);
+            if (found == path.steps.cend() || relays[step.component->ref].gang != gang ||
+                step.position != lowestPosition(random, {step}))
+                return false;
+            before = static_cast<int>(found - path.steps.cbegin());
+        }
+        const bool isOne = steps.size() == 1;
+        return lowestPosition(random, steps) < 0 && isOne == (steps.first().position < 0) &&
+               (ways.isEmpty() || netsOf(ways.first()) == netsOf(path));
+    }
+
+    static QList<const EDANet *> netsOf(const TracedPath &path)
+    {
+        QList<const EDANet *> nets{path.lastNet.data()};
+        for (const TracedStep &step : path.steps)
+            nets.append(step.net.data());
+        return nets;
+    }
+
+    static int lowestPosition(const RandomSearch &random, const QList<TracedStep> &steps)
+    {
+        const auto relays = *random.routing.relayContacts();
+        for (int position = 0; position < 6; ++position) {
+            const auto isClosed = [&](const TracedStep &step) {
+                const auto part = random.netlist.getPartByName(step.component->part);
+                const auto closed = relays[step.component->ref].positions.value(position).closed;
+                return part->getPinByNumber(step.entryPin) &&
+                       std::any_of(closed.cbegin(), closed.cend(), [&](const Contact &contact) {
+                           return QSet{contact.pin, contact.otherPin} == QSet{step.entryPin, step.exitPin};
+                       });
+            };
+            if (std::all_of(steps.cbegin(), steps.cend(), isClosed))
+                return position;
+        }
+        return -1;
+    }
+
     /// Which limits were widened; another text where there is no such route or a lower limit would do.
     static QString verified(RandomSearch &random, const SufficientLimits &limits)
     {
         const int switches = limits.maxSwitchingComponents;
         const int nodes = limits.maxAdditionalNodes;
         const auto routes = random.routes(switches, nodes);
-        if (routes.isEmpty() || routes.first().switchingComponents.size() != limits.switchingComponents ||
+        if (routes.isEmpty() || routes.first().steps.size() != limits.switchingComponents ||
             routes.first().additionalNodes.size() != limits.additionalNodes)
             return u"no such route"_s;
         const bool moreSwitches = switches != random.maxSwitches;

@@ -1,5 +1,6 @@
 #include "tests/support/Copies.h"
 #include "tests/support/PlainProvider.h"
+#include "tests/support/RandomContacts.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
@@ -39,14 +40,16 @@ QStringList toTexts(const QList<RoutingPath> &paths)
     return texts;
 }
 
-/// "N0 K1/1/2 N3 K2/1/2 N4 | U3/1@N3": the same with the pins and nets.
+/// "N0 K1/1/2 N3 K2/1/2=0 N4 | U3/1@N3": the same with the pins and nets and, where they are told, positions.
 QStringList toTexts(const QList<TracedPath> &paths)
 {
     QStringList texts;
     for (const auto &path : paths) {
         QStringList words;
-        for (const TracedStep &step : path.steps)
-            words += {step.net->name, u"%1/%2/%3"_s.arg(step.component->ref, step.entryPin, step.exitPin)};
+        for (const TracedStep &step : path.steps) {
+            const QString position = step.position < 0 ? QString() : u"=%1"_s.arg(step.position);
+            words += {step.net->name, u"%1/%2/%3"_s.arg(step.component->ref, step.entryPin, step.exitPin) + position};
+        }
         words += {path.lastNet->name, u"|"_s};
         for (const auto &[node, net] : path.additionalNodes)
             words.append(u"%1/%2@%3"_s.arg(node->ref, node->pin, net->name));
@@ -64,6 +67,48 @@ QList<RoutingPath> untraced(const QList<TracedPath> &paths)
             result.last().switchingComponents.append(step.component);
         for (const auto &node : path.additionalNodes)
             result.last().additionalNodes.append(node.node);
+    }
+    return result;
+}
+
+bool isClosed(const RelayContacts &relay, qsizetype position, const TracedStep &step)
+{
+    const auto closed = relay.positions.value(position).closed;
+    return std::any_of(closed.cbegin(), closed.cend(), [&](const Contact &contact) {
+        return (contact.pin == step.entryPin && contact.otherPin == step.exitPin) ||
+               (contact.pin == step.exitPin && contact.otherPin == step.entryPin);
+    });
+}
+
+/// The lowest position of the gang that makes all the steps over its relays, found by trying them; -1 if none does.
+int positionFor(int gang, const QList<TracedStep> &steps, const RelayContactMap &relays)
+{
+    for (int position = 0; position < 6; ++position) {
+        if (std::all_of(steps.cbegin(), steps.cend(), [&](const TracedStep &step) {
+                const auto relay = relays.constFind(step.component->ref);
+                return relay == relays.cend() || relay->gang != gang || isClosed(*relay, position, step);
+            }))
+            return position;
+    }
+    return -1;
+}
+
+/// Those of the paths as drawn that some state makes. A pin that the part lacks is no contact.
+QList<TracedPath> filteredByStates(QList<TracedPath> paths, const RelayContactMap &relays, const EDAProvider &netlist)
+{
+    QList<TracedPath> result;
+    for (TracedPath &path : paths) {
+        bool isPossible = true;
+        for (TracedStep &step : path.steps) {
+            const auto relay = relays.constFind(step.component->ref);
+            if (relay == relays.cend())
+                continue;
+            step.position = positionFor(relay->gang, path.steps, relays);
+            const bool hasPin = netlist.getPartByName(step.component->part)->getPinByNumber(step.entryPin) != nullptr;
+            isPossible = isPossible && step.position >= 0 && hasPin;
+        }
+        if (isPossible)
+            result.append(path);
     }
     return result;
 }
@@ -186,11 +231,15 @@ public:
         , maxSwitches(random.bounded(8) == 0 ? 2147483646 + random.bounded(2) : random.bounded(-1, 7))
         , maxNodes(random.bounded(8) == 0 ? 2147483646 : random.bounded(-1, 7))
         , destination(random.bounded(2) == 0 ? toD1 : Properties{{u"Side"_s, u"2"_s}})
+        , contacts(randomContacts(joined, random))
     {
     }
 
     QStringList onIndex(qsizetype maxPaths = 0) { return findPaths(joined, maxPaths); }
     QStringList onAnyProvider(qsizetype maxPaths = 0) { return findPaths(plain, maxPaths); }
+    QStringList realizableOnIndex(qsizetype maxPaths = 0) { return toTexts(trace(joined, maxPaths, contacts)); }
+    QStringList realizableOnAnyProvider(qsizetype maxPaths) { return toTexts(trace(plain, maxPaths, contacts)); }
+    QStringList filteredPaths() { return toTexts(filteredByStates(trace(joined, 0, {}), *contacts, joined)); }
     QString differenceText(const QStringList &found, const QStringList &expected) const
     {
         return u"seed %1:\n%2\nfound:\n%3\nexpected:\n%4"_s.arg(seed).arg(netsToText(joined.getNets()),
@@ -198,7 +247,7 @@ public:
     }
 
 private:
-    QStringList findPaths(EDAProvider &provider, qsizetype maxPaths) const
+    Routing routingOn(EDAProvider &provider, qsizetype maxPaths) const
     {
         Routing routing(&provider);
         routing.setMaxSwitchingComponentsPerPath(maxSwitches);
@@ -206,9 +255,28 @@ private:
         routing.setMaxPaths(maxPaths);
         if (seed % 3 == 0)
             routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s, QString()});
-        const auto paths = routing.findTracedPaths(fromU1, u"1"_s, destination, u"1"_s);
+        return routing;
+    }
+
+    QList<TracedPath> trace(EDAProvider &provider, qsizetype maxPaths, const RelayContactsPointer &relays) const
+    {
+        Routing routing = routingOn(provider, maxPaths);
+        routing.setRelayContacts(relays);
+        return routing.findTracedPaths(fromU1, u"1"_s, destination, u"1"_s);
+    }
+
+    QStringList findPaths(EDAProvider &provider, qsizetype maxPaths) const
+    {
+        const auto paths = trace(provider, maxPaths, {});
+        Routing routing = routingOn(provider, maxPaths);
+        routing.setRelayContacts(contacts); // not to be heeded
         const bool isSame = toTexts(untraced(paths)) == toTexts(routing.findPaths(fromU1, u"1"_s, destination, u"1"_s));
-        return isSame ? toTexts(paths) : QStringList{u"findPaths differs"_s};
+        if (!isSame)
+            return {u"findPaths differs"_s};
+        const auto count = routing.countPathsBetween(provider.getComponentByProperties(fromU1), u"1"_s,
+                                                     provider.getComponentByProperties(destination), u"1"_s);
+        const bool isBounded = maxPaths > 0 && count >= maxPaths;
+        return paths.size() == (isBounded ? maxPaths : count) ? toTexts(paths) : QStringList{u"another number"_s};
     }
 
     const quint32 seed;
@@ -219,6 +287,7 @@ private:
     const int maxSwitches;
     const int maxNodes;
     const Properties destination;
+    const RelayContactsPointer contacts;
 };
 
 /// The paths, "PATH" for a direct one, or what is missing.
@@ -293,6 +362,20 @@ private Q_SLOTS:
         const auto netlist = systemOf(input);
         const auto found = onBothSearches(
             *netlist, [](const Routing &routing) { return routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s); });
+        QTEST(found.first(), "expected");
+        QCOMPARE(found.last(), found.first());
+    }
+
+    void findsRealizablePaths_data() { addCasesFrom("realizable_cases.txt"); }
+    void findsRealizablePaths()
+    {
+        QFETCH(QString, input);
+        const auto netlist = systemOf(input.section(u"\n--"_s, 0, 0));
+        const auto contacts = contactsOf(input.section(u"\n--"_s, 1));
+        const auto found = onBothSearches(*netlist, [&](Routing &routing) {
+            routing.setRelayContacts(contacts);
+            return routing.findTracedPaths(fromU1, u"1"_s, toD1, u"1"_s);
+        });
         QTEST(found.first(), "expected");
         QCOMPARE(found.last(), found.first());
     }
@@ -487,6 +570,24 @@ private Q_SLOTS:
             }
         }
         QVERIFY(cut > 1200); // the bounds do leave paths out
+    }
+
+    void realizablePathsAreThoseThatAStateMakes()
+    {
+        qsizetype total = 0;
+        for (quint32 seed = 0; seed < 3000; ++seed) {
+            RandomQuery query(seed);
+            const auto expected = query.filteredPaths();
+            const auto found = query.realizableOnIndex();
+            QVERIFY2(found == expected, qPrintable(query.differenceText(found, expected)));
+            const qsizetype bound = 1 + seed % 5;
+            for (const auto &first : {query.realizableOnIndex(bound), query.realizableOnAnyProvider(bound)})
+                QVERIFY2(first == expected.mid(0, bound), qPrintable(query.differenceText(first, expected)));
+            if (seed % 4 == 0)
+                QCOMPARE(query.realizableOnAnyProvider(0), expected);
+            total += expected.size();
+        }
+        QVERIFY(total > 3000);
     }
 
     // The stack would not hold as many calls, nor would there be time for as many passes.

@@ -2,8 +2,14 @@
 #define VELK_INDEX_CROSSINGGRAPH_H
 
 #include <velk/index/ComponentRoles.h>
+#include <velk/index/ContactTable.h>
+#include <velk/index/Elements.h>
+#include <velk/model/RelayContacts.h>
+
+#include <QSharedPointer>
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace Velk {
@@ -26,18 +32,6 @@ struct InterfaceNode
     int terminal;
 };
 
-/// Elements that follow one another in memory.
-template <typename Element>
-struct Elements
-{
-    const Element *first;
-    const Element *last; ///< behind them
-
-    const Element *begin() const { return first; }
-    const Element *end() const { return last; }
-    std::size_t size() const { return static_cast<std::size_t>(last - first); }
-};
-
 /// A netlist as a search sees it that knows what is switchable and what an interface: which net leads to which others,
 /// in rows that follow one another. They are in the order of the net's nodes, for a node in that of the component's
 /// pins. A row leads neither back to its net nor out of the terminal by which the component was entered.
@@ -45,12 +39,24 @@ struct Elements
 /// Most switches have a few pins and each a row for every way over them. One of many pins, on as many nets, would have
 /// the square of their number; it is a junction instead, to which a net has one row, and which has a row for each exit.
 /// So is one with hidden nets (see NetlistIndex), from which rows lead that have none in the other direction.
+///
+/// Where the contacts of relays are given, these have rows over their contacts alone, whichever position closes them. A
+/// terminal of many contacts, as the common one of a multiplexer, is a junction then, and so is each of a relay with
+/// hidden nets.
 class CrossingGraph
 {
 public:
-    CrossingGraph(const NetlistIndex &index, const ComponentRoles &roles);
+    /// Without \a relayContacts, all relays connect all their pins.
+    CrossingGraph(const NetlistIndex &index, const ComponentRoles &roles,
+                  const QSharedPointer<const RelayContactMap> &relayContacts);
 
-    const ComponentRoles &roles() const { return componentRoles; }
+    bool isFor(const ComponentRoles &roles, const QSharedPointer<const RelayContactMap> &relayContacts) const
+    {
+        return relays.data() == relayContacts.data() && componentRoles == roles;
+    }
+
+    /// Null where no contacts are given.
+    const ContactTable *contacts() const { return contactTable ? &*contactTable : nullptr; }
 
     Elements<CrossingRow> rowsOf(int net) const
     {
@@ -88,6 +94,8 @@ private:
     static std::size_t toSize(int number) { return static_cast<std::size_t>(number); }
 
     const ComponentRoles componentRoles;
+    const QSharedPointer<const RelayContactMap> relays; ///< kept, so that no other gets its address
+    std::optional<ContactTable> contactTable;
     std::vector<NumberedNet> nets;      ///< and one more
     std::vector<CrossingRow> rows;      ///< of the nets, then of the junctions
     std::vector<std::size_t> junctions; ///< first row of each, and one more

@@ -154,7 +154,7 @@ void NetlistIndex::prepareSearches()
 
 NumberedNode NetlistIndex::numberedNode(const QString &ref, const QString &pinNumber) const
 {
-    return numberedNode(refs.numberOf(ref), pinNumber);
+    return numberedNode(componentNumber(ref), pinNumber);
 }
 
 NumberedNode NetlistIndex::numberedNode(int component, const QString &pinNumber) const

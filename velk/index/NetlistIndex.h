@@ -67,6 +67,8 @@ public:
     /// The nodes of a net are firstNode(net) to firstNode(net + 1) - 1.
     int firstNode(int net) const { return firstNodes[toSize(net)]; }
     const NumberedNode &numberedNode(int node) const { return nodes[toSize(node)]; }
+    /// Or none.
+    int componentNumber(const QString &ref) const { return refs.numberOf(ref); }
     NumberedNode numberedNode(const QString &ref, const QString &pinNumber) const;
     /// The same for the number of a component, or none.
     NumberedNode numberedNode(int component, const QString &pinNumber) const;
@@ -92,10 +94,12 @@ public:
     int identifierOf(int component) const { return numberedComponents[toSize(component)].identifier; }
     int identifierCount() const { return identifiers.count(); }
 
-    /// For a search by these roles, made when the first one asks; to be asked only if hasTerminals().
-    std::shared_ptr<const CrossingGraph> crossingGraph(const ComponentRoles &roles) const
+    /// For a search by these roles and, where they are given, these contacts of relays, made when the first one asks;
+    /// to be asked only if hasTerminals().
+    std::shared_ptr<const CrossingGraph> crossingGraph(const ComponentRoles &roles,
+                                                       const QSharedPointer<const RelayContactMap> &relayContacts) const
     {
-        return crossingGraphs.graphFor(roles, *this);
+        return crossingGraphs.graphFor(roles, relayContacts, *this);
     }
 
     const QSharedPointer<EDAComponent> &component(int number) const { return components[toSize(number)]; }

@@ -4,6 +4,7 @@
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDANet.h>
 #include <velk/model/EDANetNode.h>
+#include <velk/routing/PositionConflict.h>
 
 #include <QList>
 #include <QSharedPointer>
@@ -40,8 +41,17 @@ struct NoPathReason
     qsizetype shortest = -1; ///< the components of the shortest chain; -1 without one
     /// Where there is a chain: more switching components, if that alone is enough; more additional nodes, if that alone
     /// is enough; else both, with as few switching components as a path can have. Each is the least of its kind. Empty
-    /// until all of them are known.
+    /// until all of them are known. With Routing::setRelayContacts() they are those with which a state of the relays
+    /// makes a path; then the least ones, and all of them, as far as the search did not give up.
     QList<SufficientLimits> sufficientLimits;
+
+    // With Routing::setRelayContacts(), where there is a chain, as the others above tell it of ways as drawn:
+    /// Whether some state of the relays makes a chain, however long. Empty also where the search for one has given up,
+    /// which it does after some seconds, since it may take longer than anybody waits.
+    std::optional<bool> isRealizable;
+    /// What stands against the first way as drawn within the limits, or, where there is none, with the limits that
+    /// would be sufficient as drawn. Empty if that way is realizable.
+    std::optional<PositionConflict> conflict;
 
     // Where there is none:
     PathReach fromSource;      ///< by the rules of the search

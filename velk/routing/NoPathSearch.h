@@ -19,7 +19,7 @@ public:
                  const NodeWithComponent &destinationNode);
 
     /// What is known when the search is called off is incomplete.
-    NoPathReason reason() const;
+    NoPathReason reason();
 
 private:
     struct Limits
@@ -28,18 +28,27 @@ private:
         int nodes;
     };
 
-    void explain(NoPathReason &reason) const;
-    void explainUnconnected(NoPathReason &reason) const;
+    void explain(NoPathReason &reason);
+    void explainUnconnected(NoPathReason &reason);
+    void explainUnrealizable(NoPathReason &reason, const RoutingPath &shortestAsDrawn);
+    std::optional<PositionConflict> conflict(const RoutingPath &shortestAsDrawn);
     Limits limits() const { return {routing.rules.maxSwitchingComponents, routing.rules.maxAdditionalNodes}; }
-    std::optional<RoutingPath> firstPath(Limits limits) const;
-    std::optional<RoutingPath> firstPath(Limits limits, const QList<QString> &interfaceTypes,
-                                         const NodeWithComponent &from, const NodeWithComponent &to) const;
-    QList<RoutingPath> pathsBy(const RoutingRules &rules, const NodeWithComponent &from,
-                               const NodeWithComponent &to) const;
-    std::optional<RoutingPath> shortestChain(const NodeWithComponent &from, const NodeWithComponent &to) const;
-    QList<SufficientLimits> sufficientLimits(const RoutingPath &shortest) const;
-    std::optional<SufficientLimits> moreSwitches() const;
-    std::optional<SufficientLimits> moreNodes() const;
+    QList<SufficientLimits> sufficientLimits(const RoutingRules &rules, const std::optional<RoutingPath> &shortest);
+    std::optional<SufficientLimits> moreSwitches(const RoutingRules &rules);
+    std::optional<SufficientLimits> moreNodes(const RoutingRules &rules);
+    std::optional<RoutingPath> shortestChain(RoutingRules rules, const NodeWithComponent &from,
+                                             const NodeWithComponent &to);
+    template <typename Path>
+    std::optional<Path> firstPath(RoutingRules rules, Limits limits);
+    template <typename Path>
+    std::optional<Path> firstPath(RoutingRules rules, Limits limits, const NodeWithComponent &from,
+                                  const NodeWithComponent &to);
+    template <typename Path>
+    QList<Path> pathsBy(const RoutingPrivate &searching, const RoutingRules &rules, const NodeWithComponent &from,
+                        const NodeWithComponent &to) const;
+    template <typename Path>
+    QList<Path> pathsWithinEffort(const RoutingRules &rules, const NodeWithComponent &from,
+                                  const NodeWithComponent &to);
 
     const RoutingPrivate &routing;
     // Without an index and with any limit, a search may take longer than anybody waits.
@@ -47,6 +56,7 @@ private:
     const NetlistIndex *const index;                    ///< null where there are too many pins for one
     const NodeWithComponent &source;
     const NodeWithComponent &destination;
+    bool hasGivenUp = false; ///< some search for a path that a state of the relays makes
 };
 }
 

@@ -1,8 +1,12 @@
 #include <velk/routing/PathRecords.h>
 
+#include <velk/search/HeldPositions.h>
+
 namespace Velk {
 
 namespace {
+
+static_assert(HeldPositions::noPosition == TracedStep::asDrawn);
 
 /// A list of the additional nodes of each path, one for paths that share them, which follow one another.
 template <typename Node, typename MakeNode>
@@ -69,7 +73,8 @@ QList<TracedPath> pathsOf(const FoundPaths &found, const NetlistIndex &index, In
             const int component = foundPath.components[i];
             const Crossing &crossing = foundPath.crossings[i];
             path.steps.append({index.net(crossing.net), index.node(crossing.net, crossing.node)->pin,
-                               index.component(component), index.pinNumber(component, crossing.exit)});
+                               index.component(component), index.pinNumber(component, crossing.exit),
+                               foundPath.positions ? foundPath.positions[i] : TracedStep::asDrawn});
         }
         path.lastNet = index.net(foundPath.lastNet);
         path.additionalNodes = nodeLists.of(foundPath);

@@ -13,6 +13,7 @@ PathSearch::PathSearch(const EDAProvider &netlist, const RoutingRules &routingRu
     , interruption(searchInterruption)
     , sourceComponent(sourceNode.component)
     , ends{sourceNode.node, destinationNode}
+    , positions(netlist, rules.relayContacts)
     , deepening(rules.maxNetsSearched(), rules.maxAdditionalNodes, rules.maxPaths)
 {
 }
@@ -75,11 +76,11 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
     branch.append(Level{net, node, collectedBefore, switchableNodes(net, node), {}});
 }
 
-void PathSearch::crossNextComponent(Level &level) const
+void PathSearch::crossNextComponent(Level &level)
 {
     const auto entry = level.entries.takeFirst();
     level.crossed = entry;
-    level.exits = getOtherNodesOfComponent(entry.component, entry.node->pin);
+    level.exits = possibleExits(entry, getOtherNodesOfComponent(entry.component, entry.node->pin));
 }
 
 void PathSearch::leaveNet()
@@ -99,7 +100,7 @@ void PathSearch::keepPath(const QSharedPointer<EDANet> &net, const QSharedPointe
 }
 
 template <>
-RoutingPath PathSearch::path() const
+RoutingPath PathSearch::path()
 {
     RoutingPath path;
     path.switchingComponents.reserve(branch.size());
@@ -112,20 +113,32 @@ RoutingPath PathSearch::path() const
 }
 
 template <>
-TracedPath PathSearch::path() const
+TracedPath PathSearch::path()
 {
     TracedPath path;
+    path.steps = stepsOfBranch(lastArrival->pin);
+    positions.tell(path.steps);
     path.lastNet = lastNet;
     for (qsizetype i = 0; i < branch.size(); ++i) {
         const Level &level = branch.at(i);
-        const bool isLast = i + 1 == branch.size();
-        path.steps.append({level.net, level.crossed.node->pin, level.crossed.component,
-                           isLast ? lastArrival->pin : branch.at(i + 1).arrival->pin});
-        const std::size_t end = isLast ? additionalNodes.size() : branch.at(i + 1).additionalNodesBefore;
+        const std::size_t end =
+            i + 1 == branch.size() ? additionalNodes.size() : branch.at(i + 1).additionalNodesBefore;
         for (std::size_t node = level.additionalNodesBefore; node < end; ++node)
             path.additionalNodes.append({additionalNodes[node], level.net});
     }
     return path;
+}
+
+QList<TracedStep> PathSearch::stepsOfBranch(const QString &lastExitPin) const
+{
+    QList<TracedStep> steps;
+    steps.reserve(branch.size());
+    for (qsizetype i = 0; i < branch.size(); ++i) {
+        const Level &level = branch.at(i);
+        steps.append({level.net, level.crossed.node->pin, level.crossed.component,
+                      i + 1 == branch.size() ? lastExitPin : branch.at(i + 1).arrival->pin});
+    }
+    return steps;
 }
 
 QSharedPointer<EDANet> PathSearch::findNetContainingNode(const QSharedPointer<EDANetNode> &node) const
@@ -187,6 +200,21 @@ QList<QSharedPointer<EDANetNode>> PathSearch::getOtherNodesOfComponent(const QSh
     for (const auto &pin : std::as_const(part->pins)) {
         if (pin && pin->number != pinNumber)
             result.append(EDANetNode::create(component->ref, pin->number));
+    }
+    return result;
+}
+
+// Those by which some state of the relays makes the branch. It is looked through for each, which takes no longer than
+// the netlist that is looked through next.
+QList<QSharedPointer<EDANetNode>> PathSearch::possibleExits(const NodeWithComponent &entry,
+                                                            const QList<QSharedPointer<EDANetNode>> &exits)
+{
+    if (!positions.isKnown(*entry.component))
+        return exits;
+    QList<QSharedPointer<EDANetNode>> result;
+    for (const auto &exit : exits) {
+        if (positions.arePossible(stepsOfBranch(exit->pin)))
+            result.append(exit);
     }
     return result;
 }

@@ -4,6 +4,7 @@
 #include <velk/model/EDAProvider.h>
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/routing/RoutingPath.h>
+#include <velk/routing/StepPositions.h>
 #include <velk/routing/TracedPath.h>
 #include <velk/search/Interruption.h>
 #include <velk/search/IterativeDeepening.h>
@@ -30,7 +31,7 @@ public:
     void run(const std::function<void()> &keep);
     /// The path that is to be kept, as RoutingPath or TracedPath.
     template <typename Path>
-    Path path() const;
+    Path path();
 
 private:
     /// A net on the current branch and what is still to be crossed from it.
@@ -46,7 +47,7 @@ private:
 
     void searchOnce();
     void searchNode(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANetNode> &node);
-    void crossNextComponent(Level &level) const;
+    void crossNextComponent(Level &level);
     void leaveNet();
     void keepPath(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node);
 
@@ -58,6 +59,9 @@ private:
     void collectAdditionalNodes(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node);
     QList<QSharedPointer<EDANetNode>> getOtherNodesOfComponent(const QSharedPointer<EDAComponent> &component,
                                                                const QString &pinNumber) const;
+    QList<QSharedPointer<EDANetNode>> possibleExits(const NodeWithComponent &entry,
+                                                    const QList<QSharedPointer<EDANetNode>> &exits);
+    QList<TracedStep> stepsOfBranch(const QString &lastExitPin) const;
     bool pathLimitReached();
     void logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
                        bool found) const;
@@ -67,6 +71,7 @@ private:
     Interruption &interruption;
     const QSharedPointer<EDAComponent> sourceComponent;
     const PathEnds<QSharedPointer<EDANetNode>> ends;
+    StepPositions positions;
 
     IterativeDeepening deepening;
     QList<Level> branch;
@@ -78,9 +83,9 @@ private:
 };
 
 template <>
-RoutingPath PathSearch::path() const;
+RoutingPath PathSearch::path();
 template <>
-TracedPath PathSearch::path() const;
+TracedPath PathSearch::path();
 }
 
 #endif

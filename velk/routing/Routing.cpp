@@ -45,17 +45,16 @@ NodeWithComponent findNode(const EDAProvider &provider, const QMap<QString, QStr
 
 /// Each \a Component is given by its properties or itself.
 template <typename Path, typename Component>
-QList<Path> find(const RoutingPrivate &routing, const Component &source, const QString &sourcePin,
-                 const Component &destination, const QString &destinationPin)
+QList<Path> find(const RoutingPrivate &routing, const RoutingRules &rules, const Component &source,
+                 const QString &sourcePin, const Component &destination, const QString &destinationPin)
 {
     if (const auto *index = routing.searchedIndex()) {
-        const SearchRules numbered(routing.rules, index->pinOf(source, sourcePin),
-                                   index->pinOf(destination, destinationPin));
+        const SearchRules numbered(rules, index->pinOf(source, sourcePin), index->pinOf(destination, destinationPin));
         if (numbered.hasEnds())
-            return routing.search<Path>(*index, routing.rules.roles, numbered);
+            return routing.search<Path>(*index, rules, numbered);
     }
     const auto sourceNode = findNode(*routing.provider, source, sourcePin);
-    return routing.searchExhaustively<Path>(routing.rules, sourceNode,
+    return routing.searchExhaustively<Path>(rules, sourceNode,
                                             findNode(*routing.provider, destination, destinationPin));
 }
 }
@@ -137,6 +136,16 @@ qsizetype Routing::maxPaths() const
     return d->rules.maxPaths;
 }
 
+void Routing::setRelayContacts(const QSharedPointer<const RelayContactMap> &contacts)
+{
+    d->relayContacts = contacts;
+}
+
+QSharedPointer<const RelayContactMap> Routing::relayContacts() const
+{
+    return d->relayContacts;
+}
+
 void Routing::setInterruption(const std::function<bool()> &isCalledOff)
 {
     d->isCalledOff = isCalledOff;
@@ -151,28 +160,43 @@ QList<RoutingPath> Routing::findPaths(const QMap<QString, QString> &sourceProper
                                       const QMap<QString, QString> &destinationProperties,
                                       const QString &destinationPin) const
 {
-    return find<RoutingPath>(*d, sourceProperties, sourcePin, destinationProperties, destinationPin);
+    return find<RoutingPath>(*d, d->rules, sourceProperties, sourcePin, destinationProperties, destinationPin);
 }
 
 QList<RoutingPath> Routing::findPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                              const QSharedPointer<EDAComponent> &destination,
                                              const QString &destinationPin) const
 {
-    return find<RoutingPath>(*d, source, sourcePin, destination, destinationPin);
+    return find<RoutingPath>(*d, d->rules, source, sourcePin, destination, destinationPin);
 }
 
 QList<TracedPath> Routing::findTracedPaths(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                            const QMap<QString, QString> &destinationProperties,
                                            const QString &destinationPin) const
 {
-    return find<TracedPath>(*d, sourceProperties, sourcePin, destinationProperties, destinationPin);
+    return find<TracedPath>(*d, d->tracedRules(), sourceProperties, sourcePin, destinationProperties, destinationPin);
 }
 
 QList<TracedPath> Routing::findTracedPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
                                                   const QSharedPointer<EDAComponent> &destination,
                                                   const QString &destinationPin) const
 {
-    return find<TracedPath>(*d, source, sourcePin, destination, destinationPin);
+    return find<TracedPath>(*d, d->tracedRules(), source, sourcePin, destination, destinationPin);
+}
+
+qsizetype Routing::countPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                     const QSharedPointer<EDAComponent> &destination,
+                                     const QString &destinationPin) const
+{
+    RoutingRules rules = d->rules;
+    rules.maxPaths = 0;
+    if (const auto *index = d->searchedIndex()) {
+        const SearchRules numbered(rules, index->pinOf(source, sourcePin), index->pinOf(destination, destinationPin));
+        if (numbered.hasEnds())
+            return d->count(*index, rules, numbered);
+    }
+    const auto sourceNode = findNode(*d->provider, source, sourcePin);
+    return d->countExhaustively(rules, sourceNode, findNode(*d->provider, destination, destinationPin));
 }
 
 NoPathReason Routing::explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,

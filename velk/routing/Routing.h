@@ -3,6 +3,7 @@
 
 #include <velk/VelkExport.h>
 #include <velk/model/EDAProvider.h>
+#include <velk/model/RelayContacts.h>
 #include <velk/routing/NoPathReason.h>
 #include <velk/routing/RoutingPath.h>
 #include <velk/routing/TracedPath.h>
@@ -97,6 +98,19 @@ public:
     void setMaxPaths(qsizetype bound);
     qsizetype maxPaths() const; ///< as set; 0 at first
 
+    /// Has findTracedPaths() return those paths alone that some state of the relays makes, in the order that they have
+    /// among all; setMaxPaths() counts these. Each step over a listed relay is then over two pins that one of its
+    /// positions connects, in whichever direction, and relays of one gang are in one position on all of a path. Listed
+    /// relays without positions are not crossed, and contacts with pins that the part lacks connect nothing. Components
+    /// that are not listed, such as resistors and relays of which nothing is known, are crossed as drawn, which is from
+    /// any pin to any other. explainNoPath() tells of these paths too; findPaths() and countPathsBetween() are about
+    /// all ways as drawn as before.
+    ///
+    /// Searches keep what they make of the contacts for those that follow, by the address of \a contacts, so it is to
+    /// be made once for many. Null, the default, has all relays crossed as drawn.
+    void setRelayContacts(const QSharedPointer<const RelayContactMap> &contacts);
+    QSharedPointer<const RelayContactMap> relayContacts() const; ///< as set; null at first
+
     /// Has every search ask \a isCalledOff, from the thread that searches, and end when it returns true: findPaths()
     /// and findTracedPaths() by an EDASearchCalledOffException, explainNoPath() with what is known by then. It is asked
     /// every millisecond or so; while the trace is on, and on other than joined netlists, before each pin that is
@@ -135,11 +149,16 @@ public:
                                              const QSharedPointer<EDAComponent> &destination,
                                              const QString &destinationPin) const;
 
-    /// Why findPaths() finds nothing between these pins; of pins with paths only NoPathReason::shortest is of use. It
-    /// searches some times over, with any limits but for one path each. A provider other than MultipleEDAProvider is
-    /// asked for all that it holds and put into numbers first, so that no search is exhaustive. With more than 100
-    /// million pins, or at a pin that was added to a part later, it is, and may take as long as the netlist has ways.
-    /// Throws as findPaths() does where an end is unknown.
+    /// How many paths findPathsBetween() would return if setMaxPaths() did not bound them. It takes as long, but no
+    /// memory for them.
+    qsizetype countPathsBetween(const QSharedPointer<EDAComponent> &source, const QString &sourcePin,
+                                const QSharedPointer<EDAComponent> &destination, const QString &destinationPin) const;
+
+    /// Why findPaths(), or with setRelayContacts() findTracedPaths(), finds nothing between these pins; of pins with
+    /// paths only NoPathReason::shortest is of use. It searches some times over, with any limits but for one path each.
+    /// A provider other than MultipleEDAProvider is asked for all that it holds and put into numbers first, so that no
+    /// search is exhaustive. With more than 100 million pins, or at a pin that was added to a part later, it is, and
+    /// may take as long as the netlist has ways. Throws as findPaths() does where an end is unknown.
     NoPathReason explainNoPath(const QMap<QString, QString> &sourceProperties, const QString &sourcePin,
                                const QMap<QString, QString> &destinationProperties,
                                const QString &destinationPin) const;

@@ -37,12 +37,13 @@ const NetlistIndex *RoutingPrivate::searchedIndex() const
 }
 
 template <typename Path>
-QList<Path> RoutingPrivate::search(const NetlistIndex &index, const ComponentRoles &roles,
+QList<Path> RoutingPrivate::search(const NetlistIndex &index, const RoutingRules &rulesOfSearch,
                                    const SearchRules &numbered) const
 {
     Interruption interruption(isCalledOff);
-    const auto graph = index.crossingGraph(roles);
-    PrunedPathSearch search(index, *graph, numbered, interruption, std::is_same_v<Path, TracedPath>);
+    const auto graph = index.crossingGraph(rulesOfSearch.roles, rulesOfSearch.relayContacts);
+    PrunedPathSearch search(index, *graph, numbered, interruption,
+                            std::is_same_v<Path, TracedPath> ? Kept::Crossings : Kept::Components);
     return pathsOf<Path>(search.run(), index, interruption);
 }
 
@@ -62,9 +63,28 @@ QList<Path> RoutingPrivate::searchExhaustively(const RoutingRules &rulesOfSearch
     return paths;
 }
 
-template QList<RoutingPath> RoutingPrivate::search(const NetlistIndex &index, const ComponentRoles &roles,
+qsizetype RoutingPrivate::count(const NetlistIndex &index, const RoutingRules &rulesOfSearch,
+                                const SearchRules &numbered) const
+{
+    Interruption interruption(isCalledOff);
+    const auto graph = index.crossingGraph(rulesOfSearch.roles, rulesOfSearch.relayContacts);
+    PrunedPathSearch search(index, *graph, numbered, interruption, Kept::Nothing);
+    search.run();
+    return search.pathCount();
+}
+
+qsizetype RoutingPrivate::countExhaustively(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                            const NodeWithComponent &destination) const
+{
+    Interruption interruption(isCalledOff);
+    qsizetype result = 0;
+    PathSearch(*provider, rulesOfSearch, interruption, source, destination.node).run([&] { ++result; });
+    return result;
+}
+
+template QList<RoutingPath> RoutingPrivate::search(const NetlistIndex &index, const RoutingRules &rulesOfSearch,
                                                    const SearchRules &numbered) const;
-template QList<TracedPath> RoutingPrivate::search(const NetlistIndex &index, const ComponentRoles &roles,
+template QList<TracedPath> RoutingPrivate::search(const NetlistIndex &index, const RoutingRules &rulesOfSearch,
                                                   const SearchRules &numbered) const;
 template QList<RoutingPath> RoutingPrivate::searchExhaustively(const RoutingRules &rulesOfSearch,
                                                                const NodeWithComponent &source,

@@ -29,22 +29,33 @@ public:
 
     /// The paths between ends that the index has, as RoutingPath or TracedPath.
     template <typename Path>
-    QList<Path> search(const NetlistIndex &index, const ComponentRoles &roles, const SearchRules &numbered) const;
+    QList<Path> search(const NetlistIndex &index, const RoutingRules &rulesOfSearch, const SearchRules &numbered) const;
     /// The same by asking the provider at each step.
     template <typename Path>
     QList<Path> searchExhaustively(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
                                    const NodeWithComponent &destination) const;
+    /// How many there are.
+    qsizetype count(const NetlistIndex &index, const RoutingRules &rulesOfSearch, const SearchRules &numbered) const;
+    qsizetype countExhaustively(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,
+                                const NodeWithComponent &destination) const;
     /// That of the provider, null where it has none.
     const NetlistIndex *providerIndex() const;
     /// The same; null while the trace is on, which shows every net that an exhaustive search visits.
     const NetlistIndex *searchedIndex() const;
+    RoutingRules tracedRules() const
+    {
+        RoutingRules traced = rules;
+        traced.relayContacts = relayContacts;
+        return traced;
+    }
     bool isConnector(const EDAComponent &component) const
     {
         return connectorTypes.contains(component.type(), Qt::CaseInsensitive);
     }
 
     EDAProvider *provider;
-    RoutingRules rules;
+    RoutingRules rules;                                  ///< for paths as drawn
+    QSharedPointer<const RelayContactMap> relayContacts; ///< for traced ones; may be null
     QList<QString> connectorTypes;
     std::function<bool()> isCalledOff; ///< may be empty
 };

@@ -18,6 +18,12 @@ struct TracedStep
     QString entryPin;                       ///< number of the pin by which it is entered, as the net has it
     QSharedPointer<EDAComponent> component; ///< the one to switch on
     QString exitPin;                        ///< number of the pin by which it is left, never that of \a entryPin
+    /// With Routing::setRelayContacts() the position that a relay has to take, counted from 0, which is rest: the
+    /// lowest that makes all steps of the path over relays of its gang. \a asDrawn without, and for what is not listed
+    /// there.
+    int position = asDrawn;
+
+    static constexpr int asDrawn = -1;
 };
 
 /// An additional node and where a path meets it.

@@ -33,6 +33,7 @@ struct FoundPath
     qsizetype nodeCount;
     const Crossing *crossings; ///< the first of them, one for each component, where they are kept
     int lastNet;               ///< where crossings are kept
+    const int *positions;      ///< the first of them, one for each component; null where they are not kept
 };
 
 /// Paths in numbers, kept in the order of results: in groups of as many switching components and additional nodes,
@@ -70,6 +71,10 @@ public:
         ++pathCount;
     }
 
+    /// The position of the next component of the path that was added last; to be called for all of them, or for none of
+    /// any path.
+    void addPosition(int position) { latest->second.positions.push_back(position); }
+
     qsizetype count() const { return pathCount; }
 
     /// Calls \a visit with each path.
@@ -82,7 +87,8 @@ public:
                 visit(FoundPath{group.components.data() + i * length, static_cast<qsizetype>(length),
                                 nodes.data() + group.nodesPlaces[i], static_cast<qsizetype>(nodeCount),
                                 keepsCrossings ? group.crossings.data() + i * length : nullptr,
-                                keepsCrossings ? group.lastNets[i] : 0});
+                                keepsCrossings ? group.lastNets[i] : 0,
+                                group.positions.empty() ? nullptr : group.positions.data() + i * length});
             }
         }
     }
@@ -107,6 +113,7 @@ private:
         std::vector<std::size_t> nodesPlaces; ///< of each path
         std::vector<Crossing> crossings;      ///< one for each component, where they are kept
         std::vector<int> lastNets;            ///< of each path, where crossings are kept
+        std::vector<int> positions;           ///< one for each component, where they are kept
 
         void clear()
         {
@@ -114,6 +121,7 @@ private:
             nodesPlaces.clear();
             crossings.clear();
             lastNets.clear();
+            positions.clear();
         }
     };
 

@@ -3,8 +3,7 @@
 namespace Velk {
 
 PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
-                                   const SearchRules &searchRules, Interruption &searchInterruption,
-                                   bool keepsCrossings)
+                                   const SearchRules &searchRules, Interruption &searchInterruption, Kept keptOfPaths)
     : index(netlist)
     , graph(crossingGraph)
     , rules(searchRules)
@@ -12,9 +11,12 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGr
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
     , bounds(netlist, crossingGraph, searchRules, deepening, interruption, borrowed.memory())
     , lastCrossings(crossingGraph, interruption, borrowed.memory())
+    , kept(keptOfPaths)
     , paths(borrowed.memory().paths)
 {
-    paths.setKeepsCrossings(keepsCrossings);
+    paths.setKeepsCrossings(kept == Kept::Crossings);
+    if (graph.contacts())
+        held.emplace(*graph.contacts(), borrowed.memory());
 }
 
 const FoundPaths &PrunedPathSearch::run()
@@ -80,8 +82,12 @@ void PrunedPathSearch::cross(const CrossingRow &row)
         return;
     }
     steps.last() = {row.component, {level.arrival.net, entry, row.exit}};
-    if (bounds.allow(row.net, steps.size(), additionalNodes.size()))
-        enterNet({row.net, row.component, row.exit});
+    if (!holdPosition()) // before the bounds note what would lead on
+        return;
+    const bool isEntered =
+        bounds.allow(row.net, steps.size(), additionalNodes.size()) && enterNet({row.net, row.component, row.exit});
+    if (!isEntered)
+        releasePosition();
 }
 
 void PrunedPathSearch::enterJunction(const CrossingRow &row)
@@ -94,21 +100,21 @@ void PrunedPathSearch::enterJunction(const CrossingRow &row)
     level.endRow = exits.end();
 }
 
-void PrunedPathSearch::enterNet(const Arrival &arrival)
+// False if nothing is to be searched from there.
+bool PrunedPathSearch::enterNet(const Arrival &arrival)
 {
     const qsizetype collected = additionalNodes.size();
     collectAdditionalNodes(arrival);
-    if (deepening.enters(steps.size(), additionalNodes.size())) {
-        searchFrom(arrival, collected);
-    } else {
-        dropAdditionalNodes(collected);
-        bounds.noteUselessBranch();
-    }
+    if (deepening.enters(steps.size(), additionalNodes.size()))
+        return searchFrom(arrival, collected);
+    dropAdditionalNodes(collected);
+    bounds.noteUselessBranch();
+    return false;
 }
 
 // Paths that end one switch further are kept at once: others that the net leads to are longer, and so come after them
 // whatever the order of the rows.
-void PrunedPathSearch::searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore)
+bool PrunedPathSearch::searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore)
 {
     steps.append(Step());
     const int switchesLeft = bounds.switchesLeft(steps.size());
@@ -121,12 +127,13 @@ void PrunedPathSearch::searchFrom(const Arrival &arrival, qsizetype additionalNo
     if (!mayLeadOn || deepening.isComplete()) {
         steps.removeLast();
         dropAdditionalNodes(additionalNodesBefore);
-        return;
+        return false;
     }
     const auto rows = graph.rowsOf(arrival.net);
     interruption.work(rows.size());
     bounds.toggleOnBranch(arrival.net);
     branch.append({arrival, switchesLeft, rows.begin(), rows.end(), nullptr, additionalNodesBefore});
+    return true;
 }
 
 void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near)
@@ -139,8 +146,7 @@ void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near
         if (graph.leadsToJunction(row)) {
             keepPathsOverJunction(arrival.net, row);
         } else {
-            steps.last() = {row.component, {arrival.net, row.node, row.exit}};
-            keepPath(row.net);
+            crossLast({row.component, {arrival.net, row.node, row.exit}}, row.net);
         }
         if (deepening.isComplete())
             return;
@@ -154,11 +160,34 @@ void PrunedPathSearch::keepPathsOverJunction(int net, const CrossingRow &entry)
     for (const CrossingRow &exit : exits) {
         if (index.numberedNode(entry.node).terminal == exit.exit)
             continue;
-        steps.last() = {exit.component, {net, entry.node, exit.exit}};
-        keepPath(exit.net);
+        crossLast({exit.component, {net, entry.node, exit.exit}}, exit.net);
         if (deepening.isComplete())
             return;
     }
+}
+
+void PrunedPathSearch::crossLast(const Step &step, int lastNet)
+{
+    steps.last() = step;
+    if (!holdPosition())
+        return;
+    keepPath(lastNet);
+    releasePosition();
+}
+
+// For the last step. False if no state of the relays makes it and all before it.
+bool PrunedPathSearch::holdPosition()
+{
+    if (!held)
+        return true;
+    const Crossing &crossing = steps.last().crossing;
+    return held->take(graph.contacts()->contactBetween(index.numberedNode(crossing.node).terminal, crossing.exit));
+}
+
+void PrunedPathSearch::releasePosition()
+{
+    if (held)
+        held->release();
 }
 
 void PrunedPathSearch::leaveNet()
@@ -168,6 +197,8 @@ void PrunedPathSearch::leaveNet()
     dropAdditionalNodes(level.additionalNodesBefore);
     branch.removeLast();
     steps.removeLast();
+    if (!branch.isEmpty()) // nothing was crossed to the first net
+        releasePosition();
 }
 
 // Whether the row crosses the component by the terminal by which the branch has come. Equal nodes are one terminal.
@@ -209,8 +240,20 @@ std::size_t PrunedPathSearch::keptNodesPlace()
 void PrunedPathSearch::keepPath(int lastNet)
 {
     if (deepening.keep(steps.size(), additionalNodes.size()))
-        paths.add(steps, lastNet, keptNodesPlace(), static_cast<std::size_t>(additionalNodes.size()));
+        keep(lastNet);
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
+}
+
+void PrunedPathSearch::keep(int lastNet)
+{
+    ++foundCount;
+    if (kept == Kept::Nothing)
+        return;
+    paths.add(steps, lastNet, keptNodesPlace(), static_cast<std::size_t>(additionalNodes.size()));
+    if (!held || kept != Kept::Crossings)
+        return;
+    for (qsizetype crossing = 0; crossing < steps.size(); ++crossing)
+        paths.addPosition(held->lowestPosition(crossing));
 }
 }

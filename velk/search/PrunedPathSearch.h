@@ -2,6 +2,7 @@
 #define VELK_SEARCH_PRUNEDPATHSEARCH_H
 
 #include <velk/search/FoundPaths.h>
+#include <velk/search/HeldPositions.h>
 #include <velk/search/LastCrossings.h>
 #include <velk/search/SearchBounds.h>
 
@@ -11,6 +12,14 @@
 
 namespace Velk {
 
+/// What a search is to keep of the paths that it finds.
+enum class Kept
+{
+    Nothing,    ///< but their number
+    Components, ///< and additional nodes
+    Crossings,  ///< also by which ways they go and, where contacts of relays are given, the positions for it
+};
+
 /// The search of one query on the crossing graph of an index. It finds what PathSearch finds, without entering branches
 /// from which the destination cannot be reached within the limits.
 class PrunedPathSearch
@@ -18,12 +27,14 @@ class PrunedPathSearch
 public:
     /// All but the last have to stay.
     PrunedPathSearch(const NetlistIndex &netlist, const CrossingGraph &crossingGraph, const SearchRules &searchRules,
-                     Interruption &searchInterruption, bool keepsCrossings);
+                     Interruption &searchInterruption, Kept keptOfPaths);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
     /// them those with the fewest additional nodes, among equals in depth-first order; they last as long as this. Call
     /// it once. Throws EDASearchCalledOffException.
     const FoundPaths &run();
+    /// How many there were.
+    qsizetype pathCount() const { return foundCount; }
 
 private:
     /// A net that a branch has come to, and by which component and terminal of it.
@@ -59,16 +70,20 @@ private:
     const CrossingRow *nextRow();
     void cross(const CrossingRow &row);
     void enterJunction(const CrossingRow &row);
-    void enterNet(const Arrival &arrival);
-    void searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore);
+    bool enterNet(const Arrival &arrival);
+    bool searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore);
     void keepPathsFrom(const Arrival &arrival, const NearNet &near);
     void keepPathsOverJunction(int net, const CrossingRow &entry);
+    void crossLast(const Step &step, int lastNet);
+    bool holdPosition();
+    void releasePosition();
     void leaveNet();
     bool isArrival(const CrossingRow &row, const Arrival &arrival) const;
     void collectAdditionalNodes(const Arrival &arrival);
     void dropAdditionalNodes(qsizetype countBefore);
     std::size_t keptNodesPlace();
     void keepPath(int lastNet);
+    void keep(int lastNet);
 
     const NetlistIndex &index;
     const CrossingGraph &graph;
@@ -78,12 +93,15 @@ private:
     IterativeDeepening deepening;
     SearchBounds bounds;
     LastCrossings lastCrossings;
+    std::optional<HeldPositions> held; ///< where contacts of relays are given: a crossing for each step
+    const Kept kept;
     QVarLengthArray<Level, usualDepth> branch;
     QVarLengthArray<Step, usualDepth> steps; ///< one for each level, and for the net that a branch has just come to
     QVarLengthArray<NodeOnNet, usualDepth> additionalNodes; ///< of the branch
     /// Where the same are kept, if a path has needed them. Paths that have the same nodes share them.
     std::optional<std::size_t> keptNodes;
     FoundPaths &paths;
+    qsizetype foundCount = 0;
 };
 }
 

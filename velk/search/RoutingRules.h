@@ -2,7 +2,9 @@
 #define VELK_SEARCH_ROUTINGRULES_H
 
 #include <velk/index/ComponentRoles.h>
+#include <velk/model/RelayContacts.h>
 
+#include <QSharedPointer>
 #include <QtGlobal>
 
 namespace Velk {
@@ -13,7 +15,8 @@ struct RoutingRules
     ComponentRoles roles;
     int maxSwitchingComponents;
     int maxAdditionalNodes;
-    qsizetype maxPaths; ///< 0 or less is no bound
+    qsizetype maxPaths;                                       ///< 0 or less is no bound
+    QSharedPointer<const RelayContactMap> relayContacts = {}; ///< null: relays are crossed as drawn
 
     /// How many nets of a branch are searched further: one more than the limit of switches. The limit is documented to
     /// wrap, so the largest one leads to a negative number; unsigned, since overflow of signed numbers is undefined.

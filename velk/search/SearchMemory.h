@@ -28,6 +28,15 @@ struct NearNet
     int switchesBeyond; ///< the fewest that its other neighbours need, or less
 };
 
+/// What a crossing on the branch leaves to a gang of relays.
+struct HeldGang
+{
+    int gang;                ///< none where the component takes no position
+    int before;              ///< number of the last crossing before this one with the same gang, or none
+    Elements<int> positions; ///< those left, ascending
+    bool ownsPositions;      ///< they are the last ones in SearchMemory::commonPositions
+};
+
 /// What a query works with. Nothing in it outlives a query in meaning.
 struct SearchMemory
 {
@@ -38,6 +47,9 @@ struct SearchMemory
     Marks nearNetNumbers; ///< of nets, and behind them of junctions: in the list
     std::vector<NearNet> nearNets;
     std::vector<CrossingRow> lastRows; ///< those of one net or junction after those of another
+    Marks latestCrossings;             ///< of gangs: number of the last crossing of the branch that has it, or none
+    std::vector<HeldGang> heldGangs;   ///< by crossings of the branch
+    std::vector<std::vector<int>> commonPositions; ///< of contacts of which each has more
     FoundPaths paths;
 };
 
