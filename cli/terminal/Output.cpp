@@ -191,13 +191,13 @@ void writeAnywhere(const QString &fileName, const Writing &write, Content conten
 void checkFiles(const QStringList &inputs, const QString &outputFile)
 {
     if (inputs.count(standardStream.toString()) > 1)
-        throw CommandError{u"standard input: can be one of the netlists only"_s};
+        throw CommandError{u"standard input: can be one of the files only"_s};
     const QFileInfo output(outputFile);
     if (!output.isFile())
         return;
     for (const QString &input : inputs) {
         if (QFileInfo(input).canonicalFilePath() == output.canonicalFilePath())
-            throw CommandError{u"%1: is a netlist that is read; it would be overwritten"_s.arg(outputFile)};
+            throw CommandError{u"%1: is a file that is read; it would be overwritten"_s.arg(outputFile)};
     }
 }
 
