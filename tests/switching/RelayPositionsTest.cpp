@@ -78,6 +78,9 @@ private Q_SLOTS:
         const QString row = u"table: / 1-2"_s;
         QTest::newRow("name in any library") << u"X,/ 1-2"_s << u"Own:X"_s << row;
         QTest::newRow("library and name") << u"Own:X,/ 1-2"_s << u"Own:X"_s << row;
+        QTest::newRow("library in the name") << u"Own:X,/ 1-2"_s << u"Own:Own:X"_s << row;
+        QTest::newRow("name without the library in it") << u"X,/ 1-2"_s << u"Own:Own:X"_s << row;
+        QTest::newRow("no library") << u"Own:X,/ 1-2\n*:X,/ 1-3"_s << u":X"_s << u"unknown"_s;
         QTest::newRow("another library") << u"Own:X,/ 1-2"_s << u"Other:X"_s << u"unknown"_s;
         QTest::newRow("another case") << u"x,/ 1-2"_s << u"Own:X"_s << u"unknown"_s;
         QTest::newRow("any characters") << u"X*Y,/ 1-2"_s << u"Own:X12Y"_s << row;

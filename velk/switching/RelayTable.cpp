@@ -39,11 +39,18 @@ const RelayTable &RelayTable::builtIn()
     return table;
 }
 
+QString RelayTable::partName(const QString &library, const QString &part)
+{
+    const QString prefix = library.isEmpty() ? QString() : library + u':';
+    return part.startsWith(prefix) ? part : prefix + part;
+}
+
 std::optional<RelayTable::Row> RelayTable::rowFor(const QString &library, const QString &part) const
 {
-    const QString fullName = u"%1:%2"_s.arg(library, part);
+    const QString fullName = partName(library, part);
+    const QString name = fullName.mid(library.isEmpty() ? 0 : library.size() + 1);
     for (const Entry &entry : m_entries) {
-        if (entry.pattern.match(entry.namesLibrary ? fullName : part).hasMatch())
+        if (entry.pattern.match(entry.namesLibrary ? fullName : name).hasMatch())
             return entry.row;
     }
     return {};

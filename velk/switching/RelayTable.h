@@ -36,6 +36,10 @@ public:
     /// That of the relays in KiCad's library "Relay".
     static const RelayTable &builtIn();
 
+    /// As a table has it, "LIBRARY:NAME", or the name alone of a part without a library. \a part may have the library
+    /// before it, as where a netlist has a part of that name from another one too.
+    static QString partName(const QString &library, const QString &part);
+
     /// What the first row says that fits the part of this library and name; empty where none does.
     std::optional<Row> rowFor(const QString &library, const QString &part) const;
 
