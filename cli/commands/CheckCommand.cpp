@@ -38,6 +38,7 @@ CheckCommand::CheckCommand(CLI::App &app)
     : command(app.add_subcommand("check", "Look for what is probably not as it is meant"))
 {
     netlist.addTo(*command, formatNames(findingFormats()));
+    relays.addTo(*command);
     addDutTypeTo(*command, dutTypes);
     addRepeatable(*command, "--ignore", ignored, "Leave out what is found under this code, see below")
         ->check(ignorableValidator())
@@ -62,18 +63,20 @@ int CheckCommand::run() const
 {
     const QStringList files = toQStringList(netlist.files);
     const OutputTarget target = netlist.target();
-    checkFiles(files, target.fileName);
+    checkFiles(files + relays.files(), target.fileName);
     auto netlists = readNetlists(files, readingMode(netlist.tolerant));
     const auto system = joined(netlists, toQStringList(netlist.connectorTypes));
     SystemCheck check(system);
     for (qsizetype i = 0; i < netlists.size(); ++i)
         check.addFile(files.at(i), netlists.at(i).repetitions());
     netlists.clear();
-    printWarnings(typeWarnings(system, netlist, dutTypes));
+    printWarnings(typeWarnings(system, netlist, dutTypes, relays.passiveTypes));
 
     check.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
     check.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
     check.setComponentTypesDut(toQStringList(dutTypes));
+    check.setComponentTypesThatArePassive(toQStringList(relays.passiveTypes));
+    check.setRelayTables(relays.readTables());
     check.setIgnored(toQStringList(ignored));
     QStringList unusedIgnored;
     const CheckReport report{check.findings(&unusedIgnored), shownNames(files), system.getComponents().size(),

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_CHECKCOMMAND_H
 #define VELK_CLI_COMMANDS_CHECKCOMMAND_H
 
-#include "cli/commands/Options.h"
+#include "cli/commands/RelayOptions.h"
 
 namespace VelkCli {
 
@@ -18,6 +18,7 @@ public:
 
 private:
     NetlistOptions netlist;
+    RelayOptions relays;
     std::vector<std::string> dutTypes;
     std::vector<std::string> ignored;
     bool showsAll = false;

@@ -3,11 +3,13 @@
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
 #include "cli/formats/ListFormats.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 
 #include <CLI/CLI.hpp>
 
+#include <velk/model/References.h>
 #include <velk/naming/NetlistSelection.h>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +33,43 @@ QList<TypeRow> typeRows(const QList<QSharedPointer<EDAComponent>> &components, c
                      isIn(options.interfaceTypes, it.key()), isIn(options.connectorTypes, it.key())});
     }
     return rows;
+}
+
+QString partName(const EDAComponent &component, const EDAProvider &netlist)
+{
+    const auto part = netlist.getPartByName(component.part);
+    return RelayTable::partName(part ? part->lib : QString(), drawnName(component.part));
+}
+
+QList<RelayRow> relayRows(const QList<QSharedPointer<EDAComponent>> &components, const EDAProvider &netlist,
+                          const SwitchingModel &model)
+{
+    QList<RelayRow> rows;
+    for (const auto &component : components) {
+        const int number = model.componentOf(component->ref);
+        if (model.role(number) != SwitchingRole::Relay)
+            continue;
+        RelayRow row{component->ref, partName(*component, netlist), model.positions(number), {}, false};
+        const int gang = model.gangOf(number);
+        if (gang != SwitchingModel::none) {
+            const QStringList &members = model.gang(gang).components;
+            row.gang = members.size() > 1 ? members.first() : QString();
+            row.isUnknown = model.gang(gang).isUnknown;
+        }
+        rows.append(row);
+    }
+    return rows;
+}
+
+Listing listPositionsOf(const QList<QSharedPointer<EDAComponent>> &components, const EDAProvider &netlist,
+                        const NetlistOptions &netlistOptions, const RelayOptions &relayOptions)
+{
+    const SwitchingModel model(netlist, relayOptions.types(netlistOptions), relayOptions.readTables());
+    QStringList warnings;
+    for (const PositionsError &error : model.errors())
+        warnings.append(error.message());
+    printWarnings(warnings);
+    return listPositions(relayRows(components, netlist, model));
 }
 
 Listing listWhat(const QString &what, const NetlistSelection &selection, const EDAProvider &provider,
@@ -57,6 +96,9 @@ ListCommand::ListCommand(CLI::App &app)
                   "Only components with this property, or this ref, value or part, and their parts and nets; all given "
                   "must match")
         ->type_name("KEY=VALUE");
+    command->add_flag("--positions", showsPositions,
+                      "Of the components list the relays, with the contacts that are closed in each position");
+    relays.addTo(*command);
     netlist.addTo(*command, formatNames(listFormats()));
     command->footer(exampleHeading + "  velk list components --where CompType=Relay examples/demo/matrix.net");
 }
@@ -69,13 +111,16 @@ bool ListCommand::isChosen() const
 int ListCommand::run() const
 {
     const OutputTarget target = netlist.target();
+    if (showsPositions && what != "components")
+        throw CommandError{u"--positions: goes with components only"_s};
     const auto properties = parseProperties(u"--where"_s, where);
-    checkFiles(toQStringList(netlist.files), target.fileName);
+    checkFiles(toQStringList(netlist.files) + relays.files(), target.fileName);
     const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                        readingMode(netlist.tolerant));
-    printWarnings(typeWarnings(provider, netlist));
+    printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));
     const NetlistSelection selection(provider, properties);
-    const auto listing = listWhat(toQString(what), selection, provider, netlist);
+    const auto listing = showsPositions ? listPositionsOf(selection.components(), provider, netlist, relays)
+                                        : listWhat(toQString(what), selection, provider, netlist);
     const QString whyEmpty = properties.isEmpty() ? QString() : selection.whyEmpty();
     if (!whyEmpty.isEmpty())
         printWarnings({u"--where: "_s + whyEmpty});

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_LISTCOMMAND_H
 #define VELK_CLI_COMMANDS_LISTCOMMAND_H
 
-#include "cli/commands/Options.h"
+#include "cli/commands/RelayOptions.h"
 
 namespace VelkCli {
 
@@ -18,7 +18,9 @@ public:
 
 private:
     NetlistOptions netlist;
+    RelayOptions relays;
     std::string what;
+    bool showsPositions = false;
     std::vector<std::string> where;
     CLI::App *command;
 };

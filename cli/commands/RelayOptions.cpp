@@ -7,6 +7,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <velk/model/EDAException.h>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -53,11 +55,13 @@ QStringList RelayOptions::files() const
 }
 
 QList<RelayTable> RelayOptions::readTables() const
-{
+try {
     QList<RelayTable> result;
     for (const QString &file : files())
         result.append(RelayTable(readCsv(file)));
     return result;
+} catch (const EDAException &exception) {
+    throw CommandError{exception.message()};
 }
 
 SwitchingTypes RelayOptions::types(const NetlistOptions &netlistOptions) const

@@ -18,7 +18,7 @@ struct RelayOptions
     void addTo(CLI::App &command);
     /// Of --relays, for checkFiles().
     QStringList files() const;
-    /// Throws a CommandError for one that cannot be read, and an EDAException for one that is wrong.
+    /// Throws a CommandError for one that cannot be read or is no such table.
     QList<Velk::RelayTable> readTables() const;
     /// By these options and by those of the other types.
     Velk::SwitchingTypes types(const NetlistOptions &netlistOptions) const;

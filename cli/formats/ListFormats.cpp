@@ -4,6 +4,7 @@
 #include "cli/terminal/Output.h"
 
 #include <velk/naming/PinNames.h>
+#include <velk/switching/PositionText.h>
 
 #include <QHash>
 
@@ -149,6 +150,61 @@ QJsonObject typeToJson(const TypeRow &row)
             {u"connector"_s, row.isConnector}};
 }
 
+QString ruleName(PositionsRule rule)
+{
+    switch (rule) {
+    case PositionsRule::Field:
+        return u"field"_s;
+    case PositionsRule::Table:
+        return u"table"_s;
+    case PositionsRule::ContactNumbers:
+        return u"pin numbers"_s;
+    case PositionsRule::PinNames:
+        return u"pin names"_s;
+    case PositionsRule::TwoPins:
+        return u"two pins"_s;
+    case PositionsRule::NoContacts:
+        return u"coil only"_s;
+    case PositionsRule::Unknown:
+        break;
+    }
+    return u"unknown"_s;
+}
+
+Table positionTable(const QList<RelayRow> &rows)
+{
+    Table table{{u"REF"_s, u"PART"_s, u"TOLD BY"_s, u"GANG"_s, u"POSITIONS"_s}, {}};
+    for (const RelayRow &row : rows) {
+        const bool isUnknownByGang = row.isUnknown && row.positions.rule != PositionsRule::Unknown;
+        table.rows.append({row.ref, row.part, ruleName(row.positions.rule),
+                           isUnknownByGang ? row.gang + u" (unknown)"_s : row.gang,
+                           positionsText(row.positions.positions)});
+    }
+    return table;
+}
+
+void writePositions(const QList<RelayRow> &rows, CsvWriter &csv)
+{
+    csv.write({u"ref"_s, u"part"_s, u"positions"_s, u"told by"_s, u"gang"_s, u"unknown"_s});
+    for (const RelayRow &row : rows)
+        csv.write({row.ref, row.part, positionsText(row.positions.positions), ruleName(row.positions.rule), row.gang,
+                   row.isUnknown ? u"true"_s : u"false"_s});
+}
+
+QJsonObject positionsToJson(const RelayRow &row)
+{
+    QJsonArray positions;
+    for (const ContactPosition &position : row.positions.positions) {
+        QJsonArray closed;
+        for (const Contact &contact : position.closed)
+            closed.append(QJsonArray{contact.pin, contact.otherPin});
+        positions.append(QJsonObject{{u"name"_s, position.name}, {u"closed"_s, closed}});
+    }
+    return {{u"ref"_s, row.ref},         {u"part"_s, row.part},
+            {u"positions"_s, positions}, {u"toldBy"_s, ruleName(row.positions.rule)},
+            {u"gang"_s, row.gang},       {u"unknown"_s, row.isUnknown}};
+}
+
 void writeAsText(const Listing &listing, const OutputTarget &target)
 {
     writeText(target.fileName, toText(listing.toText(), Colour::forOutput(target.fileName)));
@@ -193,6 +249,12 @@ Listing listTypes(const QList<TypeRow> &rows)
 {
     return {u"types"_s, [=] { return typeTable(rows); }, [=](CsvWriter &csv) { writeTypes(rows, csv); }, rows.size(),
             [=](qsizetype i) { return typeToJson(rows.at(i)); }};
+}
+
+Listing listPositions(const QList<RelayRow> &rows)
+{
+    return {u"positions"_s, [=] { return positionTable(rows); }, [=](CsvWriter &csv) { writePositions(rows, csv); },
+            rows.size(), [=](qsizetype i) { return positionsToJson(rows.at(i)); }};
 }
 
 const Formats<Listing> &listFormats()

@@ -5,6 +5,7 @@
 #include "cli/formats/Table.h"
 
 #include <velk/model/EDAProvider.h>
+#include <velk/switching/RelayPositions.h>
 
 #include <QJsonObject>
 
@@ -32,11 +33,22 @@ struct TypeRow
     bool isConnector;
 };
 
+/// What is known of a relay.
+struct RelayRow
+{
+    QString ref;
+    QString part; ///< as a table of relays has it
+    Velk::RelayPositions positions;
+    QString gang;   ///< the reference of the first relay of its gang; empty where it is alone
+    bool isUnknown; ///< since it or another one of its gang is
+};
+
 Listing listComponents(const QList<QSharedPointer<Velk::EDAComponent>> &components);
 Listing listParts(const QList<QSharedPointer<Velk::EDAPart>> &parts);
 /// The netlist, which names the pins, has to stay.
 Listing listNets(const QList<QSharedPointer<Velk::EDANet>> &nets, const Velk::EDAProvider &netlist);
 Listing listTypes(const QList<TypeRow> &rows);
+Listing listPositions(const QList<RelayRow> &rows);
 
 /// A table, a row for each element or what it consists of, and {"NAME": [element]}.
 const Formats<Listing> &listFormats();
