@@ -40,7 +40,7 @@ private:
     std::vector<int> parents;
 };
 
-struct Contact
+struct PlugContact
 {
     int component;
     int net;
@@ -135,12 +135,12 @@ private:
     void plugIn();
     void findMissingIdentifiers();
     void findJoinsByEmptyIdentifiers();
-    void addJoin(const QString &pin, const QList<Contact> &inOneNet);
+    void addJoin(const QString &pin, const QList<PlugContact> &inOneNet);
     void findSingleIdentifiers();
     void findIdentifiersRepeatedOnABoard();
     void addRepetition(const QString &identifier, const PinUses &uses);
     void findIdentifiersOnOtherTypes();
-    void meetConnectors(const QString &pin, const QList<Contact> &atPin, Meetings &meetings);
+    void meetConnectors(const QString &pin, const QList<PlugContact> &atPin, Meetings &meetings);
     void addOtherTypes(const QString &identifier, const PinUses &uses, const QString &effect);
     void findDifferentPins();
     QHash<QString, int> countPins(const QList<int> &components, const QList<int> &connectors);
@@ -152,7 +152,7 @@ private:
     DisjointSets pluggedNets;                         ///< those that connectors with Identifiers join
     QMap<QString, QList<int>> connectorsByIdentifier; ///< also the empty one
     QMap<QString, QList<int>> othersByIdentifier;     ///< of those only that connectors have; never the empty one
-    QMap<Pin, QList<Contact>> contacts;               ///< of the components with these Identifiers and the empty one
+    QMap<Pin, QList<PlugContact>> contacts;           ///< of the components with these Identifiers and the empty one
     QHash<QString, QSet<QString>> pinNumbers;         ///< of the parts that were looked up
     QList<SingleFinding> findings;
 };
@@ -189,7 +189,7 @@ void ConnectorChecks::plugIn()
         if (it.key().first.isEmpty())
             continue;
         int plugged = -1;
-        for (const Contact &contact : it.value()) {
+        for (const PlugContact &contact : it.value()) {
             if (contact.isOfConnector && plugged >= 0)
                 pluggedNets.unite(plugged, contact.net);
             if (contact.isOfConnector)
@@ -209,10 +209,10 @@ void ConnectorChecks::findMissingIdentifiers()
 
 void ConnectorChecks::findJoinsByEmptyIdentifiers()
 {
-    const auto isOfConnector = [](const Contact &contact) { return contact.isOfConnector; };
+    const auto isOfConnector = [](const PlugContact &contact) { return contact.isOfConnector; };
     for (auto it = contacts.cbegin(); it != contacts.cend() && it.key().first.isEmpty(); ++it) {
-        QMap<int, QList<Contact>> contactsByJoinedNet;
-        for (const Contact &contact : it.value())
+        QMap<int, QList<PlugContact>> contactsByJoinedNet;
+        for (const PlugContact &contact : it.value())
             contactsByJoinedNet[system.joinedNet(contact.net)].append(contact);
         for (auto &inOneNet : contactsByJoinedNet) {
             std::stable_partition(inOneNet.begin(), inOneNet.end(), isOfConnector);
@@ -222,12 +222,12 @@ void ConnectorChecks::findJoinsByEmptyIdentifiers()
 }
 
 /// Where the nets of these contacts, which are one, those of connectors first, would not be one without this pin.
-void ConnectorChecks::addJoin(const QString &pin, const QList<Contact> &inOneNet)
+void ConnectorChecks::addJoin(const QString &pin, const QList<PlugContact> &inOneNet)
 {
     std::set<int> nets;
     std::set<int> pluggedSets;
     QList<int> components;
-    for (const Contact &contact : inOneNet) {
+    for (const PlugContact &contact : inOneNet) {
         nets.insert(contact.net);
         pluggedSets.insert(pluggedNets.setOf(contact.net));
         components.append(contact.component);
@@ -263,7 +263,7 @@ void ConnectorChecks::findIdentifiersRepeatedOnABoard()
         if (it.key().first.isEmpty())
             continue;
         QMap<int, QMap<int, int>> netsByBoard; // with a component for each
-        for (const Contact &contact : it.value()) {
+        for (const PlugContact &contact : it.value()) {
             if (contact.isOfConnector)
                 netsByBoard[system.netlistOfComponent(contact.component)].insert(contact.net, contact.component);
         }
@@ -309,18 +309,18 @@ void ConnectorChecks::findIdentifiersOnOtherTypes()
     }
 }
 
-void ConnectorChecks::meetConnectors(const QString &pin, const QList<Contact> &atPin, Meetings &meetings)
+void ConnectorChecks::meetConnectors(const QString &pin, const QList<PlugContact> &atPin, Meetings &meetings)
 {
-    const auto netlistOfContact = [this](const Contact &contact) {
+    const auto netlistOfContact = [this](const PlugContact &contact) {
         return system.netlistOfComponent(contact.component);
     };
     ConnectorNets connectorNets;
-    for (const Contact &contact : atPin) {
+    for (const PlugContact &contact : atPin) {
         if (contact.isOfConnector)
             connectorNets.insert(system.joinedNet(contact.net), pluggedNets.setOf(contact.net),
                                  netlistOfContact(contact));
     }
-    for (const Contact &contact : atPin) {
+    for (const PlugContact &contact : atPin) {
         const int joinedNet = system.joinedNet(contact.net);
         const int pluggedSet = pluggedNets.setOf(contact.net);
         if (contact.isOfConnector || !connectorNets.hasOtherThan(joinedNet, pluggedSet))

@@ -8,7 +8,7 @@ namespace Velk {
 
 namespace {
 
-bool isBefore(const MergedNets::Pin &a, const MergedNets::Pin &b)
+bool comesBefore(const MergedNets::Pin &a, const MergedNets::Pin &b)
 {
     return std::tie(a.component, a.number) < std::tie(b.component, b.number);
 }
@@ -36,7 +36,7 @@ void MergedNets::addPinAlone(int component, const QString &number)
 
 void MergedNets::merge()
 {
-    std::stable_sort(pins.begin(), pins.end(), isBefore);
+    std::stable_sort(pins.begin(), pins.end(), comesBefore);
     parents.resize(names.size());
     std::iota(parents.begin(), parents.end(), 0);
     mergeNetsOfPins();
@@ -49,7 +49,7 @@ void MergedNets::mergeNetsOfPins()
 {
     std::vector<Pin> each;
     for (const Pin &pin : pins) {
-        if (each.empty() || isBefore(each.back(), pin))
+        if (each.empty() || comesBefore(each.back(), pin))
             each.push_back(pin);
         else if (each.back().net == none)
             each.back().net = pin.net;
