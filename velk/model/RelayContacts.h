@@ -10,8 +10,8 @@ namespace Velk {
 /// Two pins of a relay, by number, that are connected while it is in a position. It has no direction.
 struct Contact
 {
-    QString pin;
-    QString otherPin;
+    QString pin;      ///< one of the two
+    QString otherPin; ///< another pin than \a pin
 };
 
 /// A position that a relay can take.

@@ -23,7 +23,7 @@ struct TracedStep
     /// there.
     int position = asDrawn;
 
-    static constexpr int asDrawn = -1;
+    static constexpr int asDrawn = -1; ///< no position is asked for
 };
 
 /// An additional node and where a path meets it.

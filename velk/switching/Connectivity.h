@@ -36,9 +36,9 @@ public:
     Connectivity(Connectivity &&other) noexcept;
     Connectivity &operator=(Connectivity &&other) noexcept;
 
-    const SwitchingModel &model() const;
+    const SwitchingModel &model() const; ///< a copy of the one that was given
 
-    int position(int gang) const;
+    int position(int gang) const; ///< 0, which is rest, until it is set; the gang has to be one of the model's
     /// Of all gangs, by number.
     const std::vector<int> &positions() const;
     /// Looks again at the sets alone that the contacts of the gang touch, the ones it opens and the ones it closes. The
@@ -52,7 +52,7 @@ public:
     int setOf(int net) const;
     /// The nets of the set of this number, ascending; none where no set has it. As long as no position changes.
     const std::vector<int> &netsOf(int set) const;
-    bool areConnected(int net, int otherNet) const;
+    bool areConnected(int net, int otherNet) const; ///< a net is connected with itself
 
     /// In the order of their first sets. Each call takes time in proportion to the nets and the passive components.
     std::vector<CoupledSets> coupledSets() const;

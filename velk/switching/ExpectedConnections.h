@@ -13,8 +13,8 @@ namespace Velk {
 /// A connection that is meant to be, between pins of any components, which lie on nets.
 struct ExpectedConnection
 {
-    InterfacePin from;
-    InterfacePin to;
+    InterfacePin from; ///< one of the two pins
+    InterfacePin to;   ///< the other one
 };
 
 /// A connection that is there, but not by contacts alone.

@@ -46,7 +46,7 @@ struct VELK_EXPORT PositionsError
 /// The positions of one relay and what tells them.
 struct RelayPositions
 {
-    PositionsRule rule;
+    PositionsRule rule;                       ///< Unknown also where a text is wrong
     QList<ContactPosition> positions;         ///< the first one is rest; none for NoContacts and Unknown
     std::optional<PositionsError> error = {}; ///< where a text is wrong, which then makes the positions unknown
 };

@@ -21,9 +21,10 @@ struct PinCoupling
 struct StateConnections
 {
     QList<QList<InterfacePin>> connected; ///< sets with pins on two nets at least
-    QList<PinCoupling> couplings;
+    QList<PinCoupling> couplings;         ///< at most one for each set of coupled nets
 };
 
+/// While the relays are as \a state has them.
 VELK_EXPORT StateConnections connectionsIn(const Connectivity &state);
 }
 

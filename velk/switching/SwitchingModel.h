@@ -46,24 +46,24 @@ struct RelayGang
 /// A contact between two nets, by number.
 struct NetContact
 {
-    int net;
-    int otherNet;
+    int net;       ///< that of the one pin
+    int otherNet;  ///< that of the other one, which may be the same
     int component; ///< by its number in the model
 };
 
 /// A component that couples all its nets.
 struct PassiveComponent
 {
-    QString ref;
+    QString ref;           ///< as the netlist has it
     std::vector<int> nets; ///< each once, ascending
 };
 
 /// A pin of an instrument or of the device, on a net.
 struct InterfacePin
 {
-    QString ref;
-    QString number;
-    int net;
+    QString ref;    ///< of its component
+    QString number; ///< as the net has it
+    int net;        ///< by its number in the model
 };
 
 /// A netlist as its relays make it: which positions they take, which contacts these close between which nets, what is
@@ -75,7 +75,7 @@ struct InterfacePin
 class VELK_EXPORT SwitchingModel
 {
 public:
-    static constexpr int none = -1;
+    static constexpr int none = -1; ///< instead of a number, where there is no such thing
 
     /// The netlist is asked for all that it holds, once, and not needed any more. See positionsOf() for \a tables.
     explicit SwitchingModel(const EDAProvider &netlist, const SwitchingTypes &types = SwitchingTypes(),
@@ -90,30 +90,30 @@ public:
     /// Texts of positions that are wrong and gangs that do not fit, whose relays are taken as unknown.
     const QList<PositionsError> &errors() const;
 
-    int netCount() const;
+    int netCount() const; ///< nets are numbered from 0 on, and so are components and gangs
     /// The names that the netlist has for what is one net here, sorted; none for the pin of a relay that lies on no
     /// net.
     QStringList netNames(int net) const;
     /// The net of a pin, or none: also for a component or pin that no net names and that is no pin of a relay.
     int netOf(const QString &ref, const QString &pinNumber) const;
 
-    int componentCount() const;
-    const QString &ref(int component) const;
+    int componentCount() const;                ///< of all roles
+    const QString &ref(int component) const;   ///< as the netlist has it
     int componentOf(const QString &ref) const; ///< its number, or none
-    SwitchingRole role(int component) const;
+    SwitchingRole role(int component) const;   ///< by its type
     /// What a relay can do, before gangs are looked at. Others have no positions, by PositionsRule::NoContacts.
     const RelayPositions &positions(int component) const;
     /// The gang of a relay, or none: also for one without contacts.
     int gangOf(int component) const;
 
-    int gangCount() const;
-    const RelayGang &gang(int number) const;
+    int gangCount() const;                   ///< a relay without a gang being one by itself
+    const RelayGang &gang(int number) const; ///< its relays and positions
     /// Contacts that the gang closes in a position, which it has to have. An unknown gang has those at rest of its
     /// members that are known.
     const std::vector<NetContact> &contactsOf(int gang, int position) const;
 
-    const std::vector<PassiveComponent> &passives() const;
-    const std::vector<InterfacePin> &interfacePins() const;
+    const std::vector<PassiveComponent> &passives() const;  ///< sorted by reference
+    const std::vector<InterfacePin> &interfacePins() const; ///< sorted by reference, then by number
     /// References of all relays of unknown gangs.
     QStringList unknownComponents() const;
 
