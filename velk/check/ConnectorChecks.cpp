@@ -1,12 +1,13 @@
 #include <velk/check/ConnectorChecks.h>
 
+#include <velk/model/DisjointSets.h>
+
 #include <QHash>
 #include <QMap>
 #include <QSet>
 
 #include <algorithm>
 #include <map>
-#include <numeric>
 #include <set>
 #include <utility>
 
@@ -15,30 +16,6 @@ using namespace Qt::StringLiterals;
 namespace Velk {
 
 namespace {
-
-/// Numbers that fall into sets.
-class DisjointSets
-{
-public:
-    explicit DisjointSets(int count)
-        : parents(static_cast<std::size_t>(count))
-    {
-        std::iota(parents.begin(), parents.end(), 0);
-    }
-
-    int setOf(int number)
-    {
-        while (parent(number) != number)
-            number = parent(number) = parent(parent(number));
-        return number;
-    }
-    void unite(int a, int b) { parent(setOf(b)) = setOf(a); }
-
-private:
-    int &parent(int number) { return parents[static_cast<std::size_t>(number)]; }
-
-    std::vector<int> parents;
-};
 
 struct PlugContact
 {
@@ -229,7 +206,7 @@ void ConnectorChecks::addJoin(const QString &pin, const QList<PlugContact> &inOn
     QList<int> components;
     for (const PlugContact &contact : inOneNet) {
         nets.insert(contact.net);
-        pluggedSets.insert(pluggedNets.setOf(contact.net));
+        pluggedSets.insert(pluggedNets.leastOf(contact.net));
         components.append(contact.component);
     }
     if (pluggedSets.size() < 2 || !inOneNet.first().isOfConnector)
@@ -317,12 +294,12 @@ void ConnectorChecks::meetConnectors(const QString &pin, const QList<PlugContact
     ConnectorNets connectorNets;
     for (const PlugContact &contact : atPin) {
         if (contact.isOfConnector)
-            connectorNets.insert(system.joinedNet(contact.net), pluggedNets.setOf(contact.net),
+            connectorNets.insert(system.joinedNet(contact.net), pluggedNets.leastOf(contact.net),
                                  netlistOfContact(contact));
     }
     for (const PlugContact &contact : atPin) {
         const int joinedNet = system.joinedNet(contact.net);
-        const int pluggedSet = pluggedNets.setOf(contact.net);
+        const int pluggedSet = pluggedNets.leastOf(contact.net);
         if (contact.isOfConnector || !connectorNets.hasOtherThan(joinedNet, pluggedSet))
             continue;
         PinUses *uses = &meetings.apartInNetlist;

@@ -1,6 +1,6 @@
 #include <velk/switching/Connectivity.h>
 
-#include <velk/switching/DisjointSets.h>
+#include <velk/model/DisjointSets.h>
 
 #include <QSharedData>
 

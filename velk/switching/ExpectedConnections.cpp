@@ -1,6 +1,6 @@
 #include <velk/switching/ExpectedConnections.h>
 
-#include <velk/switching/DisjointSets.h>
+#include <velk/model/DisjointSets.h>
 
 #include <QHash>
 #include <QSet>

@@ -1,7 +1,6 @@
 #include <velk/switching/MergedNets.h>
 
 #include <algorithm>
-#include <numeric>
 #include <tuple>
 
 namespace Velk {
@@ -37,15 +36,14 @@ void MergedNets::addPinAlone(int component, const QString &number)
 void MergedNets::merge()
 {
     std::stable_sort(pins.begin(), pins.end(), comesBefore);
-    parents.resize(names.size());
-    std::iota(parents.begin(), parents.end(), 0);
-    mergeNetsOfPins();
-    numberAnew();
+    DisjointSets sets(count());
+    mergeNetsOfPins(sets);
+    numberAnew(sets);
     findPinsOfComponents();
 }
 
 // Leaves each pin once.
-void MergedNets::mergeNetsOfPins()
+void MergedNets::mergeNetsOfPins(DisjointSets &sets)
 {
     std::vector<Pin> each;
     for (const Pin &pin : pins) {
@@ -54,33 +52,18 @@ void MergedNets::mergeNetsOfPins()
         else if (each.back().net == none)
             each.back().net = pin.net;
         else if (pin.net != none)
-            unite(each.back().net, pin.net);
+            sets.unite(each.back().net, pin.net);
     }
     pins = std::move(each);
 }
 
-// The number of a net that was made of several comes from the first of them.
-void MergedNets::unite(int net, int otherNet)
-{
-    const auto [first, later] = std::minmax({rootOf(net), rootOf(otherNet)});
-    parents[toIndex(later)] = first;
-}
-
-int MergedNets::rootOf(int net)
-{
-    while (parents[toIndex(net)] != net) {
-        parents[toIndex(net)] = parents[toIndex(parents[toIndex(net)])]; // so that chains stay short
-        net = parents[toIndex(net)];
-    }
-    return net;
-}
-
-void MergedNets::numberAnew()
+// A net that was made of several has the place of the first of them.
+void MergedNets::numberAnew(DisjointSets &sets)
 {
     std::vector<QStringList> merged;
     std::vector<int> numbers(names.size(), none);
     for (int net = 0; net < count(); ++net) {
-        const int root = rootOf(net);
+        const int root = sets.leastOf(net);
         if (root == net) {
             numbers[toIndex(net)] = static_cast<int>(merged.size());
             merged.emplace_back();
@@ -91,7 +74,7 @@ void MergedNets::numberAnew()
         netNames.sort();
     for (Pin &pin : pins) {
         if (pin.net != none)
-            pin.net = numbers[toIndex(rootOf(pin.net))];
+            pin.net = numbers[toIndex(sets.leastOf(pin.net))];
     }
     names = std::move(merged);
     for (Pin &pin : pins) {
@@ -100,7 +83,6 @@ void MergedNets::numberAnew()
             names.emplace_back();
         }
     }
-    parents.clear();
 }
 
 void MergedNets::findPinsOfComponents()

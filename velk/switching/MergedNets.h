@@ -1,6 +1,8 @@
 #ifndef VELK_SWITCHING_MERGEDNETS_H
 #define VELK_SWITCHING_MERGEDNETS_H
 
+#include <velk/model/DisjointSets.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -47,16 +49,13 @@ public:
     int netOf(int component, const QString &number) const;
 
 private:
-    void mergeNetsOfPins();
-    void unite(int net, int otherNet);
-    int rootOf(int net);
-    void numberAnew();
+    void mergeNetsOfPins(DisjointSets &sets);
+    void numberAnew(DisjointSets &sets);
     void findPinsOfComponents();
 
     std::vector<QStringList> names;
     std::vector<Pin> pins;              ///< when merged, by component, then number, each once
     std::vector<std::size_t> firstPins; ///< when merged, of each component, and one for the end
-    std::vector<int> parents; ///< of each net as it was added, when merging: itself, or an earlier one that it is too
 };
 }
 

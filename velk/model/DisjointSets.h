@@ -1,5 +1,5 @@
-#ifndef VELK_SWITCHING_DISJOINTSETS_H
-#define VELK_SWITCHING_DISJOINTSETS_H
+#ifndef VELK_MODEL_DISJOINTSETS_H
+#define VELK_MODEL_DISJOINTSETS_H
 
 #include <algorithm>
 #include <cstddef>
