@@ -1,9 +1,11 @@
 #include "cli/commands/RoutesCommand.h"
 
+#include "cli/commands/LeftOutWays.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/TypeWarnings.h"
 #include "cli/formats/NoRouteText.h"
 #include "cli/formats/RouteFormats.h"
+#include "cli/formats/RouteRelays.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 #include "cli/terminal/Progress.h"
@@ -11,9 +13,9 @@
 #include <CLI/CLI.hpp>
 
 #include <velk/facade/VelkRouting.h>
+#include <velk/naming/Suggestions.h>
 #include <velk/routing/Routing.h>
 
-#include <chrono>
 #include <exception>
 #include <limits>
 
@@ -25,8 +27,6 @@ namespace VelkCli {
 namespace {
 
 constexpr int noRoutes = 1; ///< exit status
-constexpr auto timeToExplain = std::chrono::seconds(5);
-
 /// One more is asked for, to know whether there are more.
 constexpr int mostRoutes = std::numeric_limits<int>::max() - 1;
 
@@ -40,25 +40,33 @@ bool takeFirst(int count, QList<Path> &paths)
     return true;
 }
 
-void find(const RouteEnd &source, const RouteEnd &destination, bool withPins, int maxRoutes, RouteReport &report)
+void find(const RouteEnd &source, const RouteEnd &destination, bool areTraced, int maxRoutes, RouteReport &report)
 {
     Progress::begin(QStringLiteral("searching for routes"));
     const auto &[from, fromNode] = source;
     const auto &[to, toNode] = destination;
-    if (withPins)
+    if (areTraced)
         report.tracedPaths = report.routing.findTracedPathsBetween(from, fromNode->pin, to, toNode->pin);
     else
         report.paths = report.routing.findPathsBetween(from, fromNode->pin, to, toNode->pin);
     report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
 }
 
+/// One, with all such relays that are crossed.
+QStringList unknownWarnings(const RouteReport &report)
+{
+    const QStringList relays = unknownRelays(report);
+    if (relays.isEmpty())
+        return {};
+    return {u"relays whose positions are not known are crossed as drawn: %1; velk check tells more of them"_s.arg(
+        enumeration(relays))};
+}
+
 /// Has the report say why there is no route, as far as that is known after some seconds.
 void explain(const RouteEnd &source, const RouteEnd &destination, RouteReport &report)
 {
-    VelkRouting::setTraceEnabled(false);
     Progress::begin(u"finding out why there is no route"_s);
-    report.routing.setInterruption(
-        [end = std::chrono::steady_clock::now() + timeToExplain] { return std::chrono::steady_clock::now() > end; });
+    report.routing.setInterruption(afterSomeSeconds());
     try {
         report.reason = report.routing.explainNoPathBetween(source.component, source.node->pin, destination.component,
                                                             destination.node->pin);
@@ -84,6 +92,9 @@ RoutesCommand::RoutesCommand(CLI::App &app)
               "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
     addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
     addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes);
+    command->add_flag("--as-drawn", asDrawn,
+                      "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
+    relays.addTo(*command);
     netlist.addTo(*command, formatNames(routeFormats()));
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
@@ -103,24 +114,28 @@ int RoutesCommand::run() const
     if (trace)
         Progress::end();
     const OutputTarget target = netlist.target();
-    checkFiles(toQStringList(netlist.files), target.fileName);
+    checkFiles(toQStringList(netlist.files) + relays.files(), target.fileName);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
-    printWarnings(typeWarnings(provider, netlist));
+    printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));
     const RouteEnd sourceEnd = findEnd(provider, source);
     const RouteEnd dutEnd = findEnd(provider, dut);
 
-    Routing routing(&provider);
-    routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
-    routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
-    routing.setComponentTypesThatAreConnectors(toQStringList(netlist.connectorTypes));
-    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
-    routing.setMaxAdditionalNodesPerPath(maxConnections);
-    routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
-    RouteReport report{
-        provider, routing, sourceEnd.node, dutEnd.node, PinNames(provider), shownNames(toQStringList(netlist.files))};
-    find(sourceEnd, dutEnd, needsTracedPaths(netlist.format), maxRoutes, report);
-    const bool areThereAny = !report.paths.isEmpty() || !report.tracedPaths.isEmpty();
+    RouteReport report{provider,
+                       routingOn(provider),
+                       sourceEnd.node,
+                       dutEnd.node,
+                       PinNames(provider),
+                       shownNames(toQStringList(netlist.files)),
+                       switchingOf(provider)};
+    if (report.switching)
+        report.routing.setRelayContacts(report.switching->relayContacts());
+    find(sourceEnd, dutEnd, !asDrawn || needsTracedPaths(netlist.format), maxRoutes, report);
+    VelkRouting::setTraceEnabled(false);
+    if (report.switching)
+        report.leftOut = leftOutWays(sourceEnd, dutEnd, report);
+    printWarnings(unknownWarnings(report));
+    const bool areThereAny = report.routeCount() > 0;
     if (!areThereAny)
         explain(sourceEnd, dutEnd, report);
     writeAs(netlist.format, routeFormats(), report, target);
@@ -129,5 +144,25 @@ int RoutesCommand::run() const
     for (const QString &text : reasonTexts(report))
         printMessage(u"velk: "_s + text);
     return noRoutes;
+}
+
+Routing RoutesCommand::routingOn(EDAProvider &provider) const
+{
+    Routing routing(&provider);
+    routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
+    routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
+    routing.setComponentTypesThatAreConnectors(toQStringList(netlist.connectorTypes));
+    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+    routing.setMaxAdditionalNodesPerPath(maxConnections);
+    routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
+    return routing;
+}
+
+// As drawn, nothing that is wrong with positions is in the way.
+std::optional<SwitchingModel> RoutesCommand::switchingOf(const EDAProvider &provider) const
+{
+    if (asDrawn)
+        return {};
+    return loadSwitching(provider, netlist, relays);
 }
 }

@@ -1,7 +1,12 @@
 #ifndef VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 #define VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 
+#include "cli/commands/RelayOptions.h"
 #include "cli/commands/RouteEnd.h"
+
+#include <velk/routing/Routing.h>
+
+#include <optional>
 
 namespace VelkCli {
 
@@ -17,12 +22,17 @@ public:
     int run() const;
 
 private:
+    Velk::Routing routingOn(Velk::EDAProvider &provider) const;
+    std::optional<Velk::SwitchingModel> switchingOf(const Velk::EDAProvider &provider) const;
+
     NetlistOptions netlist;
+    RelayOptions relays;
     EndOptions source{"--source", "source component"};
     EndOptions dut{"--dut", "DUT component"};
     int maxSwitches;
     int maxConnections;
     int maxRoutes = 0;
+    bool asDrawn = false;
     bool trace = false;
     CLI::App *command;
 };

@@ -1,10 +1,12 @@
 #include "cli/formats/NoRouteText.h"
 
 #include "cli/formats/Json.h"
+#include "cli/formats/RouteRelays.h"
 
 #include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
 
+#include <algorithm>
 #include <set>
 
 using namespace Qt::StringLiterals;
@@ -34,12 +36,13 @@ QString optionText(const SufficientLimits &found, const RouteReport &report)
     return u"with %1 (%2)"_s.arg(options.join(u' '), amountText(found));
 }
 
+/// "with --max-switches 7 (8 switches), or one with --max-connections 4 (6 switches, 4 side connections)"
 QString limitsText(const RouteReport &report)
 {
     QStringList ways;
     for (const SufficientLimits &limits : report.reason->sufficientLimits)
         ways.append(optionText(limits, report));
-    return u"all routes are beyond the limits; there is one "_s + ways.join(u", or one "_s);
+    return ways.join(u", or one "_s);
 }
 
 /// Empty if something else lies on the net of the pin, too.
@@ -126,6 +129,57 @@ QString incompleteText(const NoPathReason &reason)
            "limits would do"_s.arg(switchCount(reason.shortest));
 }
 
+QString waysText(const RouteReport &report)
+{
+    if (report.leftOut == 0)
+        return u"all ways as drawn are beyond the limits (see --as-drawn)"_s;
+    return u"there %1 %2, but no state of the relays makes any (see --as-drawn)"_s.arg(
+        report.leftOut == 1 ? u"is"_s : u"are"_s, report.leftOut ? waysAsDrawn(*report.leftOut) : u"ways as drawn"_s);
+}
+
+/// "K1#1 set for its pins 11 and 14"
+QString demandText(const RouteReport &report, const TracedStep &step)
+{
+    const QString position = positionText(report, step);
+    const QString demand = step.position == 0   ? u"at rest"_s
+                           : position.isEmpty() ? u"set"_s
+                                                : u"in position "_s + position;
+    return u"%1 %2 for its pins %3 and %4"_s.arg(step.component->ref, demand, step.entryPin, step.exitPin);
+}
+
+QString conflictText(const RouteReport &report)
+{
+    const QList<TracedStep> &steps = report.reason->conflict->steps;
+    if (steps.size() == 1) {
+        const TracedStep &step = steps.first();
+        return step.component->properties.contains(u"dnp"_s)
+                   ? u"%1 is marked as not to be populated"_s.arg(step.component->ref)
+                   : u"no position of %1 connects its pins %2 and %3"_s.arg(step.component->ref, step.entryPin,
+                                                                            step.exitPin);
+    }
+    QStringList demands;
+    for (const TracedStep &step : steps)
+        demands.append(demandText(report, step));
+    return u"it needs %1, which are one relay"_s.arg(demands.join(u" and "_s));
+}
+
+QStringList unrealizableTexts(const RouteReport &report)
+{
+    const NoPathReason &reason = *report.reason;
+    QStringList refs;
+    for (const TracedStep &step : reason.conflict->path.steps)
+        refs.append(step.component->ref);
+    QStringList texts{waysText(report),
+                      u"the first one leads over %1, but %2"_s.arg(enumeration(refs), conflictText(report))};
+    if (!reason.sufficientLimits.isEmpty())
+        texts.append(u"there is a route "_s + limitsText(report));
+    else if (reason.isRealizable == false)
+        texts.append(u"the relays can make no other way, however long"_s);
+    else
+        texts.append(u"it would take long to find out whether there is a route beyond the limits"_s);
+    return texts;
+}
+
 QJsonObject reachToJson(const PathReach &reach)
 {
     QJsonArray boards;
@@ -159,9 +213,13 @@ QStringList reasonTexts(const RouteReport &report)
 {
     if (!report.failure.isEmpty())
         return {u"why there is none could not be found out: "_s + report.failure};
+    if (report.reason->conflict)
+        return unrealizableTexts(report);
     if (!report.reason->isComplete)
         return {incompleteText(*report.reason)};
-    return report.reason->shortest < 0 ? unconnectedTexts(report) : QStringList{limitsText(report)};
+    return report.reason->shortest < 0
+               ? unconnectedTexts(report)
+               : QStringList{u"all routes are beyond the limits; there is one "_s + limitsText(report)};
 }
 
 QJsonObject reasonToJson(const RouteReport &report)
@@ -170,6 +228,8 @@ QJsonObject reasonToJson(const RouteReport &report)
     QJsonObject members{{u"texts"_s, QJsonArray::fromStringList(reasonTexts(report))}};
     if (!reason.sufficientLimits.isEmpty())
         members.insert(u"limits"_s, limitsToJson(reason.sufficientLimits));
+    if (reason.conflict)
+        members.insert(u"conflict"_s, stepsToJson(reason.conflict->steps));
     if (!reason.isComplete || reason.shortest >= 0)
         return members;
     members.insert(u"source"_s, reachToJson(reason.fromSource));

@@ -15,7 +15,8 @@ QStringList reasonTexts(const RouteReport &report);
 
 /// The same for programs: {"texts": [sentence]}, and besides what is known of "limits": [{"maxSwitches",
 /// "maxConnections", "switches", "connections"}], "source" and "destination": {"nets": [name], "boards": [number],
-/// "unpluggedPins": [{"ref", "pin"}]}, "between": [component].
+/// "unpluggedPins": [{"ref", "pin"}]}, "between": [component], and "conflict": crossings that no state of the relays
+/// makes together, as stepsToJson() has them.
 QJsonObject reasonToJson(const RouteReport &report);
 }
 

@@ -1,6 +1,9 @@
 #include "cli/formats/RouteDot.h"
 
+#include "cli/formats/RouteRelays.h"
+
 #include <QHash>
+#include <QMap>
 #include <QSet>
 
 #include <set>
@@ -41,6 +44,8 @@ public:
         const auto nets = routes.netlist.getNets();
         for (const auto &net : nets)
             places.insert(net.data(), places.size());
+        for (const TracedPath &path : routes.tracedPaths)
+            collectTasks(path);
     }
 
     void add(const TracedPath &path)
@@ -70,6 +75,16 @@ public:
     }
 
 private:
+    // A component is drawn once, whatever the routes over it ask of it.
+    void collectTasks(const TracedPath &path)
+    {
+        for (const TracedStep &step : path.steps) {
+            auto &texts = tasks[step.component->ref];
+            if (!texts.contains(step.position))
+                texts.insert(step.position, crossingText(report, step));
+        }
+    }
+
     void addEnd(const EDANetNode &end, const EDANet &net, const QString &rank)
     {
         const QString id = pinId(u"end"_s, end);
@@ -123,8 +138,9 @@ private:
     QString addComponent(const EDAComponent &component)
     {
         QString id = quotedId(u"component "_s + component.ref);
+        const QString label = quotedText(QStringList(tasks.value(component.ref).values()).join(u", "_s));
         add(u"%1 [label=%2, tooltip=%3, shape=box, style=filled, fillcolor=\"#e8eef5\"];"_s.arg(
-            id, quotedText(component.ref), quotedText(component.type() + u' ' + component.value)));
+            id, label, quotedText(component.type() + u' ' + component.value)));
         return id;
     }
 
@@ -147,7 +163,8 @@ private:
     }
 
     const RouteReport &report;
-    QHash<const EDANet *, qsizetype> places; ///< among the nets of the netlist
+    QHash<const EDANet *, qsizetype> places;  ///< among the nets of the netlist
+    QHash<QString, QMap<int, QString>> tasks; ///< of each component, by its position
     QStringList statements;
     QSet<QString> known;
     std::set<std::tuple<const EDANet *, const EDANet *, QString, QString, QString>> steps;

@@ -8,21 +8,21 @@ class QIODevice;
 
 namespace VelkCli {
 
-/// text: a numbered line for each route and a line with the count, which also tells whether there are more.
-///
-/// json: {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and
-/// besides "more": true if there are more, and "reason" if there is none.
+/// text: a numbered line for each route and a line with the count, which also tells what is not shown.
 ///
 /// csv: a row for each route; cells that list several things separate them with blanks.
 ///
 /// json, dot and html: see routesToJson(), drawRoutes() and routesToPage().
 const Formats<RouteReport> &routeFormats();
 
-/// {"routes": [{"switchingComponents": [component], "additionalConnections": [{"component", "pin"}]}]}, and besides
-/// "more": true if there are more, and "reason" if there is none.
+/// {"source": end, "destination": end, "routes": [{"switchingComponents": [component, with "pins": [entry, exit] and
+/// "position": number or null], "additionalConnections": [end]}]} with end as {"component", "pin"}, and besides "more":
+/// true if there are more, and "reason" if there is none. Where positions were looked at, each route has "positions":
+/// {reference: number}, all that has to be away from rest, and the whole "unknown": [reference], relays that routes
+/// cross as drawn, and "leftOut", RouteReport::leftOut if that is known.
 void routesToJson(const RouteReport &report, QIODevice &device);
 
-/// Whether the format tells what traced paths alone know.
+/// Whether the format tells what traced paths alone know, also of ways as drawn.
 bool needsTracedPaths(const std::string &format);
 }
 

@@ -2,6 +2,7 @@
 
 #include "cli/formats/Json.h"
 #include "cli/formats/NoRouteText.h"
+#include "cli/formats/RouteRelays.h"
 #include "cli/formats/html/Page.h"
 
 #include <QMap>
@@ -61,6 +62,10 @@ public:
         const QByteArray routes = routesToText(); // they fill the tables
         if (report.areThereMore)
             members.insert(u"more"_s, true);
+        if (!report.switching)
+            members.insert(u"asDrawn"_s, true);
+        if (const QString leftOut = leftOutText(report); !leftOut.isEmpty())
+            members.insert(u"leftOut"_s, leftOut);
         if (report.reason)
             members.insert(u"reason"_s, QJsonArray::fromStringList(reasonTexts(report)));
         members.insert(u"components"_s, components.rows);
@@ -100,14 +105,25 @@ private:
 
     qsizetype place(const TracedStep &step, const EDANet &next)
     {
+        return crossings.place(
+            {step.net.data(), &next, step.component->ref, step.entryPin, step.exitPin, step.position},
+            [&] { return crossing(step, next); });
+    }
+
+    QJsonObject crossing(const TracedStep &step, const EDANet &next)
+    {
         const QString &ref = step.component->ref;
-        return crossings.place({step.net.data(), &next, ref, step.entryPin, step.exitPin}, [&] {
-            return QJsonObject{{u"component"_s, place(ref)},
-                               {u"from"_s, place(*step.net)},
-                               {u"to"_s, place(next)},
-                               {u"entry"_s, pin(ref, step.entryPin)},
-                               {u"exit"_s, pin(ref, step.exitPin)}};
-        });
+        QJsonObject members{{u"component"_s, place(ref)},
+                            {u"from"_s, place(*step.net)},
+                            {u"to"_s, place(next)},
+                            {u"entry"_s, pin(ref, step.entryPin)},
+                            {u"exit"_s, pin(ref, step.exitPin)},
+                            {u"position"_s, positionToJson(step)}};
+        if (const QString position = positionText(report, step); !position.isEmpty())
+            members.insert(u"positionText"_s, position);
+        if (taskOf(report, step) == RelayTask::Unknown)
+            members.insert(u"isUnknown"_s, true);
+        return members;
     }
 
     qsizetype place(const EDANetNode &node, const EDANet &net)
@@ -169,7 +185,7 @@ private:
     const QList<QString> connectorTypes;
     JsonTable<QString> components;
     JsonTable<const EDANet *> nets;
-    JsonTable<std::tuple<const EDANet *, const EDANet *, QString, QString, QString>> crossings;
+    JsonTable<std::tuple<const EDANet *, const EDANet *, QString, QString, QString, int>> crossings;
     JsonTable<std::tuple<const EDANet *, QString, QString>> connections;
 };
 }

@@ -1,0 +1,139 @@
+#include "cli/formats/RouteRelays.h"
+
+#include "cli/formats/Json.h"
+
+#include <algorithm>
+#include <set>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+bool isBlank(QChar character)
+{
+    return character.isSpace();
+}
+
+/// As velk state --set takes it, in one word: a name that could be a number is none.
+QString positionName(const ContactPosition &position, int number)
+{
+    bool isNumber = false;
+    position.name.toInt(&isNumber);
+    const bool isWord =
+        !position.name.isEmpty() && std::none_of(position.name.cbegin(), position.name.cend(), &isBlank);
+    return isWord && !isNumber ? position.name : QString::number(number);
+}
+}
+
+RelayTask taskOf(const RouteReport &report, const TracedStep &step)
+{
+    if (step.position > 0)
+        return RelayTask::Set;
+    if (step.position == 0)
+        return RelayTask::StayAtRest;
+    const bool isRelay =
+        report.switching &&
+        report.switching->role(report.switching->componentOf(step.component->ref)) == SwitchingRole::Relay;
+    return isRelay ? RelayTask::Unknown : RelayTask::None;
+}
+
+QString positionText(const RouteReport &report, const TracedStep &step)
+{
+    if (taskOf(report, step) != RelayTask::Set)
+        return {};
+    const int relay = report.switching->componentOf(step.component->ref);
+    const QList<ContactPosition> &positions = report.switching->positions(relay).positions;
+    const ContactPosition &position = positions.at(step.position);
+    return positions.size() == 2 && position.name.isEmpty() ? QString() : positionName(position, step.position);
+}
+
+namespace {
+
+QString relayText(const RouteReport &report, const TracedStep &step)
+{
+    const QString position = positionText(report, step);
+    return position.isEmpty() ? step.component->ref : step.component->ref + u'=' + position;
+}
+}
+
+QString crossingText(const RouteReport &report, const TracedStep &step)
+{
+    const RelayTask task = taskOf(report, step);
+    const QString mark = task == RelayTask::StayAtRest ? u" (rest)"_s
+                         : task == RelayTask::Unknown  ? u" (?)"_s
+                                                       : QString();
+    return relayText(report, step) + mark;
+}
+
+QStringList relaysWith(RelayTask task, const RouteReport &report, const TracedPath &path)
+{
+    QStringList texts;
+    for (const TracedStep &step : path.steps) {
+        if (taskOf(report, step) == task)
+            texts.append(relayText(report, step));
+    }
+    texts.removeDuplicates();
+    return texts;
+}
+
+QStringList unknownRelays(const RouteReport &report)
+{
+    std::set<QString> refs;
+    for (const TracedPath &path : report.tracedPaths) {
+        for (const TracedStep &step : path.steps) {
+            if (taskOf(report, step) == RelayTask::Unknown)
+                refs.insert(step.component->ref);
+        }
+    }
+    return {refs.cbegin(), refs.cend()};
+}
+
+QJsonValue positionToJson(const TracedStep &step)
+{
+    return step.position == TracedStep::asDrawn ? QJsonValue() : step.position;
+}
+
+QJsonArray stepsToJson(const QList<TracedStep> &steps)
+{
+    QJsonArray crossings;
+    for (const TracedStep &step : steps) {
+        QJsonObject crossing = componentToJson(*step.component);
+        crossing.insert(u"pins"_s, QJsonArray{step.entryPin, step.exitPin});
+        crossing.insert(u"position"_s, positionToJson(step));
+        crossings.append(crossing);
+    }
+    return crossings;
+}
+
+QJsonObject positionsToJson(const RouteReport &report, const TracedPath &path)
+{
+    QJsonObject positions;
+    for (const TracedStep &step : path.steps) {
+        if (taskOf(report, step) != RelayTask::Set)
+            continue;
+        const int gang = report.switching->gangOf(report.switching->componentOf(step.component->ref));
+        for (const QString &ref : report.switching->gang(gang).components)
+            positions.insert(ref, step.position);
+    }
+    return positions;
+}
+
+QString waysAsDrawn(qsizetype count)
+{
+    return count == 1 ? u"1 way as drawn"_s : u"%1 ways as drawn"_s.arg(count);
+}
+
+QString leftOutText(const RouteReport &report)
+{
+    if (!report.switching || report.leftOut == 0)
+        return {};
+    if (!report.leftOut)
+        return u"to count the ways as drawn that no state of the relays makes would take long (see --as-drawn)"_s;
+    const QString among = report.areThereMore ? u" among the first %1"_s.arg(report.routeCount()) : QString();
+    return u"left out: %1%2, which no state of the relays makes (see --as-drawn)"_s.arg(waysAsDrawn(*report.leftOut),
+                                                                                        among);
+}
+}
