@@ -236,7 +236,7 @@ def check_copying(page):
     text = copied(page, "#copy-text").split("\n")
     check("copied text", [line for line in text if not line.startswith(" ")], [
         "Route 2: U2#1.HI to J2#3.OUT, 2 switches", "U2#1.HI", "R3#1, Resistor, pin 1 to 2",
-        "K307#2, Relay, pin 1 (A) to 2 (B)", "J2#3.OUT", ""])
+        "K307#2, Relay, set, pin 1 (A) to 2 (B)", "J2#3.OUT", ""])
 
 
 def check_large(page):
@@ -297,6 +297,35 @@ def report_speed(page):
     print("  loaded in", page.run(load))
 
 
+SYMBOLS = """
+    return Array.from(document.querySelectorAll('#drawing .switch'), (element) => [
+        element.querySelector('.task').textContent, element.querySelector('.coil').classList[1],
+        /H/.test(element.querySelector('path.symbol').getAttribute('d')) ? 'closed' : 'open']);"""
+
+
+def check_relays(page):
+    check("positions", page.find("#route-summary").text, "Relays to set: K703#2=CH3; to stay at rest: K701#2")
+    check("contacts", page.run(SYMBOLS), [["rest", "rest", "closed"], ["CH3", "set", "closed"]])
+    check("left out", "left out: 4 ways as drawn" in page.find("#summary").text, True)
+    check("marks in the list", page.texts(".way small"), ["#2 (rest)", "#2=CH3"])
+    check("copied position", copied(page, "#copy-set"), "K703#2=CH3")
+    check("copied text of positions", [line for line in copied(page, "#copy-text").split("\n") if line.startswith("K7")], [
+        "K701#2, Relay, stays at rest, pin 11 to 12", "K703#2, Relay, set to CH3, pin C (COM) to 3 (CH3)"])
+    page.screenshot("light")
+    page.run("data.crossings[0].position = null; data.crossings[0].isUnknown = true; describedRoute = -1; showRoute(0);")
+    check("unknown", page.find("#route-summary").text,
+          "Relays to set: K703#2=CH3; crossed as drawn, since nobody knows the positions: K701#2")
+    check("unknown contact", page.run(SYMBOLS)[0], ["?", "unknown", "open"])
+    page.find("#theme").click()
+    page.screenshot("dark")
+    page.find("#theme").click()
+
+
+def check_drawn(page):
+    check("as drawn", page.find("#route-summary").text, "Relays to set: K701#2, K703#2")
+    check("contacts as drawn", page.run(SYMBOLS), [["", "drawn", "open"], ["", "drawn", "open"]])
+
+
 def check_direct(page):
     check("direct", page.find("#title").text, "Route 1: no switch")
     check("nothing to filter", page.is_shown("#switches"), False)
@@ -322,6 +351,7 @@ def check_hostile(page):
                                            "document.querySelector('img, iframe, b') === null"), True)
     names = page.run("return Array.from(document.querySelectorAll('#drawing .name'), (name) => name.textContent)")
     check("a name that looks joined", names[0], "@data@+#1+${x}")
+    check("a position", page.texts("#drawing .task.set")[1], "<b>'\"on")
     check_every_drawing(page, range(2), lambda data, route: [
         ref if len(ref) < 20 else "R_with_a_name_t\u2026" for ref in refs_of(data, route)])
     page.screenshot("light")
@@ -329,7 +359,7 @@ def check_hostile(page):
 
 
 def main(folder):
-    checks = {"demo": check_demo, "direct": check_direct, "fuse": check_fuse, "none": check_none,
+    checks = {"demo": check_demo, "relays": check_relays, "drawn": check_drawn, "direct": check_direct, "fuse": check_fuse, "none": check_none,
               "large": check_large, "hostile": check_hostile}
     with start_browser() as browser:
         for name, check_page in checks.items():

@@ -12,8 +12,9 @@ const measuring = document.createElement('canvas').getContext('2d');
 const refStyle = '600 14px system-ui, sans-serif';
 const smallStyle = '400 12px system-ui, sans-serif';
 const chipStyle = '600 12px system-ui, sans-serif';
+const coilStyle = '600 10px system-ui, sans-serif';
 
-const widths = new Map([refStyle, smallStyle, chipStyle].map((style) => [style, new Map()]));
+const widths = new Map([refStyle, smallStyle, chipStyle, coilStyle].map((style) => [style, new Map()]));
 
 function textWidth(text, style) {
     const known = widths.get(style);
@@ -58,17 +59,38 @@ function endPiece(end, word, isFirst) {
     };
 }
 
-function symbolOf(component, middle, y) {
+// Its text says what the coil has to do; of a way as drawn nobody knows.
+function coilOf(crossing, middle, y) {
+    const task = data.asDrawn ? 'drawn' : taskOf(crossing);
+    const text = { set: crossing.positionText ?? 'set', rest: 'rest', unknown: '?' }[task] ?? '';
+    const width = widthFor([text], coilStyle, 22, 70) - (text === '' ? 0 : 8);
+    return [
+        svg('rect', { x: middle - width / 2, y: y - 38, width, height: 14, rx: 1.5, class: `coil ${task}` }),
+        label(middle, y - 27.5, fitted(text, width - 4, coilStyle), `task ${task}`),
+    ];
+}
+
+// A contact on a route is closed, by its coil or at rest, where the blade lies on the contact that it leaves when it is
+// set. It is drawn open where nobody knows how it gets closed.
+function contactOf(crossing, middle, y) {
+    const task = data.asDrawn ? 'drawn' : taskOf(crossing);
+    const isClosed = task === 'set' || task === 'rest';
+    const blade = isClosed ? `M${middle - 16},${y}H${middle + 16}` : `M${middle - 16},${y}L${middle + 15},${y - 15}`;
+    return [
+        svg('path', { d: `M${middle},${y - 24}V${isClosed ? y : y - 9}`, class: 'drive' }),
+        svg('path', { d: blade, class: `symbol ${task}` }),
+        ...task === 'rest' ? [svg('path', { d: `M${middle + 16},${y}v-11h-6`, class: 'symbol' })] : [],
+        svg('path', { d: `M${middle - 26},${y}h10m32,0h10`, class: 'symbol' }),
+        svg('circle', { cx: middle - 16, cy: y, r: 3.5, class: 'terminal' }),
+        svg('circle', { cx: middle + 16, cy: y, r: 3.5, class: 'terminal' }),
+    ];
+}
+
+function symbolOf(crossing, middle, y) {
+    const component = componentOf(crossing);
     const type = typeOf(component).toLowerCase();
     if (type === 'relay')
-        return [
-            svg('rect', { x: middle - 11, y: y - 36, width: 22, height: 12, rx: 1.5, class: 'coil' }),
-            svg('path', { d: `M${middle},${y - 24}V${y - 9}`, class: 'drive' }),
-            svg('path', { d: `M${middle - 16},${y}L${middle + 15},${y - 15}`, class: 'symbol' }),
-            svg('path', { d: `M${middle - 26},${y}h10m32,0h10`, class: 'symbol' }),
-            svg('circle', { cx: middle - 16, cy: y, r: 3.5, class: 'terminal' }),
-            svg('circle', { cx: middle + 16, cy: y, r: 3.5, class: 'terminal' }),
-        ];
+        return [...coilOf(crossing, middle, y), ...contactOf(crossing, middle, y)];
     const name = type === 'resistor' ? [] : [label(middle, y + 4, fitted(typeOf(component), 48, smallStyle), 'about')];
     const height = type === 'resistor' ? 18 : 26;
     return [svg('rect', { x: middle - 26, y: y - height / 2, width: 52, height, rx: 2, class: 'symbol' }), ...name];
@@ -80,7 +102,7 @@ function switchPiece(crossing) {
     const pinsWidth = 60 + 2 * Math.max(...pins.map((pin) => Math.min(textWidth(shortened(pin, 20), smallStyle), 50)));
     const width = Math.max(widthFor([component.ref], refStyle, 84, 160),
         widthFor([component.value], smallStyle, 84, 160), Math.ceil(pinsWidth) + 8);
-    const about = aboutText(component, 2000);
+    const about = aboutText(component, 2000) + taskText(crossing);
     return {
         isStation: true, board: boardOf(component), width, above: 62, below: 40,
         draw: (x, y) => {
@@ -88,7 +110,7 @@ function switchPiece(crossing) {
             return svg('g', { class: 'switch' },
                 svg('title', {}, `${inFull(component.ref)}: ${about}, pin ${pins.map(inFull).join(' to ')}`),
                 svg('path', { d: `M${x},${y}H${middle - 26}M${middle + 26},${y}H${x + width}`, class: 'wire' }),
-                ...symbolOf(component, middle, y),
+                ...symbolOf(crossing, middle, y),
                 label(middle, y - 44, fitted(component.ref, width - 6, refStyle), 'ref'),
                 label(middle - 28, y - 6, fitted(pins[0], 50, smallStyle), 'pin', 'end'),
                 label(middle + 28, y - 6, fitted(pins[1], 50, smallStyle), 'pin', 'start'),

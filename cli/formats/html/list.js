@@ -133,18 +133,18 @@ function wayOf(route) {
         return [html('em', {}, 'directly, without a switch')];
     const isCut = crossings.length > mostInRow;
     const shown = isCut ? [...crossings.slice(0, mostInRow / 2), ...crossings.slice(-mostInRow / 2)] : crossings;
-    const steps = crossingsOf({ crossings: shown }).map((crossing, i) => wayStep(componentOf(crossing),
-        i < shown.length - 1));
+    const steps = crossingsOf({ crossings: shown }).map((crossing, i) => wayStep(crossing, i < shown.length - 1));
     if (isCut)
         steps.splice(mostInRow / 2, 0, wayGap());
     return steps;
 }
 
 // A line is broken behind the arrow.
-function wayStep(component, hasNext) {
+function wayStep(crossing, hasNext) {
+    const component = componentOf(crossing);
     return html('span', { class: 'step' },
         html('bdi', { title: aboutText(component, 200) }, shortened(withoutBoard(component.ref), 60)),
-        html('small', {}, `#${boardOf(component)}`), hasNext ? html('i', {}, '\u2192') : '');
+        html('small', {}, `#${boardOf(component)}${shortened(markOf(crossing), 30)}`), hasNext ? html('i', {}, '\u2192') : '');
 }
 
 function wayGap() {
@@ -182,7 +182,7 @@ function sideText(route) {
 function rowLabel(place) {
     const route = data.routes[place];
     const refs = crossingsOf({ crossings: route.crossings.slice(0, mostInLabel) })
-        .map((crossing) => shortened(componentOf(crossing).ref, 60));
+        .map((crossing) => shortened(componentOf(crossing).ref + markOf(crossing), 60));
     const texts = [`Route ${place + 1}`, switchCount(route)];
     if (refs.length > 0)
         texts.push(refs.join(', '));

@@ -17,7 +17,8 @@ function showHeader() {
     byId('heading').replaceChildren(end(data.source), ' \u2192 ', end(data.destination));
     document.title = `${shortened(data.source.text, 40)} \u2192 ${shortened(data.destination.text, 40)}`;
     byId('summary').append(counted(data.routes.length, 'route', 'routes'), data.more ? '; there are more' : '',
-        `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
+        data.asDrawn ? ', as drawn: no state of the relays need make them' : '',
+        data.leftOut ? `; ${data.leftOut}` : '', `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
     byId('boards').append('Boards: ', ...data.boards.map((file, i) =>
         html('span', { class: boardColour(i + 1), title: inFull(file) },
             `#${i + 1} ${shortened(boardName(i + 1), 60)}`)));
@@ -80,7 +81,7 @@ function showRoute(place) {
         describedRoute = place;
         byId('title').textContent = `Route ${place + 1}: ${switchCount(route)}`;
         byId('route-summary').replaceChildren(...summaryOf(route));
-        byId('copy-set').hidden = toSetOn(route).length === 0;
+        byId('copy-set').hidden = crossingsWith('set', route).length === 0;
         byId('copy-set').textContent = `Copy ${kindToSet(route)}`;
         byId('copied').textContent = '';
         byId('steps').replaceChildren(...stepsOf(route, addFilterWord));
@@ -139,8 +140,8 @@ function addControls() {
     byId('print').addEventListener('click', () => print());
     byId('previous').addEventListener('click', () => list.step(-1));
     byId('next').addEventListener('click', () => list.step(1));
-    byId('copy-set').addEventListener('click', () => copy(toSetOn(data.routes[chosenRoute])
-        .map(({ ref }) => visible(ref)).join(', ')));
+    byId('copy-set').addEventListener('click', () => copy(crossingsWith('set', data.routes[chosenRoute])
+        .map((crossing) => visible(componentOf(crossing).ref + markOf(crossing))).join(', ')));
     byId('copy-text').addEventListener('click', () => copy(textOf(chosenRoute)));
     byId('filters').addEventListener('submit', (event) => event.preventDefault());
     byId('filter').addEventListener('input', () => {

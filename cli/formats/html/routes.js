@@ -21,10 +21,6 @@ function componentOf(place) {
     return data.components[place.component];
 }
 
-function componentsOf(route) {
-    return [...new Set(crossingsOf(route).map(componentOf))];
-}
-
 function typeOf(component) {
     return component.properties.CompType ?? '';
 }
@@ -37,13 +33,30 @@ function isResistor(component) {
     return isOfType(component, 'resistor');
 }
 
-// What may be passed is taken for switched, whatever types the query allowed, but for resistors.
-function toSetOn(route) {
-    return componentsOf(route).filter((component) => !isResistor(component));
+// What a route asks of what it crosses: 'set', 'rest', 'unknown' or 'none'. As drawn, all but resistors is set.
+function taskOf(crossing) {
+    if (data.asDrawn)
+        return isResistor(componentOf(crossing)) ? 'none' : 'set';
+    if (crossing.position === null)
+        return crossing.isUnknown ? 'unknown' : 'none';
+    return crossing.position === 0 ? 'rest' : 'set';
+}
+
+// Each component once, with the crossing that tells its position.
+function crossingsWith(task, route) {
+    const found = crossingsOf(route).filter((crossing) => taskOf(crossing) === task);
+    return [...new Map(found.map((crossing) => [crossing.component, crossing])).values()];
+}
+
+// Behind a reference, what setting it does not tell.
+function markOf(crossing) {
+    const marks = { set: crossing.positionText ? `=${crossing.positionText}` : '', rest: ' (rest)', unknown: ' (?)' };
+    return marks[taskOf(crossing)] ?? '';
 }
 
 function kindToSet(route) {
-    return toSetOn(route).every((component) => isOfType(component, 'relay')) ? 'relays' : 'switches';
+    return crossingsWith('set', route).every((crossing) => isOfType(componentOf(crossing), 'relay')) ? 'relays'
+        : 'switches';
 }
 
 // "Relay reed 1 A"

@@ -49,7 +49,8 @@ function filterButton(text, component, prefix, onFilter) {
 function switchStep(crossing, isAgain, onFilter, ...lines) {
     const component = componentOf(crossing);
     const [entry, exit] = [crossing.entry, crossing.exit].map((pin) => shortened(pinText(pin), 40));
-    const about = `${aboutText(component, 120)}, pin ${entry} to ${exit}${isAgain ? ', once more' : ''}`;
+    const about = `${aboutText(component, 120)}${taskText(crossing)}, pin ${entry} to ${exit}` +
+        (isAgain ? ', once more' : '');
     const buttons = html('span', { class: 'buttons' }, filterButton('Only with', component, '', onFilter),
         filterButton('Without', component, '-', onFilter));
     const what = html('span', { class: 'what' }, shownRef(component), ' ', html('span', { class: 'about' }, about));
@@ -68,20 +69,41 @@ function stepsOf(route, onFilter) {
     return [...steps, endStep('To', data.destination)];
 }
 
-// Above the drawing: what has to be set, and what else is passed and connected.
+// ", set to CH2"; empty for what takes no position and for ways as drawn.
+function taskText(crossing) {
+    if (data.asDrawn)
+        return '';
+    const position = crossing.positionText ? ` to ${inFull(crossing.positionText)}` : '';
+    const texts = { set: `, set${position}`, rest: ', stays at rest', unknown: ', positions not known' };
+    return texts[taskOf(crossing)] ?? '';
+}
+
+function shownSetting(crossing) {
+    const component = componentOf(crossing);
+    const isPlain = isOfType(component, 'relay') || isResistor(component);
+    const mark = taskOf(crossing) === 'set' ? shortened(markOf(crossing), 40) : '';
+    return [shownRef(component), mark, ...isPlain ? [] : [' (', named(typeOf(component)), ')']];
+}
+
+function shownSettings(crossings) {
+    const shown = crossings.slice(0, mostShown).flatMap((crossing, i) => [i > 0 ? ', ' : '', ...shownSetting(crossing)]);
+    return crossings.length > mostShown ? [...shown, ` and ${crossings.length - mostShown} more`] : shown;
+}
+
+// Above the drawing: what has to be set and what must not be, and what else is passed and connected.
 function summaryOf(route) {
-    const withType = (component) => [shownRef(component), ' (', named(typeOf(component)), ')'];
-    const refs = (components) => [
-        ...components.slice(0, mostShown).flatMap((component, i) => [i > 0 ? ', ' : '',
-            ...isOfType(component, 'relay') || isResistor(component) ? [shownRef(component)] : withType(component)]),
-        components.length > mostShown ? ` and ${components.length - mostShown} more` : '',
-    ];
-    const toSet = toSetOn(route);
-    const title = kindToSet(route) === 'relays' ? 'Relays to set: ' : 'Switches: ';
-    const line = toSet.length > 0 ? [title, ...refs(toSet)] : ['Nothing to set'];
-    const others = componentsOf(route).filter(isResistor);
-    if (others.length > 0)
-        line.push('; also through ', ...refs(others));
+    const titles = {
+        set: kindToSet(route) === 'relays' ? 'Relays to set: ' : 'Switches: ',
+        rest: 'to stay at rest: ',
+        unknown: 'crossed as drawn, since nobody knows the positions: ',
+        none: 'also through ',
+    };
+    const line = crossingsWith('set', route).length > 0 ? [] : ['Nothing to set'];
+    for (const [task, title] of Object.entries(titles)) {
+        const crossings = crossingsWith(task, route);
+        if (crossings.length > 0)
+            line.push(line.length > 0 ? '; ' : '', title, ...shownSettings(crossings));
+    }
     const sides = connectionsOf(route).slice(0, mostShown).map((connection) => sideMark(connection, ''));
     return sides.length > 0 ? [...line, html('br'), 'Also connects: ', ...sides] : line;
 }
@@ -99,7 +121,7 @@ function textOf(place) {
     for (const crossing of crossingsOf(route)) {
         const component = componentOf(crossing);
         const pins = `pin ${pinText(crossing.entry)} to ${pinText(crossing.exit)}`;
-        lines.push(`${component.ref}, ${typeOf(component)}, ${pins}`);
+        lines.push(`${component.ref}, ${typeOf(component)}${taskText(crossing)}, ${pins}`);
         addNet(crossing.to);
     }
     lines.push(data.destination.text);
