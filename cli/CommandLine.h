@@ -5,6 +5,7 @@
 #include "cli/commands/IniCommand.h"
 #include "cli/commands/ListCommand.h"
 #include "cli/commands/RoutesCommand.h"
+#include "cli/commands/StateCommand.h"
 
 #include <memory>
 
@@ -31,6 +32,7 @@ private:
 
     std::unique_ptr<CLI::App> app;
     RoutesCommand routes;
+    StateCommand state;
     ListCommand list;
     CheckCommand check;
     IniCommand ini;

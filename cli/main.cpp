@@ -3,6 +3,7 @@
 #include "cli/terminal/Message.h"
 
 #include <velk/facade/VelkRouting.h>
+#include <velk/model/EDAException.h>
 
 #include <exception>
 
@@ -26,6 +27,8 @@ int main(int argc, char **argv)
         return CommandLine().run(argc, argv);
     } catch (const CommandError &error) {
         printMessage(u"velk: "_s + error.message);
+    } catch (const Velk::EDAException &exception) {
+        printMessage(u"velk: "_s + exception.message());
     } catch (const std::exception &exception) {
         printMessage(u"velk: "_s + QString::fromUtf8(exception.what()));
     }

@@ -113,7 +113,7 @@ int ListCommand::run() const
     const OutputTarget target = netlist.target();
     if (showsPositions && what != "components")
         throw CommandError{u"--positions: goes with components only"_s};
-    const auto properties = parseProperties(u"--where"_s, where);
+    const auto properties = parseProperties(u"--where"_s, toQStringList(where));
     checkFiles(toQStringList(netlist.files) + relays.files(), target.fileName);
     const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                        readingMode(netlist.tolerant));

@@ -188,10 +188,10 @@ QStringList toQStringList(const std::vector<std::string> &texts)
     return result;
 }
 
-QMap<QString, QString> parseProperties(const QString &option, const std::vector<std::string> &texts)
+QMap<QString, QString> parseProperties(const QString &option, const QStringList &texts)
 {
     QMap<QString, QString> properties;
-    for (const QString &text : toQStringList(texts)) {
+    for (const QString &text : texts) {
         const qsizetype sign = text.indexOf(u'=');
         if (sign <= 0)
             throw CommandError{u"%1 %2: expected KEY=VALUE"_s.arg(option, text)};

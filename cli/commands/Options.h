@@ -79,7 +79,7 @@ QStringList toQStringList(const std::vector<std::string> &texts);
 
 /// Splits each "KEY=VALUE" at its first equals sign. Throws a CommandError that names \a option for a text
 /// without a key or without the sign, and for a key that is given two different values.
-QMap<QString, QString> parseProperties(const QString &option, const std::vector<std::string> &texts);
+QMap<QString, QString> parseProperties(const QString &option, const QStringList &texts);
 }
 
 #endif

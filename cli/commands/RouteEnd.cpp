@@ -15,40 +15,40 @@ namespace VelkCli {
 
 namespace {
 
-/// Where in the arguments what is missing was asked for, to be put before a message.
-QString placeOf(NameNotFoundException::Kind kind, const EndOptions &options)
+/// What is missing was asked for under this name, to be put before a message.
+QString placeOf(NameNotFoundException::Kind kind, const EndNames &names)
 {
     switch (kind) {
     case NameNotFoundException::Kind::Properties:
-        return options.option() + u": "_s;
+        return names.place + names.properties + u": "_s;
     case NameNotFoundException::Kind::Reference:
-        return options.option() + u"-ref "_s;
+        return names.place + names.reference + u' ';
     case NameNotFoundException::Kind::Pin:
         break;
     }
-    return {};
+    return names.place;
 }
 
-void reportOtherComponents(const PinChoice &choice, const EndOptions &options)
+void reportOtherComponents(const PinChoice &choice, const PinDescription &wanted, const EndNames &names)
 {
     const auto matching = choice.otherComponents.size() + 1;
     if (matching == 1)
         return;
-    const QString pinText = choice.componentsWithPin < matching
-                                ? u", %1 of them with a pin '%2'"_s.arg(QString::number(choice.componentsWithPin),
-                                                                        options.description().pin)
-                                : QString();
-    printMessage(u"velk: %1 %2 fits %3 components%4: %5 was taken, not %6"_s.arg(
-        options.option(), EDAComponent::propertiesToString(options.description().properties), QString::number(matching),
+    const QString pinText =
+        choice.componentsWithPin < matching
+            ? u", %1 of them with a pin '%2'"_s.arg(QString::number(choice.componentsWithPin), wanted.pin)
+            : QString();
+    printMessage(u"velk: %1%2 %3 fits %4 components%5: %6 was taken, not %7"_s.arg(
+        names.place, names.properties, EDAComponent::propertiesToString(wanted.properties), QString::number(matching),
         pinText, choice.component->ref, enumeration(refsOf(choice.otherComponents))));
 }
 
-void reportOtherPins(const PinChoice &choice, const EndOptions &options)
+void reportOtherPins(const PinChoice &choice, const PinDescription &wanted, const EndNames &names)
 {
     if (!choice.otherPins.isEmpty())
-        printMessage(u"velk: %1-pin %2 fits %3 pins of %4: %5 was taken, not %6"_s.arg(
-            options.option(), options.description().pin, QString::number(choice.otherPins.size() + 1),
-            choice.component->ref, choice.pin->number, enumeration(choice.otherPins)));
+        printMessage(u"velk: %1%2 %3 fits %4 pins of %5: %6 was taken, not %7"_s.arg(
+            names.place, names.pin, wanted.pin, QString::number(choice.otherPins.size() + 1), choice.component->ref,
+            choice.pin->number, enumeration(choice.otherPins)));
 }
 }
 
@@ -87,18 +87,24 @@ QString EndOptions::option() const
 
 PinDescription EndOptions::description() const
 {
-    return {parseProperties(option(), properties), toQString(reference), toQString(pinText)};
+    return {parseProperties(option(), toQStringList(properties)), toQString(reference), toQString(pinText)};
+}
+
+RouteEnd findEnd(const EDAProvider &netlist, const PinDescription &wanted, const EndNames &names)
+{
+    try {
+        const PinChoice choice = findPin(netlist, wanted);
+        reportOtherComponents(choice, wanted, names);
+        reportOtherPins(choice, wanted, names);
+        return {choice.component, EDANetNode::create(choice.component->ref, choice.pin->number)};
+    } catch (const NameNotFoundException &exception) {
+        throw CommandError{placeOf(exception.kind(), names) + exception.message()};
+    }
 }
 
 RouteEnd findEnd(const EDAProvider &netlist, const EndOptions &options)
 {
-    try {
-        const PinChoice choice = findPin(netlist, options.description());
-        reportOtherComponents(choice, options);
-        reportOtherPins(choice, options);
-        return {choice.component, EDANetNode::create(choice.component->ref, choice.pin->number)};
-    } catch (const NameNotFoundException &exception) {
-        throw CommandError{placeOf(exception.kind(), options) + exception.message()};
-    }
+    const QString name = options.option();
+    return findEnd(netlist, options.description(), {{}, name, name + u"-ref"_s, name + u"-pin"_s});
 }
 }

@@ -37,9 +37,19 @@ struct RouteEnd
     QSharedPointer<Velk::EDANetNode> node;
 };
 
-/// The pin that the arguments name. Of several components it is a pin of the first one that has it, and a message names
-/// the others.
-/// Throws a CommandError with what there is instead.
+/// What messages call an end: "--source", "--source-ref" and "--source-pin".
+struct EndNames
+{
+    QString place; ///< put before each message
+    QString properties;
+    QString reference;
+    QString pin;
+};
+
+/// The pin that the description names. Of several components it is a pin of the first one that has it, and a message
+/// names the others. Throws a CommandError with what there is instead.
+RouteEnd findEnd(const Velk::EDAProvider &netlist, const Velk::PinDescription &wanted, const EndNames &names);
+/// The one that the arguments name.
 RouteEnd findEnd(const Velk::EDAProvider &netlist, const EndOptions &options);
 }
 

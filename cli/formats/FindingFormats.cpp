@@ -1,5 +1,6 @@
 #include "cli/formats/FindingFormats.h"
 
+#include "cli/formats/Count.h"
 #include "cli/formats/Json.h"
 #include "cli/terminal/Colour.h"
 #include "cli/terminal/Output.h"
@@ -13,11 +14,6 @@ using namespace Velk;
 namespace VelkCli {
 
 namespace {
-
-QString countOf(qsizetype count, const QString &noun)
-{
-    return u"%1 %2%3"_s.arg(QString::number(count), noun, count == 1 ? QString() : u"s"_s);
-}
 
 QString messageLine(const Finding &finding, const Colour &colour)
 {
