@@ -1,5 +1,6 @@
 // Prints how many relays a system has, the first route from the first channel of the function generator to the AUX pin
-// of the DUT on bench 1, pin by pin, and why there is none over a single relay.
+// of the DUT on bench 1, pin by pin, what is connected while its relays are set, and why there is none over a single
+// relay.
 //
 //     system-example instruments.net matrix.net adapter.net
 
@@ -18,6 +19,17 @@ try {
     for (const auto &step : routes.at(0).steps)
         std::cout << step.net << ": " << step.component << " from pin " << step.pinIn.number << " to pin "
                   << step.pinOut.number << '\n';
+
+    const auto state = routes.at(0).state();
+    for (const auto &[relay, position] : state)
+        std::cout << relay << " is set to position " << position << '\n';
+    for (const auto &coupling : system.connected(state).couplings) {
+        std::cout << "coupled:";
+        for (const auto &pins : coupling.sets)
+            for (const auto &pin : pins)
+                std::cout << ' ' << pin.component << '.' << pin.pin.name;
+        std::cout << '\n';
+    }
 
     Velk::VelkSearchOptions options;
     options.maxSwitches = 1;

@@ -1,5 +1,7 @@
+#include "tests/support/Boards.h"
 #include "tests/support/NetlistText.h"
 #include "tests/support/Process.h"
+#include "tests/support/RandomRelays.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
@@ -34,12 +36,14 @@ const VelkRouteEnd source{{{"CompType", "Source"}}, "1"};
 const VelkRouteEnd relay{{{"CompType", "relay"}}, "A"}; // a pin that not every relay has
 const VelkRouteEnd dut{{{"Side", "2"}}, "1"};
 
-/// "N0#1 1 K1#1 2 N3#1 | N3#1:J1#1.1": the steps and last net, then the side connections.
+/// "N0#1 1 K1#1=0 2 N3#1 | N3#1:J1#1.1": the steps with their positions and the last net, then the side connections.
 QString describe(const VelkRoute &route)
 {
     QStringList words;
-    for (const auto &step : route.steps)
-        words += {qt(step.net), qt(step.pinIn.number), qt(step.component), qt(step.pinOut.number)};
+    for (const auto &step : route.steps) {
+        const QString position = step.position ? u"=%1"_s.arg(*step.position) : QString();
+        words += {qt(step.net), qt(step.pinIn.number), qt(step.component) + position, qt(step.pinOut.number)};
+    }
     words += {qt(route.lastNet), u"|"_s};
     for (const auto &side : route.sideConnections)
         words.append(u"%1:%2.%3"_s.arg(qt(side.net), qt(side.component), qt(side.pin.number)));
@@ -49,8 +53,11 @@ QString describe(const VelkRoute &route)
 QString describe(const TracedPath &path)
 {
     QStringList words;
-    for (const auto &step : path.steps)
-        words += {step.net->name, step.entryPin, step.component->ref, step.exitPin};
+    for (const auto &step : path.steps) {
+        const QString position =
+            step.position == TracedStep::asDrawn ? QString() : u"=%1"_s.arg(QString::number(step.position));
+        words += {step.net->name, step.entryPin, step.component->ref + position, step.exitPin};
+    }
     words += {path.lastNet->name, u"|"_s};
     for (const auto &additional : path.additionalNodes)
         words.append(u"%1:%2.%3"_s.arg(additional.net->name, additional.node->ref, additional.node->pin));
@@ -106,7 +113,10 @@ private Q_SLOTS:
             Routing routing(&joined);
             VelkSearchOptions search;
             search.maxRoutes = seed % 3;
+            search.asDrawn = seed % 4 < 2;
             routing.setMaxPaths(seed % 3);
+            if (!search.asDrawn)
+                routing.setRelayContacts(SwitchingModel(joined).relayContacts());
             const QStringList routes = answer([&] {
                 return texts(system.routes(seed % 2 == 0 ? source : relay, dut, search),
                              [](const VelkRoute &route) { return describe(route); });
@@ -121,13 +131,186 @@ private Q_SLOTS:
             const QString place = u"seed %1"_s.arg(seed);
             QVERIFY2(routes == expected, qPrintable(place));
             if (routes.isEmpty()) {
-                const auto reason = system.whyNoRoute(seed % 2 == 0 ? source : relay, dut);
-                QVERIFY2(reason.isComplete && *reason.isConnected == !reason.sufficientLimits.empty(),
-                         qPrintable(place));
+                const auto reason = system.whyNoRoute(seed % 2 == 0 ? source : relay, dut, search);
+                const bool isPossible = *reason.isConnected && reason.isRealizable.value_or(search.asDrawn);
+                QVERIFY2(reason.isComplete && isPossible == !reason.sufficientLimits.empty(), qPrintable(place));
             }
             found += static_cast<int>(routes.size());
         }
         QVERIFY(found > 100);
+    }
+
+    void statesConnectTheEndsOfRoutes()
+    {
+        int direct = 0;
+        int coupled = 0;
+        for (quint32 seed = 0; seed < 300; ++seed) {
+            QRandomGenerator random(seed);
+            RandomRelays relays(random);
+            const MultipleEDAProvider joined({&relays.netlist}, {});
+            const SwitchingModel model(joined);
+            const VelkSystem system({write(relays.netlist, u"relays.net"_s)});
+            if (model.netOf(u"U1#1"_s, u"1"_s) == model.netOf(u"J1#1"_s, u"1"_s) ||
+                model.role(model.componentOf(u"U1#1"_s)) != SwitchingRole::Interface ||
+                model.role(model.componentOf(u"J1#1"_s)) != SwitchingRole::Interface)
+                continue;
+            for (const auto &route : system.routes({{}, "1", "U1"}, {{}, "1", "J1"})) {
+                const auto isUnknown = [](const VelkRouteStep &step) { return step.isUnknown; };
+                if (std::any_of(route.steps.begin(), route.steps.end(), isUnknown))
+                    continue;
+                const auto connections = system.connected(route.state());
+                const bool needsCoupling =
+                    route.state().size() < route.steps.size() && !holdEnds(connections.connected);
+                const auto holdsEnds = [](const VelkCoupling &coupling) { return holdEnds(united(coupling.sets)); };
+                QVERIFY2(needsCoupling
+                             ? std::any_of(connections.couplings.begin(), connections.couplings.end(), holdsEnds)
+                             : holdEnds(connections.connected),
+                         qPrintable(u"seed %1: %2"_s.arg(QString::number(seed), describe(route))));
+                ++(needsCoupling ? coupled : direct);
+            }
+        }
+        QVERIFY2(direct > 100 && coupled > 100, qPrintable(u"%1, %2"_s.arg(direct).arg(coupled)));
+    }
+
+    void tellsWhatRelaysDo()
+    {
+        const VelkSystem system({write(u"U1 [1=HI] CompType=Source\nU2 [1] CompType=Source\nJ1 [1=IN] CompType=DUT\n"
+                                       "J2 [1] CompType=DUT\nK1 [11 12 14 A1 A2] CompType=Relay, Gang=K\n"
+                                       "K2 [C 1 2] CompType=Relay, Positions=/~low:~C-1~/~C-2\n"
+                                       "K3 [1 2 3] CompType=Relay\nK4 [1 2] CompType=Relay, Gang=K\n"
+                                       "R1 [1 2] CompType=Resistor\nA: U1/1 K1/11\nB: K1/12 K2/C\nC: K2/2 J1/1 R1/2\n"
+                                       "D: K1/14 K3/1\nE: K3/2 R1/1 U2/1\nF: K2/1 J2/1"_s)});
+        const VelkRouteEnd from{{}, "HI", "U1"};
+        const auto routes = system.routes(from, {{}, "IN", "J1"});
+        QCOMPARE(texts(routes, [](const VelkRoute &route) { return describe(route); }),
+                 (QStringList{u"A#1 11 K1#1=0 12 B#1 C K2#1=2 2 C#1 |"_s,
+                              u"A#1 11 K1#1=1 14 D#1 1 K3#1 2 E#1 1 R1#1 2 C#1 | E#1:U2#1.1"_s}));
+        QCOMPARE(routes[0].switches(), std::vector<std::string>{"K2#1"});
+        QCOMPARE(routes[0].resting(), std::vector<std::string>{"K1#1"});
+        QVERIFY(routes[0].state() == (std::map<std::string, int>{{"K1#1", 0}, {"K2#1", 2}}));
+        QCOMPARE(routes[1].switches(), (std::vector<std::string>{"K1#1", "K3#1", "R1#1"}));
+        QVERIFY(!routes[1].steps[0].isUnknown && routes[1].steps[1].isUnknown && !routes[1].steps[2].isUnknown);
+        const auto low = system.routes(from, {{}, "1", "J2"});
+        QCOMPARE(low.at(0).steps[1].positionName, std::string("low"));
+        VelkSearchOptions asDrawn;
+        asDrawn.asDrawn = true;
+        const auto drawn = system.routes(from, {{}, "IN", "J1"}, asDrawn);
+        QCOMPARE(drawn.at(0).switches(), (std::vector<std::string>{"K1#1", "K2#1"}));
+        QVERIFY(drawn[0].resting().empty() && drawn[0].state().empty() && !drawn[1].steps[1].isUnknown);
+
+        QVERIFY(system.positions("K2") ==
+                (VelkRelayPositions{
+                    VelkPositionsRule::Field, {{"", {}}, {"low", {{"C", "1"}}}, {"", {{"C", "2"}}}}, {"K2#1"}, false}));
+        QVERIFY(system.positions("K1").rule == VelkPositionsRule::ContactNumbers);
+        QCOMPARE(system.positions("K4#1").gang, (std::vector<std::string>{"K1#1", "K4#1"}));
+        QVERIFY(system.positions("K3") == (VelkRelayPositions{VelkPositionsRule::Unknown, {}, {"K3#1"}, true}));
+        QVERIFY(system.positions("R1") == (VelkRelayPositions{VelkPositionsRule::NoContacts, {}, {}, false}));
+        QCOMPARE(system.unknownRelays(), std::vector<std::string>{"K3#1"});
+        QVERIFY(system.positionErrors().empty());
+
+        const VelkNodeInfo hi{"U1#1", {"1", "HI", ""}};
+        const VelkNodeInfo in{"J1#1", {"1", "IN", ""}};
+        const VelkNodeInfo other{"U2#1", {"1", "", ""}};
+        QVERIFY(system.connected({}) == (VelkConnections{{}, {{{{in}, {other}}, {"R1#1"}}}}));
+        QVERIFY(system.connected({{"K2", 2}}) == (VelkConnections{{{in, hi}}, {{{{in, hi}, {other}}, {"R1#1"}}}}));
+        QVERIFY(system.connected({{"K2", 2}, {"K4", 1}, {"K1", 1}}).connected.empty());
+    }
+
+    void tellsThatNoStateMakesARoute()
+    {
+        const VelkSystem system({write(u"U1 [1] CompType=Source\nJ1 [1] CompType=DUT\nK1 [11 12 14] CompType=Relay\n"
+                                       "A: U1/1 K1/12\nB: K1/11\nC: J1/1 K1/14"_s)});
+        const VelkRouteEnd from{{}, "1", "U1"};
+        const VelkRouteEnd to{{}, "1", "J1"};
+        QVERIFY(system.routes(from, to).empty());
+        const auto reason = system.whyNoRoute(from, to);
+        QVERIFY(reason.isConnected == true && reason.isRealizable == false && reason.sufficientLimits.empty());
+        QVERIFY(reason.conflict);
+        QCOMPARE(describe(reason.conflict->route), u"A#1 12 K1#1 14 C#1 |"_s);
+        QVERIFY(reason.conflict->steps == reason.conflict->route.steps);
+    }
+
+    void takesTablesAndPassiveTypes()
+    {
+        const std::string table = folder.filePath(u"relays.csv"_s).toStdString();
+        ::write(qt(table), QByteArray("part,positions\n*,1-2 /"));
+        const std::string file = write(u"K1 [1 2 3] CompType=Relay\nF1 [1 2] CompType=Fuse"_s);
+        VelkSystemOptions options;
+        options.relayTables = {table};
+        QVERIFY(VelkSystem({file}, options).positions("K1").rule == VelkPositionsRule::Table);
+        QCOMPARE(VelkSystem({file}).unknownRelays(), std::vector<std::string>{"K1#1"});
+        options.switchableTypes = {"Relay", "Fuse"};
+        QVERIFY(!VelkSystem({file}, options).positions("F1").positions.empty());
+        options.passiveTypes = {"fuse", "relay"};
+        QVERIFY(VelkSystem({file}, options).positions("F1").positions.empty());
+        QVERIFY(VelkSystem({file}, options).positions("K1").gang.empty());
+        ::write(qt(table), QByteArray("part,positions\n*,1-4 /"));
+        options.passiveTypes = {};
+        QCOMPARE(VelkSystem({file}, options).check().at(0).code, std::string("positions-wrong"));
+        options.relayTables = {qt(table).section(u'/', 0, -2).toStdString() + "/none.csv"};
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, VelkSystem({file}, options));
+        ::write(qt(table), QByteArray("part"));
+        options.relayTables = {table};
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, VelkSystem({file}, options));
+    }
+
+    void refusesPositions_data()
+    {
+        QTest::addColumn<Action>("action");
+        QTest::addColumn<QString>("message");
+        const auto add = [](const char *name, const QString &message, const Action &action) {
+            QTest::newRow(name) << action << message;
+        };
+        add("unknown", u"K3#1 is no relay whose positions are known"_s, [](const VelkSystem &system) {
+            system.connected({{"K3", 1}});
+        });
+        add("no relay", u"U1#1 is no relay whose positions are known"_s, [](const VelkSystem &system) {
+            system.connected({{"U1", 0}});
+        });
+        add("too high", u"K1#1 has no position 2; there are 0 to 1"_s, [](const VelkSystem &system) {
+            system.connected({{"K1", 2}});
+        });
+        add("negative", u"K1#1 has no position -1; there are 0 to 1"_s, [](const VelkSystem &system) {
+            system.connected({{"K1", -1}});
+        });
+        add("of a gang", u"K2#1 is to take position 0, but its gang position 1"_s, [](const VelkSystem &system) {
+            system.connected({{"K1", 1}, {"K2", 0}});
+        });
+    }
+    void refusesPositions()
+    {
+        QFETCH(Action, action);
+        const VelkSystem system({write(u"K1 [1 2] CompType=Relay, Gang=A\nK2 [1 2] CompType=Relay, Gang=A\n"
+                                       "K3 [1 2 3] CompType=Relay\nU1 [1] CompType=Source"_s)});
+        QTEST(answer([&] {
+                  action(system);
+                  return QStringList();
+              }).join(u'\n'),
+              "message");
+    }
+
+    void refusesWrongPositions()
+    {
+        const VelkSystem system({write(u"U1 [1] CompType=Source\nK1 [1 2] CompType=Relay, Positions=/~12\n"
+                                       "K2 [1 2] CompType=Relay, Positions=1-2\nA: U1/1 K1/1 K2/1\nB: K1/2 K2/2"_s)});
+        const VelkRouteEnd from{{}, "1", "U1"};
+        const VelkRouteEnd to{{}, "2", "K1"};
+        const QString first = u"K1#1: field Positions, column 3 of '/ 12': expected PIN-PIN, not '12'"_s;
+        const QString second = u"K2#1: field Positions, column 4 of '1-2': expected '/' and another position"_s;
+        QCOMPARE(system.positionErrors(), (std::vector<std::string>{first.toStdString(), second.toStdString()}));
+        try {
+            system.routes(from, to);
+            QFAIL("nothing is thrown");
+        } catch (const VelkSystemException &exception) {
+            QCOMPARE(qt(exception.message()), first + u"; "_s + second);
+            QVERIFY(exception.kind() == Kind::Positions);
+        }
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, system.whyNoRoute(from, to));
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, system.connected({}));
+        VelkSearchOptions asDrawn;
+        asDrawn.asDrawn = true;
+        QCOMPARE(system.routes(from, to, asDrawn).size(), std::size_t(2));
+        QCOMPARE(system.positions("K1").rule, VelkPositionsRule::Unknown);
     }
 
     void answersThreadsAtOnce()
@@ -183,7 +366,7 @@ private Q_SLOTS:
         QVERIFY(copy.pins("U1") == (std::vector<VelkPlacedPin>{{{"1", "HI", "output"}, "A#1"}}));
         const auto routes = copy.routes({{}, "HI", "U1"}, {{}, "1", "J1"});
         QCOMPARE(routes.size(), std::size_t(1));
-        QCOMPARE(describe(routes[0]), u"A#1 1 K1#1 2 B#1 1 K2#1 2 C#1 | B#1:J2#1.1"_s);
+        QCOMPARE(describe(routes[0]), u"A#1 1 K1#1=1 2 B#1 1 K2#1=1 2 C#1 | B#1:J2#1.1"_s);
         VelkSearchOptions none;
         none.maxSwitches = 0;
         QVERIFY(copy.routes({{}, "HI", "U1"}, {{}, "1", "J1"}, none).empty());
@@ -330,6 +513,30 @@ private Q_SLOTS:
     }
 
 private:
+    using Pins = std::vector<VelkNodeInfo>;
+
+    static bool holdEnds(const std::vector<Pins> &sets)
+    {
+        return std::any_of(sets.begin(), sets.end(), [](const Pins &pins) {
+            const auto holds = [&](const std::string &ref) {
+                return std::any_of(pins.begin(), pins.end(), [&](const VelkNodeInfo &pin) {
+                    return pin.component == ref && pin.pin.number == "1";
+                });
+            };
+            return holds("U1#1") && holds("J1#1");
+        });
+    }
+
+    static std::vector<Pins> united(const std::vector<Pins> &sets)
+    {
+        Pins all;
+        for (const Pins &pins : sets)
+            all.insert(all.end(), pins.begin(), pins.end());
+        return {all};
+    }
+
+    std::string write(const QString &board) { return writeBoards(board, folder.path()).first().toStdString(); }
+
     std::string write(const EDAProvider &provider, const QString &name)
     {
         const QString fileName = folder.filePath(name);

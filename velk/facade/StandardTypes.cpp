@@ -46,4 +46,25 @@ VelkPinInfo toStandard(const EDAPin &pin)
 {
     return {pin.number.toStdString(), pin.name.toStdString(), pin.type.toStdString()};
 }
+
+VelkPositionsRule toStandard(PositionsRule rule)
+{
+    switch (rule) {
+    case PositionsRule::Field:
+        return VelkPositionsRule::Field;
+    case PositionsRule::Table:
+        return VelkPositionsRule::Table;
+    case PositionsRule::ContactNumbers:
+        return VelkPositionsRule::ContactNumbers;
+    case PositionsRule::PinNames:
+        return VelkPositionsRule::PinNames;
+    case PositionsRule::TwoPins:
+        return VelkPositionsRule::TwoPins;
+    case PositionsRule::NoContacts:
+        return VelkPositionsRule::NoContacts;
+    case PositionsRule::Unknown:
+        break;
+    }
+    return VelkPositionsRule::Unknown;
+}
 }

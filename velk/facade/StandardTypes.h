@@ -1,10 +1,11 @@
 #ifndef VELK_FACADE_STANDARDTYPES_H
 #define VELK_FACADE_STANDARDTYPES_H
 
-#include <velk/facade/VelkRouting.h>
+#include <velk/facade/VelkSystem.h>
 #include <velk/kicad/KiCadReadingMode.h>
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDAPin.h>
+#include <velk/switching/RelayPositions.h>
 
 #include <QList>
 #include <QMap>
@@ -26,6 +27,7 @@ KiCadReadingMode toQt(VelkReadingMode mode);
 std::vector<std::string> toStandard(const QStringList &texts);
 VelkComponentInfo toStandard(const EDAComponent &component);
 VelkPinInfo toStandard(const EDAPin &pin);
+VelkPositionsRule toStandard(PositionsRule rule);
 }
 
 #endif

@@ -39,11 +39,10 @@ VelkPinInfo SystemRecords::pinOf(const EDAComponent &component, const QString &n
     return {number.toStdString(), {}, {}};
 }
 
-VelkNodeInfo SystemRecords::of(const EDANetNode &node) const
+VelkNodeInfo SystemRecords::nodeOf(const QString &ref, const QString &pin) const
 {
-    const auto component = provider.getComponentByRef(node.ref);
-    return {node.ref.toStdString(),
-            component ? pinOf(*component, node.pin) : VelkPinInfo{node.pin.toStdString(), {}, {}}};
+    const auto component = provider.getComponentByRef(ref);
+    return {ref.toStdString(), component ? pinOf(*component, pin) : VelkPinInfo{pin.toStdString(), {}, {}}};
 }
 
 VelkNetInfo SystemRecords::of(const EDANet &net) const
@@ -51,7 +50,7 @@ VelkNetInfo SystemRecords::of(const EDANet &net) const
     VelkNetInfo info{net.name.toStdString(), {}};
     info.pins.reserve(static_cast<std::size_t>(net.nodes.size()));
     for (const auto &node : net.nodes)
-        info.pins.push_back(of(*node));
+        info.pins.push_back(nodeOf(node->ref, node->pin));
     return info;
 }
 
@@ -79,16 +78,29 @@ std::string SystemRecords::nameOfNetAt(const EDAComponent &component, const QStr
     return {};
 }
 
-VelkRoute SystemRecords::of(const TracedPath &path) const
+VelkRouteStep SystemRecords::of(const TracedStep &step, const SystemSwitching *switching) const
+{
+    VelkRouteStep result{step.net->name.toStdString(), pinOf(*step.component, step.entryPin),
+                         step.component->ref.toStdString(), pinOf(*step.component, step.exitPin)};
+    if (step.position != TracedStep::asDrawn) {
+        result.position = step.position;
+        const auto relay = switching->contacts()->constFind(step.component->ref);
+        result.positionName = relay->positions.at(step.position).name.toStdString();
+    } else if (switching) {
+        result.isUnknown = switching->isUnknown(step.component->ref);
+    }
+    return result;
+}
+
+VelkRoute SystemRecords::of(const TracedPath &path, const SystemSwitching *switching) const
 {
     VelkRoute route{{}, path.lastNet->name.toStdString(), {}};
     route.steps.reserve(static_cast<std::size_t>(path.steps.size()));
     for (const TracedStep &step : path.steps)
-        route.steps.push_back({step.net->name.toStdString(), pinOf(*step.component, step.entryPin),
-                               step.component->ref.toStdString(), pinOf(*step.component, step.exitPin)});
+        route.steps.push_back(of(step, switching));
     route.sideConnections.reserve(static_cast<std::size_t>(path.additionalNodes.size()));
     for (const TracedNode &additional : path.additionalNodes) {
-        const VelkNodeInfo node = of(*additional.node);
+        const VelkNodeInfo node = nodeOf(additional.node->ref, additional.node->pin);
         route.sideConnections.push_back({additional.net->name.toStdString(), node.component, node.pin});
     }
     return route;
@@ -100,7 +112,7 @@ VelkReach SystemRecords::of(const PathReach &reach) const
     for (const auto &net : reach.nets)
         result.nets.push_back(net->name.toStdString());
     for (const auto &node : reach.unpluggedPins)
-        result.unpluggedPins.push_back(of(*node));
+        result.unpluggedPins.push_back(nodeOf(node->ref, node->pin));
     return result;
 }
 
@@ -113,7 +125,7 @@ VelkFinding SystemRecords::of(const Finding &finding)
             finding.message().toStdString()};
 }
 
-VelkNoRouteReason SystemRecords::of(const NoPathReason &reason) const
+VelkNoRouteReason SystemRecords::of(const NoPathReason &reason, const SystemSwitching *switching) const
 {
     VelkNoRouteReason result{reason.isComplete,
                              reason.isConnected,
@@ -122,13 +134,56 @@ VelkNoRouteReason SystemRecords::of(const NoPathReason &reason) const
                              of(reason.fromSource),
                              of(reason.fromDestination),
                              toStandard(refsOf(reason.between)),
-                             reason.isConnectedInOtherDirection};
+                             reason.isConnectedInOtherDirection,
+                             reason.isRealizable};
     if (reason.shortest >= 0)
         result.shortest = static_cast<std::size_t>(reason.shortest);
     for (const SufficientLimits &limits : reason.sufficientLimits)
         result.sufficientLimits.push_back({limits.maxSwitchingComponents, limits.maxAdditionalNodes,
                                            static_cast<std::size_t>(limits.switchingComponents),
                                            static_cast<std::size_t>(limits.additionalNodes)});
+    if (reason.conflict) {
+        result.conflict = VelkPositionConflict{of(reason.conflict->path, nullptr), {}};
+        for (const TracedStep &step : reason.conflict->steps)
+            result.conflict->steps.push_back(of(step, switching));
+    }
+    return result;
+}
+
+VelkRelayPositions SystemRecords::of(const SwitchingModel &model, int component)
+{
+    const RelayPositions &known = model.positions(component);
+    const int gang = model.gangOf(component);
+    VelkRelayPositions result{toStandard(known.rule), {}, {}, false};
+    for (const ContactPosition &position : known.positions) {
+        auto &[name, closed] = result.positions.emplace_back();
+        name = position.name.toStdString();
+        for (const Contact &contact : position.closed)
+            closed.emplace_back(contact.pin.toStdString(), contact.otherPin.toStdString());
+    }
+    if (gang != SwitchingModel::none) {
+        result.gang = toStandard(model.gang(gang).components);
+        result.isUnknown = model.gang(gang).isUnknown;
+    }
+    return result;
+}
+
+std::vector<std::vector<VelkNodeInfo>> SystemRecords::of(const QList<QList<InterfacePin>> &sets) const
+{
+    std::vector<std::vector<VelkNodeInfo>> result;
+    for (const auto &pins : sets) {
+        auto &nodes = result.emplace_back();
+        for (const InterfacePin &pin : pins)
+            nodes.push_back(nodeOf(pin.ref, pin.number));
+    }
+    return result;
+}
+
+VelkConnections SystemRecords::of(const StateConnections &connections) const
+{
+    VelkConnections result{of(connections.connected), {}};
+    for (const PinCoupling &coupling : connections.couplings)
+        result.couplings.push_back({of(coupling.sets), toStandard(coupling.passives)});
     return result;
 }
 }

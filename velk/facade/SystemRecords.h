@@ -2,11 +2,13 @@
 #define VELK_FACADE_SYSTEMRECORDS_H
 
 #include <velk/check/Finding.h>
+#include <velk/facade/SystemSwitching.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/model/TextNumbers.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/NoPathReason.h>
 #include <velk/routing/TracedPath.h>
+#include <velk/switching/StateConnections.h>
 
 #include <vector>
 
@@ -23,13 +25,18 @@ public:
     static VelkPartInfo of(const EDAPart &part);
     VelkNetInfo of(const EDANet &net) const;
     std::vector<VelkPlacedPin> pinsOf(const EDAComponent &component) const;
-    VelkRoute of(const TracedPath &path) const;
-    VelkNoRouteReason of(const NoPathReason &reason) const;
+    /// Positions have their names, and unknown relays are marked, by \a switching; null for a way as drawn.
+    VelkRoute of(const TracedPath &path, const SystemSwitching *switching) const;
+    VelkNoRouteReason of(const NoPathReason &reason, const SystemSwitching *switching) const;
+    static VelkRelayPositions of(const SwitchingModel &model, int component);
+    VelkConnections of(const StateConnections &connections) const;
     static VelkFinding of(const Finding &finding);
 
 private:
     VelkPinInfo pinOf(const EDAComponent &component, const QString &number) const;
-    VelkNodeInfo of(const EDANetNode &node) const;
+    VelkNodeInfo nodeOf(const QString &ref, const QString &pin) const;
+    std::vector<std::vector<VelkNodeInfo>> of(const QList<QList<InterfacePin>> &sets) const;
+    VelkRouteStep of(const TracedStep &step, const SystemSwitching *switching) const;
     VelkReach of(const PathReach &reach) const;
     std::string nameOfNetAt(const EDAComponent &component, const QString &pin) const;
 

@@ -24,6 +24,8 @@ namespace Velk {
 
 namespace {
 
+constexpr int atRest = 0;
+
 VelkSystemException exceptionWith(VelkSystemException::Kind kind, const QString &message)
 {
     return {kind, message.toStdString()};
@@ -114,10 +116,31 @@ void writeFile(const std::string &fileName, const Writing &write)
 std::vector<std::string> VelkRoute::switches() const
 {
     std::vector<std::string> refs;
-    refs.reserve(steps.size());
-    for (const VelkRouteStep &step : steps)
-        refs.push_back(step.component);
+    for (const VelkRouteStep &step : steps) {
+        if (step.position != atRest)
+            refs.push_back(step.component);
+    }
     return refs;
+}
+
+std::vector<std::string> VelkRoute::resting() const
+{
+    std::vector<std::string> refs;
+    for (const VelkRouteStep &step : steps) {
+        if (step.position == atRest)
+            refs.push_back(step.component);
+    }
+    return refs;
+}
+
+std::map<std::string, int> VelkRoute::state() const
+{
+    std::map<std::string, int> positions;
+    for (const VelkRouteStep &step : steps) {
+        if (step.position)
+            positions.emplace(step.component, *step.position);
+    }
+    return positions;
 }
 
 bool operator==(const VelkPartInfo &a, const VelkPartInfo &b)
@@ -142,7 +165,11 @@ bool operator==(const VelkPlacedPin &a, const VelkPlacedPin &b)
 
 bool operator==(const VelkRouteStep &a, const VelkRouteStep &b)
 {
-    return std::tie(a.net, a.pinIn, a.component, a.pinOut) == std::tie(b.net, b.pinIn, b.component, b.pinOut);
+    const auto members = [](const VelkRouteStep &step) {
+        return std::tie(step.net, step.pinIn, step.component, step.pinOut, step.position, step.positionName,
+                        step.isUnknown);
+    };
+    return members(a) == members(b);
 }
 
 bool operator==(const VelkSideConnection &a, const VelkSideConnection &b)
@@ -170,7 +197,8 @@ bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b)
 {
     const auto members = [](const VelkNoRouteReason &reason) {
         return std::tie(reason.isComplete, reason.isConnected, reason.shortest, reason.sufficientLimits,
-                        reason.fromSource, reason.fromDut, reason.between, reason.isConnectedInOtherDirection);
+                        reason.fromSource, reason.fromDut, reason.between, reason.isConnectedInOtherDirection,
+                        reason.isRealizable, reason.conflict);
     };
     return members(a) == members(b);
 }
@@ -182,6 +210,31 @@ bool operator==(const VelkFinding &a, const VelkFinding &b)
                         finding.pins, finding.files, finding.message);
     };
     return members(a) == members(b);
+}
+
+bool operator==(const VelkPositionConflict &a, const VelkPositionConflict &b)
+{
+    return std::tie(a.route, a.steps) == std::tie(b.route, b.steps);
+}
+
+bool operator==(const VelkRelayPosition &a, const VelkRelayPosition &b)
+{
+    return std::tie(a.name, a.closed) == std::tie(b.name, b.closed);
+}
+
+bool operator==(const VelkRelayPositions &a, const VelkRelayPositions &b)
+{
+    return std::tie(a.rule, a.positions, a.gang, a.isUnknown) == std::tie(b.rule, b.positions, b.gang, b.isUnknown);
+}
+
+bool operator==(const VelkCoupling &a, const VelkCoupling &b)
+{
+    return std::tie(a.sets, a.passives) == std::tie(b.sets, b.passives);
+}
+
+bool operator==(const VelkConnections &a, const VelkConnections &b)
+{
+    return std::tie(a.connected, a.couplings) == std::tie(b.connected, b.couplings);
 }
 
 VelkSystemException::VelkSystemException(Kind kind, const std::string &message)
@@ -230,6 +283,7 @@ VelkSystemPrivate::VelkSystemPrivate(const std::vector<std::string> &fileNames, 
     const RoutingLogSilence silence;
     netlist = std::make_unique<MultipleEDAProvider>(netlists, toQt(options.connectorTypes));
     records = std::make_unique<SystemRecords>(*netlist);
+    switching = std::make_unique<SystemSwitching>(*netlist, options);
     Routing typed(netlist.get());
     typed.setComponentTypesThatAreSwitchable(toQt(options.switchableTypes));
     typed.setComponentTypesThatAreInterfaces(toQt(options.interfaceTypes));
@@ -244,6 +298,10 @@ Routing VelkSystemPrivate::routingWith(const VelkSearchOptions &searchOptions) c
     limited.setMaxAdditionalNodesPerPath(searchOptions.maxConnections);
     limited.setMaxPaths(static_cast<qsizetype>(searchOptions.maxRoutes)); // what turns negative is no bound either
     limited.setInterruption(searchOptions.isCalledOff);
+    if (!searchOptions.asDrawn) {
+        switching->requirePositions();
+        limited.setRelayContacts(switching->contacts());
+    }
     return limited;
 }
 
@@ -367,7 +425,7 @@ std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const Velk
         std::vector<VelkRoute> routes;
         routes.reserve(static_cast<std::size_t>(paths.size()));
         for (const auto &path : paths)
-            routes.push_back(d->records->of(path));
+            routes.push_back(d->records->of(path, options.asDrawn ? nullptr : d->switching.get()));
         return routes;
     });
 }
@@ -379,8 +437,36 @@ VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkR
         const PinChoice from = findEnd(*d->netlist, source);
         const PinChoice to = findEnd(*d->netlist, dut);
         return d->records->of(d->routingWith(options).explainNoPathBetween(from.component, from.pin->number,
-                                                                           to.component, to.pin->number));
+                                                                           to.component, to.pin->number),
+                              options.asDrawn ? nullptr : d->switching.get());
     });
+}
+
+VelkRelayPositions VelkSystem::positions(const std::string &ref) const
+{
+    return answered([&] {
+        const auto relay = findComponent(*d->netlist, QString::fromStdString(ref));
+        const SwitchingModel &model = d->switching->model();
+        return SystemRecords::of(model, model.componentOf(relay->ref));
+    });
+}
+
+std::vector<std::string> VelkSystem::unknownRelays() const
+{
+    return toStandard(d->switching->model().unknownComponents());
+}
+
+std::vector<std::string> VelkSystem::positionErrors() const
+{
+    std::vector<std::string> messages;
+    for (const PositionsError &error : d->switching->model().errors())
+        messages.push_back(error.message().toStdString());
+    return messages;
+}
+
+VelkConnections VelkSystem::connected(const std::map<std::string, int> &positions) const
+{
+    return answered([&] { return d->records->of(connectionsIn(d->switching->state(positions))); });
 }
 
 std::vector<VelkFinding> VelkSystem::check(const std::vector<std::string> &ignored) const
@@ -391,6 +477,8 @@ std::vector<VelkFinding> VelkSystem::check(const std::vector<std::string> &ignor
     check.setComponentTypesThatAreSwitchable(toQt(d->options.switchableTypes));
     check.setComponentTypesThatAreInterfaces(toQt(d->options.interfaceTypes));
     check.setComponentTypesDut(toQt(d->options.dutTypes));
+    check.setComponentTypesThatArePassive(d->switching->types().passives);
+    check.setRelayTables(d->switching->tables());
     check.setIgnored(toQt(ignored));
     std::vector<VelkFinding> findings;
     for (const Finding &finding : check.findings())

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Velk {
@@ -46,13 +47,18 @@ struct VelkPlacedPin
     std::string net; ///< the name of the first net that holds it; empty where there is none
 };
 
-/// A component that a route switches on, and by which pins the route passes it.
+/// A component that a route crosses, and by which pins the route passes it.
 struct VelkRouteStep
 {
     std::string net;       ///< the name of the net from which the component is entered
     VelkPinInfo pinIn;     ///< by which it is entered
     std::string component; ///< its reference
     VelkPinInfo pinOut;    ///< by which it is left
+    /// That a relay has to take, 0 being rest. None where the component is passive or unknown, and in ways as drawn.
+    std::optional<int> position = {};
+    std::string positionName = {}; ///< as it is drawn; may be empty
+    /// Nothing tells the positions of the relay, so that it is crossed as drawn. False in ways as drawn.
+    bool isUnknown = false;
 };
 
 /// A pin that a route connects besides the two that were asked for.
@@ -71,8 +77,23 @@ struct VELK_EXPORT VelkRoute
     /// Pins of interface components on the nets in between, in the order in which they were met.
     std::vector<VelkSideConnection> sideConnections;
 
-    /// The references of the components to switch on, from source to DUT.
+    /// The references of the components that the route crosses but for relays that have to stay at rest, from source to
+    /// DUT. A relay of more than two positions is to be set to that of its step.
     std::vector<std::string> switches() const;
+    /// The references of the relays that must not be set, since the route crosses contacts that are closed at rest.
+    std::vector<std::string> resting() const;
+    /// The position of each relay with one: what VelkSystem::connected() takes.
+    std::map<std::string, int> state() const;
+};
+
+/// Why no state of the relays makes a way as drawn.
+struct VelkPositionConflict
+{
+    VelkRoute route; ///< all of the way, as drawn
+    /// Those of its steps that stand against it. One, without a position, if no position of its relay connects the two
+    /// pins. Otherwise two or more over a relay, or over relays that move together, each with the position that it
+    /// alone would need.
+    std::vector<VelkRouteStep> steps;
 };
 
 /// Limits with which there is a route, and how much the first such route has.
@@ -111,6 +132,57 @@ struct VelkNoRouteReason
     /// which crosses as few of them as possible. The nearest to the source come first.
     std::vector<std::string> between;
     bool isConnectedInOtherDirection; ///< there is no chain, but one from the DUT to the source
+
+    // Where there is a chain, but of ways as drawn alone, and VelkSearchOptions::asDrawn was not asked for; the limits
+    // are those of ways that relays can take then.
+    /// Whether some state of the relays makes a chain, however long; empty where that is not known.
+    std::optional<bool> isRealizable = {};
+    /// What stands against the first way as drawn; empty where nothing does.
+    std::optional<VelkPositionConflict> conflict = {};
+};
+
+/// What tells the positions of a relay: the first of these that does.
+enum class VelkPositionsRule
+{
+    Field,          ///< its field "Positions"
+    Table,          ///< a row of a table of relays
+    ContactNumbers, ///< pin numbers as in EN 50005: 11 12 14
+    PinNames,       ///< pins named COM, NO and NC
+    TwoPins,        ///< no pins but two, and maybe a coil: a contact that closes
+    NoContacts,     ///< nothing but a coil; also what is no relay, or not populated
+    Unknown,        ///< none of these
+};
+
+/// A position that a relay can take.
+struct VelkRelayPosition
+{
+    std::string name;                                        ///< as it is drawn; may be empty
+    std::vector<std::pair<std::string, std::string>> closed; ///< numbers of pins that it connects, in pairs
+};
+
+/// What a relay can do.
+struct VelkRelayPositions
+{
+    VelkPositionsRule rule;
+    std::vector<VelkRelayPosition> positions; ///< the first one is rest; none for NoContacts and Unknown
+    /// The references of the relays that take the same position as this one, itself among them; sorted. None for
+    /// NoContacts.
+    std::vector<std::string> gang;
+    bool isUnknown; ///< the positions of a relay of the gang are not known, so that all of it stays at rest
+};
+
+/// Sets of connected pins that passive components couple with one another.
+struct VelkCoupling
+{
+    std::vector<std::vector<VelkNodeInfo>> sets; ///< a pin that is connected with no other one is a set by itself
+    std::vector<std::string> passives;           ///< references of all that lie on a net of what is coupled; sorted
+};
+
+/// What is connected while relays are set. Pins are sorted by reference, then by number; sets by their pins.
+struct VelkConnections
+{
+    std::vector<std::vector<VelkNodeInfo>> connected; ///< sets of pins of interface components, on two nets at least
+    std::vector<VelkCoupling> couplings;
 };
 
 /// One thing that is probably not as it is meant.
@@ -151,6 +223,16 @@ VELK_EXPORT bool operator==(const VelkReach &a, const VelkReach &b);
 VELK_EXPORT bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b);
 /// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkFinding &a, const VelkFinding &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkPositionConflict &a, const VelkPositionConflict &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkRelayPosition &a, const VelkRelayPosition &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkRelayPositions &a, const VelkRelayPositions &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkCoupling &a, const VelkCoupling &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkConnections &a, const VelkConnections &b);
 
 /// One end of a route: a pin of a component, as people write it.
 struct VelkRouteEnd
@@ -174,6 +256,9 @@ struct VelkSearchOptions
     std::size_t maxRoutes = 0;
     /// Asked now and then, in the thread that searches; the search ends when it returns true. None lets it run.
     std::function<bool()> isCalledOff = {};
+    /// Cross relays from any pin to any other, as they are drawn, whether or not they have a position that connects
+    /// the two.
+    bool asDrawn = false;
 };
 
 /// How a system is read.
@@ -187,6 +272,11 @@ struct VelkSystemOptions
     std::vector<std::string> dutTypes = {"Dut"};                      ///< that are DUTs in the application INI file
     std::vector<std::string> deviceTypes = {"Source"};                ///< that are devices in the physical INI file
     VelkReadingMode readingMode = VelkReadingMode::Default;           ///< of all files
+    std::vector<std::string> passiveTypes = {
+        "Resistor"}; ///< that conduct at all times; other switchable ones are relays
+    /// Names of CSV files with the columns "part" and "positions": what relays can do, by their parts. The first row
+    /// that fits holds.
+    std::vector<std::string> relayTables = {};
 };
 
 /// The one type that VelkSystem throws itself; where memory runs out, that is std::bad_alloc.
@@ -201,6 +291,7 @@ public:
         CalledOff, ///< the search was called off
         Writing,   ///< a file cannot be written
         TooLarge,  ///< an INI file would not end, as by a mistyped bench number
+        Positions, ///< those of relays are drawn wrongly, or are not there, or a gang would have to be in two
     };
 
     /// \a message is what message() returns.
@@ -275,8 +366,13 @@ public:
     std::vector<VelkPlacedPin> pins(const std::string &ref) const;
 
     /// The routes from one pin to the other: those of the fewest switches first, among them those of the fewest side
-    /// connections, then in the order in which they are found. No route is an empty list. Throws a VelkSystemException
-    /// where an end is not there or the search was called off.
+    /// connections, then in the order in which they are found. No route is an empty list. Unless
+    /// VelkSearchOptions::asDrawn is set, these are the ways that relays can take: each step is over a contact of one
+    /// of the relay's positions, and no relay is in two; those of which nothing tells the positions are crossed as
+    /// drawn.
+    ///
+    /// Throws a VelkSystemException where an end is not there, the search was called off or, unless as drawn, positions
+    /// of relays are wrong. The first call finds out what all relays do.
     std::vector<VelkRoute> routes(const VelkRouteEnd &source, const VelkRouteEnd &dut,
                                   const VelkSearchOptions &options = VelkSearchOptions()) const;
 
@@ -284,6 +380,20 @@ public:
     /// Where it was called off it tells what is known by then. Throws a VelkSystemException where an end is not there.
     VelkNoRouteReason whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut,
                                  const VelkSearchOptions &options = VelkSearchOptions()) const;
+
+    /// What the relay of this reference can do. Throws as component() does.
+    VelkRelayPositions positions(const std::string &ref) const;
+    /// References of all relays of which, or of another of whose gang, nothing tells the positions; sorted.
+    std::vector<std::string> unknownRelays() const;
+    /// What is wrong with the positions of relays, each as "K5#2: field Positions, column 3 of '/ 12': expected
+    /// PIN-PIN, not '12'".
+    std::vector<std::string> positionErrors() const;
+
+    /// What is connected while these relays, by their references, take these positions, 0 being rest, and all others
+    /// are at rest. Relays of one gang move together: it is enough to name one of them. Throws a VelkSystemException
+    /// for a component or position that is not there, for two positions of a gang, and where positions of relays are
+    /// wrong.
+    VelkConnections connected(const std::map<std::string, int> &positions) const;
 
     /// What the system may hold and an engineer hardly means, by code, as `velk check` finds it. What \a ignored names
     /// is left out: a text is "CODE", or "CODE:NAME" for what is found at NAME, with wild cards "*" and "?". The files

@@ -2,6 +2,7 @@
 #define VELK_FACADE_VELKSYSTEMPRIVATE_H
 
 #include <velk/facade/SystemRecords.h>
+#include <velk/facade/SystemSwitching.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 #include <velk/kicad/KiCadNetlistFile.h>
@@ -19,7 +20,7 @@ class VelkSystemPrivate
 public:
     VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions);
 
-    /// Set up for one query.
+    /// Set up for one query. Throws a VelkSystemException where it needs positions of relays and some are wrong.
     Routing routingWith(const VelkSearchOptions &searchOptions) const;
 
     /// For the INI files: one file as it is, without suffixes, or all as one.
@@ -42,6 +43,7 @@ public:
     std::shared_ptr<KiCadNetParser> onlyNetlist; ///< null where there are several
     std::unique_ptr<MultipleEDAProvider> netlist;
     std::unique_ptr<const SystemRecords> records;
+    std::unique_ptr<const SystemSwitching> switching;
     std::unique_ptr<const Routing> routing; ///< by the types; the limits come with each query
 };
 }
