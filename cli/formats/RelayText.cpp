@@ -1,20 +1,29 @@
 #include "cli/formats/RelayText.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace VelkCli {
 
-QString settingText(const SwitchingModel &model, int component, int position)
+QString positionText(const SwitchingModel &model, int component, int position)
 {
     const auto &positions = model.positions(component).positions;
     const QString &name = positions.at(position).name;
-    const int number = name.toInt();
-    const bool isAnotherNumber = QString::number(number) == name && number >= 0 && number < positions.size();
-    if (!name.isEmpty() && !isAnotherNumber)
-        return u"%1=%2"_s.arg(model.ref(component), name);
-    return positions.size() == 2 ? model.ref(component)
-                                 : u"%1=%2"_s.arg(model.ref(component), QString::number(position));
+    if (positions.size() == 2 && name.isEmpty())
+        return {};
+    bool isNumber = false;
+    name.toInt(&isNumber);
+    const bool isWord = !name.isEmpty() &&
+                        std::none_of(name.cbegin(), name.cend(), [](QChar character) { return character.isSpace(); });
+    return isWord && !isNumber ? name : QString::number(position);
+}
+
+QString settingText(const SwitchingModel &model, int component, int position)
+{
+    const QString text = positionText(model, component, position);
+    return text.isEmpty() ? model.ref(component) : u"%1=%2"_s.arg(model.ref(component), text);
 }
 
 QStringList settingTexts(const SwitchingModel &model, const std::vector<int> &positions)

@@ -1,32 +1,14 @@
 #include "cli/formats/RouteRelays.h"
 
 #include "cli/formats/Json.h"
+#include "cli/formats/RelayText.h"
 
-#include <algorithm>
 #include <set>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace VelkCli {
-
-namespace {
-
-bool isBlank(QChar character)
-{
-    return character.isSpace();
-}
-
-/// As velk state --set takes it, in one word: a name that could be a number is none.
-QString positionName(const ContactPosition &position, int number)
-{
-    bool isNumber = false;
-    position.name.toInt(&isNumber);
-    const bool isWord =
-        !position.name.isEmpty() && std::none_of(position.name.cbegin(), position.name.cend(), &isBlank);
-    return isWord && !isNumber ? position.name : QString::number(number);
-}
-}
 
 RelayTask taskOf(const RouteReport &report, const TracedStep &step)
 {
@@ -44,10 +26,7 @@ QString positionText(const RouteReport &report, const TracedStep &step)
 {
     if (taskOf(report, step) != RelayTask::Set)
         return {};
-    const int relay = report.switching->componentOf(step.component->ref);
-    const QList<ContactPosition> &positions = report.switching->positions(relay).positions;
-    const ContactPosition &position = positions.at(step.position);
-    return positions.size() == 2 && position.name.isEmpty() ? QString() : positionName(position, step.position);
+    return positionText(*report.switching, report.switching->componentOf(step.component->ref), step.position);
 }
 
 namespace {

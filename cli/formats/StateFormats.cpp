@@ -3,6 +3,7 @@
 #include "cli/formats/Count.h"
 #include "cli/formats/Json.h"
 #include "cli/formats/RelayText.h"
+#include "cli/formats/html/StatePage.h"
 #include "cli/terminal/Colour.h"
 #include "cli/terminal/Output.h"
 
@@ -196,11 +197,16 @@ void writeAsJson(const StateReport &report, const OutputTarget &target)
                   [&](qsizetype i) { return stepToJson(report.steps.at(i), unknown); });
     });
 }
+
+void writeAsPage(const StateReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, statesToPage(report));
+}
 }
 
 const Formats<StateReport> &stateFormats()
 {
-    static const Formats<StateReport> formats{{"text", writeAsText}, {"json", writeAsJson}};
+    static const Formats<StateReport> formats{{"text", writeAsText}, {"json", writeAsJson}, {"html", writeAsPage}};
     return formats;
 }
 }

@@ -358,9 +358,63 @@ def check_hostile(page):
     page.screenshot("narrow", (420, 900))
 
 
+def check_state(page):
+    check("steps", page.texts("#list [role=option]"), ["measure\n2 relays", "short\n5 relays\n\u2715 4", "rest\n0 relays"])
+    check("summary", page.find("#summary").text, "3 steps; 4 not as expected")
+    check("first step", (page.find("#title").text, page.find("#relays").text),
+          ("Step measure", "Relays set: K1#1, K307#2"))
+    check("as expected", page.texts("#problems li"), ["As expected: 1 connection, and no short"])
+    check("tied", page.texts("#sets li")[3], "4 J2#3.OUT, U2#1.HI")
+    check("coupled", page.texts("#couplings li"),
+          ["U1#1.CHASSIS, U3#1.GND, U4#1.GND, U6#1.CHASSIS | U4#1.OUT by R5#1"])
+    check("focus", page.run("return document.activeElement.id"), "list")
+    page.press(Keys.ARROW_DOWN)
+    check("arrow", page.find("#title").text, "Step short")
+    check("address", page.run("return location.hash"), "#step=2")
+    check("problems", [text.split("\n")[0] for text in page.texts("#problems li")][:2],
+          ["missing U4#1.OUT to J1#3.VCC", "short J1#3.VCC | U5#1.OUT+"])
+    check("relays on their boards", page.texts(".frame .chip"),
+          ["K1#1 3", "K301#2 3", "K305#2 3", "K307#2 3", "K703#2=CH2 4"])
+    check("pins of the meter", page.texts(".frame:first-child .card:nth-child(2) > ul > li"),
+          ["3 HI", "4 SENSE_HI", "4 SENSE_LO"])
+    page.screenshot("light")
+    page.find("#sets li:nth-child(3) button").click()
+    check("one set alone", page.run("return [...document.querySelectorAll('.chip .set.faded')].map((e) => e.textContent)"),
+          ["4"])
+    page.screenshot("alone")
+    page.find("#wrong").click()
+    check("wrong steps", page.texts("#list [role=option] .step-name"), ["short"])
+    page.find("#wrong").click()
+    page.find("#theme").click()
+    page.screenshot("dark")
+    page.screenshot("dark-narrow", (420, 900))
+    page.find("#theme").click()
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+    check("printed", [part for part in ("#choice", "#system", "#sets", "#print") if page.is_shown(part)],
+          ["#system", "#sets"])
+    page.screenshot("print", (800, 1100))
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+    page.open("#step=3")
+    check("rest", page.find("#relays").text, "All relays at rest")
+
+
+def check_state_hostile(page):
+    check("nothing came to life", page.run("return window.broken === undefined && "
+                                           "document.querySelector('img, iframe, b') === null"), True)
+    page.screenshot("light")
+
+
+def check_state_large(page):
+    check("steps", page.find("#count").text, "200 steps")
+    page.press(Keys.END)
+    check("end", page.find("#title").text, "Step s199")
+    page.screenshot("light")
+
+
 def main(folder):
     checks = {"demo": check_demo, "relays": check_relays, "drawn": check_drawn, "direct": check_direct, "fuse": check_fuse, "none": check_none,
-              "large": check_large, "hostile": check_hostile}
+              "large": check_large, "hostile": check_hostile,
+              "state": check_state, "state-hostile": check_state_hostile, "state-large": check_state_large}
     with start_browser() as browser:
         for name, check_page in checks.items():
             page = Page(browser, folder, name)

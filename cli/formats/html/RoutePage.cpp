@@ -3,6 +3,7 @@
 #include "cli/formats/Json.h"
 #include "cli/formats/NoRouteText.h"
 #include "cli/formats/RouteRelays.h"
+#include "cli/formats/html/JsonTable.h"
 #include "cli/formats/html/Page.h"
 
 #include <QMap>
@@ -16,30 +17,6 @@ using namespace Velk;
 namespace VelkCli {
 
 namespace {
-
-/// Numbers things in the order in which they are first asked for, and keeps what is to be said of each.
-template <typename Key>
-class JsonTable
-{
-public:
-    template <typename Describe>
-    qsizetype place(const Key &key, const Describe &describe)
-    {
-        const auto known = places.constFind(key);
-        if (known != places.cend())
-            return *known;
-        const QJsonValue description = describe();
-        const qsizetype place = rows.size();
-        places.insert(key, place);
-        rows.append(description);
-        return place;
-    }
-
-    QJsonArray rows;
-
-private:
-    QMap<Key, qsizetype> places;
-};
 
 class PageData
 {
