@@ -163,7 +163,7 @@ struct VelkRelayPosition
 /// What a relay can do.
 struct VelkRelayPositions
 {
-    VelkPositionsRule rule;
+    VelkPositionsRule rule;                   ///< what tells the positions
     std::vector<VelkRelayPosition> positions; ///< the first one is rest; none for NoContacts and Unknown
     /// The references of the relays that take the same position as this one, itself among them; sorted. None for
     /// NoContacts.
@@ -182,7 +182,7 @@ struct VelkCoupling
 struct VelkConnections
 {
     std::vector<std::vector<VelkNodeInfo>> connected; ///< sets of pins of interface components, on two nets at least
-    std::vector<VelkCoupling> couplings;
+    std::vector<VelkCoupling> couplings;              ///< none of a set that nothing couples with another one
 };
 
 /// One thing that is probably not as it is meant.
