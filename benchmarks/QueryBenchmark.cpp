@@ -103,6 +103,39 @@ void registerShortQuery(const Subject &subject, bool withBareSearch)
     });
 }
 
+/// Throws unless the contacts leave all ways, as many as without them.
+void verifyRealizable(const System &system)
+{
+    const auto found = system.findRealizablePaths(queryOf(system));
+    if (found.size() != system.routeCount || found.first().steps.isEmpty())
+        throw std::logic_error("another number of routes is realizable: " + std::to_string(found.size()));
+    const auto hasPosition = [](const TracedStep &step) { return step.position == 1; };
+    if (std::none_of(found.first().steps.cbegin(), found.first().steps.cend(), hasPosition))
+        throw std::logic_error("no position is told");
+}
+
+void registerShortRealizableQuery(const Subject &subject)
+{
+    registerComparison("query/" + subject.name + "/realizable", [=]() -> Comparison {
+        const System &system = verifiedSystem(subject);
+        verifyRealizable(system);
+        return {{shortContender("velk", [&] { return system.findRealizablePaths(queryOf(system)); }),
+                 shortContender("drawn", [&] { return system.findTracedPaths(queryOf(system)); })},
+                {}};
+    });
+}
+
+void registerLongRealizableQuery(const Subject &subject)
+{
+    registerComparison("query/dense/" + subject.name + "/realizable", [=]() -> Comparison {
+        const System &system = verifiedSystem(subject);
+        verifyRealizable(system);
+        return {{longContender("velk", [&] { return system.findRealizablePaths(queryOf(system)); }),
+                 longContender("drawn", [&] { return system.findTracedPaths(queryOf(system)); })},
+                {{"routes", static_cast<double>(system.routeCount)}}};
+    });
+}
+
 void registerQueryWithoutRoute(const Subject &subject, const std::string &name)
 {
     registerComparison("query/" + subject.name + '/' + name, [=]() -> Comparison {
@@ -187,8 +220,10 @@ void registerSparse(const Suite &suite)
         registerShortQuery(subject, true);
         for (const char *name : {"from-ground", "to-ground", "other-dut"})
             registerQueryWithoutRoute(subject, name);
-        if (isMain)
+        if (isMain) {
             registerCommonProperties(subject);
+            registerShortRealizableQuery(subject);
+        }
         const Subject switched{"switched-ground/" + std::to_string(nodes),
                                [=] { return sparseSystem(nodes, Properties::AsExported, Ground::Switches); }};
         registerShortQuery(switched, false); // which looks through all of ground each time
@@ -283,7 +318,9 @@ void registerQueries(const Suite &suite)
 {
     registerSparse(suite);
     registerExported(suite);
-    for (const auto &[name, make] : suite.dense)
+    for (const auto &[name, make] : suite.dense) {
         registerLongQuery({name, make});
+        registerLongRealizableQuery({name, make});
+    }
 }
 }

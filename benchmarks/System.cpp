@@ -16,6 +16,23 @@ namespace VelkBenchmarks {
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
+namespace {
+
+QSharedPointer<const RelayContactMap> closingContacts(const EDAProvider &provider)
+{
+    RelayContactMap relays;
+    const auto components = provider.getComponents();
+    for (const auto &component : components) {
+        const auto part = provider.getPartByName(component->part);
+        if (component->type() != u"Relay"_s || part->pins.size() != 2)
+            continue;
+        const Contact contact{part->pins.at(0)->number, part->pins.at(1)->number};
+        relays.insert(component->ref, {static_cast<int>(relays.size()), {{{}, {}}, {{}, {contact}}}});
+    }
+    return QSharedPointer<const RelayContactMap>::create(relays);
+}
+}
+
 System::System(const Workload &workload)
     : queries(workload.queries)
     , queriesWithoutRoute(workload.queriesWithoutRoute)
@@ -24,15 +41,28 @@ System::System(const Workload &workload)
     , maxAdditionalNodes(workload.maxAdditionalNodes)
     , provider(workload.providers(), {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE})
     , routing(&provider)
+    , realizable(&provider)
     , graph(provider)
 {
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxAdditionalNodes);
+    realizable = routing;
+    realizable.setRelayContacts(closingContacts(provider));
 }
 
 QList<RoutingPath> System::findPaths(const Query &query) const
 {
     return routing.findPaths(query.source, query.sourcePin, query.destination, query.destinationPin);
+}
+
+QList<TracedPath> System::findTracedPaths(const Query &query) const
+{
+    return routing.findTracedPaths(query.source, query.sourcePin, query.destination, query.destinationPin);
+}
+
+QList<TracedPath> System::findRealizablePaths(const Query &query) const
+{
+    return realizable.findTracedPaths(query.source, query.sourcePin, query.destination, query.destinationPin);
 }
 
 std::vector<NumberedPath> System::floorPaths(const Query &query) const

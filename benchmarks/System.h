@@ -26,6 +26,9 @@ public:
     explicit System(const Workload &workload);
 
     QList<Velk::RoutingPath> findPaths(const Query &query) const;
+    QList<Velk::TracedPath> findTracedPaths(const Query &query) const;
+    /// The same where each relay of two pins is known to be a contact that closes.
+    QList<Velk::TracedPath> findRealizablePaths(const Query &query) const;
     int sourceTerminal(const Query &query) const { return graph.terminal(provider, query.source, query.sourcePin); }
     int destinationTerminal(const Query &query) const
     {
@@ -44,6 +47,7 @@ public:
     const int maxAdditionalNodes;
     Velk::MultipleEDAProvider provider;
     Velk::Routing routing;
+    Velk::Routing realizable; ///< the same with contacts of relays
     const SystemGraph graph;
 };
 

@@ -159,6 +159,8 @@ def add_sparse(table, main_size):
                 "records", "bare records", at_most=1.5)
     table.times(f"getRoutes, sparse, {size_text(main_size)}, 8 routes, few properties",
                 "query/sparse/few-properties/getRoutes", "records", "bare records")
+    table.times(f"findTracedPaths, sparse, {size_text(main_size)}, 8 routes, contacts known",
+                f"query/sparse/{main_size}/realizable", "drawn", "as drawn", at_most=1.3)
     table.growth("getRoutes, sparse", r"query/sparse/(\d+)/getRoutes", 1.2)
     if "query/pairs/getRoutes" in results:
         count = results.best("query/pairs/getRoutes", "queries")
@@ -177,6 +179,8 @@ def add_dense(table):
             time, other = results.best(name), results.best(igraph, "igraph")
             table.add(task, time_text(time), f"igraph: {time_text(other)}", other / time,
                       at_least=150 if shape == "32x32x32" else 3, digits=1)
+        table.times(task.replace("findPaths", "findTracedPaths") + ", contacts known",
+                    name.replace("findPaths", "realizable"), "drawn", "as drawn", at_most=1.3)
         size = results.best(name, "bytes_per_path")
         table.add(f"Memory for each route, {shape}", f"{size:.0f} bytes", "200 bytes", size / 200, at_most=1)
 

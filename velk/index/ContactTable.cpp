@@ -8,22 +8,6 @@
 
 namespace Velk {
 
-namespace {
-
-/// Two terminals that are connected in a position.
-struct Closure
-{
-    int terminal;
-    int exit;
-    int position;
-
-    bool operator<(const Closure &other) const
-    {
-        return std::tie(terminal, exit, position) < std::tie(other.terminal, other.exit, other.position);
-    }
-};
-}
-
 class ContactTable::Builder
 {
 public:
@@ -56,6 +40,19 @@ public:
     }
 
 private:
+    /// Two terminals that are connected in a position.
+    struct Closure
+    {
+        int terminal;
+        int exit;
+        int position;
+
+        bool operator<(const Closure &other) const
+        {
+            return std::tie(terminal, exit, position) < std::tie(other.terminal, other.exit, other.position);
+        }
+    };
+
     void addRelay(int component, const RelayContacts &relay)
     {
         collectClosures(component, relay.positions);
