@@ -1,6 +1,7 @@
 #include "tests/support/PlainProvider.h"
 #include "tests/support/RandomContacts.h"
 #include "tests/support/RandomSystems.h"
+#include "tests/support/SystemCount.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/naming/References.h>
@@ -104,8 +105,9 @@ private Q_SLOTS:
         int unconnected = 0;
         int unrealizable = 0;
         QMap<QString, int> counts; // of what was found to help
-        for (quint32 seed = 0; seed < 1500; ++seed) {
-            RandomSearch random(seed, hasContacts);
+        const int systems = systemCount(1500);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomSearch random(static_cast<quint32>(seed), hasContacts);
             if (!random.routes(random.maxSwitches, random.maxNodes).isEmpty())
                 continue;
             const QByteArray place = "seed " + QByteArray::number(seed);
@@ -139,9 +141,9 @@ private Q_SLOTS:
             }
             QVERIFY2(found == expected, place + ": " + found.join(u' ').toUtf8());
         }
-        QVERIFY(unconnected > 100 && hasContacts == (unrealizable > 100) && counts[u"switches"_s] > 100 &&
-                counts[u"nodes"_s] > 100);
-        QVERIFY(counts[u"both"_s] > 10);
+        const int many = systems / 15;
+        QVERIFY(unconnected > many && hasContacts == (unrealizable > many));
+        QVERIFY(counts[u"switches"_s] > many && counts[u"nodes"_s] > many && counts[u"both"_s] > many / 10);
     }
 
     // Called off after any number of questions, it tells what is true.
@@ -177,8 +179,9 @@ private Q_SLOTS:
     {
         int reached = 0;
         QMap<qsizetype, int> counts; // by the number of components between the ends
-        for (quint32 seed = 0; seed < 9000; ++seed) {
-            RandomSearch random(seed);
+        const int systems = systemCount(9000);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomSearch random(static_cast<quint32>(seed));
             const auto reason = random.reason();
             if (hasOddNodes(random.netlist) || *reason.isConnected)
                 continue;
@@ -193,7 +196,8 @@ private Q_SLOTS:
             QVERIFY2(between == fusesBetween(random), place + ": " + between.join(u' ').toUtf8());
             ++counts[between.size()];
         }
-        QVERIFY(reached > 100 && counts[0] > 100 && counts[1] > 30 && counts[2] > 0);
+        const int many = systems / 90;
+        QVERIFY(reached > many && counts[0] > many && counts[1] > many / 3 && counts[2] > 0);
     }
 
     void reachEndsAtConnectors()

@@ -3,6 +3,7 @@
 #include "tests/support/RandomContacts.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/StubProvider.h"
+#include "tests/support/SystemCount.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -546,21 +547,23 @@ private Q_SLOTS:
     void prunedSearchEqualsExhaustiveSearch()
     {
         qsizetype total = 0;
-        for (quint32 seed = 0; seed < 2500; ++seed) {
-            RandomQuery query(seed);
+        const int systems = systemCount(2500);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomQuery query(static_cast<quint32>(seed));
             const auto pruned = query.onIndex();
             const auto exhaustive = query.onAnyProvider();
             QVERIFY2(pruned == exhaustive, qPrintable(query.differenceText(pruned, exhaustive)));
             total += pruned.size();
         }
-        QVERIFY(total > 2500); // the systems do have paths
+        QVERIFY(total > systems); // the systems do have paths
     }
 
     void boundedSearchFindsTheFirstPaths()
     {
         qsizetype cut = 0;
-        for (quint32 seed = 0; seed < 1200; ++seed) {
-            RandomQuery query(seed);
+        const int systems = systemCount(1200);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomQuery query(static_cast<quint32>(seed));
             const auto all = query.onIndex();
             for (const qsizetype bound : {qsizetype(1), 1 + seed % (all.size() + 1), all.size() + 1}) {
                 const auto expected = all.mid(0, bound);
@@ -569,14 +572,15 @@ private Q_SLOTS:
                 cut += all.size() - expected.size();
             }
         }
-        QVERIFY(cut > 1200); // the bounds do leave paths out
+        QVERIFY(cut > systems); // the bounds do leave paths out
     }
 
     void realizablePathsAreThoseThatAStateMakes()
     {
         qsizetype total = 0;
-        for (quint32 seed = 0; seed < 3000; ++seed) {
-            RandomQuery query(seed);
+        const int systems = systemCount(3000);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomQuery query(static_cast<quint32>(seed));
             const auto expected = query.filteredPaths();
             const auto found = query.realizableOnIndex();
             QVERIFY2(found == expected, qPrintable(query.differenceText(found, expected)));
@@ -587,7 +591,7 @@ private Q_SLOTS:
                 QCOMPARE(query.realizableOnAnyProvider(0), expected);
             total += expected.size();
         }
-        QVERIFY(total > 3000);
+        QVERIFY(total > systems);
     }
 
     // The stack would not hold as many calls, nor would there be time for as many passes.
@@ -672,8 +676,9 @@ private Q_SLOTS:
     void equalsBruteForceOnRandomSystems()
     {
         qsizetype total = 0;
-        for (quint32 seed = 0; seed < 2500; ++seed) {
-            QRandomGenerator random(seed);
+        const int systems = systemCount(2500);
+        for (int seed = 0; seed < systems; ++seed) {
+            QRandomGenerator random(static_cast<quint32>(seed));
             const auto netlist = randomSystem(random);
             netlist->makesNewNets = random.bounded(4) == 0 && netlist->components.size() < 7; // else it takes long
             const int maxSwitches = random.bounded(-1, 5);
@@ -697,7 +702,7 @@ private Q_SLOTS:
             }
             total += all.size();
         }
-        QVERIFY(total > 2500); // the systems do have paths
+        QVERIFY(total > systems); // the systems do have paths
     }
 };
 

@@ -16,6 +16,7 @@ public:
         , table(madeTable)
         , relaysOfComponents(toSize(netlist.componentCount()), nullptr)
     {
+        gangNumbers.reserve(static_cast<std::size_t>(relays.size()));
         for (auto relay = relays.cbegin(); relay != relays.cend(); ++relay) {
             const int component = index.componentNumber(relay.key());
             if (component != NetlistIndex::none)

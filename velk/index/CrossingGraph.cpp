@@ -80,8 +80,9 @@ private:
                 pinsOfSameNumber[terminal].push_back(pin);
         }
         for (int terminal = index.firstPin(component); terminal < index.firstPin(component + 1); ++terminal) {
-            const auto exits = static_cast<int>(pinsConnectedTo(terminal).size());
-            if (exits > 0 && isJunction(component, exits))
+            if (graph.contactTable->contactsOf(terminal).size() == 0)
+                continue;
+            if (isJunction(component, static_cast<int>(pinsConnectedTo(terminal).size())))
                 junctionsOfTerminals.emplace(terminal, nextJunction({component, terminal}));
         }
     }

@@ -68,9 +68,7 @@ qsizetype RoutingPrivate::count(const NetlistIndex &index, const RoutingRules &r
 {
     Interruption interruption(isCalledOff);
     const auto graph = index.crossingGraph(rulesOfSearch.roles, rulesOfSearch.relayContacts);
-    PrunedPathSearch search(index, *graph, numbered, interruption, Kept::Nothing);
-    search.run();
-    return search.pathCount();
+    return PrunedPathSearch(index, *graph, numbered, interruption, Kept::Nothing).run().count();
 }
 
 qsizetype RoutingPrivate::countExhaustively(const RoutingRules &rulesOfSearch, const NodeWithComponent &source,

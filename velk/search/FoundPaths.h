@@ -75,6 +75,9 @@ public:
     /// any path.
     void addPosition(int position) { latest->second.positions.push_back(position); }
 
+    /// Counts a path of which nothing is kept.
+    void addUnkept() { ++pathCount; }
+
     qsizetype count() const { return pathCount; }
 
     /// Calls \a visit with each path.

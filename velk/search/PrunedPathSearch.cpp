@@ -146,7 +146,8 @@ void PrunedPathSearch::keepPathsFrom(const Arrival &arrival, const NearNet &near
         if (graph.leadsToJunction(row)) {
             keepPathsOverJunction(arrival.net, row);
         } else {
-            crossLast({row.component, {arrival.net, row.node, row.exit}}, row.net);
+            steps.last() = {row.component, {arrival.net, row.node, row.exit}};
+            crossLast(row.net);
         }
         if (deepening.isComplete())
             return;
@@ -160,19 +161,21 @@ void PrunedPathSearch::keepPathsOverJunction(int net, const CrossingRow &entry)
     for (const CrossingRow &exit : exits) {
         if (index.numberedNode(entry.node).terminal == exit.exit)
             continue;
-        crossLast({exit.component, {net, entry.node, exit.exit}}, exit.net);
+        steps.last() = {exit.component, {net, entry.node, exit.exit}};
+        crossLast(exit.net);
         if (deepening.isComplete())
             return;
     }
 }
 
-void PrunedPathSearch::crossLast(const Step &step, int lastNet)
+void PrunedPathSearch::crossLast(int lastNet)
 {
-    steps.last() = step;
-    if (!holdPosition())
-        return;
-    keepPath(lastNet);
-    releasePosition();
+    if (!held) {
+        keepPath(lastNet);
+    } else if (holdPosition()) {
+        keepPath(lastNet);
+        releasePosition();
+    }
 }
 
 // For the last step. False if no state of the relays makes it and all before it.
@@ -239,20 +242,20 @@ std::size_t PrunedPathSearch::keptNodesPlace()
 
 void PrunedPathSearch::keepPath(int lastNet)
 {
-    if (deepening.keep(steps.size(), additionalNodes.size()))
-        keep(lastNet);
+    if (deepening.keep(steps.size(), additionalNodes.size())) {
+        if (kept == Kept::Nothing)
+            paths.addUnkept();
+        else
+            paths.add(steps, lastNet, keptNodesPlace(), static_cast<std::size_t>(additionalNodes.size()));
+        if (kept == Kept::Crossings && held)
+            keepPositions();
+    }
     if (deepening.isComplete())
         branch.clear(); // ends the search; asking at each of its steps would be felt
 }
 
-void PrunedPathSearch::keep(int lastNet)
+void PrunedPathSearch::keepPositions()
 {
-    ++foundCount;
-    if (kept == Kept::Nothing)
-        return;
-    paths.add(steps, lastNet, keptNodesPlace(), static_cast<std::size_t>(additionalNodes.size()));
-    if (!held || kept != Kept::Crossings)
-        return;
     for (qsizetype crossing = 0; crossing < steps.size(); ++crossing)
         paths.addPosition(held->lowestPosition(crossing));
 }

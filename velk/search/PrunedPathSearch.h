@@ -30,11 +30,9 @@ public:
                      Interruption &searchInterruption, Kept keptOfPaths);
 
     /// All paths, or the first ones if their number is bounded: those with the fewest switching components first, among
-    /// them those with the fewest additional nodes, among equals in depth-first order; they last as long as this. Call
-    /// it once. Throws EDASearchCalledOffException.
+    /// them those with the fewest additional nodes, among equals in depth-first order; they last as long as this. Where
+    /// nothing is kept, only their number. Call it once. Throws EDASearchCalledOffException.
     const FoundPaths &run();
-    /// How many there were.
-    qsizetype pathCount() const { return foundCount; }
 
 private:
     /// A net that a branch has come to, and by which component and terminal of it.
@@ -74,7 +72,7 @@ private:
     bool searchFrom(const Arrival &arrival, qsizetype additionalNodesBefore);
     void keepPathsFrom(const Arrival &arrival, const NearNet &near);
     void keepPathsOverJunction(int net, const CrossingRow &entry);
-    void crossLast(const Step &step, int lastNet);
+    void crossLast(int lastNet);
     bool holdPosition();
     void releasePosition();
     void leaveNet();
@@ -83,7 +81,7 @@ private:
     void dropAdditionalNodes(qsizetype countBefore);
     std::size_t keptNodesPlace();
     void keepPath(int lastNet);
-    void keep(int lastNet);
+    void keepPositions();
 
     const NetlistIndex &index;
     const CrossingGraph &graph;
@@ -101,7 +99,6 @@ private:
     /// Where the same are kept, if a path has needed them. Paths that have the same nodes share them.
     std::optional<std::size_t> keptNodes;
     FoundPaths &paths;
-    qsizetype foundCount = 0;
 };
 }
 
