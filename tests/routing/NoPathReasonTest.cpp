@@ -3,6 +3,7 @@
 #include "tests/support/RandomSystems.h"
 #include "tests/support/SystemCount.h"
 #include "tests/support/TestRegistry.h"
+#include "tests/support/TextTable.h"
 
 #include <velk/naming/References.h>
 #include <velk/provider/MultipleEDAProvider.h>
@@ -146,6 +147,45 @@ private Q_SLOTS:
         QVERIFY(counts[u"switches"_s] > many && counts[u"nodes"_s] > many && counts[u"both"_s] > many / 10);
     }
 
+    void tellsWhyNoStateMakesAPath_data() { addCasesFrom("conflict_cases.txt"); }
+    void tellsWhyNoStateMakesAPath()
+    {
+        QFETCH(QString, input);
+        const auto netlist = systemOf(input.section(u"\n--"_s, 0, 0));
+        Routing routing(netlist.get());
+        routing.setMaxSwitchingComponentsPerPath(0);
+        routing.setMaxAdditionalNodesPerPath(0);
+        routing.setRelayContacts(contactsOf(input.section(u"\n--"_s, 1)));
+        const auto reason = routing.explainNoPath({{u"Id"_s, u"U1"_s}}, u"1"_s, {{u"Id"_s, u"D1"_s}}, u"1"_s);
+        QTEST(realizableText(reason).trimmed(), "expected");
+    }
+
+    // All of the ways over thirty nets fail at their end only.
+    void givesUp()
+    {
+        QString text = u"U1 Source 1\nD1 DUT 1\nK1 Relay 1,2\nK2 Relay 1,2\nA: U1/1 K1/1\nB: D1/1 K2/2"_s;
+        QStringList nodes(30, u":"_s);
+        nodes.first() += u" K1/2"_s;
+        nodes.last() += u" K2/1"_s;
+        for (int i = 0; i < 30; ++i) {
+            for (int other = 0; other < i; ++other) {
+                const QString ref = u"R%1_%2"_s.arg(i).arg(other);
+                text += u"\n%1 Resistor 1,2"_s.arg(ref);
+                nodes[i] += u' ' + ref + u"/1"_s;
+                nodes[other] += u' ' + ref + u"/2"_s;
+            }
+        }
+        for (int i = 0; i < 30; ++i)
+            text += u"\nN%1"_s.arg(i) + nodes.at(i);
+        const auto netlist = systemOf(text);
+        Routing routing(netlist.get());
+        routing.setRelayContacts(contactsOf(u"K1 1 /1-2\nK2 1 1-2/"_s));
+        routing.setMaxSwitchingComponentsPerPath(2);
+        const auto reason = routing.explainNoPath({{u"Id"_s, u"U1"_s}}, u"1"_s, {{u"Id"_s, u"D1"_s}}, u"1"_s);
+        QVERIFY(reason.isComplete);
+        QCOMPARE(realizableText(reason), u"?; ; B < K2/1/2=0 K1/1/2=1 < A"_s);
+    }
+
     // Called off after any number of questions, it tells what is true.
     void tellsWhatIsKnownWhenCalledOff()
     {
@@ -231,6 +271,25 @@ private Q_SLOTS:
     }
 
 private:
+    /// "no; 3/4; B < K2/1/2=0 K1/1/2=1 < A".
+    static QString realizableText(const NoPathReason &reason)
+    {
+        QStringList limits;
+        for (const SufficientLimits &found : reason.sufficientLimits)
+            limits.append(u"%1/%2"_s.arg(found.maxSwitchingComponents).arg(found.maxAdditionalNodes));
+        QString conflict;
+        if (reason.conflict) {
+            conflict = u" < "_s + reason.conflict->path.steps.first().net->name;
+            for (const TracedStep &step : reason.conflict->steps) {
+                const QString position = step.position < 0 ? QString() : u"=%1"_s.arg(step.position);
+                conflict.prepend(u" %1/%2/%3%4"_s.arg(step.component->ref, step.entryPin, step.exitPin, position));
+            }
+            conflict.prepend(reason.conflict->path.lastNet->name + u" <"_s);
+        }
+        const QString realizable = !reason.isRealizable ? u"?"_s : *reason.isRealizable ? u"yes"_s : u"no"_s;
+        return u"%1; %2; %3"_s.arg(realizable, limits.join(u' '), conflict);
+    }
+
     static QString textOf(const PathReach &reach)
     {
         QStringList pins;

@@ -608,6 +608,14 @@ private Q_SLOTS:
             QCOMPARE(paths[0].switchingComponents.size(), 100'000);
             QCOMPARE(paths[0].switchingComponents.last()->ref, u"K100000#1"_s);
         }
+
+        QStringList relays;
+        for (int i = 1; i <= 100'000; ++i)
+            relays.append(u"K%1 1 /1-2/1-2"_s.arg(i));
+        routing.setRelayContacts(contactsOf(relays.join(u'\n')));
+        const auto traced = routing.findTracedPaths(fromU1, u"1"_s, toD1, u"1"_s);
+        QCOMPARE(traced.size(), 1);
+        QCOMPARE(traced[0].steps.first().position, 1);
     }
 
     // There are 400,000,000 paths, which neither time nor memory would suffice for.

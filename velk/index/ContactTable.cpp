@@ -66,11 +66,11 @@ private:
         }
     }
 
-    void collectClosures(int component, const QList<ContactPosition> &positions)
+    void collectClosures(int component, const QList<ContactPosition> &positionsOfRelay)
     {
         closures.clear();
-        for (int position = 0; position < positions.size(); ++position) {
-            for (const Contact &contact : positions.at(position).closed) {
+        for (int position = 0; position < positionsOfRelay.size(); ++position) {
+            for (const Contact &contact : positionsOfRelay.at(position).closed) {
                 const int terminal = index.numberedNode(component, contact.pin).terminal;
                 const int exit = index.numberedNode(component, contact.otherPin).terminal;
                 if (terminal == NetlistIndex::none || exit == NetlistIndex::none)

@@ -47,7 +47,7 @@ struct NoPathReason
 
     // With Routing::setRelayContacts(), where there is a chain, as the others above tell it of ways as drawn:
     /// Whether some state of the relays makes a chain, however long. Empty also where the search for one has given up,
-    /// which it does after some seconds, since it may take longer than anybody waits.
+    /// which it does after about a second, since it may take longer than anybody waits.
     std::optional<bool> isRealizable;
     /// What stands against the first way as drawn within the limits, or, where there is none, with the limits that
     /// would be sufficient as drawn. Empty if that way is realizable.

@@ -16,8 +16,8 @@ namespace {
 /// The largest limit of switches that allows any: its successor is a number still.
 constexpr int anySwitches = std::numeric_limits<int>::max() - 1;
 constexpr int anyNodes = std::numeric_limits<int>::max();
-/// How often a search asks whether to end before it is given up: a good half second.
-constexpr int mostQuestions = 1000;
+/// How often a search asks whether to end before it is given up, which is some tenths of a second.
+constexpr int mostQuestions = 500;
 
 /// A path of so many switches is found with a limit of one less.
 int limitFor(const RoutingPath &path)
