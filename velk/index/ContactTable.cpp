@@ -73,13 +73,18 @@ private:
             for (const Contact &contact : positionsOfRelay.at(position).closed) {
                 const int terminal = index.numberedNode(component, contact.pin).terminal;
                 const int exit = index.numberedNode(component, contact.otherPin).terminal;
-                if (terminal == NetlistIndex::none || exit == NetlistIndex::none)
+                if (!isOnNet(terminal) || !isOnNet(exit))
                     continue;
                 closures.push_back({terminal, exit, position});
                 closures.push_back({exit, terminal, position});
             }
         }
         std::sort(closures.begin(), closures.end());
+    }
+
+    bool isOnNet(int terminal) const
+    {
+        return terminal != NetlistIndex::none && index.netOfTerminal(terminal) != NetlistIndex::none;
     }
 
     /// With all positions that follow of the same two terminals. Returns the closure behind them.

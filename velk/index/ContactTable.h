@@ -21,7 +21,7 @@ struct NumberedContact
 };
 
 /// The contacts of the relays that are known, in the numbers of an index. Each stands there twice, once for each of its
-/// terminals. Those with a pin that the part lacks are left out.
+/// terminals. Those with a pin that the part lacks or that lies on no net are left out.
 class ContactTable
 {
 public:

@@ -46,8 +46,8 @@ class RoutingPrivate;
 /// otherwise. Switch it off where time counts, with QLoggingCategory::setFilterRules("routing.debug=false"): a search
 /// on a MultipleEDAProvider then enters no branch that cannot reach the destination, which on large systems is
 /// thousands of times faster, with the same result. Each thread that searches keeps 12 bytes of working memory for
-/// every net and some 50 for those that its largest query came near. Any other provider is searched exhaustively,
-/// looking through all its nets at every step.
+/// every net and some 50 for those that its largest query came near, with setRelayContacts() also 4 for every gang. Any
+/// other provider is searched exhaustively, looking through all its nets at every step.
 class VELK_EXPORT Routing
 {
 public:
