@@ -1,4 +1,5 @@
 #include "cli/formats/RouteRelays.h"
+#include "cli/commands/LeftOutWays.h"
 #include "tests/support/RandomRelays.h"
 #include "tests/support/TestRegistry.h"
 
@@ -6,6 +7,9 @@
 #include <velk/provider/MultipleEDAProvider.h>
 
 #include <QTest>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -30,6 +34,32 @@ RouteReport routesOf(MultipleEDAProvider &netlist)
                        switching};
     report.tracedPaths = routing.findTracedPathsBetween(source, u"1"_s, destination, u"1"_s);
     return report;
+}
+
+bool closes(const ContactPosition &position, const TracedStep &step)
+{
+    return std::any_of(position.closed.cbegin(), position.closed.cend(), [&](const Contact &contact) {
+        return (contact.pin == step.entryPin && contact.otherPin == step.exitPin) ||
+               (contact.pin == step.exitPin && contact.otherPin == step.entryPin);
+    });
+}
+
+/// Whether the relays of each gang have a position in which all of them close what the way needs.
+bool isMadeBySomeState(const TracedPath &way, const RelayContactMap &relays)
+{
+    QMap<int, QList<bool>> isPossible; // by gang, then by position
+    for (const TracedStep &step : way.steps) {
+        if (!relays.contains(step.component->ref))
+            continue;
+        const RelayContacts &relay = relays[step.component->ref];
+        QList<bool> &positions = isPossible[relay.gang];
+        if (positions.isEmpty())
+            positions.fill(true, relay.positions.size());
+        for (qsizetype i = 0; i < positions.size(); ++i)
+            positions[i] = positions.at(i) && closes(relay.positions.at(i), step);
+    }
+    return std::all_of(isPossible.cbegin(), isPossible.cend(),
+                       [](const QList<bool> &positions) { return positions.contains(true); });
 }
 
 /// All at rest but what the texts say, as "K1#1" or "K1#1=2".
@@ -93,6 +123,34 @@ private Q_SLOTS:
             }
         }
         QVERIFY(checked > 2000 && atRest > 500);
+    }
+
+    void countsWaysThatAreLeftOut()
+    {
+        qsizetype leftOut = 0;
+        for (quint32 seed = 0; seed < 1000; ++seed) {
+            QRandomGenerator random(seed);
+            RandomRelays system(random);
+            MultipleEDAProvider netlist({&system.netlist}, {});
+            RouteReport report = routesOf(netlist);
+            const RouteEnd source{netlist.getComponentByRef(u"U1#1"_s), report.source};
+            const RouteEnd destination{netlist.getComponentByRef(u"J1#1"_s), report.destination};
+            const auto ways =
+                Routing(&netlist).findTracedPathsBetween(source.component, u"1"_s, destination.component, u"1"_s);
+            QCOMPARE(leftOutWays(source, destination, report), ways.size() - report.routeCount());
+
+            const auto contacts = report.switching->relayContacts();
+            const auto routes = std::exchange(report.tracedPaths, {});
+            report.areThereMore = true;
+            qsizetype expected = 0;
+            for (qsizetype bound = 1; bound < std::min<qsizetype>(routes.size(), 20); ++bound) {
+                report.tracedPaths.append(routes.at(bound - 1));
+                expected += isMadeBySomeState(ways.at(bound - 1), *contacts) ? 0 : 1;
+                QCOMPARE(leftOutWays(source, destination, report), expected);
+                leftOut += expected;
+            }
+        }
+        QVERIFY(leftOut > 1000);
     }
 };
 

@@ -64,6 +64,7 @@ struct RandomRelays
     std::vector<int> randomPositions(const Velk::SwitchingModel &model)
     {
         std::vector<int> positions;
+        positions.reserve(static_cast<std::size_t>(model.gangCount()));
         for (int gang = 0; gang < model.gangCount(); ++gang)
             positions.push_back(random.bounded(model.gang(gang).positionCount));
         return positions;
