@@ -117,7 +117,8 @@ public:
                            [&](int component) { return pinsOfCrossedCoil(component); }) +
                pinFindings(system, FindingCode::PositionsUnknown,
                            u"positions unknown, so routes may cross between any two of its "_s,
-                           [&](int component) { return pinsOfUnknownContacts(component); });
+                           [&](int component) { return pinsOfUnknownContacts(component); }) +
+               membersOfGangs();
     }
 
 private:
@@ -148,14 +149,37 @@ private:
         return wired;
     }
 
-    /// None where it cannot connect anything.
+    /// None where it cannot connect anything, and where its gang is told instead.
     QStringList pinsOfUnknownContacts(int component) const
     {
-        if (!areUnknown(positionsOf(component)) || !pinsOfCrossedCoil(component).isEmpty())
+        if (!areUnknown(positionsOf(component)) || hasOthersInGang(component) ||
+            !pinsOfCrossedCoil(component).isEmpty())
             return {};
         const auto nets = wiredPins(system, component);
         const QSet<int> distinct(nets.cbegin(), nets.cend());
         return distinct.size() > 1 ? QStringList(nets.keys()) : QStringList();
+    }
+
+    bool hasOthersInGang(int component) const
+    {
+        const int gang = model.gangOf(model.componentOf(system.component(component).ref));
+        return model.gang(gang).components.size() > 1;
+    }
+
+    /// Whatever their pins lie on: the others of the gang cannot be set because of them.
+    QList<SingleFinding> membersOfGangs() const
+    {
+        QList<SingleFinding> findings;
+        for (int i = 0; i < system.componentCount(); ++i) {
+            const auto &component = system.component(i);
+            if (areUnknown(positionsOf(i)) && hasOthersInGang(i))
+                findings.append(
+                    {FindingCode::PositionsUnknown,
+                     {component.ref},
+                     u"positions unknown, and so are those of its gang '%1'"_s.arg(component.property(u"Gang"_s)),
+                     {component.ref}});
+        }
+        return findings;
     }
 
     const CheckedSystem &system;

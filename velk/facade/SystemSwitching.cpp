@@ -5,7 +5,7 @@
 
 #include <QFile>
 
-#include <optional>
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
