@@ -38,6 +38,7 @@ void registerLoading(const Suite &suite);
 void registerJoining(const Suite &suite);
 void registerQueries(const Suite &suite);
 void registerThreads(const Suite &suite);
+void registerStates();
 void registerCommand();
 
 /// One of the ways to do a task.

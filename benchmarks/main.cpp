@@ -35,6 +35,7 @@ int run(int argc, char **argv)
     registerJoining(suite);
     registerQueries(suite);
     registerThreads(suite);
+    registerStates();
     registerCommand();
 
     int count = static_cast<int>(arguments.size());

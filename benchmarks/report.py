@@ -208,6 +208,13 @@ def add_threads(table):
                           f"one after the other: {time_text(other)}", time / other, at_most=1)
 
 
+def add_states(table):
+    if "state/model" in table.results:
+        table.add("What the relays can do, exported system", time_text(table.results.best("state/model")))
+    table.limit("What is connected, exported system", "state/large", 2e-3)
+    table.limit("The same after a relay has changed", "state/change", 50e-6)
+
+
 def main():
     results = Results(sys.argv[1])
     table = Table(results)
@@ -218,6 +225,7 @@ def main():
     add_dense(table)
     add_exported(table)
     add_threads(table)
+    add_states(table)
     table.limit("velk routes, exported system, start to finish", "command/routes", 40e-3)
     table.print()
     for name, message in results.failures.items():
