@@ -192,7 +192,7 @@ function onKey(event) {
 }
 
 function showHeader() {
-    const wrong = data.steps.reduce((sum, step) => sum + wrongCount(step), 0);
+    const wrong = data.steps.filter((step) => wrongCount(step) > 0).length;
     const isCompared = data.steps.some((step) => step.missing);
     byId('summary').append(counted(data.steps.length, 'step', 'steps'),
         isCompared ? `; ${wrong === 0 ? 'all as expected' : `${wrong} not as expected`}` : '');
