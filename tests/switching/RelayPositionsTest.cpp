@@ -85,6 +85,10 @@ private Q_SLOTS:
         QTest::newRow("another case") << u"x,/ 1-2"_s << u"Own:X"_s << u"unknown"_s;
         QTest::newRow("any characters") << u"X*Y,/ 1-2"_s << u"Own:X12Y"_s << row;
         QTest::newRow("no characters") << u"X*,/ 1-2"_s << u"Own:X"_s << row;
+        QTest::newRow("any characters thrice") << u"*X*1*,/ 1-2"_s << u"Own:2X01"_s << row;
+        QTest::newRow("another order") << u"*X*1*2,/ 1-2"_s << u"Own:1X2"_s << u"unknown"_s;
+        QTest::newRow("another beginning") << u"X*,/ 1-2"_s << u"Own:1X"_s << u"unknown"_s;
+        QTest::newRow("pieces that overlap") << u"X1*1,/ 1-2"_s << u"Own:X1"_s << u"unknown"_s;
         QTest::newRow("the whole name") << u"X,/ 1-2"_s << u"Own:X1"_s << u"unknown"_s;
         QTest::newRow("other signs stand for themselves") << u"X.?[1],/ 1-2"_s << u"Own:X.?[1]"_s << row;
         QTest::newRow("a point is a point") << u"X.1,/ 1-2"_s << u"Own:X11"_s << u"unknown"_s;

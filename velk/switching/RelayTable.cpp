@@ -8,12 +8,22 @@ extern const char *const builtInRelays; ///< the text of relays.csv, which the b
 
 namespace {
 
-QRegularExpression patternOf(const QString &part)
+/// "*" in the pattern stands for any characters.
+bool fits(QStringView name, QStringView pattern)
 {
-    QString text = QRegularExpression::escape(part);
-    text.replace(u"\\*"_s, u".*"_s);
-    return QRegularExpression(QRegularExpression::anchoredPattern(text),
-                              QRegularExpression::DotMatchesEverythingOption);
+    const QList<QStringView> pieces = pattern.split(u'*');
+    if (pieces.size() == 1)
+        return name == pattern;
+    if (!name.startsWith(pieces.first()))
+        return false;
+    qsizetype end = pieces.first().size();
+    for (qsizetype i = 1; i < pieces.size() - 1; ++i) {
+        const qsizetype begin = name.indexOf(pieces.at(i), end);
+        if (begin < 0)
+            return false;
+        end = begin + pieces.at(i).size();
+    }
+    return name.sliced(end).endsWith(pieces.last());
 }
 }
 
@@ -23,7 +33,7 @@ RelayTable::RelayTable(const CsvTable &table)
     const qsizetype positions = table.requiredColumn(u"positions"_s);
     for (const CsvTable::Row &row : table.rows()) {
         const QString pattern = row.cells.at(part).trimmed();
-        m_entries.append({patternOf(pattern), pattern.contains(u':'), {row.cells.at(positions), table.place(row)}});
+        m_entries.append({pattern, pattern.contains(u':'), {row.cells.at(positions), table.place(row)}});
     }
 }
 
@@ -50,7 +60,7 @@ std::optional<RelayTable::Row> RelayTable::rowFor(const QString &library, const 
     const QString fullName = partName(library, part);
     const QString name = fullName.mid(library.isEmpty() ? 0 : library.size() + 1);
     for (const Entry &entry : m_entries) {
-        if (entry.pattern.match(entry.namesLibrary ? fullName : name).hasMatch())
+        if (fits(entry.namesLibrary ? fullName : name, entry.pattern))
             return entry.row;
     }
     return {};

@@ -5,7 +5,6 @@
 #include <velk/switching/CsvTable.h>
 
 #include <QList>
-#include <QRegularExpression>
 #include <QString>
 
 #include <optional>
@@ -46,7 +45,7 @@ public:
 private:
     struct Entry
     {
-        QRegularExpression pattern;
+        QString pattern;
         bool namesLibrary;
         Row row;
     };
