@@ -17,7 +17,9 @@ QString positionText(const SwitchingModel &model, int component, int position)
     name.toInt(&isNumber);
     const bool isWord = !name.isEmpty() &&
                         std::none_of(name.cbegin(), name.cend(), [](QChar character) { return character.isSpace(); });
-    return isWord && !isNumber ? name : QString::number(position);
+    const bool isTaken = std::any_of(positions.cbegin(), positions.cbegin() + position,
+                                     [&](const ContactPosition &earlier) { return earlier.name == name; });
+    return isWord && !isNumber && !isTaken ? name : QString::number(position);
 }
 
 QString settingText(const SwitchingModel &model, int component, int position)
