@@ -3,6 +3,8 @@
 #include "cli/formats/Json.h"
 #include "cli/formats/RelayText.h"
 
+#include <QMap>
+
 #include <set>
 
 using namespace Qt::StringLiterals;
@@ -89,15 +91,21 @@ QJsonArray stepsToJson(const QList<TracedStep> &steps)
 
 QJsonObject positionsToJson(const RouteReport &report, const TracedPath &path)
 {
-    QJsonObject positions;
+    QMap<int, int> positionsOfGangs;
     for (const TracedStep &step : path.steps) {
-        if (taskOf(report, step) != RelayTask::Set)
-            continue;
-        const int gang = report.switching->gangOf(report.switching->componentOf(step.component->ref));
-        for (const QString &ref : report.switching->gang(gang).components)
-            positions.insert(ref, step.position);
+        if (taskOf(report, step) == RelayTask::Set)
+            positionsOfGangs.insert(report.switching->gangOf(report.switching->componentOf(step.component->ref)),
+                                    step.position);
     }
-    return positions;
+    QMap<QString, int> positions; // sorted, since an object moves all members that come behind a new one
+    for (auto gang = positionsOfGangs.cbegin(); gang != positionsOfGangs.cend(); ++gang) {
+        for (const QString &ref : report.switching->gang(gang.key()).components)
+            positions.insert(ref, gang.value());
+    }
+    QJsonObject members;
+    for (auto position = positions.cbegin(); position != positions.cend(); ++position)
+        members.insert(position.key(), position.value());
+    return members;
 }
 
 QString waysAsDrawn(qsizetype count)
