@@ -5,6 +5,7 @@
 #include "cli/commands/Netlist.h"
 #include "cli/commands/RelaySettings.h"
 #include "cli/commands/TypeWarnings.h"
+#include "cli/formats/Count.h"
 #include "cli/formats/StateFormats.h"
 #include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
@@ -16,6 +17,7 @@
 #include <velk/naming/Suggestions.h>
 
 #include <QMap>
+#include <QSet>
 
 #include <algorithm>
 
@@ -40,23 +42,25 @@ Expectations expectationsOf(const QString &fileName, const QList<RelayStep> &ste
             throw CommandError{u"%1: the step '%2' begins twice"_s.arg(shownName(fileName), step.name)};
         expectations.insert(step.name, step.connections);
     }
-    QStringList unused = expectations.keys();
+    QSet<QString> given;
     for (const RelayStep &step : steps) {
         if (!expectations.contains(step.name))
             throw CommandError{u"%1: nothing is expected of the step '%2'; there are expectations of %3"_s.arg(
                 shownName(fileName), step.name, enumeration(expectations.keys()))};
-        unused.removeAll(step.name);
+        given.insert(step.name);
     }
-    if (!unused.isEmpty())
-        throw CommandError{u"%1: no state is given of the step '%2'"_s.arg(shownName(fileName), unused.first())};
+    for (auto step = expectations.keyBegin(); step != expectations.keyEnd(); ++step) {
+        if (!given.contains(*step))
+            throw CommandError{u"%1: no state is given of the step '%2'"_s.arg(shownName(fileName), *step)};
+    }
     return expectations;
 }
 
 void reportUnknown(const QStringList &unknown)
 {
     if (!unknown.isEmpty())
-        printMessage(u"velk: the positions of %1 relays are not known, so what they connect is left out: %2"_s.arg(
-            QString::number(unknown.size()), enumeration(unknown)));
+        printMessage(u"velk: the positions of %1 are not known, so what they connect is left out: %2"_s.arg(
+            countOf(unknown.size(), u"relay"_s), enumeration(unknown)));
 }
 
 QList<StateStep> stepsIn(const SwitchingModel &model, const QList<RelayStep> &relaySteps)

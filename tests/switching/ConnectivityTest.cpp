@@ -202,6 +202,11 @@ private Q_SLOTS:
                 const QStringList lines = connectionsBy(state);
                 const QStringList expected = connectionsBy(tied, system.tiedByNets(), model, system.netlist);
                 QVERIFY2(lines == expected, where + '\n' + lines.join(u'\n').toUtf8());
+                const auto coupled = state.coupledSets();
+                QVERIFY(
+                    std::is_sorted(coupled.cbegin(), coupled.cend(), [](const CoupledSets &a, const CoupledSets &b) {
+                        return a.sets.front() < b.sets.front();
+                    }));
                 told += lines.size();
                 const auto positions = system.randomPositions(model);
                 if (step % 2 == 0)

@@ -227,6 +227,8 @@ std::vector<CoupledSets> Connectivity::coupledSets() const
         if (place != SwitchingModel::none)
             result[static_cast<std::size_t>(place)].passives.push_back(static_cast<int>(passive));
     }
+    std::sort(result.begin(), result.end(),
+              [](const CoupledSets &a, const CoupledSets &b) { return a.sets.front() < b.sets.front(); });
     return result;
 }
 }
