@@ -67,7 +67,7 @@ Listing listPositionsOf(const QList<QSharedPointer<EDAComponent>> &components, c
     const SwitchingModel model(netlist, relayOptions.types(netlistOptions), relayOptions.readTables());
     QStringList warnings;
     for (const PositionsError &error : model.errors())
-        warnings.append(error.message());
+        warnings.append(errorText(error));
     printWarnings(warnings);
     return listPositions(relayRows(components, netlist, model));
 }

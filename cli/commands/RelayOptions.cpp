@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <velk/model/EDAException.h>
+#include <velk/naming/Suggestions.h>
 
 #include <algorithm>
 
@@ -24,7 +25,7 @@ void refuseErrors(const QList<PositionsError> &errors)
     constexpr qsizetype most = 10;
     QStringList lines;
     for (const PositionsError &error : errors.first(std::min(errors.size(), most)))
-        lines.append(error.message());
+        lines.append(errorText(error));
     if (errors.size() > most)
         lines.append(u"%1 more relays whose positions are wrong"_s.arg(errors.size() - most));
     for (const QString &line : lines.first(lines.size() - 1))
@@ -68,6 +69,11 @@ SwitchingTypes RelayOptions::types(const NetlistOptions &netlistOptions) const
 {
     return {toQStringList(passiveTypes), toQStringList(netlistOptions.switchableTypes),
             toQStringList(netlistOptions.interfaceTypes)};
+}
+
+QString errorText(const PositionsError &error)
+{
+    return u"%1: %2"_s.arg(enumeration(error.components), error.description());
 }
 
 SwitchingModel loadSwitching(const EDAProvider &netlist, const NetlistOptions &netlistOptions,

@@ -24,6 +24,9 @@ struct RelayOptions
     Velk::SwitchingTypes types(const NetlistOptions &netlistOptions) const;
 };
 
+/// As PositionsError::message(), with the first ones of many relays.
+QString errorText(const Velk::PositionsError &error);
+
 /// The netlist as its relays make it. Prints what is wrong with the positions of relays, and throws a CommandError
 /// then.
 Velk::SwitchingModel loadSwitching(const Velk::EDAProvider &netlist, const NetlistOptions &netlistOptions,
