@@ -21,6 +21,8 @@ void addLine(const QString &line, StubProvider &netlist)
     const auto component = netlist.add(words.at(0), words.at(1), words.at(2).split(u','));
     for (const QString &property : words.mid(3))
         component->properties.insert(property.section(u'=', 0, 0), property.section(u'=', 1).replace(u'_', u' '));
+    if (component->properties.contains(u"as"_s))
+        component->part = u'P' + component->property(u"as"_s);
 }
 
 /// Its names, or the pin that it is.
