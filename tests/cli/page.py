@@ -309,10 +309,12 @@ def check_relays(page):
     check("left out", "left out: 4 ways as drawn" in page.find("#summary").text, True)
     check("marks in the list", page.texts(".way small"), ["#2 (rest)", "#2=CH3"])
     check("copied position", copied(page, "#copy-set"), "K703#2=CH3")
-    check("copied text of positions", [line for line in copied(page, "#copy-text").split("\n") if line.startswith("K7")], [
+    copied_lines = copied(page, "#copy-text").split("\n")
+    check("copied text of positions", [line for line in copied_lines if line.startswith("K7")], [
         "K701#2, Relay, stays at rest, pin 11 to 12", "K703#2, Relay, set to CH3, pin C (COM) to 3 (CH3)"])
     page.screenshot("light")
-    page.run("data.crossings[0].position = null; data.crossings[0].isUnknown = true; describedRoute = -1; showRoute(0);")
+    page.run("data.crossings[0].position = null; data.crossings[0].isUnknown = true;"
+             "describedRoute = -1; showRoute(0);")
     check("unknown", page.find("#route-summary").text,
           "Relays to set: K703#2=CH3; crossed as drawn, since nobody knows the positions: K701#2")
     check("unknown contact", page.run(SYMBOLS)[0], ["?", "unknown", "open"])
@@ -322,6 +324,7 @@ def check_relays(page):
 
 
 def check_drawn(page):
+    check("ways as drawn", page.find("#summary").text.split(".")[0], "5 routes as drawn")
     check("as drawn", page.find("#route-summary").text, "Relays to set: K701#2, K703#2")
     check("contacts as drawn", page.run(SYMBOLS), [["", "drawn", "open"], ["", "drawn", "open"]])
 

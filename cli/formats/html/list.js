@@ -144,7 +144,8 @@ function wayStep(crossing, hasNext) {
     const component = componentOf(crossing);
     return html('span', { class: 'step' },
         html('bdi', { title: aboutText(component, 200) }, shortened(withoutBoard(component.ref), 60)),
-        html('small', {}, `#${boardOf(component)}${shortened(markOf(crossing), 30)}`), hasNext ? html('i', {}, '\u2192') : '');
+        html('small', {}, `#${boardOf(component)}${shortened(markOf(crossing), 30)}`),
+        hasNext ? html('i', {}, '\u2192') : '');
 }
 
 function wayGap() {

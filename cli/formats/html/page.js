@@ -16,9 +16,10 @@ function showHeader() {
     const end = (each) => html('bdi', { title: describeEnd(each) }, shortened(each.text, 80));
     byId('heading').replaceChildren(end(data.source), ' \u2192 ', end(data.destination));
     document.title = `${shortened(data.source.text, 40)} \u2192 ${shortened(data.destination.text, 40)}`;
-    byId('summary').append(counted(data.routes.length, 'route', 'routes'), data.more ? '; there are more' : '',
-        data.asDrawn ? ', as drawn: no state of the relays need make them' : '',
-        data.leftOut ? `; ${data.leftOut}` : '', `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
+    const remarks = [data.asDrawn ? ' as drawn' : '', data.more ? '; there are more' : '',
+        data.leftOut ? `; ${data.leftOut}` : ''];
+    byId('summary').append(counted(data.routes.length, 'route', 'routes'), ...remarks,
+        `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
     byId('boards').append('Boards: ', ...data.boards.map((file, i) =>
         html('span', { class: boardColour(i + 1), title: inFull(file) },
             `#${i + 1} ${shortened(boardName(i + 1), 60)}`)));

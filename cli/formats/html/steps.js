@@ -86,7 +86,8 @@ function shownSetting(crossing) {
 }
 
 function shownSettings(crossings) {
-    const shown = crossings.slice(0, mostShown).flatMap((crossing, i) => [i > 0 ? ', ' : '', ...shownSetting(crossing)]);
+    const shown = crossings.slice(0, mostShown)
+        .flatMap((crossing, i) => [i > 0 ? ', ' : '', ...shownSetting(crossing)]);
     return crossings.length > mostShown ? [...shown, ` and ${crossings.length - mostShown} more`] : shown;
 }
 
