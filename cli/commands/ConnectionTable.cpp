@@ -1,5 +1,6 @@
 #include "cli/commands/ConnectionTable.h"
 
+#include "cli/commands/ComponentsByName.h"
 #include "cli/commands/RouteEnd.h"
 #include "cli/commands/StepTable.h"
 #include "cli/terminal/CommandError.h"
@@ -20,6 +21,7 @@ public:
         : table(csv)
         , netlist(provider)
         , model(switchingModel)
+        , components(switchingModel)
         , from{u"from"_s, table.requiredColumn(u"from"_s), table.requiredColumn(u"from pin"_s)}
         , to{u"to"_s, table.requiredColumn(u"to"_s), table.requiredColumn(u"to pin"_s)}
     {
@@ -70,7 +72,7 @@ private:
         if (component.contains(u'='))
             wanted.properties = parseProperties(place + end.name, component.split(u';'));
         else
-            wanted.ref = component;
+            wanted.ref = exactRef(component);
         const auto node = findEnd(netlist, wanted, {place, end.name, end.name, end.name + u" pin"_s}).node;
         const int net = model.netOf(node->ref, node->pin);
         if (net == SwitchingModel::none || model.netNames(net).isEmpty())
@@ -78,9 +80,17 @@ private:
         return {node->ref, node->pin, net};
     }
 
+    /// As written where that could be several or none, of which a message will tell.
+    QString exactRef(const QString &written) const
+    {
+        const int component = components.componentOf(written);
+        return component == SwitchingModel::none ? written : model.ref(component);
+    }
+
     const CsvTable &table;
     const EDAProvider &netlist;
     const SwitchingModel &model;
+    const ComponentsByName components;
     const End from;
     const End to;
     QHash<std::pair<QString, QString>, InterfacePin> pins; ///< by component and pin, as written

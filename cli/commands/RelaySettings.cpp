@@ -1,9 +1,9 @@
 #include "cli/commands/RelaySettings.h"
 
+#include "cli/commands/ComponentsByName.h"
 #include "cli/commands/StepTable.h"
 #include "cli/terminal/CommandError.h"
 
-#include <velk/model/References.h>
 #include <velk/naming/PinSearch.h>
 #include <velk/naming/Suggestions.h>
 
@@ -23,11 +23,8 @@ public:
     SettingReader(const EDAProvider &provider, const SwitchingModel &switchingModel)
         : netlist(provider)
         , model(switchingModel)
+        , components(switchingModel)
     {
-        for (int component = 0; component < model.componentCount(); ++component) {
-            const QString name = drawnName(model.ref(component));
-            drawnSo.insert(name, drawnSo.contains(name) ? SwitchingModel::none : component);
-        }
     }
 
     void beginStep()
@@ -57,8 +54,7 @@ public:
 private:
     int componentOf(const QString &place, const QString &ref) const
     {
-        const int known = model.componentOf(ref);
-        const int component = known != SwitchingModel::none ? known : drawnSo.value(ref, SwitchingModel::none);
+        const int component = components.componentOf(ref);
         if (component != SwitchingModel::none)
             return component;
         try {
@@ -120,7 +116,7 @@ private:
 
     const EDAProvider &netlist;
     const SwitchingModel &model;
-    QHash<QString, int> drawnSo; ///< components by references without the number of the netlist; none for several
+    const ComponentsByName components;
     std::vector<int> positions;
     QHash<int, int> setBy; ///< components by gangs
 };
