@@ -383,12 +383,12 @@ private:
             };
             const auto found = std::find_if(path.steps.cbegin() + before + 1, path.steps.cend(), isStep);
             if (found == path.steps.cend() || relays[step.component->ref].gang != gang ||
-                step.position != lowestPosition(random, {step}))
+                step.position != lowestPosition({step}, relays, random.netlist))
                 return false;
             before = static_cast<int>(found - path.steps.cbegin());
         }
         const bool isOne = steps.size() == 1;
-        return lowestPosition(random, steps) < 0 && isOne == (steps.first().position < 0) &&
+        return lowestPosition(steps, relays, random.netlist) < 0 && isOne == (steps.first().position < 0) &&
                (ways.isEmpty() || netsOf(ways.first()) == netsOf(path));
     }
 
@@ -398,24 +398,6 @@ private:
         for (const TracedStep &step : path.steps)
             nets.append(step.net.data());
         return nets;
-    }
-
-    static int lowestPosition(const RandomSearch &random, const QList<TracedStep> &steps)
-    {
-        const auto relays = *random.routing.relayContacts();
-        for (int position = 0; position < 6; ++position) {
-            const auto isClosed = [&](const TracedStep &step) {
-                const auto part = random.netlist.getPartByName(step.component->part);
-                const auto closed = relays[step.component->ref].positions.value(position).closed;
-                return part->getPinByNumber(step.entryPin) &&
-                       std::any_of(closed.cbegin(), closed.cend(), [&](const Contact &contact) {
-                           return QSet{contact.pin, contact.otherPin} == QSet{step.entryPin, step.exitPin};
-                       });
-            };
-            if (std::all_of(steps.cbegin(), steps.cend(), isClosed))
-                return position;
-        }
-        return -1;
     }
 
     /// Which limits were widened; another text where there is no such route or a lower limit would do.

@@ -72,41 +72,22 @@ QList<RoutingPath> untraced(const QList<TracedPath> &paths)
     return result;
 }
 
-bool isClosed(const RelayContacts &relay, qsizetype position, const TracedStep &step)
-{
-    const auto closed = relay.positions.value(position).closed;
-    return std::any_of(closed.cbegin(), closed.cend(), [&](const Contact &contact) {
-        return (contact.pin == step.entryPin && contact.otherPin == step.exitPin) ||
-               (contact.pin == step.exitPin && contact.otherPin == step.entryPin);
-    });
-}
-
-/// The lowest position of the gang that makes all the steps over its relays, found by trying them; -1 if none does.
-int positionFor(int gang, const QList<TracedStep> &steps, const RelayContactMap &relays)
-{
-    for (int position = 0; position < 6; ++position) {
-        if (std::all_of(steps.cbegin(), steps.cend(), [&](const TracedStep &step) {
-                const auto relay = relays.constFind(step.component->ref);
-                return relay == relays.cend() || relay->gang != gang || isClosed(*relay, position, step);
-            }))
-            return position;
-    }
-    return -1;
-}
-
-/// Those of the paths as drawn that some state makes. A pin that the part lacks is no contact.
+/// Those of the paths as drawn that some state makes.
 QList<TracedPath> filteredByStates(QList<TracedPath> paths, const RelayContactMap &relays, const EDAProvider &netlist)
 {
     QList<TracedPath> result;
     for (TracedPath &path : paths) {
+        QMap<int, QList<TracedStep>> stepsOfGangs;
+        for (const TracedStep &step : std::as_const(path.steps)) {
+            if (relays.contains(step.component->ref))
+                stepsOfGangs[relays[step.component->ref].gang].append(step);
+        }
         bool isPossible = true;
         for (TracedStep &step : path.steps) {
-            const auto relay = relays.constFind(step.component->ref);
-            if (relay == relays.cend())
+            if (!relays.contains(step.component->ref))
                 continue;
-            step.position = positionFor(relay->gang, path.steps, relays);
-            const bool hasPin = netlist.getPartByName(step.component->part)->getPinByNumber(step.entryPin) != nullptr;
-            isPossible = isPossible && step.position >= 0 && hasPin;
+            step.position = lowestPosition(stepsOfGangs[relays[step.component->ref].gang], relays, netlist);
+            isPossible = isPossible && step.position >= 0;
         }
         if (isPossible)
             result.append(path);

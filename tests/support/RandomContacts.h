@@ -3,10 +3,14 @@
 
 #include <velk/model/EDAProvider.h>
 #include <velk/model/RelayContacts.h>
+#include <velk/routing/TracedPath.h>
 
 #include <QRandomGenerator>
+#include <QSet>
 #include <QSharedPointer>
 #include <QStringList>
+
+#include <algorithm>
 
 using RelayContactsPointer = QSharedPointer<const Velk::RelayContactMap>;
 
@@ -55,6 +59,25 @@ inline RelayContactsPointer randomContacts(const Velk::EDAProvider &netlist, QRa
         relays.insert(component->ref, relay);
     }
     return RelayContactsPointer::create(relays);
+}
+
+/// The lowest position that makes all the steps, which are over relays of one gang, found by trying them; -1 if none
+/// does. A pin that the part lacks is no contact.
+inline int lowestPosition(const QList<Velk::TracedStep> &steps, const Velk::RelayContactMap &relays,
+                          const Velk::EDAProvider &netlist)
+{
+    for (int position = 0; position < 6; ++position) {
+        const auto isClosed = [&](const Velk::TracedStep &step) {
+            const auto closed = relays[step.component->ref].positions.value(position).closed;
+            return netlist.getPartByName(step.component->part)->getPinByNumber(step.entryPin) &&
+                   std::any_of(closed.cbegin(), closed.cend(), [&](const Velk::Contact &contact) {
+                       return QSet{contact.pin, contact.otherPin} == QSet{step.entryPin, step.exitPin};
+                   });
+        };
+        if (std::all_of(steps.cbegin(), steps.cend(), isClosed))
+            return position;
+    }
+    return -1;
 }
 
 #endif

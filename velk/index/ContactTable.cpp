@@ -93,10 +93,8 @@ private:
         const Closure first = *closure;
         const int firstPosition = nextPosition();
         for (; closure != closures.cend() && closure->terminal == first.terminal && closure->exit == first.exit;
-             ++closure) {
-            if (firstPosition == nextPosition() || table.positions.back() != closure->position)
-                table.positions.push_back(closure->position);
-        }
+             ++closure)
+            table.positions.push_back(closure->position);
         table.contacts.push_back({first.exit, gang, firstPosition, nextPosition()});
         return closure;
     }

@@ -37,7 +37,7 @@ public:
     }
     /// Null where there is none, as on what is not known. The first terminal may be none.
     const NumberedContact *contactBetween(int terminal, int exit) const;
-    /// The positions in which it is closed, ascending.
+    /// The positions in which it is closed, ascending; one twice that lists it twice.
     Elements<int> positionsOf(const NumberedContact &contact) const
     {
         return {positions.data() + contact.firstPosition, positions.data() + contact.endPosition};

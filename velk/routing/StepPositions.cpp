@@ -98,7 +98,7 @@ StepPositions::ContactPositions StepPositions::contactPositions(const EDACompone
     for (int position = 0; position < positions.size(); ++position) {
         for (const Contact &contact : positions.at(position).closed) {
             Positions &closed = result[pinPair(contact.pin, contact.otherPin)];
-            if (pins.contains(contact.pin) && pins.contains(contact.otherPin) && !closed.endsWith(position))
+            if (pins.contains(contact.pin) && pins.contains(contact.otherPin))
                 closed.append(position);
         }
     }
