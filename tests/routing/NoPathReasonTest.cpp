@@ -193,7 +193,7 @@ private Q_SLOTS:
                                      "A: U1/1 K1/1\nB: K1/2 K2/1\nC: K2/2 D1/1\nD: D2/1"_s);
         Routing routing(system.get());
         routing.setMaxSwitchingComponentsPerPath(0);
-        for (const QString &destination : {u"D1"_s, u"D2"_s}) {
+        for (const QString &destination : {u"D1"_s, u"D2"_s, u"D1"_s}) {
             int incomplete = 0;
             bool isComplete = false;
             for (int questions = 0; !isComplete; ++questions) {
@@ -208,6 +208,7 @@ private Q_SLOTS:
                 QCOMPARE(reason.sufficientLimits.size(), isComplete && reason.isConnected == true ? 1 : 0);
             }
             QVERIFY(incomplete > 2);
+            routing.setRelayContacts(contactsOf(u"K1 1 /1-2"_s));
         }
         routing.setInterruption({});
         routing.setMaxAdditionalNodesPerPath(any + 1); // there is no larger limit to look for

@@ -64,7 +64,7 @@ void NoPathSearch::explain(NoPathReason &reason)
     if (routing.relayContacts)
         explainUnrealizable(reason, *shortest);
     else
-        reason.sufficientLimits = sufficientLimits(routing.rules, shortest);
+        reason.sufficientLimits = sufficientLimits(routing.rules, *shortest);
 }
 
 void NoPathSearch::explainUnconnected(NoPathReason &reason)
@@ -81,13 +81,12 @@ void NoPathSearch::explainUnrealizable(NoPathReason &reason, const RoutingPath &
     reason.conflict = conflict(shortestAsDrawn);
     const RoutingRules rules = routing.tracedRules();
     const auto shortest = shortestChain(rules, source, destination);
-    if (!shortest && !hasGivenUp) {
-        reason.isRealizable = false;
-        return;
-    }
-    reason.sufficientLimits = sufficientLimits(rules, shortest);
-    if (shortest || !reason.sufficientLimits.isEmpty())
+    if (shortest) {
         reason.isRealizable = true;
+        reason.sufficientLimits = sufficientLimits(rules, *shortest);
+    } else if (!hasGivenUp) {
+        reason.isRealizable = false;
+    }
 }
 
 std::optional<PositionConflict> NoPathSearch::conflict(const RoutingPath &shortestAsDrawn)
@@ -103,17 +102,16 @@ std::optional<PositionConflict> NoPathSearch::conflict(const RoutingPath &shorte
     return path ? StepPositions(*routing.provider, routing.relayContacts).conflictOn(*path) : std::nullopt;
 }
 
-QList<SufficientLimits> NoPathSearch::sufficientLimits(const RoutingRules &rules,
-                                                       const std::optional<RoutingPath> &shortest)
+QList<SufficientLimits> NoPathSearch::sufficientLimits(const RoutingRules &rules, const RoutingPath &shortest)
 {
     QList<SufficientLimits> result;
     for (const auto &found : {moreSwitches(rules), moreNodes(rules)}) {
         if (found)
             result.append(*found);
     }
-    if (!result.isEmpty() || !shortest)
+    if (!result.isEmpty())
         return result;
-    const int switches = limitFor(*shortest);
+    const int switches = limitFor(shortest);
     const auto path = firstPath<RoutingPath>(rules, {switches, anyNodes});
     if (!path) // a provider need not answer twice the same
         return {};

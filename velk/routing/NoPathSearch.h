@@ -33,7 +33,7 @@ private:
     void explainUnrealizable(NoPathReason &reason, const RoutingPath &shortestAsDrawn);
     std::optional<PositionConflict> conflict(const RoutingPath &shortestAsDrawn);
     Limits limits() const { return {routing.rules.maxSwitchingComponents, routing.rules.maxAdditionalNodes}; }
-    QList<SufficientLimits> sufficientLimits(const RoutingRules &rules, const std::optional<RoutingPath> &shortest);
+    QList<SufficientLimits> sufficientLimits(const RoutingRules &rules, const RoutingPath &shortest);
     std::optional<SufficientLimits> moreSwitches(const RoutingRules &rules);
     std::optional<SufficientLimits> moreNodes(const RoutingRules &rules);
     std::optional<RoutingPath> shortestChain(RoutingRules rules, const NodeWithComponent &from,
