@@ -247,7 +247,7 @@ private:
         return routing.findTracedPaths(fromU1, u"1"_s, destination, u"1"_s);
     }
 
-    QStringList findPaths(EDAProvider &provider, qsizetype maxPaths) const
+    QStringList findPaths(EDAProvider &provider, qsizetype maxPaths)
     {
         const auto paths = trace(provider, maxPaths, {});
         Routing routing = routingOn(provider, maxPaths);
@@ -257,8 +257,9 @@ private:
             return {u"findPaths differs"_s};
         const auto count = routing.countPathsBetween(provider.getComponentByProperties(fromU1), u"1"_s,
                                                      provider.getComponentByProperties(destination), u"1"_s);
-        const bool isBounded = maxPaths > 0 && count >= maxPaths;
-        return paths.size() == (isBounded ? maxPaths : count) ? toTexts(paths) : QStringList{u"another number"_s};
+        if (maxPaths == 0)
+            pathCount = paths.size();
+        return count == pathCount ? toTexts(paths) : QStringList{u"another number"_s};
     }
 
     const quint32 seed;
@@ -270,6 +271,7 @@ private:
     const int maxNodes;
     const Properties destination;
     const RelayContactsPointer contacts;
+    qsizetype pathCount = -1; ///< without a bound, once that is known
 };
 
 /// The paths, "PATH" for a direct one, or what is missing.
