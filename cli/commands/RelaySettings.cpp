@@ -138,14 +138,14 @@ RelayStep stepOf(const QStringList &settings, const EDAProvider &netlist, const 
 QList<RelayStep> relayStepsOf(const CsvTable &table, const EDAProvider &netlist, const SwitchingModel &model)
 {
     const qsizetype refColumn = table.requiredColumn(u"component"_s);
-    const qsizetype positionColumn = table.requiredColumn(u"position"_s);
+    const qsizetype positionColumn = table.column(u"position"_s);
     SettingReader reader(netlist, model);
     QList<RelayStep> steps;
     for (const TableStep &step : stepsOf(table)) {
         reader.beginStep();
         for (const CsvTable::Row &row : step.rows) {
             const QString &ref = row.cells.at(refColumn);
-            const QString &position = row.cells.at(positionColumn);
+            const QString position = row.cells.value(positionColumn);
             if (ref.isEmpty() && !position.isEmpty())
                 throw CommandError{u"%1: no component is given"_s.arg(table.place(row))};
             if (!ref.isEmpty())
