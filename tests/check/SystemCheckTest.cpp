@@ -160,11 +160,12 @@ private Q_SLOTS:
 
     void takesPositionsFromTables()
     {
-        const auto board = systemOf(u"K1 Relay 1,2,3\nR1 Resistor 1,2,3\nA: K1/1 R1/1\nB: K1/2 R1/2\nC: K1/3 R1/3"_s);
+        const auto board =
+            systemOf(u"K1 Relay 1,2,Coil\nR1 Resistor 1,2,3\nA: K1/1 R1/1\nB: K1/2 R1/2\nC: K1/Coil R1/3"_s);
         const MultipleEDAProvider system({board.get()}, {});
         SystemCheck check(system);
-        QCOMPARE(check.findings().value(0, {FindingCode::NoType, {}, {}}).name(), u"positions-unknown"_s);
-        check.setRelayTables({RelayTable(CsvTable("part,positions\n*,1-2 / 1-3", u"relays.csv"_s))});
+        QCOMPARE(check.findings().value(0, {FindingCode::NoType, {}, {}}).name(), u"coil-crossed"_s);
+        check.setRelayTables({RelayTable(CsvTable("part,positions\n*,1-2 / 1-Coil", u"relays.csv"_s))});
         QVERIFY(check.findings().isEmpty());
         check.setRelayTables({RelayTable(CsvTable("part,positions\n*,1-4 /", u"relays.csv"_s))});
         QCOMPARE(check.relayTables().size(), 1);

@@ -136,8 +136,7 @@ private:
     QStringList pinsOfCrossedCoil(int component) const
     {
         const RelayPositions &positions = positionsOf(component);
-        const bool isAsWritten = positions.rule == PositionsRule::Field || positions.rule == PositionsRule::Table;
-        if (positions.error || isAsWritten)
+        if (positions.rule == PositionsRule::Field || positions.rule == PositionsRule::Table)
             return {};
         QSet<QString> pins = coils.value(system.component(component).part);
         if (pins.isEmpty())
