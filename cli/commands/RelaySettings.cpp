@@ -103,15 +103,18 @@ private:
         const int number = text.toInt();
         if (QString::number(number) == text && number >= 0 && number < known.size())
             return number;
+        QList<int> named;
         QStringList there;
-        for (qsizetype i = 0; i < known.size(); ++i) {
+        for (int i = 0; i < known.size(); ++i) {
             const QString &name = known.at(i).name;
             if (name == text)
-                return static_cast<int>(i);
+                named.append(i);
             there.append(name.isEmpty() ? QString::number(i) : u"%1 (%2)"_s.arg(QString::number(i), name));
         }
-        throw CommandError{
-            u"%1%2 has no position '%3'; there are %4"_s.arg(place, model.ref(component), text, enumeration(there))};
+        if (named.size() == 1)
+            return named.first();
+        throw CommandError{u"%1%2 has %3 position '%4'; there are %5"_s.arg(
+            place, model.ref(component), named.isEmpty() ? u"no"_s : u"more than one"_s, text, enumeration(there))};
     }
 
     const EDAProvider &netlist;
