@@ -104,6 +104,8 @@ public:
     {
         const auto &passives = state.model().passives();
         for (std::size_t i = 0; i < passives.size(); ++i) {
+            if (!passives[i].isWay)
+                continue;
             for (const int net : passives[i].nets) {
                 passivesAt[static_cast<std::size_t>(state.setOf(net))].push_back(static_cast<int>(i));
                 coupled.unite(state.setOf(net), state.setOf(passives[i].nets.front()));

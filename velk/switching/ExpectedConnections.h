@@ -45,9 +45,9 @@ struct ComparedConnections
 /// relays at rest.
 ///
 /// Connections that share a net, directly or over others, are one group. A connection is there if closed contacts tie
-/// its ends together, or these and passive components, over which its group then reaches. Short is what ties two groups
-/// together, or a group and an interface pin that is neither one of its pins nor on the net of one, or interface pins
-/// of no group that are not connected at rest.
+/// its ends together, or these and passive components that are ways, over which its group then reaches. Short is what
+/// ties two groups together, or a group and an interface pin that is neither one of its pins nor on the net of one, or
+/// interface pins of no group that are not connected at rest.
 VELK_EXPORT ComparedConnections compareConnections(const Connectivity &state, const Connectivity &atRest,
                                                    const QList<ExpectedConnection> &expected);
 }

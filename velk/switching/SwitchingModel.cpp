@@ -246,7 +246,8 @@ private:
 
     void addPassive(int component)
     {
-        PassiveComponent passive{components.at(component)->ref, {}};
+        const EDAComponent &drawn = *components.at(component);
+        PassiveComponent passive{drawn.ref, drawn.property(u"Through"_s) != u"no"_s, {}};
         for (const auto &pin : model.nets.pinsOf(component))
             passive.nets.push_back(pin.net);
         std::sort(passive.nets.begin(), passive.nets.end());

@@ -55,6 +55,7 @@ struct NetContact
 struct PassiveComponent
 {
     QString ref;           ///< as the netlist has it
+    bool isWay;            ///< whether a connection that is meant may lead through: unless its field `Through` is "no"
     std::vector<int> nets; ///< each once, ascending
 };
 
