@@ -11,8 +11,6 @@
 
 namespace Velk {
 
-namespace {
-
 /// A contact as it leads away from a net, closed while its gang is in the position.
 struct ContactOfNet
 {
@@ -62,7 +60,6 @@ private:
     std::vector<std::size_t> ends;
     std::vector<ContactOfNet> contacts;
 };
-}
 
 class ConnectivityPrivate : public QSharedData
 {
