@@ -54,7 +54,7 @@ private:
         const qsizetype begin = next;
         while (next < text.size() && text.at(next) != u',' && text.at(next) != u'\n' && text.at(next) != u'\r')
             ++next;
-        const QString cell = text.mid(begin, next - begin);
+        QString cell = text.mid(begin, next - begin);
         if (cell.contains(u'"'))
             refuseLine(name, line,
                        u"a quote amid a cell; such a cell is put into quotes, and the quote written twice"_s);

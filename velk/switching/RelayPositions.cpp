@@ -193,7 +193,7 @@ std::optional<RelayTable::Row> rowFor(const EDAComponent &relay, const QSharedPo
 {
     const QString library = part ? part->lib : QString();
     for (const RelayTable &table : tables) {
-        if (const auto row = table.rowFor(library, drawnName(relay.part)))
+        if (auto row = table.rowFor(library, drawnName(relay.part)))
             return row;
     }
     return RelayTable::builtIn().rowFor(library, drawnName(relay.part));

@@ -167,7 +167,7 @@ private:
         const auto known = knownPositions.constFind(key);
         if (known != knownPositions.cend() && !known->error)
             return *known;
-        const RelayPositions positions = positionsOf(relay, netlist.getPartByName(relay.part), tables);
+        RelayPositions positions = positionsOf(relay, netlist.getPartByName(relay.part), tables);
         knownPositions.insert(key, positions);
         return positions;
     }
