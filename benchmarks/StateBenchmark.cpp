@@ -21,9 +21,9 @@ const System &system()
 /// A state in which every tenth relay is set.
 std::vector<int> someSet(const SwitchingModel &model)
 {
-    std::vector<int> positions;
-    for (int gang = 0; gang < model.gangCount(); ++gang)
-        positions.push_back(gang % 10 == 0 ? 1 : 0);
+    std::vector<int> positions(static_cast<std::size_t>(model.gangCount()), 0);
+    for (std::size_t gang = 0; gang < positions.size(); gang += 10)
+        positions[gang] = 1;
     return positions;
 }
 
