@@ -27,7 +27,7 @@ void refuseErrors(const QList<PositionsError> &errors)
     for (const PositionsError &error : errors.first(std::min(errors.size(), most)))
         lines.append(errorText(error));
     if (errors.size() > most)
-        lines.append(u"%1 more relays whose positions are wrong"_s.arg(errors.size() - most));
+        lines.append(u"%1 more whose positions are wrong"_s.arg(errors.size() - most));
     for (const QString &line : lines.first(lines.size() - 1))
         printMessage(u"velk: "_s + line);
     throw CommandError{lines.last()};

@@ -132,7 +132,7 @@ int RoutesCommand::run() const
         report.routing.setRelayContacts(report.switching->relayContacts());
     find(sourceEnd, dutEnd, !asDrawn || needsTracedPaths(netlist.format), maxRoutes, report);
     VelkRouting::setTraceEnabled(false);
-    if (report.switching)
+    if (report.switching && (report.routeCount() == 0 || tellsLeftOut(netlist.format))) // it may take some seconds
         report.leftOut = leftOutWays(sourceEnd, dutEnd, report);
     printWarnings(unknownWarnings(report));
     const bool areThereAny = report.routeCount() > 0;

@@ -238,4 +238,9 @@ bool needsTracedPaths(const std::string &format)
 {
     return format != "text" && format != "csv";
 }
+
+bool tellsLeftOut(const std::string &format)
+{
+    return format != "csv" && format != "dot";
+}
 }

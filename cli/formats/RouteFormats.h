@@ -24,6 +24,9 @@ void routesToJson(const RouteReport &report, QIODevice &device);
 
 /// Whether the format tells what traced paths alone know, also of ways as drawn.
 bool needsTracedPaths(const std::string &format);
+
+/// Whether the format tells how many ways as drawn were left out.
+bool tellsLeftOut(const std::string &format);
 }
 
 #endif

@@ -27,7 +27,7 @@ struct RouteReport
     QList<Velk::TracedPath> tracedPaths = {};
     bool areThereMore = false; ///< than these paths
     /// The ways as drawn that no state of the relays makes; where there are more routes, of as many ways as there are
-    /// routes here. Empty where to count them would take long.
+    /// routes here. Empty where to count them would take long, and where no form of the answer tells it.
     std::optional<qsizetype> leftOut = std::nullopt;
     std::optional<Velk::NoPathReason> reason = std::nullopt; ///< where there are no paths
     QString failure = {};                                    ///< why the reason could not be found out; mostly empty

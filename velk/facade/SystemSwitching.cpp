@@ -72,7 +72,7 @@ void SystemSwitching::requirePositions() const
     for (const PositionsError &error : errors.first(std::min(errors.size(), most)))
         messages.append(error.message());
     if (errors.size() > most)
-        messages.append(u"%1 more relays whose positions are wrong"_s.arg(errors.size() - most));
+        messages.append(u"%1 more whose positions are wrong"_s.arg(errors.size() - most));
     refusePositions(messages.join(u"; "_s));
 }
 
