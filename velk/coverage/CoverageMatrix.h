@@ -1,0 +1,59 @@
+#ifndef VELK_COVERAGE_COVERAGEMATRIX_H
+#define VELK_COVERAGE_COVERAGEMATRIX_H
+
+#include <velk/VelkExport.h>
+#include <velk/model/EDAProvider.h>
+#include <velk/routing/NodeWithComponent.h>
+#include <velk/routing/Routing.h>
+
+#include <QList>
+#include <QMap>
+#include <QSharedDataPointer>
+#include <QSharedPointer>
+#include <QString>
+
+namespace Velk {
+
+class CoverageMatrixPrivate;
+
+/// Who reaches whom: over how few switches each pin of some components, the sources, reaches each pin of others, the
+/// DUTs, by the paths that a Routing finds.
+///
+/// A row tells it of one source pin. Each is computed when it is asked for and depends on no other: threads may ask one
+/// object for different rows at once. Nothing is kept, so ask once for each row. Rows asked for one after the other are
+/// the progress that can be told; Routing::setInterruption(), before the matrix is made,
+/// calls them off by an EDASearchCalledOffException.
+class VELK_EXPORT CoverageMatrix
+{
+public:
+    static constexpr int unreached = -1; ///< in a row: there is no path
+
+    /// The pins of the components of this type (without regard to case) that have all these properties and lie on a
+    /// net, in the order of the provider's components and their parts' pins. An empty type is any type.
+    static QList<NodeWithComponent> pinsOnNets(const EDAProvider &netlist, const QString &type,
+                                               const QMap<QString, QString> &properties = {});
+
+    /// Of the paths that \a routing finds: those with setRelayContacts() that findTracedPaths() returns, with the
+    /// limits and types that are set. A bound on their number plays no part. Pins are
+    /// those of the routing's provider, which has to stay.
+    CoverageMatrix(const Routing &routing, const QList<NodeWithComponent> &sources,
+                   const QList<NodeWithComponent> &duts);
+    ~CoverageMatrix();
+    CoverageMatrix(const CoverageMatrix &other);
+    CoverageMatrix &operator=(const CoverageMatrix &other);
+    /// One that was moved from may be assigned to or destroyed, nothing else.
+    CoverageMatrix(CoverageMatrix &&other) noexcept;
+    CoverageMatrix &operator=(CoverageMatrix &&other) noexcept;
+
+    QList<NodeWithComponent> sources() const; ///< as given
+    QList<NodeWithComponent> duts() const;    ///< as given
+
+    /// The number of switching components of the first path from this source pin to each DUT pin, or \a unreached.
+    QList<int> row(qsizetype source) const;
+
+private:
+    QSharedDataPointer<CoverageMatrixPrivate> d;
+};
+}
+
+#endif
