@@ -1,26 +1,64 @@
 #include <velk/coverage/CoverageMatrix.h>
 
+#include <velk/routing/RoutingPrivate.h>
+
+#include <QHash>
 #include <QSet>
-#include <QSharedData>
+
+#include <algorithm>
 
 namespace Velk {
 
-class CoverageMatrixPrivate : public QSharedData
+class CoverageMatrixPrivate
 {
 public:
-    Routing routing;
+    using Components = QList<QSharedPointer<EDAComponent>>;
+
+    CoverageMatrixPrivate(const Routing &routing, const QList<NodeWithComponent> &sourcePins,
+                          const QList<NodeWithComponent> &dutPins)
+        : provider(*routing.d->provider)
+        , firstPaths(routing)
+        , allPaths(routing)
+        , sources(sourcePins)
+        , duts(dutPins)
+    {
+        firstPaths.setMaxPaths(1);
+        allPaths.setMaxPaths(0);
+    }
+
+    static QList<TracedPath> find(const Routing &routing, const NodeWithComponent &source, const NodeWithComponent &dut)
+    {
+        return routing.findTracedPathsBetween(source.component, source.node->pin, dut.component, dut.node->pin);
+    }
+
+    /// These, in the order of the provider's.
+    Components inOrder(const QSet<QString> &refs) const
+    {
+        Components result;
+        const auto components = provider.getComponents();
+        for (const auto &component : components) {
+            if (component && refs.contains(component->ref))
+                result.append(component);
+        }
+        return result;
+    }
+
+    const EDAProvider &provider;
+    Routing firstPaths;
+    Routing allPaths;
     QList<NodeWithComponent> sources;
     QList<NodeWithComponent> duts;
-
-    QList<TracedPath> pathsTo(qsizetype source, qsizetype dut) const
-    {
-        const auto &from = sources.at(source);
-        const auto &to = duts.at(dut);
-        return routing.findTracedPathsBetween(from.component, from.node->pin, to.component, to.node->pin);
-    }
 };
 
 namespace {
+
+QSet<QString> refsOn(const TracedPath &path)
+{
+    QSet<QString> result;
+    for (const TracedStep &step : path.steps)
+        result.insert(step.component->ref);
+    return result;
+}
 
 QSet<QPair<QString, QString>> pinsOnAnyNet(const EDAProvider &netlist)
 {
@@ -61,9 +99,8 @@ QList<NodeWithComponent> CoverageMatrix::pinsOnNets(const EDAProvider &netlist, 
 
 CoverageMatrix::CoverageMatrix(const Routing &routing, const QList<NodeWithComponent> &sources,
                                const QList<NodeWithComponent> &duts)
-    : d(new CoverageMatrixPrivate{{}, routing, sources, duts})
+    : d(std::make_shared<const CoverageMatrixPrivate>(routing, sources, duts))
 {
-    d->routing.setMaxPaths(1);
 }
 
 CoverageMatrix::~CoverageMatrix() = default;
@@ -86,10 +123,54 @@ QList<int> CoverageMatrix::row(qsizetype source) const
 {
     QList<int> result;
     result.reserve(d->duts.size());
-    for (qsizetype dut = 0; dut < d->duts.size(); ++dut) {
-        const auto paths = d->pathsTo(source, dut);
+    for (const NodeWithComponent &dut : d->duts) {
+        const auto paths = CoverageMatrixPrivate::find(d->firstPaths, d->sources.at(source), dut);
         result.append(paths.isEmpty() ? unreached : static_cast<int>(paths.first().steps.size()));
     }
     return result;
+}
+
+QList<CriticalComponent> CoverageMatrix::criticalOf(qsizetype source, const QList<int> &row) const
+{
+    QHash<QString, QList<qsizetype>> lost;
+    for (qsizetype dut = 0; dut < row.size(); ++dut) {
+        if (row.at(dut) <= 0)
+            continue;
+        const auto paths = CoverageMatrixPrivate::find(d->allPaths, d->sources.at(source), d->duts.at(dut));
+        QSet<QString> onAll = refsOn(paths.first());
+        for (const TracedPath &path : paths)
+            onAll.intersect(refsOn(path));
+        for (const QString &ref : std::as_const(onAll))
+            lost[ref].append(dut);
+    }
+    QList<CriticalComponent> result;
+    const auto components = d->inOrder({lost.keyBegin(), lost.keyEnd()});
+    for (const auto &component : components)
+        result.append({component, lost.value(component->ref)});
+    return result;
+}
+
+QList<QSharedPointer<EDAComponent>> CoverageMatrix::onFirstPathsOf(qsizetype source, const QList<int> &row) const
+{
+    QSet<QString> refs;
+    for (qsizetype dut = 0; dut < row.size(); ++dut) {
+        if (row.at(dut) > 0)
+            refs.unite(
+                refsOn(CoverageMatrixPrivate::find(d->firstPaths, d->sources.at(source), d->duts.at(dut)).first()));
+    }
+    return d->inOrder(refs);
+}
+
+bool CoverageMatrix::isOnAnyPath(const QSharedPointer<EDAComponent> &component) const
+{
+    const auto crosses = [&](const TracedPath &path) { return refsOn(path).contains(component->ref); };
+    for (const NodeWithComponent &source : d->sources) {
+        for (const NodeWithComponent &dut : d->duts) {
+            const auto paths = CoverageMatrixPrivate::find(d->allPaths, source, dut);
+            if (std::any_of(paths.cbegin(), paths.cend(), crosses))
+                return true;
+        }
+    }
+    return false;
 }
 }

@@ -8,20 +8,28 @@
 
 #include <QList>
 #include <QMap>
-#include <QSharedDataPointer>
 #include <QSharedPointer>
 #include <QString>
+
+#include <memory>
 
 namespace Velk {
 
 class CoverageMatrixPrivate;
 
+/// A component without which pairs of pins that have a path have none any more.
+struct CriticalComponent
+{
+    QSharedPointer<EDAComponent> component; ///< the provider's, never null
+    QList<qsizetype> duts;                  ///< the DUT pins, by their numbers, that the source pin loses; ascending
+};
+
 /// Who reaches whom: over how few switches each pin of some components, the sources, reaches each pin of others, the
 /// DUTs, by the paths that a Routing finds.
 ///
-/// A row tells it of one source pin. Each is computed when it is asked for and depends on no other: threads may ask one
-/// object for different rows at once. Nothing is kept, so ask once for each row. Rows asked for one after the other are
-/// the progress that can be told; Routing::setInterruption(), before the matrix is made,
+/// A row tells it of one source pin, and so do the losses. Each is computed when it is asked for and depends on no
+/// other: threads may ask one object for different rows at once. Nothing is kept, so ask once for each row. Rows asked
+/// for one after the other are the progress that can be told; Routing::setInterruption(), before the matrix is made,
 /// calls them off by an EDASearchCalledOffException.
 class VELK_EXPORT CoverageMatrix
 {
@@ -51,8 +59,20 @@ public:
     /// The number of switching components of the first path from this source pin to each DUT pin, or \a unreached.
     QList<int> row(qsizetype source) const;
 
+    /// The components without which this source pin loses DUT pins that it reaches: exactly those pairs that have a
+    /// path, and none if the component is excluded too. \a row is what row() has told. In the order of the provider's
+    /// components.
+    QList<CriticalComponent> criticalOf(qsizetype source, const QList<int> &row) const;
+
+    /// The components that the first paths from this source pin to the DUT pins cross, in the order of the provider's
+    /// components.
+    QList<QSharedPointer<EDAComponent>> onFirstPathsOf(qsizetype source, const QList<int> &row) const;
+
+    /// Whether a path of any pair crosses the component. Depends on nothing else either.
+    bool isOnAnyPath(const QSharedPointer<EDAComponent> &component) const;
+
 private:
-    QSharedDataPointer<CoverageMatrixPrivate> d;
+    std::shared_ptr<const CoverageMatrixPrivate> d;
 };
 }
 

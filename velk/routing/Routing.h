@@ -18,6 +18,7 @@
 
 namespace Velk {
 
+class CoverageMatrixPrivate;
 class RoutingPrivate;
 
 /// Finds the chains of switchable components (relays and resistors by default) that lead from a pin of one
@@ -168,6 +169,8 @@ public:
                                       const QString &destinationPin) const;
 
 private:
+    friend class CoverageMatrixPrivate; // it asks the same provider by the same rules
+
     QSharedDataPointer<RoutingPrivate> d;
 };
 }
