@@ -140,7 +140,7 @@ QString waysText(const RouteReport &report)
 /// "K1#1 set for its pins 11 and 14"
 QString demandText(const RouteReport &report, const TracedStep &step)
 {
-    const QString position = positionText(report, step);
+    const QString position = positionText(report.switching, step);
     const QString demand = step.position == 0   ? u"at rest"_s
                            : position.isEmpty() ? u"set"_s
                                                 : u"in position "_s + position;

@@ -12,37 +12,36 @@ using namespace Velk;
 
 namespace VelkCli {
 
-RelayTask taskOf(const RouteReport &report, const TracedStep &step)
+RelayTask taskOf(const std::optional<SwitchingModel> &switching, const TracedStep &step)
 {
     if (step.position > 0)
         return RelayTask::Set;
     if (step.position == 0)
         return RelayTask::StayAtRest;
     const bool isRelay =
-        report.switching &&
-        report.switching->role(report.switching->componentOf(step.component->ref)) == SwitchingRole::Relay;
+        switching && switching->role(switching->componentOf(step.component->ref)) == SwitchingRole::Relay;
     return isRelay ? RelayTask::Unknown : RelayTask::None;
 }
 
-QString positionText(const RouteReport &report, const TracedStep &step)
+QString positionText(const std::optional<SwitchingModel> &switching, const TracedStep &step)
 {
-    if (taskOf(report, step) != RelayTask::Set)
+    if (taskOf(switching, step) != RelayTask::Set)
         return {};
-    return positionText(*report.switching, report.switching->componentOf(step.component->ref), step.position);
+    return positionText(*switching, switching->componentOf(step.component->ref), step.position);
 }
 
 namespace {
 
 QString relayText(const RouteReport &report, const TracedStep &step)
 {
-    const QString position = positionText(report, step);
+    const QString position = positionText(report.switching, step);
     return position.isEmpty() ? step.component->ref : step.component->ref + u'=' + position;
 }
 }
 
 QString crossingText(const RouteReport &report, const TracedStep &step)
 {
-    const RelayTask task = taskOf(report, step);
+    const RelayTask task = taskOf(report.switching, step);
     const QString mark = task == RelayTask::StayAtRest ? u" (rest)"_s
                          : task == RelayTask::Unknown  ? u" (?)"_s
                                                        : QString();
@@ -53,7 +52,7 @@ QStringList relaysWith(RelayTask task, const RouteReport &report, const TracedPa
 {
     QStringList texts;
     for (const TracedStep &step : path.steps) {
-        if (taskOf(report, step) == task)
+        if (taskOf(report.switching, step) == task)
             texts.append(relayText(report, step));
     }
     texts.removeDuplicates();
@@ -65,7 +64,7 @@ QStringList unknownRelays(const RouteReport &report)
     std::set<QString> refs;
     for (const TracedPath &path : report.tracedPaths) {
         for (const TracedStep &step : path.steps) {
-            if (taskOf(report, step) == RelayTask::Unknown)
+            if (taskOf(report.switching, step) == RelayTask::Unknown)
                 refs.insert(step.component->ref);
         }
     }
@@ -93,7 +92,7 @@ QJsonObject positionsToJson(const RouteReport &report, const TracedPath &path)
 {
     QMap<int, int> positionsOfGangs;
     for (const TracedStep &step : path.steps) {
-        if (taskOf(report, step) == RelayTask::Set)
+        if (taskOf(report.switching, step) == RelayTask::Set)
             positionsOfGangs.insert(report.switching->gangOf(report.switching->componentOf(step.component->ref)),
                                     step.position);
     }

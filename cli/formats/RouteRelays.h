@@ -17,10 +17,11 @@ enum class RelayTask
     Unknown, ///< the positions of the relay are not known, so that it is crossed as drawn
 };
 
-RelayTask taskOf(const RouteReport &report, const Velk::TracedStep &step);
+/// Without \a switching, of ways as drawn, there is none.
+RelayTask taskOf(const std::optional<Velk::SwitchingModel> &switching, const Velk::TracedStep &step);
 
 /// The position where "set" does not tell it: of a relay with more than two, or with names, "CH2" or its number "2".
-QString positionText(const RouteReport &report, const Velk::TracedStep &step);
+QString positionText(const std::optional<Velk::SwitchingModel> &switching, const Velk::TracedStep &step);
 
 /// "K1#1 (rest)", "K5#1 (?)", and what has to be set as velk state --set takes it: "K1#1", "K7#1=CH2".
 QString crossingText(const RouteReport &report, const Velk::TracedStep &step);

@@ -201,15 +201,15 @@ function netPieces(netPlace, from, to, route) {
 }
 
 function piecesOf(route) {
-    const stations = [data.source, ...shownCrossingsOf(route)];
+    const stations = [route.source, ...shownCrossingsOf(route)];
     if (route.crossings.length <= mostShown)
-        stations.push(data.destination);
-    const pieces = [endPiece(data.source, 'Source', true)];
+        stations.push(route.destination);
+    const pieces = [endPiece(route.source, 'Source', true)];
     for (let i = 1; i < stations.length; ++i) {
         const [before, after] = [stations[i - 1], stations[i]];
         const net = before.to ?? before.net;
         pieces.push(...netPieces(net, boardOf(componentOf(before)), boardOf(componentOf(after)), route));
-        pieces.push(after === data.destination ? endPiece(after, 'DUT', false) : switchPiece(after));
+        pieces.push(after === route.destination ? endPiece(after, 'DUT', false) : switchPiece(after));
     }
     return pieces;
 }

@@ -172,10 +172,6 @@ function leaveOutOne(way) {
         middle.replaceWith(wayGap());
 }
 
-function switchCount(route) {
-    return route.crossings.length === 0 ? 'no switch' : counted(route.crossings.length, 'switch', 'switches');
-}
-
 function sideText(route) {
     return 'also connects ' + connectionsOf(route).map(({ text }) => shortened(text, 60)).join(', ');
 }

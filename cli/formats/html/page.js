@@ -176,6 +176,8 @@ function addControls() {
 
 addTheme();
 showHeader();
+for (const route of data.routes)
+    Object.assign(route, { source: data.source, destination: data.destination });
 if (data.routes.length === 0) {
     showNone();
     byId('print').hidden = true;

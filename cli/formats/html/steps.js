@@ -51,22 +51,23 @@ function switchStep(crossing, isAgain, onFilter, ...lines) {
     const [entry, exit] = [crossing.entry, crossing.exit].map((pin) => shortened(pinText(pin), 40));
     const about = `${aboutText(component, 120)}${taskText(crossing)}, pin ${entry} to ${exit}` +
         (isAgain ? ', once more' : '');
-    const buttons = html('span', { class: 'buttons' }, filterButton('Only with', component, '', onFilter),
-        filterButton('Without', component, '-', onFilter));
+    const buttons = onFilter ? [html('span', { class: 'buttons' }, filterButton('Only with', component, '', onFilter),
+        filterButton('Without', component, '-', onFilter))] : [];
     const what = html('span', { class: 'what' }, shownRef(component), ' ', html('span', { class: 'about' }, about));
-    return html('li', {}, html('p', {}, what, buttons), propertyList(component), ...lines);
+    return html('li', {}, html('p', {}, what, ...buttons), propertyList(component), ...lines);
 }
 
+// Where there are routes to filter, onFilter takes a word for the filter.
 function stepsOf(route, onFilter) {
     const earlier = new Set();
-    const steps = [endStep('From', data.source, netLine(route, data.source.net))];
+    const steps = [endStep('From', route.source, netLine(route, route.source.net))];
     for (const crossing of shownCrossingsOf(route)) {
         steps.push(switchStep(crossing, earlier.has(crossing.component), onFilter, netLine(route, crossing.to)));
         earlier.add(crossing.component);
     }
     if (route.crossings.length > mostShown)
         steps.push(html('li', {}, `and ${route.crossings.length - mostShown} more, in the text to copy`));
-    return [...steps, endStep('To', data.destination)];
+    return [...steps, endStep('To', route.destination)];
 }
 
 // ", set to CH2"; empty for what takes no position and for ways as drawn.
@@ -111,20 +112,20 @@ function summaryOf(route) {
 
 function textOf(place) {
     const route = data.routes[place];
-    const lines = [`Route ${place + 1}: ${data.source.text} to ${data.destination.text}, ${switchCount(route)}`];
+    const lines = [`Route ${place + 1}: ${route.source.text} to ${route.destination.text}, ${switchCount(route)}`];
     const addNet = (net) => {
         lines.push(`   net ${data.nets[net].name}`);
         for (const connection of connectionsOf(route).filter((each) => each.net === net))
             lines.push(`      also connects ${connection.text}`);
     };
-    lines.push(data.source.text);
-    addNet(data.source.net);
+    lines.push(route.source.text);
+    addNet(route.source.net);
     for (const crossing of crossingsOf(route)) {
         const component = componentOf(crossing);
         const pins = `pin ${pinText(crossing.entry)} to ${pinText(crossing.exit)}`;
         lines.push(`${component.ref}, ${typeOf(component)}${taskText(crossing)}, ${pins}`);
         addNet(crossing.to);
     }
-    lines.push(data.destination.text);
+    lines.push(route.destination.text);
     return lines.map(visible).join('\n') + '\n';
 }
