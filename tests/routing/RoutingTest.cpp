@@ -217,6 +217,43 @@ public:
     {
     }
 
+    /// Searches that follow keep out of some components and nets. Of joined nets the joined provider is told a name
+    /// that they were joined from.
+    void exclude()
+    {
+        const auto components = joined.getComponents();
+        for (int i = random.bounded(3); i > 0; --i)
+            excludedComponents.append(components.at(random.bounded(components.size()))->ref);
+        for (int i = random.bounded(3); i > 0; --i) {
+            const auto boardNet = random.bounded(joined.boardNets().size());
+            excludedBoardNets.append(joined.boardNets().at(boardNet)->name);
+            excludedNets.append(joined.getNets().at(joined.joinedNetOf(boardNet))->name);
+        }
+        pathCount = -1;
+    }
+    /// Of paths that were found before, those that are left.
+    QStringList withoutExcluded(QList<TracedPath> paths) const
+    {
+        paths.removeIf([this](const TracedPath &path) {
+            return excludedNets.contains(path.lastNet->name) ||
+                   std::any_of(path.steps.cbegin(), path.steps.cend(), [this](const TracedStep &step) {
+                       return excludedNets.contains(step.net->name) || excludedComponents.contains(step.component->ref);
+                   });
+        });
+        return toTexts(paths);
+    }
+    QList<TracedPath> asDrawn() { return trace(joined, 0, {}); }
+    QList<TracedPath> realizable() { return trace(joined, 0, contacts); }
+    QStringList onIndexTraced(qsizetype maxPaths)
+    {
+        QLoggingCategory::setFilterRules(u"routing.debug=true"_s);
+        const auto previous = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        const auto result = onIndex(maxPaths);
+        qInstallMessageHandler(previous);
+        QLoggingCategory::setFilterRules(u"routing.debug=false"_s);
+        return result;
+    }
+
     QStringList onIndex(qsizetype maxPaths = 0) { return findPaths(joined, maxPaths); }
     QStringList onAnyProvider(qsizetype maxPaths = 0) { return findPaths(plain, maxPaths); }
     QStringList realizableOnIndex(qsizetype maxPaths = 0) { return toTexts(trace(joined, maxPaths, contacts)); }
@@ -237,6 +274,8 @@ private:
         routing.setMaxPaths(maxPaths);
         if (seed % 3 == 0)
             routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s, QString()});
+        routing.setExcludedNets(&provider == &joined ? excludedBoardNets : excludedNets);
+        routing.setExcludedComponents(excludedComponents);
         return routing;
     }
 
@@ -271,7 +310,10 @@ private:
     const int maxNodes;
     const Properties destination;
     const RelayContactsPointer contacts;
-    qsizetype pathCount = -1; ///< without a bound, once that is known
+    QStringList excludedComponents;
+    QStringList excludedNets;
+    QStringList excludedBoardNets; ///< the same by names that they were joined from
+    qsizetype pathCount = -1;      ///< without a bound, once that is known
 };
 
 /// The paths, "PATH" for a direct one, or what is missing.
@@ -575,6 +617,74 @@ private Q_SLOTS:
             total += expected.size();
         }
         QVERIFY(total > systems);
+    }
+
+    void exclusionsLeaveTheOtherPaths()
+    {
+        qsizetype total = 0;
+        qsizetype left = 0;
+        const int systems = systemCount(1200);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomQuery query(static_cast<quint32>(seed));
+            const auto asDrawn = query.asDrawn();
+            const auto realizable = query.realizable();
+            query.exclude();
+            const auto expected = query.withoutExcluded(asDrawn);
+            const auto expectedRealizable = query.withoutExcluded(realizable);
+            for (const qsizetype bound : {qsizetype(0), 1 + seed % (expected.size() + 2)}) {
+                const auto mostOf = [bound](const QStringList &paths) { return bound ? paths.mid(0, bound) : paths; };
+                QStringList (RandomQuery::*traced)(qsizetype) =
+                    seed % 10 == 0 ? &RandomQuery::onIndexTraced : &RandomQuery::onIndex;
+                for (const auto &found : {query.onIndex(bound), query.onAnyProvider(bound), (query.*traced)(bound)})
+                    QVERIFY2(found == mostOf(expected), qPrintable(query.differenceText(found, mostOf(expected))));
+                for (const auto &found : {query.realizableOnIndex(bound), query.realizableOnAnyProvider(bound)})
+                    QVERIFY2(found == mostOf(expectedRealizable),
+                             qPrintable(query.differenceText(found, mostOf(expectedRealizable))));
+            }
+            total += asDrawn.size();
+            left += expected.size();
+        }
+        QVERIFY(left > systems / 2);
+        QVERIFY(total - left > systems / 2);
+    }
+
+    void exclusions()
+    {
+        const auto boards = systemsOf(u"U1 Source 1\nK1 Relay 1,2\nK2 Relay 1,2\nX1 Connector 1,2 X\n"
+                                      "A: U1/1 K1/1 K2/1\nB: K1/2 X1/1\nC: K2/2 X1/2\n--\n"
+                                      "X1 Connector 1,2 X\nD1 DUT 1\nK1 Relay 1,2\n"
+                                      "B: X1/1 K1/1\nC: X1/2 K1/1\nD: K1/2 D1/1"_s);
+        MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Connector"_s});
+        Routing routing(&joined);
+        const auto found = [&](const Routing &asked) { return toTexts(asked.findPaths(fromU1, u"1"_s, toD1, u"1"_s)); };
+        const QStringList all{u"K1#1 K1#2 |"_s, u"K2#1 K1#2 |"_s};
+        QCOMPARE(found(routing), all);
+        QVERIFY(routing.unknownExclusions().isEmpty());
+
+        routing.setExcludedComponents({u"K1#1"_s, u"K1"_s, u"k2#1"_s});
+        routing.setExcludedNets({u"B"_s, u"D#1"_s, u"C#2"_s});
+        QCOMPARE(routing.excludedComponents(), (QStringList{u"K1#1"_s, u"K1"_s, u"k2#1"_s}));
+        QCOMPARE(routing.excludedNets(), (QStringList{u"B"_s, u"D#1"_s, u"C#2"_s}));
+        QCOMPARE(routing.unknownExclusions(), (QStringList{u"K1"_s, u"k2#1"_s, u"B"_s, u"D#1"_s}));
+        QVERIFY(found(routing).isEmpty());
+        Routing copy(routing);
+        copy.setExcludedNets({});
+        QCOMPARE(found(copy), all.mid(1));
+        copy.setExcludedComponents({});
+        QCOMPARE(found(copy), all);
+        QVERIFY(found(routing).isEmpty());
+
+        // The same for another netlist in the place of the first.
+        const auto plugless = systemOf(u"U1 Source 1\nD1 DUT 1\nK1 Relay 1,2\nN: U1/1 K1/1\nM: K1/2 D1/1"_s);
+        joined = MultipleEDAProvider({plugless.get()}, {});
+        QVERIFY(found(routing).isEmpty());
+        QCOMPARE(routing.unknownExclusions(), (QStringList{u"K1"_s, u"k2#1"_s, u"B"_s, u"D#1"_s, u"C#2"_s}));
+        routing.setExcludedComponents({});
+        QCOMPARE(found(routing), QStringList{u"K1#1 |"_s});
+        routing.setExcludedNets({u"M#1"_s});
+        QVERIFY(found(routing).isEmpty());
+        QVERIFY(routing.findPaths(toD1, u"1"_s, toD1, u"1"_s).isEmpty());
+        QCOMPARE(routing.findPaths(fromU1, u"1"_s, fromU1, u"1"_s).size(), 1);
     }
 
     // The stack would not hold as many calls, nor would there be time for as many passes.

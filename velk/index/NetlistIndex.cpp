@@ -2,6 +2,7 @@
 
 #include <velk/model/IndexedProvider.h>
 
+#include <atomic>
 #include <utility>
 
 namespace Velk {
@@ -9,6 +10,12 @@ namespace Velk {
 namespace {
 
 constexpr NumberedNode nowhere{NetlistIndex::none, NetlistIndex::none, NetlistIndex::unlisted};
+
+quint64 nextSerialNumber()
+{
+    static std::atomic<quint64> latest{0};
+    return ++latest;
+}
 }
 
 IndexedProvider::IndexedProvider() = default;
@@ -17,6 +24,7 @@ IndexedProvider::IndexedProvider(const IndexedProvider &other) = default;
 IndexedProvider &IndexedProvider::operator=(const IndexedProvider &other) = default;
 
 NetlistIndex::NetlistIndex(const QList<QSharedPointer<EDAPart>> &allParts)
+    : serialNumber(nextSerialNumber())
 {
     parts.reserve(static_cast<std::size_t>(allParts.size()));
     for (const auto &part : allParts)
@@ -144,6 +152,12 @@ void NetlistIndex::addFurtherNet(const NumberedNode &node, int net)
         return;
     further.push_back(net);
     hiddenNets[node.component].push_back(net);
+}
+
+void NetlistIndex::setBoardNets(const QList<QSharedPointer<EDANet>> &netsOfBoards, std::vector<int> joinedNets)
+{
+    netsBeforeJoining = netsOfBoards;
+    netsAfterJoining = std::move(joinedNets);
 }
 
 void NetlistIndex::prepareSearches()

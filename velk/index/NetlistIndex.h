@@ -53,6 +53,8 @@ public:
     /// Adds a net; its nodes are to be added next, in their order.
     void addNet(const QSharedPointer<EDANet> &net);
     void addNode(const NumberedNode &node);
+    /// The nets of which joined ones are made, and for each the number of that.
+    void setBoardNets(const QList<QSharedPointer<EDANet>> &netsOfBoards, std::vector<int> joinedNets);
     /// Makes what searches by the usual roles need, when all nets are added and while no other thread asks. Without it,
     /// the first such search does.
     void prepareSearches();
@@ -60,6 +62,9 @@ public:
     /// False where there are too many pins to be numbered, as of thousands of components with thousands of pins each,
     /// most of which lie on no net. There are no terminals then, and no pins of components.
     bool hasTerminals() const { return terminalsAreNumbered; }
+
+    /// Tells this index from all others, also from one that later has its address.
+    quint64 serial() const { return serialNumber; }
 
     int netCount() const { return static_cast<int>(nodesOfNets.size()); }
     int componentCount() const { return static_cast<int>(components.size()); }
@@ -104,6 +109,9 @@ public:
 
     const QSharedPointer<EDAComponent> &component(int number) const { return components[toSize(number)]; }
     const QSharedPointer<EDANet> &net(int number) const { return nets[toSize(number)]; }
+    /// Nets before they were joined; none where no boards were joined.
+    const QList<QSharedPointer<EDANet>> &boardNets() const { return netsBeforeJoining; }
+    int joinedNetOf(qsizetype boardNet) const { return netsAfterJoining.at(static_cast<std::size_t>(boardNet)); }
     /// The number that this pin of the component has in its part.
     const QString &pinNumber(int component, int pin) const
     {
@@ -168,6 +176,7 @@ private:
     void addPinsOf(const IndexedPart &indexedPart);
     void addFurtherNet(const NumberedNode &node, int net);
 
+    const quint64 serialNumber;
     std::vector<IndexedPart> parts;
     TextNumbers<QString> partNames;
 
@@ -183,7 +192,9 @@ private:
 
     std::vector<QSharedPointer<EDANet>> nets;
     std::vector<QList<QSharedPointer<EDANetNode>>> nodesOfNets; ///< shared with the nets until these are changed
-    std::vector<int> firstNodes = {0};                          ///< one more than there are nets
+    QList<QSharedPointer<EDANet>> netsBeforeJoining;
+    std::vector<int> netsAfterJoining; ///< by position among these
+    std::vector<int> firstNodes = {0}; ///< one more than there are nets
     std::vector<NumberedNode> nodes;
     std::vector<int> terminalNets;
     NetsByNumber furtherNets; ///< of a terminal, besides the first

@@ -173,8 +173,6 @@ public:
     const QList<EDAProvider *> providers;
     const QList<QString> connectorComponentTypes;
     QList<QSharedPointer<EDANet>> nets;
-    QList<QSharedPointer<EDANet>> netsOfBoards;
-    std::vector<qsizetype> joinedNets;              ///< by the number of the board's net
     QList<QSharedPointer<EDAPart>> parts;           ///< by name
     QList<QSharedPointer<EDAComponent>> components; ///< by reference
     std::shared_ptr<const NetlistIndex> index;
@@ -257,17 +255,17 @@ void MultipleEDAProviderPrivate::prepareNets()
     const auto finishedNets = copies.join();
     nets.reserve(static_cast<qsizetype>(finishedNets.size()));
     numbers->reserveNets(static_cast<qsizetype>(finishedNets.size()), copies.nodeCount());
-    netsOfBoards = copies.allNets();
-    joinedNets.resize(static_cast<std::size_t>(copies.count()));
+    std::vector<int> joinedNets(static_cast<std::size_t>(copies.count())); // by the number of the board's net
     for (const int first : finishedNets) {
         nets.append(combinedNet(copies, first));
         numbers->addNet(nets.last());
         for (int member = first; member != NetJoiner::none; member = copies.nextMember(member)) {
-            joinedNets[static_cast<std::size_t>(member)] = nets.size() - 1;
+            joinedNets[static_cast<std::size_t>(member)] = static_cast<int>(nets.size()) - 1;
             for (int node = copies.firstNode(member); node < copies.firstNode(member + 1); ++node)
                 numbers->addNode(copies.numberedNode(node));
         }
     }
+    numbers->setBoardNets(copies.allNets(), std::move(joinedNets));
     numbers->prepareSearches();
     index = numbers;
 }
@@ -290,12 +288,12 @@ QList<QString> MultipleEDAProvider::connectorTypes() const
 
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::boardNets() const
 {
-    return d->netsOfBoards;
+    return d->index->boardNets();
 }
 
 qsizetype MultipleEDAProvider::joinedNetOf(qsizetype boardNet) const
 {
-    return d->joinedNets.at(static_cast<std::size_t>(boardNet));
+    return d->index->joinedNetOf(boardNet);
 }
 
 QList<QSharedPointer<EDANet>> MultipleEDAProvider::getNets() const

@@ -9,6 +9,7 @@ namespace Velk {
 NetlistReach::NetlistReach(const RoutingPrivate &configuredRouting, const Node &sourceNode, const Node &destinationNode)
     : routing(configuredRouting)
     , netlist(*configuredRouting.provider)
+    , exclusions(netlist, configuredRouting.rules.exclusions)
     , interruption(configuredRouting.isCalledOff)
     , source(sourceNode)
     , destination(destinationNode)
@@ -77,8 +78,8 @@ QList<QSharedPointer<EDAComponent>> NetlistReach::componentsBetween() const
 
 NetlistReach::Kind NetlistReach::kindOf(const EDAComponent &component) const
 {
-    if (netlist.getPartByName(component.part).isNull())
-        return Kind::NotCrossed; // it has no other pins
+    if (exclusions.hasComponent(component) || netlist.getPartByName(component.part).isNull())
+        return Kind::NotCrossed; // without a part it has no other pins
     const ComponentRole role = routing.rules.roles.of(component.type());
     if (role.isSwitchable)
         return Kind::Switchable;
@@ -97,7 +98,7 @@ NetlistReach::Distances NetlistReach::distances(const Node &end, bool canCrossEn
         QList<qsizetype> next;
         for (qsizetype i = 0; i < layer.size(); ++i) {
             const qsizetype net = layer.at(i);
-            if (result.of.at(net) >= 0)
+            if (result.of.at(net) >= 0 || exclusions.hasNet(*nets.at(net)))
                 continue;
             result.of[net] = distance;
             if (distance == 0)

@@ -1,6 +1,7 @@
 #ifndef VELK_ROUTING_NETLISTREACH_H
 #define VELK_ROUTING_NETLISTREACH_H
 
+#include <velk/routing/ElementExclusions.h>
 #include <velk/routing/NoPathReason.h>
 #include <velk/routing/RoutingPrivate.h>
 #include <velk/search/Interruption.h>
@@ -58,6 +59,7 @@ private:
 
     const RoutingPrivate &routing;
     const EDAProvider &netlist;
+    const ElementExclusions exclusions;
     Interruption interruption;
     const Node source;
     const Node destination;

@@ -193,7 +193,7 @@ QList<Path> NoPathSearch::pathsBy(const RoutingPrivate &searching, const Routing
                                   const NodeWithComponent &from, const NodeWithComponent &to) const
 {
     if (index) {
-        const SearchRules numbered(rules, index->numberedNode(from.node->ref, from.node->pin),
+        const SearchRules numbered(rules, *index, index->numberedNode(from.node->ref, from.node->pin),
                                    index->numberedNode(to.node->ref, to.node->pin));
         if (numbered.hasEnds())
             return searching.search<Path>(*index, rules, numbered);

@@ -14,6 +14,7 @@ PathSearch::PathSearch(const EDAProvider &netlist, const RoutingRules &routingRu
     , sourceComponent(sourceNode.component)
     , ends{sourceNode.node, destinationNode}
     , positions(netlist, rules.relayContacts)
+    , exclusions(netlist, rules.exclusions)
     , deepening(rules.maxNetsSearched(), rules.maxAdditionalNodes, rules.maxPaths)
 {
 }
@@ -55,7 +56,7 @@ void PathSearch::searchNode(const QSharedPointer<EDAComponent> &component, const
         });
         return;
     }
-    if (visited.contains(net.data()))
+    if (visited.contains(net.data()) || exclusions.hasNet(*net))
         return;
     const bool found = net->containsNode(ends.destination);
     logNodeSearch(component, net, found);
@@ -172,7 +173,8 @@ QList<NodeWithComponent> PathSearch::switchableNodes(const QSharedPointer<EDANet
     QList<NodeWithComponent> result;
     const auto others = otherNodesWithComponentOfNet(net, node);
     for (const auto &other : others) {
-        if (rules.roles.of(other.component->type()).isSwitchable && ends.canCross(other.node, node))
+        if (rules.roles.of(other.component->type()).isSwitchable && ends.canCross(other.node, node) &&
+            !exclusions.hasComponent(*other.component))
             result.append(other);
     }
     return result;

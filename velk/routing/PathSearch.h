@@ -2,6 +2,7 @@
 #define VELK_ROUTING_PATHSEARCH_H
 
 #include <velk/model/EDAProvider.h>
+#include <velk/routing/ElementExclusions.h>
 #include <velk/routing/NodeWithComponent.h>
 #include <velk/routing/RoutingPath.h>
 #include <velk/routing/StepPositions.h>
@@ -72,6 +73,7 @@ private:
     const QSharedPointer<EDAComponent> sourceComponent;
     const PathEnds<QSharedPointer<EDANetNode>> ends;
     StepPositions positions;
+    const ElementExclusions exclusions;
 
     IterativeDeepening deepening;
     QList<Level> branch;

@@ -49,7 +49,8 @@ QList<Path> find(const RoutingPrivate &routing, const RoutingRules &rules, const
                  const QString &sourcePin, const Component &destination, const QString &destinationPin)
 {
     if (const auto *index = routing.searchedIndex()) {
-        const SearchRules numbered(rules, index->pinOf(source, sourcePin), index->pinOf(destination, destinationPin));
+        const SearchRules numbered(rules, *index, index->pinOf(source, sourcePin),
+                                   index->pinOf(destination, destinationPin));
         if (numbered.hasEnds())
             return routing.search<Path>(*index, rules, numbered);
     }
@@ -136,6 +137,31 @@ qsizetype Routing::maxPaths() const
     return d->rules.maxPaths;
 }
 
+void Routing::setExcludedComponents(const QList<QString> &refs)
+{
+    d->exclude(refs, excludedNets());
+}
+
+QList<QString> Routing::excludedComponents() const
+{
+    return d->rules.exclusions ? d->rules.exclusions->componentRefs() : QList<QString>();
+}
+
+void Routing::setExcludedNets(const QList<QString> &names)
+{
+    d->exclude(excludedComponents(), names);
+}
+
+QList<QString> Routing::excludedNets() const
+{
+    return d->rules.exclusions ? d->rules.exclusions->netNames() : QList<QString>();
+}
+
+QList<QString> Routing::unknownExclusions() const
+{
+    return d->unknownExclusions();
+}
+
 void Routing::setRelayContacts(const QSharedPointer<const RelayContactMap> &contacts)
 {
     d->relayContacts = contacts;
@@ -191,7 +217,8 @@ qsizetype Routing::countPathsBetween(const QSharedPointer<EDAComponent> &source,
     RoutingRules rules = d->rules;
     rules.maxPaths = 0;
     if (const auto *index = d->searchedIndex()) {
-        const SearchRules numbered(rules, index->pinOf(source, sourcePin), index->pinOf(destination, destinationPin));
+        const SearchRules numbered(rules, *index, index->pinOf(source, sourcePin),
+                                   index->pinOf(destination, destinationPin));
         if (numbered.hasEnds())
             return d->count(*index, rules, numbered);
     }

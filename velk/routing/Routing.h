@@ -99,6 +99,23 @@ public:
     void setMaxPaths(qsizetype bound);
     qsizetype maxPaths() const; ///< as set; 0 at first
 
+    /// Keeps components out of all searches: no path crosses one of these. What is found is exactly the rest of the
+    /// paths, in the order that they have among all; setMaxPaths() counts these. Pins of such components may still be
+    /// ends of a query and additional nodes.
+    ///
+    /// References are compared exactly: "K3#2". Those that the netlist lacks exclude nothing, so ask
+    /// unknownExclusions() where they come from a user.
+    void setExcludedComponents(const QList<QString> &refs);
+    QList<QString> excludedComponents() const; ///< as set; none at first
+    /// Keeps nets out of all searches in the same way: no path enters one of these, not even as its first or last net,
+    /// so that there is none between pins on it. Names are compared exactly, and all nets of a name are meant. A net
+    /// that a MultipleEDAProvider has joined also has the names of those that it was joined from: "GND#1+GND#2" is
+    /// excluded by "GND#2" as well.
+    void setExcludedNets(const QList<QString> &names);
+    QList<QString> excludedNets() const; ///< as set; none at first
+    /// Those of the two lists that name nothing in the netlist, components first, in the order given.
+    QList<QString> unknownExclusions() const;
+
     /// Has findTracedPaths() return those paths alone that some state of the relays makes, in the order that they have
     /// among all; setMaxPaths() counts these. Each step over a listed relay is then over two pins that one of its
     /// positions connects, in whichever direction, and relays of one gang are in one position on all of a path. Listed

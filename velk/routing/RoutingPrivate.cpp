@@ -36,6 +36,39 @@ const NetlistIndex *RoutingPrivate::searchedIndex() const
     return isRoutingLogged() ? nullptr : providerIndex();
 }
 
+void RoutingPrivate::exclude(const QList<QString> &componentRefs, const QList<QString> &netNames)
+{
+    rules.exclusions.reset();
+    if (!componentRefs.isEmpty() || !netNames.isEmpty())
+        rules.exclusions = QSharedPointer<const NamedExclusions>::create(componentRefs, netNames);
+}
+
+QList<QString> RoutingPrivate::unknownExclusions() const
+{
+    QList<QString> result;
+    if (!rules.exclusions)
+        return result;
+    for (const QString &componentRef : rules.exclusions->componentRefs()) {
+        if (provider->getComponentByRef(componentRef).isNull())
+            result.append(componentRef);
+    }
+    QSet<QString> knownNets;
+    const auto addNames = [&knownNets](const QList<QSharedPointer<EDANet>> &nets) {
+        for (const auto &net : nets) {
+            if (net)
+                knownNets.insert(net->name);
+        }
+    };
+    addNames(provider->getNets());
+    if (const auto *index = providerIndex())
+        addNames(index->boardNets());
+    for (const QString &name : rules.exclusions->netNames()) {
+        if (!knownNets.contains(name))
+            result.append(name);
+    }
+    return result;
+}
+
 template <typename Path>
 QList<Path> RoutingPrivate::search(const NetlistIndex &index, const RoutingRules &rulesOfSearch,
                                    const SearchRules &numbered) const

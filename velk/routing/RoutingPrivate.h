@@ -48,6 +48,9 @@ public:
         traced.relayContacts = relayContacts;
         return traced;
     }
+    void exclude(const QList<QString> &componentRefs, const QList<QString> &netNames);
+    /// What of this the provider lacks.
+    QList<QString> unknownExclusions() const;
     bool isConnector(const EDAComponent &component) const
     {
         return connectorTypes.contains(component.type(), Qt::CaseInsensitive);

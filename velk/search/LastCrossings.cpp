@@ -5,9 +5,10 @@
 
 namespace Velk {
 
-LastCrossings::LastCrossings(const CrossingGraph &crossingGraph, Interruption &searchInterruption,
-                             SearchMemory &searchMemory)
+LastCrossings::LastCrossings(const CrossingGraph &crossingGraph, const SearchRules &searchRules,
+                             Interruption &searchInterruption, SearchMemory &searchMemory)
     : graph(crossingGraph)
+    , rules(searchRules)
     , interruption(searchInterruption)
     , memory(searchMemory)
 {
@@ -30,11 +31,13 @@ NearNet LastCrossings::pickOut(Elements<CrossingRow> rows)
 {
     interruption.work(rows.size());
     for (const CrossingRow &row : rows) {
-        if (graph.leadsToJunction(row))
+        if (graph.leadsToJunction(row) && !rules.isExcludedComponent(row.component))
             ofJunction(row.exit); // now, so that the rows of the net follow one another
     }
     NearNet result{memory.lastRows.size(), 0, Marks::unmarked};
     for (const CrossingRow &row : rows) {
+        if (rules.isExcludedComponent(row.component))
+            continue;
         if (leadsToDestination(row))
             memory.lastRows.push_back(row);
         const int switches = std::abs(memory.switches.value(row.net)); // also if it is on the branch just now

@@ -4,6 +4,7 @@
 #include <velk/index/CrossingGraph.h>
 #include <velk/search/Interruption.h>
 #include <velk/search/SearchMemory.h>
+#include <velk/search/SearchRules.h>
 
 namespace Velk {
 
@@ -13,7 +14,8 @@ class LastCrossings
 {
 public:
     /// All of them must stay.
-    LastCrossings(const CrossingGraph &crossingGraph, Interruption &searchInterruption, SearchMemory &searchMemory);
+    LastCrossings(const CrossingGraph &crossingGraph, const SearchRules &searchRules, Interruption &searchInterruption,
+                  SearchMemory &searchMemory);
 
     /// Of a net that needs one switch, once the switches of nets are known.
     const NearNet &of(int net) { return pickedOut(net, graph.rowsOf(net)); }
@@ -35,6 +37,7 @@ private:
     bool leadsToDestination(const CrossingRow &row);
 
     const CrossingGraph &graph;
+    const SearchRules &rules;
     Interruption &interruption;
     SearchMemory &memory;
 };

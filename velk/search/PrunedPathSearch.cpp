@@ -10,7 +10,7 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGr
     , interruption(searchInterruption)
     , deepening(searchRules.maxNetsSearched, searchRules.maxAdditionalNodes, searchRules.maxPaths)
     , bounds(netlist, crossingGraph, searchRules, deepening, interruption, borrowed.memory())
-    , lastCrossings(crossingGraph, interruption, borrowed.memory())
+    , lastCrossings(crossingGraph, searchRules, interruption, borrowed.memory())
     , kept(keptOfPaths)
     , paths(borrowed.memory().paths)
 {
@@ -42,7 +42,7 @@ void PrunedPathSearch::searchOnce()
 void PrunedPathSearch::enterSourceNet()
 {
     const int net = index.netOfTerminal(rules.ends.source);
-    if (net == NetlistIndex::none)
+    if (net == NetlistIndex::none || rules.isExcludedNet(net))
         return;
     if (bounds.isLast(net))
         keepPath(net);
@@ -75,7 +75,7 @@ void PrunedPathSearch::cross(const CrossingRow &row)
     const int entry = level.junction ? level.junction->node : row.node;
     const bool leadsBack =
         level.junction ? index.numberedNode(entry).terminal == row.exit : isArrival(row, level.arrival);
-    if (leadsBack)
+    if (leadsBack || rules.isExcludedComponent(row.component))
         return;
     if (graph.leadsToJunction(row)) {
         enterJunction(row);

@@ -3,6 +3,7 @@
 
 #include <velk/index/ComponentRoles.h>
 #include <velk/model/RelayContacts.h>
+#include <velk/search/NamedExclusions.h>
 
 #include <QSharedPointer>
 #include <QtGlobal>
@@ -17,6 +18,7 @@ struct RoutingRules
     int maxAdditionalNodes;
     qsizetype maxPaths;                                       ///< 0 or less is no bound
     QSharedPointer<const RelayContactMap> relayContacts = {}; ///< null: relays are crossed as drawn
+    QSharedPointer<const NamedExclusions> exclusions = {};    ///< null: nothing is excluded
 
     /// How many nets of a branch are searched further: one more than the limit of switches. The limit is documented to
     /// wrap, so the largest one leads to a negative number; unsigned, since overflow of signed numbers is undefined.

@@ -32,7 +32,7 @@ void SearchBounds::measureSwitches()
     switches.clear(graph.manyNets() + 1);
     crossed.clear(graph.junctionCount());
     const auto reach = [this](int net, int count) {
-        if (!switches.has(net))
+        if (!switches.has(net) && !rules.isExcludedNet(net))
             switches.set(net, count);
     };
 
@@ -84,7 +84,7 @@ void SearchBounds::measureBoth()
 // Called with ever more switches.
 void SearchBounds::label(int net, int switchCount, int nodeCount)
 {
-    if (nodeCount > rules.maxAdditionalNodes)
+    if (nodeCount > rules.maxAdditionalNodes || rules.isExcludedNet(net))
         return;
     const int latest = latestLabelOf(net);
     if (latest != NetlistIndex::none) {
@@ -113,6 +113,8 @@ void SearchBounds::crossFrom(int net, int collected, Visit visit)
     const auto rows = graph.rowsOf(net);
     interruption.work(rows.size());
     for (const CrossingRow &row : rows) {
+        if (rules.isExcludedComponent(row.component))
+            continue;
         if (graph.leadsToJunction(row))
             crossJunction(row, collected, visit);
         else
