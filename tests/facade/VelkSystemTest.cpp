@@ -393,6 +393,32 @@ private Q_SLOTS:
                  texts(check.findings(), [](const Finding &finding) { return finding.message(); }));
     }
 
+    void opensSystemFiles()
+    {
+        write(u"U1 [1] CompType=Source\nJ1 [1] CompType=DUT\nK1 [1 2] CompType=Relay\nF1 [1 2] CompType=Fuse\n"
+              "F2 [1 2] CompType=Fuse\nX1 [1] \nA: U1/1 K1/1 F1/1 F2/1\nB: K1/2 F1/2 F2/2 J1/1 X1/1"_s);
+        const QString file = folder.filePath(u"velk.toml"_s);
+        ::write(file, u"netlists = [\"1.net\"]\nswitchable = [\"Relay\", \"Fuse\"]\npassive = [\"Fuse\"]\n"
+                      "max-routes = 2\nmax-switches = 0\nmax-connections = 1\nignore = [\"no-type\"]"_s);
+        const VelkSystem system = VelkSystem::open(file.toStdString());
+        QCOMPARE(system.fileNames(), std::vector<std::string>{folder.filePath(u"1.net"_s).toStdString()});
+        const VelkSearchOptions limits = system.searchOptions();
+        QVERIFY(limits.maxRoutes == 2 && limits.maxSwitches == 0 && limits.maxConnections == 1);
+        const VelkRouteEnd from{{}, "1", "U1"};
+        const VelkRouteEnd to{{}, "1", "J1"};
+        QCOMPARE(system.routes(from, to).size(), std::size_t(2));
+        QCOMPARE(system.routes(from, to, VelkSearchOptions()).size(), std::size_t(3));
+        QCOMPARE(system.whyNoRoute(from, to).shortest, std::size_t(1));
+
+        const VelkSystem plain(system.fileNames(), system.options());
+        QCOMPARE(plain.searchOptions().maxSwitches, VelkSearchOptions().maxSwitches);
+        const auto found = plain.check();
+        QVERIFY(std::any_of(found.begin(), found.end(), [](const auto &finding) { return finding.code == "no-type"; }));
+        QVERIFY(found.back().code != "no-type");
+        QVERIFY(system.check() == plain.check({"no-type"}));
+        QVERIFY(system.check({found.back().code}) == plain.check({"no-type", found.back().code}));
+    }
+
     void writesIniFiles()
     {
         const VelkSystem system({twoRelays});

@@ -3,6 +3,7 @@
 #include <velk/check/SystemCheck.h>
 #include <velk/facade/StandardTypes.h>
 #include <velk/facade/SystemRecords.h>
+#include <velk/facade/VelkSystemFile.h>
 #include <velk/facade/VelkSystemPrivate.h>
 #include <velk/index/NetlistIndex.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
@@ -341,6 +342,14 @@ VelkSystem::VelkSystem(const std::vector<std::string> &fileNames, const VelkSyst
 {
 }
 
+VelkSystem VelkSystem::open(const std::string &fileName)
+{
+    const VelkSystemFile file = VelkSystemFile::read(fileName);
+    VelkSystem system(file.fileNames, file.options);
+    system.systemFile = std::make_shared<const VelkSystemFile>(file);
+    return system;
+}
+
 VelkSystem::~VelkSystem() = default;
 VelkSystem::VelkSystem(const VelkSystem &other) = default;
 VelkSystem &VelkSystem::operator=(const VelkSystem &other) = default;
@@ -358,6 +367,11 @@ std::vector<std::string> VelkSystem::fileNames() const
 VelkSystemOptions VelkSystem::options() const
 {
     return d->options;
+}
+
+VelkSearchOptions VelkSystem::searchOptions() const
+{
+    return systemFile ? systemFile->limits : VelkSearchOptions();
 }
 
 std::vector<std::string> VelkSystem::warnings() const
@@ -430,6 +444,11 @@ std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const Velk
     });
 }
 
+std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const VelkRouteEnd &dut) const
+{
+    return routes(source, dut, searchOptions());
+}
+
 VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut,
                                          const VelkSearchOptions &options) const
 {
@@ -440,6 +459,11 @@ VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkR
                                                                            to.component, to.pin->number),
                               options.asDrawn ? nullptr : d->switching.get());
     });
+}
+
+VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut) const
+{
+    return whyNoRoute(source, dut, searchOptions());
 }
 
 VelkRelayPositions VelkSystem::positions(const std::string &ref) const
@@ -479,7 +503,7 @@ std::vector<VelkFinding> VelkSystem::check(const std::vector<std::string> &ignor
     check.setComponentTypesDut(toQt(d->options.dutTypes));
     check.setComponentTypesThatArePassive(d->switching->types().passives);
     check.setRelayTables(d->switching->tables());
-    check.setIgnored(toQt(ignored));
+    check.setIgnored(toQt(ignored) + (systemFile ? toQt(systemFile->ignoredFindings) : QStringList()));
     std::vector<VelkFinding> findings;
     for (const Finding &finding : check.findings())
         findings.push_back(SystemRecords::of(finding));

@@ -17,6 +17,7 @@
 namespace Velk {
 
 class VelkSystemPrivate;
+struct VelkSystemFile;
 
 /// A library part with its pins.
 struct VelkPartInfo
@@ -336,6 +337,9 @@ public:
     /// or lacks an element, and for one that was probably cut off or, by default, is not UTF-8.
     explicit VelkSystem(const std::vector<std::string> &fileNames,
                         const VelkSystemOptions &options = VelkSystemOptions());
+    /// The system that a system file describes, as VelkSystemFile tells: read with its options, and asked with its
+    /// limits and accepted findings. Throws as VelkSystemFile::read() and the constructor do.
+    static VelkSystem open(const std::string &fileName);
     ~VelkSystem();
     VelkSystem(const VelkSystem &other);
     VelkSystem &operator=(const VelkSystem &other);
@@ -345,6 +349,7 @@ public:
 
     std::vector<std::string> fileNames() const; ///< as given
     VelkSystemOptions options() const;          ///< as given
+    VelkSearchOptions searchOptions() const;    ///< with the limits of the system file, if it was opened from one
     /// What was completed, dropped or is listed more than once, in the order of the files, each as
     /// VelkRouting::warnings() has it.
     std::vector<std::string> warnings() const;
@@ -374,12 +379,16 @@ public:
     /// Throws a VelkSystemException where an end is not there, the search was called off or, unless as drawn, positions
     /// of relays are wrong. The first call finds out what all relays do.
     std::vector<VelkRoute> routes(const VelkRouteEnd &source, const VelkRouteEnd &dut,
-                                  const VelkSearchOptions &options = VelkSearchOptions()) const;
+                                  const VelkSearchOptions &options) const;
+    /// The same with searchOptions().
+    std::vector<VelkRoute> routes(const VelkRouteEnd &source, const VelkRouteEnd &dut) const;
 
     /// Why routes() finds none between these pins with these options; of pins that have routes it tells the shortest.
     /// Where it was called off it tells what is known by then. Throws a VelkSystemException where an end is not there.
     VelkNoRouteReason whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut,
-                                 const VelkSearchOptions &options = VelkSearchOptions()) const;
+                                 const VelkSearchOptions &options) const;
+    /// The same with searchOptions().
+    VelkNoRouteReason whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut) const;
 
     /// What the relay of this reference can do. Throws as component() does.
     VelkRelayPositions positions(const std::string &ref) const;
@@ -396,8 +405,8 @@ public:
     VelkConnections connected(const std::map<std::string, int> &positions) const;
 
     /// What the system may hold and an engineer hardly means, by code, as `velk check` finds it. What \a ignored names
-    /// is left out: a text is "CODE", or "CODE:NAME" for what is found at NAME, with wild cards "*" and "?". The files
-    /// are read once more, to find any that are given twice.
+    /// is left out, with what the system file names: a text is "CODE", or "CODE:NAME" for what is found at NAME, with
+    /// wild cards "*" and "?". The files are read once more, to find any that are given twice.
     std::vector<VelkFinding> check(const std::vector<std::string> &ignored = {}) const;
 
     /// The physical INI file of the resource manager: a section for each device. References have their suffix only
@@ -416,6 +425,7 @@ public:
 
 private:
     std::shared_ptr<const VelkSystemPrivate> d;
+    std::shared_ptr<const VelkSystemFile> systemFile; // null where it was not opened from one
 };
 }
 
