@@ -109,6 +109,7 @@ CommandLine::CommandLine()
           "The system is drawn in KiCad, one netlist for each board, joined where the boards plug together.",
           "velk"))
     , routes(*app)
+    , coverage(*app)
     , state(*app)
     , list(*app)
     , check(*app)
@@ -123,7 +124,8 @@ CommandLine::CommandLine()
                 exitStatusHeading +
                 "  0  done; with velk routes: there are routes; with velk check: nothing is found\n"
                 "  1  with velk routes: there are none; with velk check: something is found; with velk state "
-                "--expect: something is missing or short\n"
+                "--expect: something is missing or short; "
+                "with velk coverage --compare: pairs of pins are lost or longer\n"
                 "  2  wrong usage, unreadable input or an output that cannot be written\n"
                 "\nEach command has a --help of its own, as velk routes --help.\n"
                 "Start with docs/getting-started.md in " +
@@ -157,6 +159,8 @@ int CommandLine::run(int argc, char **argv)
 int CommandLine::runChosen() const
 {
     const Progress progress;
+    if (coverage.isChosen())
+        return coverage.run();
     if (state.isChosen())
         return state.run();
     if (check.isChosen())

@@ -2,6 +2,7 @@
 #define VELK_CLI_COMMANDLINE_H
 
 #include "cli/commands/CheckCommand.h"
+#include "cli/commands/CoverageCommand.h"
 #include "cli/commands/IniCommand.h"
 #include "cli/commands/ListCommand.h"
 #include "cli/commands/RoutesCommand.h"
@@ -32,6 +33,7 @@ private:
 
     std::unique_ptr<CLI::App> app;
     RoutesCommand routes;
+    CoverageCommand coverage;
     StateCommand state;
     ListCommand list;
     CheckCommand check;

@@ -1,24 +1,14 @@
 #include "cli/commands/CsvFile.h"
 
+#include "cli/commands/InputFile.h"
 #include "cli/commands/Netlist.h"
-#include "cli/terminal/CommandError.h"
-#include "cli/terminal/Progress.h"
 
-#include <QFile>
-
-using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace VelkCli {
 
 CsvTable readCsv(const QString &fileName)
 {
-    QFile file(fileName);
-    const bool isOpen =
-        fileName == standardStream ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
-    const QByteArray text = isOpen ? file.readAll() : QByteArray();
-    if (file.error() != QFileDevice::NoError)
-        throw CommandError{u"%1: %2"_s.arg(shownName(fileName), file.errorString())};
-    return {text, shownName(fileName)};
+    return {readInput(fileName), shownName(fileName)};
 }
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr auto patience = 2s;
 constexpr auto betweenDrawings = 250ms;
 
-Progress *current = nullptr; // set and read by the main thread alone
+Progress *current = nullptr; // set by the main thread, while there are no others that report
 }
 
 Progress::Progress()

@@ -1,0 +1,186 @@
+#include "cli/commands/CoverageCommand.h"
+
+#include "cli/commands/Jobs.h"
+#include "cli/commands/Netlist.h"
+#include "cli/commands/SavedMatrix.h"
+#include "cli/commands/TypeWarnings.h"
+#include "cli/formats/CoverageFormats.h"
+#include "cli/terminal/CommandError.h"
+#include "cli/terminal/Message.h"
+#include "cli/terminal/Output.h"
+#include "cli/terminal/Progress.h"
+
+#include <CLI/CLI.hpp>
+
+#include <velk/coverage/CoverageMatrix.h>
+#include <velk/facade/VelkRouting.h>
+#include <velk/naming/PropertyHints.h>
+#include <velk/naming/References.h>
+#include <velk/naming/Suggestions.h>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+constexpr int isWorse = 1; ///< exit status
+constexpr int mostThreads = 1024;
+
+/// The components whose pins are a side of the matrix.
+struct Side
+{
+    QString option;
+    QString type; ///< empty where the properties name it
+    QMap<QString, QString> properties;
+};
+
+Side sideOf(const QString &option, const QString &type, const std::vector<std::string> &properties)
+{
+    Side side{option, type, parseProperties(option, toQStringList(properties))};
+    if (side.properties.contains(EDAComponent::TYPE))
+        side.type.clear();
+    return side;
+}
+
+QString whyNoPins(const EDAProvider &netlist, const Side &side)
+{
+    auto components = netlist.getComponents();
+    if (!side.type.isEmpty()) {
+        const auto all = components;
+        components.removeIf(
+            [&](const auto &component) { return component->type().compare(side.type, Qt::CaseInsensitive) != 0; });
+        if (components.isEmpty())
+            return whyNoneMatches(all, {{EDAComponent::TYPE, side.type}});
+    }
+    const auto ofType = components;
+    components.removeIf([&](const auto &component) { return !component->matchesProperties(side.properties); });
+    if (components.isEmpty())
+        return (side.type.isEmpty() ? QString() : u"among those with CompType=%1 "_s.arg(side.type)) +
+               whyNoneMatches(ofType, side.properties);
+    return u"no pin of %1 is on a net"_s.arg(enumeration(refsOf(components)));
+}
+
+QList<NodeWithComponent> pinsOf(const EDAProvider &netlist, const Side &side)
+{
+    const auto pins = CoverageMatrix::pinsOnNets(netlist, side.type, side.properties);
+    if (pins.isEmpty())
+        throw CommandError{u"%1: %2"_s.arg(side.option, whyNoPins(netlist, side))};
+    return pins;
+}
+
+/// What is told of a source pin.
+struct SourceRow
+{
+    QList<int> switches;
+    FirstRoutes firstRoutes;
+};
+
+FirstRoutes firstRoutesFrom(const NodeWithComponent &source, const QList<int> &switches, const CoverageReport &report)
+{
+    QList<QList<TracedPath>> routes(report.duts.size());
+    for (qsizetype i = 0; i < report.duts.size(); ++i) {
+        const auto &dut = report.duts.at(i);
+        if (switches.at(i) != CoverageMatrix::unreached)
+            routes[i] =
+                report.routing.findTracedPathsBetween(source.component, source.node->pin, dut.component, dut.node->pin);
+    }
+    return firstRoutesOf(routes);
+}
+}
+
+CoverageCommand::CoverageCommand(CLI::App &app)
+    : maxSwitches(Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
+    , maxConnections(Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
+    , command(app.add_subcommand("coverage", "Show which source pins reach which DUT pins, over how few switches"))
+{
+    addRepeatable(*command, "--source", sourceProperties,
+                  "Only the pins of sources with this property; all given must match")
+        ->type_name("KEY=VALUE");
+    addRepeatable(*command, "--dut", dutProperties, "Only the pins of DUTs with this property; all given must match")
+        ->type_name("KEY=VALUE");
+    addNumber(*command, "--max-switches", maxSwitches,
+              "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
+    addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
+    command->add_flag("--as-drawn", asDrawn,
+                      "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
+    command
+        ->add_option("--compare", savedFile,
+                     "Show what is different from a matrix that was saved before with --format json")
+        ->type_name("FILE");
+    addNumber(*command, "--jobs", jobs, "Search in N threads at once; 0 is one for each processor", 0, mostThreads);
+    relays.addTo(*command);
+    netlist.addTo(*command, formatNames(coverageFormats()));
+    command->footer(
+        "Sources are the components with the CompType Source, DUTs those with DUT; where --source or --dut gives a "
+        "CompType, it is that one instead.\n\n"
+        "Exit status: 0 done, 1 with --compare: pairs of pins are lost or longer, 2 wrong usage or unreadable "
+        "input.\n\n" +
+        exampleHeading +
+        "  velk coverage examples/demo/instruments.net examples/demo/matrix.net examples/demo/adapter.net");
+}
+
+bool CoverageCommand::isChosen() const
+{
+    return command->parsed();
+}
+
+int CoverageCommand::run() const
+{
+    VelkRouting::setTraceEnabled(false);
+    const QStringList files = toQStringList(netlist.files);
+    const QStringList savedFiles = savedFile.empty() ? QStringList() : QStringList{toQString(savedFile)};
+    const OutputTarget target = netlist.target();
+    checkFiles(files + relays.files() + savedFiles, target.fileName);
+    const Side sourceSide = sideOf(u"--source"_s, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, sourceProperties);
+    const Side dutSide = sideOf(u"--dut"_s, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT, dutProperties);
+    std::optional<SavedMatrix> saved;
+    if (!savedFile.empty())
+        saved.emplace(toQString(savedFile));
+
+    auto provider = loadNetlists(files, toQStringList(netlist.connectorTypes), readingMode(netlist.tolerant));
+    printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));
+    CoverageReport report{provider, routingOn(provider),          PinNames(provider),       shownNames(files),
+                          {},       pinsOf(provider, sourceSide), pinsOf(provider, dutSide)};
+    if (!asDrawn) {
+        report.switching = loadSwitching(provider, netlist, relays);
+        report.routing.setRelayContacts(report.switching->relayContacts());
+    }
+    compute(report);
+    if (saved)
+        report.comparison = saved->comparedWith(report);
+    writeAs(netlist.format, coverageFormats(), report, target);
+    const bool isAnyWorse = saved && !(report.comparison->lost.isEmpty() && report.comparison->longer.isEmpty());
+    return isAnyWorse ? isWorse : 0;
+}
+
+Routing CoverageCommand::routingOn(EDAProvider &provider) const
+{
+    Routing routing(&provider);
+    routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
+    routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
+    routing.setComponentTypesThatAreConnectors(toQStringList(netlist.connectorTypes));
+    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
+    routing.setMaxAdditionalNodesPerPath(maxConnections);
+    routing.setMaxPaths(mostRoutesCounted);
+    return routing;
+}
+
+void CoverageCommand::compute(CoverageReport &report) const
+{
+    const CoverageMatrix matrix(report.routing, report.sources, report.duts);
+    std::vector<SourceRow> rows(static_cast<std::size_t>(report.sources.size()));
+    Progress::begin(u"finding out who reaches whom"_s, report.sources.size());
+    workInThreads(jobs, report.sources.size(), [&](qsizetype source) {
+        SourceRow &row = rows[static_cast<std::size_t>(source)];
+        row.switches = matrix.row(source);
+        if (needsFirstRoutes(netlist.format))
+            row.firstRoutes = firstRoutesFrom(report.sources.at(source), row.switches, report);
+    });
+    for (const SourceRow &row : rows) {
+        report.rows.append(row.switches);
+        report.firstRoutes.append(row.firstRoutes);
+    }
+}
+}
