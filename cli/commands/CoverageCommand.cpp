@@ -1,6 +1,6 @@
 #include "cli/commands/CoverageCommand.h"
 
-#include "cli/commands/Jobs.h"
+#include "cli/commands/CoverageSearch.h"
 #include "cli/commands/Netlist.h"
 #include "cli/commands/SavedMatrix.h"
 #include "cli/commands/TypeWarnings.h"
@@ -69,25 +69,6 @@ QList<NodeWithComponent> pinsOf(const EDAProvider &netlist, const Side &side)
         throw CommandError{u"%1: %2"_s.arg(side.option, whyNoPins(netlist, side))};
     return pins;
 }
-
-/// What is told of a source pin.
-struct SourceRow
-{
-    QList<int> switches;
-    FirstRoutes firstRoutes;
-};
-
-FirstRoutes firstRoutesFrom(const NodeWithComponent &source, const QList<int> &switches, const CoverageReport &report)
-{
-    QList<QList<TracedPath>> routes(report.duts.size());
-    for (qsizetype i = 0; i < report.duts.size(); ++i) {
-        const auto &dut = report.duts.at(i);
-        if (switches.at(i) != CoverageMatrix::unreached)
-            routes[i] =
-                report.routing.findTracedPathsBetween(source.component, source.node->pin, dut.component, dut.node->pin);
-    }
-    return firstRoutesOf(routes);
-}
 }
 
 CoverageCommand::CoverageCommand(CLI::App &app)
@@ -105,6 +86,8 @@ CoverageCommand::CoverageCommand(CLI::App &app)
     addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
     command->add_flag("--as-drawn", asDrawn,
                       "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
+    command->add_flag("--critical", isCriticalAsked,
+                      "Also show the components without any one of which pairs of pins are lost");
     command
         ->add_option("--compare", savedFile,
                      "Show what is different from a matrix that was saved before with --format json")
@@ -147,7 +130,7 @@ int CoverageCommand::run() const
         report.switching = loadSwitching(provider, netlist, relays);
         report.routing.setRelayContacts(report.switching->relayContacts());
     }
-    compute(report);
+    findCoverage({tellsFirstRoutes(netlist.format), isCriticalAsked, tellsUnused(netlist.format)}, jobs, report);
     if (saved)
         report.comparison = saved->comparedWith(report);
     writeAs(netlist.format, coverageFormats(), report, target);
@@ -165,22 +148,5 @@ Routing CoverageCommand::routingOn(EDAProvider &provider) const
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(mostRoutesCounted);
     return routing;
-}
-
-void CoverageCommand::compute(CoverageReport &report) const
-{
-    const CoverageMatrix matrix(report.routing, report.sources, report.duts);
-    std::vector<SourceRow> rows(static_cast<std::size_t>(report.sources.size()));
-    Progress::begin(u"finding out who reaches whom"_s, report.sources.size());
-    workInThreads(jobs, report.sources.size(), [&](qsizetype source) {
-        SourceRow &row = rows[static_cast<std::size_t>(source)];
-        row.switches = matrix.row(source);
-        if (needsFirstRoutes(netlist.format))
-            row.firstRoutes = firstRoutesFrom(report.sources.at(source), row.switches, report);
-    });
-    for (const SourceRow &row : rows) {
-        report.rows.append(row.switches);
-        report.firstRoutes.append(row.firstRoutes);
-    }
 }
 }

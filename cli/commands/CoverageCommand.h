@@ -2,7 +2,8 @@
 #define VELK_CLI_COMMANDS_COVERAGECOMMAND_H
 
 #include "cli/commands/RelayOptions.h"
-#include "cli/formats/CoverageReport.h"
+
+#include <velk/routing/Routing.h>
 
 namespace VelkCli {
 
@@ -18,9 +19,7 @@ public:
     int run() const;
 
 private:
-    CoverageReport reportOn(Velk::EDAProvider &provider) const;
     Velk::Routing routingOn(Velk::EDAProvider &provider) const;
-    void compute(CoverageReport &report) const;
 
     NetlistOptions netlist;
     RelayOptions relays;

@@ -7,6 +7,8 @@
 #include "cli/terminal/Output.h"
 #include "cli/terminal/Terminal.h"
 
+#include <velk/naming/References.h>
+
 #include <QHash>
 #include <QIODevice>
 #include <QJsonArray>
@@ -95,7 +97,7 @@ public:
     QString text() const
     {
         QString result = countText() + u'\n';
-        result += unreachedText();
+        result += unreachedText() + unusedText();
         if (report.critical)
             result += criticalText(*report.critical);
         if (report.comparison)
@@ -151,6 +153,15 @@ private:
                        pinLines(sources));
     }
 
+    QString unusedText() const
+    {
+        return section(u"%1 on no first route, but on others"_s.arg(
+                           countWithVerb(report.onOtherRoutes.size(), u"component"_s)),
+                       refLines(report.onOtherRoutes)) +
+               section(u"%1 on no route at all"_s.arg(countWithVerb(report.onNoRoute.size(), u"component"_s)),
+                       refLines(report.onNoRoute));
+    }
+
     QString criticalText(const QList<CriticalPairs> &critical) const
     {
         QStringList lines;
@@ -190,22 +201,28 @@ private:
             qsizetype end = first;
             for (; end < pins.size() && pins.at(end).node->ref == ref; ++end)
                 texts.append(report.pinNames.text(ref, pins.at(end).node->pin).mid(ref.size() + 1));
-            lines.append(listing(ref, texts));
+            const QString line = listing(ref + u':', texts);
+            lines.append(u"  "_s + colour.paint(Colour::Role::Reference, ref) + line.mid(ref.size()));
             first = end;
         }
         return lines;
     }
 
-    /// "  J1#3: 1, 2, 5", on as many lines as that takes.
-    QString listing(const QString &head, const QStringList &texts) const
+    static QStringList refLines(const QList<QSharedPointer<EDAComponent>> &components)
+    {
+        return components.isEmpty() ? QStringList() : QStringList{u" "_s + listing({}, refsOf(components))};
+    }
+
+    /// "J1#3: 1, 2, 5", on as many lines as that takes. What is printable is for the caller to see to in the head.
+    static QString listing(const QString &head, const QStringList &texts)
     {
         constexpr qsizetype widest = 100;
-        QString result = u"  %1:"_s.arg(colour.paint(Colour::Role::Reference, head));
-        qsizetype width = head.size() + 3;
+        QString result = head;
+        qsizetype width = head.size();
         for (qsizetype i = 0; i < texts.size(); ++i) {
-            const QString text = texts.at(i) + (i + 1 < texts.size() ? u","_s : QString());
+            const QString text = printable(texts.at(i)) + (i + 1 < texts.size() ? u","_s : QString());
             const bool fits = width + 1 + text.size() <= widest;
-            result += (fits ? u" "_s : u"\n    "_s) + printable(text);
+            result += (fits ? u" "_s : u"\n    "_s) + text;
             width = (fits ? width + 1 : 4) + text.size();
         }
         return result;
@@ -335,8 +352,13 @@ const Formats<CoverageReport> &coverageFormats()
     return formats;
 }
 
-bool needsFirstRoutes(const std::string &format)
+bool tellsFirstRoutes(const std::string &format)
 {
     return format == "html";
+}
+
+bool tellsUnused(const std::string &format)
+{
+    return format == "text";
 }
 }

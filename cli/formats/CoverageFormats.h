@@ -6,7 +6,8 @@
 
 namespace VelkCli {
 
-/// text: how many pairs are reached over how many switches, what is not reached, and what is critical and different.
+/// text: how many pairs are reached over how many switches, what is not reached or not used, and what is critical and
+/// different.
 ///
 /// csv: a line for each source pin with the number of switches to each DUT pin, which the head line names; an empty
 /// cell where there is no route. What is different goes to standard error.
@@ -18,7 +19,9 @@ namespace VelkCli {
 const Formats<CoverageReport> &coverageFormats();
 
 /// Whether the form tells CoverageReport::firstRoutes.
-bool needsFirstRoutes(const std::string &format);
+bool tellsFirstRoutes(const std::string &format);
+/// Whether it tells which components are on no route.
+bool tellsUnused(const std::string &format);
 }
 
 #endif

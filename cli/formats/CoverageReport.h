@@ -57,7 +57,12 @@ struct CoverageReport
     QList<Velk::NodeWithComponent> duts;
     /// Of each source pin the number of switches to each DUT pin, or CoverageMatrix::unreached.
     QList<QList<int>> rows = {};
-    QList<FirstRoutes> firstRoutes = {}; ///< of each source pin; empty ones where no form of the answer tells them
+    QList<FirstRoutes> firstRoutes =
+        {}; ///< of each source pin; empty ones where the form of the answer does not tell them
+    /// The switchable components that no first route crosses, but others do, and those that no route crosses, in the
+    /// order of the netlist; where the form of the answer tells them.
+    QList<QSharedPointer<Velk::EDAComponent>> onOtherRoutes = {};
+    QList<QSharedPointer<Velk::EDAComponent>> onNoRoute = {};
     std::optional<QList<CriticalPairs>> critical = std::nullopt; ///< where asked for; most lost pairs first
     std::optional<CoverageComparison> comparison = std::nullopt; ///< where asked for
 };

@@ -1,0 +1,124 @@
+#include "cli/commands/CoverageSearch.h"
+
+#include "cli/commands/Jobs.h"
+#include "cli/terminal/Progress.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+using Components = QList<QSharedPointer<EDAComponent>>;
+
+/// What is told of a source pin.
+struct SourceRow
+{
+    QList<int> switches;
+    QList<CriticalComponent> critical;
+    Components onFirstRoutes;
+    FirstRoutes firstRoutes;
+};
+
+using SourceRows = std::vector<SourceRow>;
+
+FirstRoutes firstRoutesFrom(const NodeWithComponent &source, const QList<int> &switches, const CoverageReport &report)
+{
+    QList<QList<TracedPath>> routes(report.duts.size());
+    for (qsizetype i = 0; i < report.duts.size(); ++i) {
+        const auto &dut = report.duts.at(i);
+        if (switches.at(i) != CoverageMatrix::unreached)
+            routes[i] =
+                report.routing.findTracedPathsBetween(source.component, source.node->pin, dut.component, dut.node->pin);
+    }
+    return firstRoutesOf(routes);
+}
+
+SourceRows findRows(const CoverageMatrix &matrix, const CoverageExtras &extras, int threads,
+                    const CoverageReport &report)
+{
+    SourceRows rows(static_cast<std::size_t>(report.sources.size()));
+    Progress::begin(u"finding out who reaches whom"_s, report.sources.size());
+    workInThreads(threads, report.sources.size(), [&](qsizetype source) {
+        SourceRow &row = rows[static_cast<std::size_t>(source)];
+        row.switches = matrix.row(source);
+        if (extras.critical)
+            row.critical = matrix.criticalOf(source, row.switches);
+        if (extras.unused)
+            row.onFirstRoutes = matrix.onFirstPathsOf(source, row.switches);
+        if (extras.firstRoutes)
+            row.firstRoutes = firstRoutesFrom(report.sources.at(source), row.switches, report);
+    });
+    return rows;
+}
+
+QList<CriticalPairs> criticalPairs(const SourceRows &rows, const EDAProvider &netlist)
+{
+    QHash<const EDAComponent *, QList<std::pair<qsizetype, qsizetype>>> lost;
+    for (std::size_t source = 0; source < rows.size(); ++source) {
+        for (const auto &[component, duts] : rows[source].critical) {
+            for (const qsizetype dut : duts)
+                lost[component.data()].append({static_cast<qsizetype>(source), dut});
+        }
+    }
+    QList<CriticalPairs> result;
+    const auto components = netlist.getComponents();
+    for (const auto &component : components) {
+        if (lost.contains(component.data()))
+            result.append({component, lost.value(component.data())});
+    }
+    std::stable_sort(result.begin(), result.end(),
+                     [](const auto &a, const auto &b) { return a.lost.size() > b.lost.size(); });
+    return result;
+}
+
+Components onNoFirstRoute(const SourceRows &rows, const CoverageReport &report)
+{
+    QSet<const EDAComponent *> used;
+    for (const SourceRow &row : rows) {
+        for (const auto &component : row.onFirstRoutes)
+            used.insert(component.data());
+    }
+    const auto types = report.routing.componentTypesThatAreSwitchable();
+    auto components = report.netlist.getComponents();
+    components.removeIf([&](const auto &component) {
+        return used.contains(component.data()) || !types.contains(component->type(), Qt::CaseInsensitive);
+    });
+    return components;
+}
+
+/// Has the report tell which of these components are on a route at all.
+void tellUnused(const Components &components, const CoverageMatrix &matrix, int threads, CoverageReport &report)
+{
+    std::vector<char> areUsed(static_cast<std::size_t>(components.size())); // no bits: threads write them
+    Progress::begin(u"finding out what no route crosses"_s, components.size());
+    workInThreads(threads, components.size(), [&](qsizetype i) {
+        areUsed[static_cast<std::size_t>(i)] = matrix.isOnAnyPath(components.at(i)) ? 1 : 0;
+    });
+    for (qsizetype i = 0; i < components.size(); ++i) {
+        auto &list = areUsed[static_cast<std::size_t>(i)] != 0 ? report.onOtherRoutes : report.onNoRoute;
+        list.append(components.at(i));
+    }
+}
+}
+
+void findCoverage(const CoverageExtras &extras, int threads, CoverageReport &report)
+{
+    const CoverageMatrix matrix(report.routing, report.sources, report.duts);
+    const SourceRows rows = findRows(matrix, extras, threads, report);
+    for (const SourceRow &row : rows) {
+        report.rows.append(row.switches);
+        report.firstRoutes.append(row.firstRoutes);
+    }
+    if (extras.critical)
+        report.critical = criticalPairs(rows, report.netlist);
+    if (extras.unused)
+        tellUnused(onNoFirstRoute(rows, report), matrix, threads, report);
+}
+}
