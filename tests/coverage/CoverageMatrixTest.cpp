@@ -63,7 +63,7 @@ QString toText(const CoverageMatrix &matrix, const EDAProvider &netlist)
     return text;
 }
 
-/// The same as a list of all paths tells it.
+/// The same as lists of all paths tell it, and that there is none where a component is left out.
 QString definition(Routing routing, const Pins &sources, const Pins &duts, const EDAProvider &netlist)
 {
     routing.setMaxPaths(0);
@@ -84,16 +84,19 @@ QString definition(Routing routing, const Pins &sources, const Pins &duts, const
             const auto paths = routing.findTracedPathsBetween(source.component, source.node->pin,
                                                               duts.at(dut).component, duts.at(dut).node->pin);
             text += u' ' + (paths.isEmpty() ? u"-"_s : QString::number(paths.first().steps.size()));
-            std::map<QString, qsizetype> counts;
-            for (const auto &path : paths) {
-                for (const QString &ref : refsOf(path))
-                    ++counts[ref];
-            }
-            for (const auto &[ref, count] : counts) {
-                onAny.insert(ref);
-                if (count == paths.size())
+            std::set<QString> onPaths;
+            for (const auto &path : paths)
+                onPaths.merge(refsOf(path));
+            for (const QString &ref : onPaths) {
+                Routing without = routing;
+                without.setExcludedComponents(routing.excludedComponents() + QList{ref});
+                if (without
+                        .findTracedPathsBetween(source.component, source.node->pin, duts.at(dut).component,
+                                                duts.at(dut).node->pin)
+                        .isEmpty())
                     lost[ref] += u' ' + QString::number(dut);
             }
+            onAny.merge(onPaths);
             if (!paths.isEmpty())
                 onFirst.merge(refsOf(paths.first()));
         }
@@ -225,6 +228,10 @@ private Q_SLOTS:
                 routing.setRelayContacts(randomContacts(joined, random));
             if (random.bounded(3) == 0)
                 routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s, QString()});
+            if (random.bounded(3) == 0) {
+                routing.setExcludedComponents({joined.getComponents().at(random.bounded(4))->ref});
+                routing.setExcludedNets({u"N0#1"_s});
+            }
             const Pins sources = somePins(joined, u"Source"_s, random);
             const Pins duts = somePins(joined, u"DUT"_s, random);
             const QString expected = definition(routing, sources, duts, joined);

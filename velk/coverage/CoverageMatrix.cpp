@@ -1,62 +1,116 @@
 #include <velk/coverage/CoverageMatrix.h>
 
+#include <velk/coverage/NumberedPaths.h>
+#include <velk/coverage/PlainPaths.h>
 #include <velk/routing/RoutingPrivate.h>
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
+#include <map>
+#include <numeric>
+#include <set>
 
 namespace Velk {
 
 class CoverageMatrixPrivate
 {
 public:
-    using Components = QList<QSharedPointer<EDAComponent>>;
-
-    CoverageMatrixPrivate(const Routing &routing, const QList<NodeWithComponent> &sourcePins,
+    CoverageMatrixPrivate(const Routing &configuredRouting, const QList<NodeWithComponent> &sourcePins,
                           const QList<NodeWithComponent> &dutPins)
-        : provider(*routing.d->provider)
-        , firstPaths(routing)
-        , allPaths(routing)
+        : routing(configuredRouting)
+        , isCalledOff(routing.interruption())
         , sources(sourcePins)
         , duts(dutPins)
+        , numbers(*routing.d->provider, routing.d->providerIndex())
     {
-        firstPaths.setMaxPaths(1);
-        allPaths.setMaxPaths(0);
+        const auto *index = routing.d->providerIndex();
+        for (qsizetype dut = 0; index && dut < duts.size(); ++dut)
+            dutTerminals.push_back(terminalOf(duts.at(dut), *index).terminal);
     }
 
-    static QList<TracedPath> find(const Routing &routing, const NodeWithComponent &source, const NodeWithComponent &dut)
+    std::unique_ptr<PathFinder> finderFrom(qsizetype source) const
     {
-        return routing.findTracedPathsBetween(source.component, source.node->pin, dut.component, dut.node->pin);
-    }
-
-    /// These, in the order of the provider's.
-    Components inOrder(const QSet<QString> &refs) const
-    {
-        Components result;
-        const auto components = provider.getComponents();
-        for (const auto &component : components) {
-            if (component && refs.contains(component->ref))
-                result.append(component);
+        const NodeWithComponent &pin = sources.at(source);
+        if (const auto *index = routing.d->searchedIndex()) {
+            const NumberedNode start = terminalOf(pin, *index);
+            const bool areKnown =
+                start.terminal != NetlistIndex::none &&
+                std::find(dutTerminals.cbegin(), dutTerminals.cend(), NetlistIndex::none) == dutTerminals.cend();
+            if (areKnown)
+                return std::make_unique<NumberedPaths>(*index, routing.d->tracedRules(), start, dutTerminals,
+                                                       isCalledOff);
         }
-        return result;
+        return std::make_unique<PlainPaths>(routing, numbers, pin, duts);
     }
 
-    const EDAProvider &provider;
-    Routing firstPaths;
-    Routing allPaths;
-    QList<NodeWithComponent> sources;
-    QList<NodeWithComponent> duts;
+    const Routing routing;
+    const std::function<bool()> isCalledOff;
+    const QList<NodeWithComponent> sources;
+    const QList<NodeWithComponent> duts;
+    const ComponentNumbers numbers;
+
+private:
+    static NumberedNode terminalOf(const NodeWithComponent &pin, const NetlistIndex &index)
+    {
+        return index.pinOf(pin.component, pin.node->pin);
+    }
+
+    std::vector<int> dutTerminals; ///< where the provider has an index
 };
 
 namespace {
 
-QSet<QString> refsOn(const TracedPath &path)
+/// The components without which a source pin may lose DUT pins.
+class LossCandidates
 {
-    QSet<QString> result;
-    for (const TracedStep &step : path.steps)
-        result.insert(step.component->ref);
+public:
+    /// None but those on a path of each.
+    LossCandidates(const std::vector<qsizetype> &duts, const std::vector<PathFinder::Path> &paths)
+    {
+        for (std::size_t i = 0; i < duts.size(); ++i) {
+            if (!paths[i])
+                continue;
+            candidates[duts[i]] = *paths[i];
+            for (const int component : *paths[i])
+                lostDuts[component].insert(duts[i]);
+        }
+    }
+
+    /// What remains when paths without each of them are looked for: the DUT pins that are lost, by components.
+    const std::map<int, std::set<qsizetype>> &confirm(PathFinder &finder)
+    {
+        for (const auto &[component, lost] : lostDuts) {
+            const std::vector<qsizetype> duts(lost.cbegin(), lost.cend());
+            const auto paths = finder.shortestPaths(duts, component);
+            for (std::size_t i = 0; i < duts.size(); ++i) {
+                if (paths[i])
+                    keepThoseOn(*paths[i], duts[i]);
+            }
+        }
+        return lostDuts;
+    }
+
+private:
+    void keepThoseOn(const std::vector<int> &path, qsizetype dut)
+    {
+        for (const int component : candidates[dut]) {
+            if (std::find(path.cbegin(), path.cend(), component) == path.cend())
+                lostDuts[component].erase(dut);
+        }
+    }
+
+    std::map<qsizetype, std::vector<int>> candidates; ///< by DUT pins
+    std::map<int, std::set<qsizetype>> lostDuts;
+};
+
+std::vector<qsizetype> reachedIn(const QList<int> &row)
+{
+    std::vector<qsizetype> result;
+    for (qsizetype dut = 0; dut < row.size(); ++dut) {
+        if (row.at(dut) != CoverageMatrix::unreached)
+            result.push_back(dut);
+    }
     return result;
 }
 
@@ -121,53 +175,59 @@ QList<NodeWithComponent> CoverageMatrix::duts() const
 
 QList<int> CoverageMatrix::row(qsizetype source) const
 {
+    std::vector<qsizetype> all(static_cast<std::size_t>(d->duts.size()));
+    std::iota(all.begin(), all.end(), 0);
+    const auto paths = d->finderFrom(source)->shortestPaths(all, PathFinder::none);
     QList<int> result;
     result.reserve(d->duts.size());
-    for (const NodeWithComponent &dut : d->duts) {
-        const auto paths = CoverageMatrixPrivate::find(d->firstPaths, d->sources.at(source), dut);
-        result.append(paths.isEmpty() ? unreached : static_cast<int>(paths.first().steps.size()));
-    }
+    for (const auto &path : paths)
+        result.append(path ? static_cast<int>(path->size()) : unreached);
     return result;
 }
 
 QList<CriticalComponent> CoverageMatrix::criticalOf(qsizetype source, const QList<int> &row) const
 {
-    QHash<QString, QList<qsizetype>> lost;
-    for (qsizetype dut = 0; dut < row.size(); ++dut) {
-        if (row.at(dut) <= 0)
-            continue;
-        const auto paths = CoverageMatrixPrivate::find(d->allPaths, d->sources.at(source), d->duts.at(dut));
-        QSet<QString> onAll = refsOn(paths.first());
-        for (const TracedPath &path : paths)
-            onAll.intersect(refsOn(path));
-        for (const QString &ref : std::as_const(onAll))
-            lost[ref].append(dut);
+    const auto finder = d->finderFrom(source);
+    const auto reached = reachedIn(row);
+    LossCandidates candidates(reached, finder->shortestPaths(reached, PathFinder::none));
+    const auto &lostDuts = candidates.confirm(*finder);
+    std::vector<int> components;
+    for (const auto &[component, lost] : lostDuts) {
+        if (!lost.empty())
+            components.push_back(component);
     }
+    d->numbers.sort(components);
     QList<CriticalComponent> result;
-    const auto components = d->inOrder({lost.keyBegin(), lost.keyEnd()});
-    for (const auto &component : components)
-        result.append({component, lost.value(component->ref)});
+    for (const int component : components) {
+        const auto &lost = lostDuts.at(component);
+        result.append({d->numbers.component(component), {lost.cbegin(), lost.cend()}});
+    }
     return result;
 }
 
 QList<QSharedPointer<EDAComponent>> CoverageMatrix::onFirstPathsOf(qsizetype source, const QList<int> &row) const
 {
-    QSet<QString> refs;
-    for (qsizetype dut = 0; dut < row.size(); ++dut) {
-        if (row.at(dut) > 0)
-            refs.unite(
-                refsOn(CoverageMatrixPrivate::find(d->firstPaths, d->sources.at(source), d->duts.at(dut)).first()));
+    const auto finder = d->finderFrom(source);
+    std::set<int> onPaths;
+    for (const qsizetype dut : reachedIn(row)) {
+        if (const auto path = finder->firstPath(dut))
+            onPaths.insert(path->cbegin(), path->cend());
     }
-    return d->inOrder(refs);
+    std::vector<int> components(onPaths.cbegin(), onPaths.cend());
+    d->numbers.sort(components);
+    QList<QSharedPointer<EDAComponent>> result;
+    for (const int component : components)
+        result.append(d->numbers.component(component));
+    return result;
 }
 
 bool CoverageMatrix::isOnAnyPath(const QSharedPointer<EDAComponent> &component) const
 {
-    const auto crosses = [&](const TracedPath &path) { return refsOn(path).contains(component->ref); };
-    for (const NodeWithComponent &source : d->sources) {
-        for (const NodeWithComponent &dut : d->duts) {
-            const auto paths = CoverageMatrixPrivate::find(d->allPaths, source, dut);
-            if (std::any_of(paths.cbegin(), paths.cend(), crosses))
+    const int number = component ? d->numbers.numberOf(*component) : PathFinder::none;
+    for (qsizetype source = 0; source < d->sources.size(); ++source) {
+        const auto finder = d->finderFrom(source);
+        for (qsizetype dut = 0; dut < d->duts.size(); ++dut) {
+            if (finder->hasPathOver(number, dut))
                 return true;
         }
     }
