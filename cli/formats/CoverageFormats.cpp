@@ -2,6 +2,7 @@
 
 #include "cli/formats/Count.h"
 #include "cli/formats/NoRouteText.h"
+#include "cli/formats/html/CoveragePage.h"
 #include "cli/terminal/Colour.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
@@ -344,11 +345,17 @@ void writeAsJson(const CoverageReport &report, const OutputTarget &target)
 {
     writeOutput(target.fileName, [&](QIODevice &device) { coverageToJson(report, device); });
 }
+
+void writeAsHtml(const CoverageReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, coverageToPage(report));
+}
 }
 
 const Formats<CoverageReport> &coverageFormats()
 {
-    static const Formats<CoverageReport> formats{{"text", writeAsText}, {"csv", writeAsCsv}, {"json", writeAsJson}};
+    static const Formats<CoverageReport> formats{
+        {"text", writeAsText}, {"csv", writeAsCsv}, {"json", writeAsJson}, {"html", writeAsHtml}};
     return formats;
 }
 

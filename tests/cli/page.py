@@ -76,6 +76,9 @@ class Page:
     def press(self, *keys):
         ActionChains(self.browser).send_keys(*keys).perform()
 
+    def press_with_control(self, key):
+        ActionChains(self.browser).key_down(Keys.CONTROL).send_keys(key).key_up(Keys.CONTROL).perform()
+
     def filter(self, text):
         self.find("#filter").clear()
         self.find("#filter").send_keys(text)
@@ -414,9 +417,126 @@ def check_state_large(page):
     page.screenshot("light")
 
 
+OPEN_EACH = """
+    const texts = (selector) => Array.from(document.querySelectorAll(selector), (element) => element.textContent);
+    return data.switches.map((row, source) => row.map((switches, dut) => {
+        openPair({ source, dut });
+        return byId('route').hidden ? null : [texts('#drawing .switch .ref'), texts('#drawing .end .ref'),
+            texts('#drawing .connection').length, document.querySelectorAll('#steps > li').length];
+    }));"""
+
+
+def check_every_pair(page):
+    """Whatever cell is opened, the drawing shows its first route, from its source pin to its DUT pin."""
+    data = page.data()
+    for row, (source, found) in enumerate(zip(data["sources"], page.run(OPEN_EACH), strict=True)):
+        expected = []
+        for dut, switches, route in zip(data["duts"], data["switches"][row], data["routes"][row], strict=True):
+            check(f"{page.name}: {source['text']} to {dut['text']} has a route", route is None, switches is None)
+            expected.append(route and [refs_of(data, {"crossings": route[1]}), [source["text"], dut["text"]],
+                                       len(route[2]), switches + 2])
+        check(f"{page.name}: routes of {source['text']}", found, expected)
+
+
+LEAST_CONTRAST = """
+    const bright = (colour) => colour.match(/[0-9.]+/g).slice(0, 3).map((part) => part / 255)
+        .map((part) => part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4)
+        .reduce((sum, part, i) => sum + part * [0.2126, 0.7152, 0.0722][i], 0);
+    const contrasts = Array.from({ length: heatSteps }, (_, step) => {
+        const sample = document.body.appendChild(html('span', { class: `heat-${step}` }, '1'));
+        const { color, backgroundColor } = getComputedStyle(sample);
+        sample.remove();
+        const [dark, light] = [bright(color), bright(backgroundColor)].sort((a, b) => a - b);
+        return (light + 0.05) / (dark + 0.05);
+    });
+    return Math.min(...contrasts);"""
+
+
+def active_cell(page):
+    return page.find("#" + page.find("#grid").get_attribute("aria-activedescendant"))
+
+
+def check_coverage(page):
+    check("reached", page.find("#summary").text.split(".")[0], "89 of 540 pairs of source and DUT pins have a route")
+    check("focus", page.run("return document.activeElement.id"), "grid")
+    check("size", [page.find("#grid").get_attribute(f"aria-{name}count") for name in ("row", "col")], ["34", "21"])
+    page.press(Keys.ARROW_DOWN, Keys.END)
+    check("cell", active_cell(page).get_attribute("aria-label"), "U1#1.SENSE_HI to J2#3.I_IN: no route")
+    page.press(Keys.HOME, Keys.ARROW_RIGHT, Keys.ARROW_RIGHT, Keys.ARROW_RIGHT, Keys.ENTER)
+    check("opened", page.find("#title").text, "U1#1.SENSE_HI \u2192 J1#3.IN_N: 4 switches")
+    check("counted", page.texts("#facts p"), ["The first of 10 or more routes"])
+    check_soon("address", lambda: page.run("return location.hash"), "#pair=2+4")
+    page.screenshot("light")
+    page.press(Keys.ESCAPE)
+    check("closed", page.is_shown("#route"), False)
+    page.press_with_control(Keys.END)
+    check("last row", active_cell(page).get_attribute("aria-label"), "U6#1.CHASSIS to J2#3.I_IN: no route")
+    check("names stay", page.run("""
+        const [grid, name, column] = ['#grid', '.name.at', '.column.at'].map(
+            (selector) => document.querySelector(selector).getBoundingClientRect());
+        return [name.left - grid.left, column.top > grid.top, column.bottom < grid.top + 200];"""), [0, True, True])
+    page.find("#cell-11-2").click()
+    check("click", page.find("#title").text, "U3#1.OUT \u2192 J1#3.IN_P: 2 switches")
+    page.open("#pair=2+4&sources=sense+-U2&switches=4+none")
+    check("address read", page.find("#title").text, "U1#1.SENSE_HI \u2192 J1#3.IN_N: 4 switches")
+    check("filtered", page.find("#count").text, "69 of 540 pairs, 4 x 20 pins")
+    page.find("#clear").click()
+    page.press("/", "nothing")
+    check("no pin", page.find("#count").text, "No pair passes these filters")
+    page.find("#clear").click()
+    page.find("#source-filter").send_keys("U2*lo")
+    check("rows by stars", page.texts("#grid .name"), ["LO", "SENSE_LO"])
+    page.find("#clear").click()
+    check("cleared", page.find("#count").text, "540 pairs")
+    check_every_pair(page)
+    for theme in ("light", "dark"):
+        check(f"contrast, {theme}", page.run(LEAST_CONTRAST) >= 4.5, True)
+        page.find("#theme").click()
+    page.find("#theme").click()
+    page.screenshot("dark")
+    page.screenshot("dark-narrow", (420, 900))
+    page.find("#theme").click()
+    page.run("dispatchEvent(new Event('beforeprint'))")
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+    check("printed", [page.is_shown("#grid"), len(page.texts("#printed td"))], [False, 540])
+    page.screenshot("print", (800, 1100))
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
+
+def check_coverage_compared(page):
+    marked = "return Array.from(document.querySelectorAll('.cell.changed:not(.faded)'), (cell) => cell.textContent)"
+    check("marks", page.run(marked)[:4], ["\u2715", "\u25b22", "\u25bc2", "+3"])
+    check("listed", page.texts("#facts summary")[:4],
+          ["\u2715 2 pairs lost", "+ 86 pairs gained", "\u25b2 1 pair longer", "\u25bc 1 pair shorter"])
+    page.find("#facts summary").click()
+    check("lost", page.texts("#facts details:first-of-type li"),
+          ["U1#1.FORCE_HI to J1#3.VCC: 1 switch before, no route now",
+           "U9#1.1 to J1#3.3 (not in both systems): 2 switches before, no route now"])
+    page.screenshot("light")
+    page.find("#kinds button:nth-of-type(3)").click()
+    check("longer ones", [page.find("#count").text, page.run(marked)], ["1 of 540 pairs, 1 x 1 pins", ["\u25b22"]])
+    page.find(".cell").click()
+    check("before", page.texts("#facts p")[1], "longer, before: 1 switch")
+
+
+def check_coverage_hostile(page):
+    check_state_hostile(page)
+    page.find(".cell").click()
+    check("opened", len(page.drawn_refs()), page.data()["switches"][0][0])
+
+
+def check_coverage_large(page):
+    page.press_with_control(Keys.END)
+    check("end", active_cell(page).get_attribute("aria-colindex"), page.find("#grid").get_attribute("aria-colcount"))
+    check("few cells", len(page.texts(".cell")) < 2000, True)
+    page.screenshot("light")
+
+
 def main(folder):
     checks = {"demo": check_demo, "relays": check_relays, "drawn": check_drawn, "direct": check_direct, "fuse": check_fuse, "none": check_none,
               "large": check_large, "hostile": check_hostile,
+              "coverage": check_coverage, "coverage-compared": check_coverage_compared,
+              "coverage-large": check_coverage_large, "coverage-hostile": check_coverage_hostile,
               "state": check_state, "state-hostile": check_state_hostile, "state-large": check_state_large}
     with start_browser() as browser:
         for name, check_page in checks.items():

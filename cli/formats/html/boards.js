@@ -17,3 +17,9 @@ function boardName(board) {
 function boardColour(board) {
     return `board-${(board - 1) % 10}`;
 }
+
+function showBoards() {
+    byId('boards').append('Boards: ', ...data.boards.map((file, i) =>
+        html('span', { class: boardColour(i + 1), title: inFull(file) },
+            `#${i + 1} ${shortened(boardName(i + 1), 60)}`)));
+}

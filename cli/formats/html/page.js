@@ -6,12 +6,6 @@ let chosenRoute = -1;
 let describedRoute = -1;
 let addressTimer;
 
-function describeEnd(end) {
-    const component = componentOf(end);
-    return `${aboutText(component, 2000)}, pin ${inFull(pinText(end.pin))}, ` +
-        Object.entries(component.properties).map(([key, value]) => `${inFull(key)}=${inFull(value)}`).join(', ');
-}
-
 function showHeader() {
     const end = (each) => html('bdi', { title: describeEnd(each) }, shortened(each.text, 80));
     byId('heading').replaceChildren(end(data.source), ' \u2192 ', end(data.destination));
@@ -20,9 +14,7 @@ function showHeader() {
         data.leftOut ? `; ${data.leftOut}` : ''];
     byId('summary').append(counted(data.routes.length, 'route', 'routes'), ...remarks,
         `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
-    byId('boards').append('Boards: ', ...data.boards.map((file, i) =>
-        html('span', { class: boardColour(i + 1), title: inFull(file) },
-            `#${i + 1} ${shortened(boardName(i + 1), 60)}`)));
+    showBoards();
 }
 
 function showNone() {

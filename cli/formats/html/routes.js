@@ -72,6 +72,12 @@ function pinText(pin) {
     return pin.name && pin.name !== '~' && pin.name !== pin.number ? `${pin.number} (${pin.name})` : pin.number;
 }
 
+function describeEnd(end) {
+    const component = componentOf(end);
+    return `${aboutText(component, 2000)}, pin ${inFull(pinText(end.pin))}, ` +
+        Object.entries(component.properties).map(([key, value]) => `${inFull(key)}=${inFull(value)}`).join(', ');
+}
+
 // The boards from one to the other along the joints of the net, with the joints between each two.
 function hops(net, from, to) {
     const before = new Map([[from, null]]);

@@ -196,9 +196,7 @@ function showHeader() {
     const isCompared = data.steps.some((step) => step.missing);
     byId('summary').append(counted(data.steps.length, 'step', 'steps'),
         isCompared ? `; ${wrong === 0 ? 'all as expected' : `${wrong} not as expected`}` : '');
-    byId('boards').append('Boards: ', ...data.boards.map((file, i) =>
-        html('span', { class: boardColour(i + 1), title: inFull(file) },
-            `#${i + 1} ${shortened(boardName(i + 1), 60)}`)));
+    showBoards();
     byId('wrong-label').hidden = !isCompared;
     if (data.unknown.length > 0)
         byId('unknown').append('What these relays connect is not known: ', ...refs(data.unknown));
