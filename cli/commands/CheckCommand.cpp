@@ -10,6 +10,8 @@
 
 #include <velk/check/SystemCheck.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -38,12 +40,15 @@ CheckCommand::CheckCommand(CLI::App &app)
     : command(app.add_subcommand("check", "Look for what is probably not as it is meant"))
 {
     netlist.addTo(*command, formatNames(findingFormats()));
-    relays.addTo(*command);
-    addDutTypeTo(*command, dutTypes);
+    command->callback([this] { netlist.system.take(); });
+    relays.addTo(*command, netlist.system);
+    netlist.system.fill(addDutTypeTo(*command, dutTypes),
+                        [this](const VelkSystemFile &file) { dutTypes = file.options.dutTypes; });
     addRepeatable(*command, "--ignore", ignored, "Leave out what is found under this code, see below")
         ->check(ignorableValidator())
         ->type_name("CODE");
     command->add_flag("--all", showsAll, "Show all findings as text, not the first ones of each code only");
+    netlist.system.add([this](const VelkSystemFile &file) { accepted = file.ignoredFindings; });
     command->footer(
         "--ignore CODE:NAME leaves out what is found at one component or net, as in --ignore "
         "pin-alone-on-net:K7. NAME is that of the finding, with its #n or, for all boards, without; '*' in it "
@@ -59,11 +64,20 @@ bool CheckCommand::isChosen() const
     return command->parsed();
 }
 
+/// Of what leaves out nothing: the option, or the system file.
+QString CheckCommand::placeOf(const QString &note) const
+{
+    const bool isGiven = std::any_of(ignored.cbegin(), ignored.cend(), [&](const std::string &text) {
+        return note.startsWith(toQString(text) + u": "_s);
+    });
+    return isGiven ? u"--ignore"_s : netlist.system.files().join(QString()) + u": ignore"_s;
+}
+
 int CheckCommand::run() const
 {
     const QStringList files = toQStringList(netlist.files);
     const OutputTarget target = netlist.target();
-    checkFiles(files + relays.files(), target.fileName);
+    checkFiles(netlist.inputs() + relays.files(), target.fileName);
     auto netlists = readNetlists(files, readingMode(netlist.tolerant));
     const auto system = joined(netlists, toQStringList(netlist.connectorTypes));
     SystemCheck check(system);
@@ -77,12 +91,12 @@ int CheckCommand::run() const
     check.setComponentTypesDut(toQStringList(dutTypes));
     check.setComponentTypesThatArePassive(toQStringList(relays.passiveTypes));
     check.setRelayTables(relays.readTables());
-    check.setIgnored(toQStringList(ignored));
+    check.setIgnored(toQStringList(ignored) + toQStringList(accepted));
     QStringList unusedIgnored;
     const CheckReport report{check.findings(&unusedIgnored), shownNames(files), system.getComponents().size(),
                              showsAll};
     for (const QString &note : std::as_const(unusedIgnored))
-        printMessage(u"velk: --ignore "_s + note);
+        printMessage(u"velk: %1 %2"_s.arg(placeOf(note), note));
 
     writeAs(netlist.format, findingFormats(), report, target);
     return report.findings.isEmpty() ? 0 : 1;

@@ -17,10 +17,13 @@ public:
     int run() const;
 
 private:
+    QString placeOf(const QString &note) const;
+
     NetlistOptions netlist;
     RelayOptions relays;
     std::vector<std::string> dutTypes;
     std::vector<std::string> ignored;
+    std::vector<std::string> accepted; ///< by the system file
     bool showsAll = false;
     CLI::App *command;
 };

@@ -81,9 +81,13 @@ CoverageCommand::CoverageCommand(CLI::App &app)
         ->type_name("KEY=VALUE");
     addRepeatable(*command, "--dut", dutProperties, "Only the pins of DUTs with this property; all given must match")
         ->type_name("KEY=VALUE");
-    addNumber(*command, "--max-switches", maxSwitches,
-              "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
-    addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
+    netlist.system.fill(
+        addNumber(*command, "--max-switches", maxSwitches,
+                  "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found"),
+        [this](const VelkSystemFile &file) { maxSwitches = file.limits.maxSwitches; });
+    netlist.system.fill(
+        addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N"),
+        [this](const VelkSystemFile &file) { maxConnections = file.limits.maxConnections; });
     command->add_flag("--as-drawn", asDrawn,
                       "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
     command->add_flag("--critical", isCriticalAsked,
@@ -93,8 +97,9 @@ CoverageCommand::CoverageCommand(CLI::App &app)
                      "Show what is different from a matrix that was saved before with --format json")
         ->type_name("FILE");
     addNumber(*command, "--jobs", jobs, "Search in N threads at once; 0 is one for each processor", 0, mostThreads);
-    relays.addTo(*command);
+    relays.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(coverageFormats()));
+    command->callback([this] { netlist.system.take(); });
     command->footer(
         "Sources are the components with the CompType Source, DUTs those with DUT; where --source or --dut gives a "
         "CompType, it is that one instead.\n\n"
@@ -115,7 +120,7 @@ int CoverageCommand::run() const
     const QStringList files = toQStringList(netlist.files);
     const QStringList savedFiles = savedFile.empty() ? QStringList() : QStringList{toQString(savedFile)};
     const OutputTarget target = netlist.target();
-    checkFiles(files + relays.files() + savedFiles, target.fileName);
+    checkFiles(netlist.inputs() + relays.files() + savedFiles, target.fileName);
     const Side sourceSide = sideOf(u"--source"_s, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, sourceProperties);
     const Side dutSide = sideOf(u"--dut"_s, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT, dutProperties);
     std::optional<SavedMatrix> saved;

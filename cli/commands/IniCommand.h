@@ -1,7 +1,11 @@
 #ifndef VELK_CLI_COMMANDS_INICOMMAND_H
 #define VELK_CLI_COMMANDS_INICOMMAND_H
 
-#include "cli/commands/Options.h"
+#include "cli/commands/SystemFileOptions.h"
+
+#include <velk/model/EDAProvider.h>
+
+#include <memory>
 
 namespace VelkCli {
 
@@ -17,16 +21,21 @@ public:
     int run() const;
 
 private:
+    void addReading(CLI::App &subcommand, SystemFileOptions &system);
     void addPhysical();
     void addApplication();
     int runPhysical() const;
     int runApplication() const;
+    std::shared_ptr<Velk::EDAProvider> load(const std::vector<std::string> &files) const;
 
+    SystemFileOptions physicalSystem;
+    SystemFileOptions applicationSystem;
     std::vector<std::string> netlists;
     std::vector<std::string> types;
     std::vector<std::string> testSystemFiles;
     std::vector<std::string> applicationFiles;
     std::vector<std::string> dutTypes;
+    std::vector<std::string> connectorTypes;
     std::string testSystemName;
     std::string applicationName;
     std::string outputFile;

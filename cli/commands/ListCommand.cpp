@@ -98,8 +98,9 @@ ListCommand::ListCommand(CLI::App &app)
         ->type_name("KEY=VALUE");
     command->add_flag("--positions", showsPositions,
                       "Of the components list the relays, with the contacts that are closed in each position");
-    relays.addTo(*command);
+    relays.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(listFormats()));
+    command->callback([this] { netlist.system.take(); });
     command->footer(exampleHeading + "  velk list components --where CompType=Relay examples/demo/matrix.net");
 }
 
@@ -114,7 +115,7 @@ int ListCommand::run() const
     if (showsPositions && what != "components")
         throw CommandError{u"--positions: goes with components only"_s};
     const auto properties = parseProperties(u"--where"_s, toQStringList(where));
-    checkFiles(toQStringList(netlist.files) + relays.files(), target.fileName);
+    checkFiles(netlist.inputs() + relays.files(), target.fileName);
     const auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                        readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));

@@ -101,12 +101,12 @@ MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStringList
     return joined(readNetlists(fileNames, mode), connectorTypes);
 }
 
-std::shared_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, KiCadReadingMode mode)
+std::shared_ptr<EDAProvider> loadOneOrJoin(const QStringList &fileNames, const QStringList &connectorTypes,
+                                           KiCadReadingMode mode)
 {
     if (fileNames.size() == 1)
         return loadNetlist(fileNames.first(), mode).netlist();
-    return std::make_shared<MultipleEDAProvider>(
-        loadNetlists(fileNames, {MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE}, mode));
+    return std::make_shared<MultipleEDAProvider>(loadNetlists(fileNames, connectorTypes, mode));
 }
 
 QString shownName(const QString &fileName)

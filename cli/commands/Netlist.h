@@ -25,7 +25,8 @@ Velk::MultipleEDAProvider loadNetlists(const QStringList &fileNames, const QStri
                                        Velk::KiCadReadingMode mode);
 
 /// One file as it is, without the suffix "#1", or several joined.
-std::shared_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, Velk::KiCadReadingMode mode);
+std::shared_ptr<Velk::EDAProvider> loadOneOrJoin(const QStringList &fileNames, const QStringList &connectorTypes,
+                                                 Velk::KiCadReadingMode mode);
 
 /// As messages name the file: "standard input" for "-".
 QString shownName(const QString &fileName);

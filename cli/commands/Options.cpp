@@ -6,12 +6,6 @@
 #include <CLI/CLI.hpp>
 
 #include <velk/ini/EDAApplicationIniGenerator.h>
-#include <velk/provider/MultipleEDAProvider.h>
-#include <velk/routing/Routing.h>
-
-#include <QFileInfo>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -21,68 +15,6 @@ namespace VelkCli {
 const std::string examplesFolder = VELK_EXAMPLES_FOLDER;
 const std::string exampleHeading = "Example, from " VELK_EXAMPLES_FOLDER ":\n";
 const std::string exitStatusHeading = "Exit status:\n";
-
-namespace {
-
-/// Of a file of this name, if its ending tells.
-std::string formatOf(const std::string &fileName)
-{
-    const QString ending = QFileInfo(toQString(fileName)).suffix().toLower();
-    if (ending == u"htm"_s)
-        return "html";
-    return ending == u"gv"_s ? "dot" : ending.toStdString();
-}
-}
-
-NetlistOptions::NetlistOptions()
-    : connectorTypes{MultipleEDAProvider::DEFAULT_CONNECTOR_COMPONENT_TYPE.toStdString()}
-    , switchableTypes{Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RELAY.toStdString(),
-                      Routing::DEFAULT_SWITCHABLE_COMPONENT_TYPE_RESISTOR.toStdString()}
-    , interfaceTypes{Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE.toStdString(),
-                     Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT.toStdString()}
-{
-}
-
-void NetlistOptions::addTo(CLI::App &command, const std::vector<std::string> &formats)
-{
-    addRepeatable(command, "--connector", connectorTypes, "CompType at which boards are joined")
-        ->type_name("TYPE")
-        ->capture_default_str();
-    addRepeatable(command, "--switchable", switchableTypes, "CompType that a route may pass through")
-        ->type_name("TYPE")
-        ->capture_default_str();
-    addRepeatable(command, "--interface", interfaceTypes, "CompType whose pins a route lists as side connections")
-        ->type_name("TYPE")
-        ->capture_default_str();
-    addTolerantTo(command, tolerant);
-    const auto *formatOption =
-        command.add_option("--format", format, "Form of the output; without it the name of FILE decides")
-            ->check(CLI::IsMember(formats))
-            ->type_name("")
-            ->capture_default_str();
-    if (std::find(formats.cbegin(), formats.cend(), "csv") != formats.cend())
-        command.add_flag("--for-spreadsheets", isForSpreadsheets,
-                         "In CSV, put an apostrophe before what a spreadsheet would take for a formula");
-    addOutputTo(command, outputFile);
-    command.parse_complete_callback([this, formatOption, formats] {
-        const std::string ending = formatOption->count() == 0 ? formatOf(outputFile) : std::string();
-        if (std::find(formats.cbegin(), formats.cend(), ending) != formats.cend())
-            format = ending;
-    });
-    command
-        .add_option(
-            "NETLIST", files,
-            "KiCad netlist files, one for each board, in the order of their numbers #1, #2, ...; - is standard input")
-        ->required()
-        ->type_name("");
-}
-
-OutputTarget NetlistOptions::target() const
-{
-    if (isForSpreadsheets && format != "csv")
-        throw CommandError{u"--for-spreadsheets: goes with --format csv only"_s};
-    return {toQString(outputFile), isForSpreadsheets ? CsvReader::Spreadsheet : CsvReader::Program};
-}
 
 CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
                            const std::string &description)
@@ -109,17 +41,16 @@ CLI::Option *addNumber(CLI::App &command, const std::string &name, int &value, c
         ->capture_default_str();
 }
 
-void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
-                const std::string &description)
+CLI::Option *addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types,
+                        const std::string &description)
 {
-    types = {defaultType.toStdString()};
-    addRepeatable(command, name, types, description)->type_name("TYPE")->capture_default_str();
+    return addRepeatable(command, name, types, description)->type_name("TYPE")->capture_default_str();
 }
 
-void addDutTypeTo(CLI::App &command, std::vector<std::string> &types)
+CLI::Option *addDutTypeTo(CLI::App &command, std::vector<std::string> &types)
 {
-    addTypesTo(command, "--dut-type", types, EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE,
-               "CompType that is a DUT");
+    types = {EDAApplicationIniGenerator::DEFAULT_DUT_COMPONENT_TYPE.toStdString()};
+    return addTypesTo(command, "--dut-type", types, "CompType that is a DUT");
 }
 
 void addOutputTo(CLI::App &command, std::string &outputFile)
@@ -134,10 +65,10 @@ void addOutputTo(CLI::App &command, std::string &outputFile)
         ->type_name("FILE");
 }
 
-void addTolerantTo(CLI::App &command, bool &tolerant)
+CLI::Option *addTolerantTo(CLI::App &command, bool &tolerant)
 {
-    command.add_flag("--tolerant", tolerant,
-                     "Read whatever KiCad 4 to 10 write; what had to be completed is a warning");
+    return command.add_flag("--tolerant", tolerant,
+                            "Read whatever KiCad 4 to 10 write; what had to be completed is a warning");
 }
 
 KiCadReadingMode readingMode(bool tolerant)

@@ -1,8 +1,6 @@
 #ifndef VELK_CLI_COMMANDS_OPTIONS_H
 #define VELK_CLI_COMMANDS_OPTIONS_H
 
-#include "cli/formats/Format.h"
-
 #include <velk/kicad/KiCadReadingMode.h>
 
 #include <QMap>
@@ -27,26 +25,6 @@ extern const std::string examplesFolder;
 extern const std::string exampleHeading;
 extern const std::string exitStatusHeading;
 
-/// The options that every command on netlists has.
-struct NetlistOptions
-{
-    std::vector<std::string> files;
-    std::vector<std::string> connectorTypes;
-    std::vector<std::string> switchableTypes;
-    std::vector<std::string> interfaceTypes;
-    std::string format = "text";
-    std::string outputFile;
-    bool tolerant = false;
-    bool isForSpreadsheets = false;
-
-    /// With the types that the library has as defaults.
-    NetlistOptions();
-    /// Without --format the name of the output file decides, if it ends in one of the formats.
-    void addTo(CLI::App &command, const std::vector<std::string> &formats);
-    /// Throws a CommandError where the form has no cells.
-    OutputTarget target() const;
-};
-
 /// An option that may be given several times and takes one argument each time.
 CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vector<std::string> &values,
                            const std::string &description);
@@ -56,14 +34,14 @@ CLI::Option *addRepeatable(CLI::App &command, const std::string &name, std::vect
 CLI::Option *addNumber(CLI::App &command, const std::string &name, int &value, const std::string &description,
                        int least = std::numeric_limits<int>::min(), int greatest = std::numeric_limits<int>::max());
 
-/// Repeatable, with a default.
-void addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types, const QString &defaultType,
-                const std::string &description);
-/// The option that tells which components the application INI takes for DUTs.
-void addDutTypeTo(CLI::App &command, std::vector<std::string> &types);
+/// Repeatable, with the types as a default.
+CLI::Option *addTypesTo(CLI::App &command, const std::string &name, std::vector<std::string> &types,
+                        const std::string &description);
+/// The option that tells which components the application INI takes for DUTs. Puts the default into the types.
+CLI::Option *addDutTypeTo(CLI::App &command, std::vector<std::string> &types);
 /// "-" is standard output, as is no name.
 void addOutputTo(CLI::App &command, std::string &outputFile);
-void addTolerantTo(CLI::App &command, bool &tolerant);
+CLI::Option *addTolerantTo(CLI::App &command, bool &tolerant);
 Velk::KiCadReadingMode readingMode(bool tolerant);
 
 /// What guarded() puts before an argument.

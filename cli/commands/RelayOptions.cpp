@@ -40,14 +40,16 @@ RelayOptions::RelayOptions()
         passiveTypes.push_back(type.toStdString());
 }
 
-void RelayOptions::addTo(CLI::App &command)
+void RelayOptions::addTo(CLI::App &command, SystemFileOptions &system)
 {
-    addRepeatable(command, "--relays", tables,
-                  "Table of what relays can do, by their parts: a CSV file with the columns part and positions")
-        ->type_name("FILE");
-    addRepeatable(command, "--passive", passiveTypes, "CompType that always couples all its pins, as fuses do")
-        ->type_name("TYPE")
-        ->capture_default_str();
+    auto *tablesOption =
+        addRepeatable(command, "--relays", tables,
+                      "Table of what relays can do, by their parts: a CSV file with the columns part and positions");
+    tablesOption->type_name("FILE");
+    system.fill(tablesOption, [this](const VelkSystemFile &file) { tables = file.options.relayTables; });
+    system.fill(
+        addTypesTo(command, "--passive", passiveTypes, "CompType that always couples all its pins, as fuses do"),
+        [this](const VelkSystemFile &file) { passiveTypes = file.options.passiveTypes; });
 }
 
 QStringList RelayOptions::files() const

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_RELAYOPTIONS_H
 #define VELK_CLI_COMMANDS_RELAYOPTIONS_H
 
-#include "cli/commands/Options.h"
+#include "cli/commands/NetlistOptions.h"
 
 #include <velk/switching/SwitchingModel.h>
 
@@ -15,7 +15,7 @@ struct RelayOptions
 
     /// With the types that the library has as defaults.
     RelayOptions();
-    void addTo(CLI::App &command);
+    void addTo(CLI::App &command, SystemFileOptions &system);
     /// Of --relays, for checkFiles().
     QStringList files() const;
     /// Throws a CommandError for one that cannot be read or is no such table.

@@ -87,14 +87,21 @@ RoutesCommand::RoutesCommand(CLI::App &app)
     command->callback([this] {
         source.check();
         dut.check();
+        netlist.system.take();
     });
-    addNumber(*command, "--max-switches", maxSwitches,
-              "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found");
-    addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N");
-    addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes);
+    netlist.system.fill(
+        addNumber(*command, "--max-switches", maxSwitches,
+                  "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found"),
+        [this](const VelkSystemFile &file) { maxSwitches = file.limits.maxSwitches; });
+    netlist.system.fill(
+        addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N"),
+        [this](const VelkSystemFile &file) { maxConnections = file.limits.maxConnections; });
+    netlist.system.fill(
+        addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes),
+        [this](const VelkSystemFile &file) { maxRoutes = static_cast<int>(file.limits.maxRoutes); });
     command->add_flag("--as-drawn", asDrawn,
                       "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
-    relays.addTo(*command);
+    relays.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(routeFormats()));
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
@@ -114,7 +121,7 @@ int RoutesCommand::run() const
     if (trace)
         Progress::end();
     const OutputTarget target = netlist.target();
-    checkFiles(toQStringList(netlist.files) + relays.files(), target.fileName);
+    checkFiles(netlist.inputs() + relays.files(), target.fileName);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));

@@ -108,8 +108,9 @@ StateCommand::StateCommand(CLI::App &app)
                      "Compare with the connections that are meant to be: a CSV file with the columns step, from, from "
                      "pin, to and to pin")
         ->type_name("FILE");
-    relays.addTo(*command);
+    relays.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(stateFormats()));
+    command->callback([this] { netlist.system.take(); });
     command->footer(
         "A relay is given by its reference, as K3#2, or K3 where one netlist only has a K3. So is a component in the "
         "table of --expect, or by properties, as Dev=DMM;DevNo=2; its pin by number or name.\n\n"
@@ -138,7 +139,7 @@ int StateCommand::run() const
 {
     const QStringList files = toQStringList(netlist.files);
     const OutputTarget target = netlist.target();
-    checkFiles(files + tables(), target.fileName);
+    checkFiles(netlist.inputs() + tables(), target.fileName);
     const auto provider = loadNetlists(files, toQStringList(netlist.connectorTypes), readingMode(netlist.tolerant));
     printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));
     const SwitchingModel model = loadSwitching(provider, netlist, relays);

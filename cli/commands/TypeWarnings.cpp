@@ -41,12 +41,13 @@ QStringList typeWarnings(const EDAProvider &provider, const NetlistOptions &opti
                            const std::vector<std::string> &defaultTypes) {
         if (types == defaultTypes)
             return;
+        const QString place = options.system.placeOf(option);
         for (const QString &type : toQStringList(types)) {
             if (type.isEmpty())
-                warnings.append(emptyTypeWarning(option, withoutType));
+                warnings.append(emptyTypeWarning(place, withoutType));
             else if (!existing.contains(type, Qt::CaseInsensitive))
                 warnings.append(u"%1 %2: no component has this CompType; there are %3"_s.arg(
-                    option, type, enumeration(nearestFirst(type, existing))));
+                    place, type, enumeration(nearestFirst(type, existing))));
         }
     };
     check(u"--connector"_s, options.connectorTypes, defaults.connectorTypes);

@@ -1,7 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_TYPEWARNINGS_H
 #define VELK_CLI_COMMANDS_TYPEWARNINGS_H
 
-#include "cli/commands/Options.h"
+#include "cli/commands/NetlistOptions.h"
 
 #include <velk/model/EDAProvider.h>
 

@@ -61,8 +61,10 @@ QString synopsis(const CommandDescription &command)
             words.append(usage(option.names.last(), option));
     }
     words.append(u"["_s + italic(u"OPTION"_s) + u"]"_s + dots);
-    for (const auto &positional : command.positionals)
-        words.append(usage({}, positional));
+    for (const auto &positional : command.positionals) {
+        const QString shown = usage({}, positional);
+        words.append(positional.isRequired ? shown : u"["_s + shown + u"]"_s);
+    }
     return u".SY \"%1\"\n%2\n.YS\n"_s.arg(roff(command.path), words.join(u'\n'));
 }
 

@@ -32,7 +32,8 @@ private Q_SLOTS:
     void shows_data()
     {
         addCasesFrom({"sessions/routes.txt", "sessions/list.txt", "sessions/check.txt", "sessions/ini.txt",
-                      "sessions/state.txt", "sessions/coverage.txt", "sessions/any_command.txt"});
+                      "sessions/state.txt", "sessions/coverage.txt", "sessions/system.txt",
+                      "sessions/any_command.txt"});
     }
     void shows()
     {
