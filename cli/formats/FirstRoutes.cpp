@@ -30,7 +30,6 @@ private:
             route.crossings.append(place(path.steps.at(i), path.netAfter(i)));
         for (const TracedNode &connection : path.additionalNodes)
             route.connections.append(place(connection));
-        route.lastNet = path.lastNet;
     }
 
     int place(const TracedStep &step, const QSharedPointer<EDANet> &next)

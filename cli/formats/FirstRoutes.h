@@ -17,10 +17,9 @@ struct Crossing
 /// The first route to a DUT pin, in numbers.
 struct FirstRoute
 {
-    QList<int> crossings;                 ///< in FirstRoutes::crossings, from the source pin to the DUT pin
-    QList<int> connections;               ///< in FirstRoutes::connections, as they were met
-    QSharedPointer<Velk::EDANet> lastNet; ///< that of the DUT pin; null where there is no route
-    qsizetype routes = 0;                 ///< how many there are, mostRoutesCounted where there may be more
+    QList<int> crossings;   ///< in FirstRoutes::crossings, from the source pin to the DUT pin
+    QList<int> connections; ///< in FirstRoutes::connections, as they were met
+    qsizetype routes = 0;   ///< how many there are, mostRoutesCounted where there may be more
 };
 
 /// The first route from one source pin to each DUT pin. Many of them cross the same components, so each crossing is
