@@ -25,23 +25,19 @@ public:
         , numbers(*routing.d->provider, routing.d->providerIndex())
     {
         const auto *index = routing.d->providerIndex();
-        for (qsizetype dut = 0; index && dut < duts.size(); ++dut)
-            dutTerminals.push_back(terminalOf(duts.at(dut), *index).terminal);
+        if (!index)
+            return;
+        numberedSources = numbered(sources, *index);
+        numberedDuts = numbered(duts, *index);
     }
 
-    std::unique_ptr<PathFinder> finderFrom(qsizetype source) const
+    std::unique_ptr<PathFinder> finder() const
     {
-        const NodeWithComponent &pin = sources.at(source);
-        if (const auto *index = routing.d->searchedIndex()) {
-            const NumberedNode start = terminalOf(pin, *index);
-            const bool areKnown =
-                start.terminal != NetlistIndex::none &&
-                std::find(dutTerminals.cbegin(), dutTerminals.cend(), NetlistIndex::none) == dutTerminals.cend();
-            if (areKnown)
-                return std::make_unique<NumberedPaths>(*index, routing.d->tracedRules(), start, dutTerminals,
-                                                       isCalledOff);
-        }
-        return std::make_unique<PlainPaths>(routing, numbers, pin, duts);
+        const auto *index = routing.d->searchedIndex();
+        if (index && areKnown(numberedSources) && areKnown(numberedDuts))
+            return std::make_unique<NumberedPaths>(*index, routing.d->tracedRules(), numberedSources, numberedDuts,
+                                                   isCalledOff);
+        return std::make_unique<PlainPaths>(routing, numbers, sources, duts);
     }
 
     const Routing routing;
@@ -51,12 +47,24 @@ public:
     const ComponentNumbers numbers;
 
 private:
-    static NumberedNode terminalOf(const NodeWithComponent &pin, const NetlistIndex &index)
+    using NumberedPins = std::vector<NumberedNode>;
+
+    static NumberedPins numbered(const QList<NodeWithComponent> &pins, const NetlistIndex &index)
     {
-        return index.pinOf(pin.component, pin.node->pin);
+        NumberedPins result;
+        for (const auto &pin : pins)
+            result.push_back(index.pinOf(pin.component, pin.node->pin));
+        return result;
     }
 
-    std::vector<int> dutTerminals; ///< where the provider has an index
+    static bool areKnown(const NumberedPins &pins)
+    {
+        return std::all_of(pins.cbegin(), pins.cend(),
+                           [](const NumberedNode &pin) { return pin.terminal != NetlistIndex::none; });
+    }
+
+    NumberedPins numberedSources; ///< where the provider has an index
+    NumberedPins numberedDuts;
 };
 
 namespace {
@@ -78,11 +86,11 @@ public:
     }
 
     /// What remains when paths without each of them are looked for: the DUT pins that are lost, by components.
-    const std::map<int, std::set<qsizetype>> &confirm(PathFinder &finder)
+    const std::map<int, std::set<qsizetype>> &confirm(PathFinder &finder, qsizetype source)
     {
         for (const auto &[component, lost] : lostDuts) {
             const std::vector<qsizetype> duts(lost.cbegin(), lost.cend());
-            const auto paths = finder.shortestPaths(duts, component);
+            const auto paths = finder.shortestPaths(source, duts, component);
             for (std::size_t i = 0; i < duts.size(); ++i) {
                 if (paths[i])
                     keepThoseOn(*paths[i], duts[i]);
@@ -177,7 +185,7 @@ QList<int> CoverageMatrix::row(qsizetype source) const
 {
     std::vector<qsizetype> all(static_cast<std::size_t>(d->duts.size()));
     std::iota(all.begin(), all.end(), 0);
-    const auto paths = d->finderFrom(source)->shortestPaths(all, PathFinder::none);
+    const auto paths = d->finder()->shortestPaths(source, all, PathFinder::none);
     QList<int> result;
     result.reserve(d->duts.size());
     for (const auto &path : paths)
@@ -187,10 +195,10 @@ QList<int> CoverageMatrix::row(qsizetype source) const
 
 QList<CriticalComponent> CoverageMatrix::criticalOf(qsizetype source, const QList<int> &row) const
 {
-    const auto finder = d->finderFrom(source);
+    const auto finder = d->finder();
     const auto reached = reachedIn(row);
-    LossCandidates candidates(reached, finder->shortestPaths(reached, PathFinder::none));
-    const auto &lostDuts = candidates.confirm(*finder);
+    LossCandidates candidates(reached, finder->shortestPaths(source, reached, PathFinder::none));
+    const auto &lostDuts = candidates.confirm(*finder, source);
     std::vector<int> components;
     for (const auto &[component, lost] : lostDuts) {
         if (!lost.empty())
@@ -207,10 +215,10 @@ QList<CriticalComponent> CoverageMatrix::criticalOf(qsizetype source, const QLis
 
 QList<QSharedPointer<EDAComponent>> CoverageMatrix::onFirstPathsOf(qsizetype source, const QList<int> &row) const
 {
-    const auto finder = d->finderFrom(source);
+    const auto finder = d->finder();
     std::set<int> onPaths;
     for (const qsizetype dut : reachedIn(row)) {
-        if (const auto path = finder->firstPath(dut))
+        if (const auto path = finder->firstPath(source, dut, row.at(dut)))
             onPaths.insert(path->cbegin(), path->cend());
     }
     std::vector<int> components(onPaths.cbegin(), onPaths.cend());
@@ -223,14 +231,7 @@ QList<QSharedPointer<EDAComponent>> CoverageMatrix::onFirstPathsOf(qsizetype sou
 
 bool CoverageMatrix::isOnAnyPath(const QSharedPointer<EDAComponent> &component) const
 {
-    const int number = component ? d->numbers.numberOf(*component) : PathFinder::none;
-    for (qsizetype source = 0; source < d->sources.size(); ++source) {
-        const auto finder = d->finderFrom(source);
-        for (qsizetype dut = 0; dut < d->duts.size(); ++dut) {
-            if (finder->hasPathOver(number, dut))
-                return true;
-        }
-    }
-    return false;
+    const int number = component ? d->numbers.numberOf(*component) : NetlistIndex::none;
+    return number != NetlistIndex::none && d->finder()->isOnAnyPath(number);
 }
 }

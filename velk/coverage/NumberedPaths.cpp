@@ -1,33 +1,29 @@
 #include <velk/coverage/NumberedPaths.h>
 
+#include <velk/coverage/PairsOver.h>
 #include <velk/coverage/PathTree.h>
 
 #include <algorithm>
 
 namespace Velk {
 
-namespace {
-
-SearchRules rulesFrom(const NumberedNode &source, const NetlistIndex &index, RoutingRules rules)
-{
-    rules.maxPaths = 1;
-    return {rules, index, source, source};
-}
-}
-
-NumberedPaths::NumberedPaths(const NetlistIndex &netlist, const RoutingRules &routingRules, const NumberedNode &source,
-                             const std::vector<int> &dutTerminals, const std::function<bool()> &isCalledOff)
+NumberedPaths::NumberedPaths(const NetlistIndex &netlist, const RoutingRules &routingRules,
+                             const std::vector<NumberedNode> &sourcePins, const std::vector<NumberedNode> &dutPins,
+                             const std::function<bool()> &isCalledOff)
     : index(netlist)
     , graph(netlist.crossingGraph(routingRules.roles, routingRules.relayContacts))
-    , rules(rulesFrom(source, netlist, routingRules))
-    , terminals(dutTerminals)
+    , rules(routingRules)
+    , sources(sourcePins)
+    , duts(dutPins)
     , interruption(isCalledOff)
 {
+    rules.maxPaths = 1;
 }
 
-std::vector<PathFinder::Path> NumberedPaths::shortestPaths(const std::vector<qsizetype> &wanted, int without)
+std::vector<PathFinder::Path> NumberedPaths::shortestPaths(qsizetype source, const std::vector<qsizetype> &wanted,
+                                                           int without)
 {
-    const SearchRules rulesOfSearch = without == none ? rules : rulesWithout(without);
+    const SearchRules rulesOfSearch = rulesFrom(source, without);
     std::vector<Path> result(wanted.size());
     std::vector<std::size_t> unsettled; // searched when the tree has given back the memory that searches use too
     {
@@ -47,42 +43,59 @@ std::vector<PathFinder::Path> NumberedPaths::shortestPaths(const std::vector<qsi
     return result;
 }
 
-PathFinder::Path NumberedPaths::firstPath(qsizetype dut)
+PathFinder::Path NumberedPaths::firstPath(qsizetype source, qsizetype dut, int switches)
 {
-    return find(rules, dut);
+    SearchRules rulesOfSearch = rulesFrom(source, none);
+    rulesOfSearch.maxNetsSearched = switches;
+    return find(rulesOfSearch, dut);
 }
 
-bool NumberedPaths::hasPathOver(int component, qsizetype dut)
+bool NumberedPaths::isOnAnyPath(int component)
 {
-    SearchRules allPaths = rules;
-    allPaths.maxPaths = 0;
-    allPaths.ends.destination = terminalOf(dut);
-    PrunedPathSearch search(index, *graph, allPaths, interruption, Kept::Components);
-    bool result = false;
-    search.run().visitAll([&](const FoundPath &path) {
-        result = result ||
-                 std::find(path.components, path.components + path.length, component) != path.components + path.length;
-    });
+    const bool isSwitchable = rules.roles.of(index.componentTypes().at(index.typeOf(component))).isSwitchable;
+    if (sources.empty() || !isSwitchable)
+        return false;
+    const PairsOver pairs(component, index, *graph, rulesFrom(0, component), sources, duts, interruption);
+    return pairs.anyOf([&](qsizetype source, qsizetype dut) { return hasPathOver(component, source, dut); });
+}
+
+SearchRules NumberedPaths::rulesFrom(qsizetype source, int without) const
+{
+    const NumberedNode &node = sources[static_cast<std::size_t>(source)];
+    SearchRules result(rules, index, node, node);
+    if (without != none)
+        result.exclusions = exclusionsWith(without);
     return result;
 }
 
-PathFinder::Path NumberedPaths::find(const SearchRules &searchRules, qsizetype dut)
+std::shared_ptr<const Exclusions> NumberedPaths::exclusionsWith(int component) const
 {
-    SearchRules pairRules = searchRules;
-    pairRules.ends.destination = terminalOf(dut);
-    PrunedPathSearch search(index, *graph, pairRules, interruption, Kept::Components);
+    Exclusions result = rules.exclusions ? *rules.exclusions->in(index) : Exclusions(index);
+    result.setComponent(component, true);
+    return std::make_shared<const Exclusions>(std::move(result));
+}
+
+PathFinder::Path NumberedPaths::find(SearchRules searchRules, qsizetype dut)
+{
+    searchRules.ends.destination = terminalOf(dut);
+    PrunedPathSearch search(index, *graph, searchRules, interruption, Kept::Components);
     Path result;
     search.run().visitAll(
         [&](const FoundPath &path) { result.emplace(path.components, path.components + path.length); });
     return result;
 }
 
-SearchRules NumberedPaths::rulesWithout(int component) const
+bool NumberedPaths::hasPathOver(int component, qsizetype source, qsizetype dut)
 {
-    SearchRules result = rules;
-    Exclusions exclusions = rules.exclusions ? *rules.exclusions : Exclusions(index);
-    exclusions.setComponent(component, true);
-    result.exclusions = std::make_shared<const Exclusions>(std::move(exclusions));
+    SearchRules allPaths = rulesFrom(source, none);
+    allPaths.maxPaths = 0;
+    allPaths.ends.destination = terminalOf(dut);
+    PrunedPathSearch search(index, *graph, allPaths, interruption, Kept::Components);
+    bool result = false;
+    search.run().visitAll([&](const FoundPath &path) {
+        const int *end = path.components + path.length;
+        result = result || std::find(path.components, end, component) != end;
+    });
     return result;
 }
 }

@@ -14,23 +14,28 @@ namespace Velk {
 class NumberedPaths : public PathFinder
 {
 public:
-    /// The index, the function and the terminals, all of which the index knows, have to stay.
-    NumberedPaths(const NetlistIndex &netlist, const RoutingRules &routingRules, const NumberedNode &source,
-                  const std::vector<int> &dutTerminals, const std::function<bool()> &isCalledOff);
+    /// All but the rules have to stay. The index knows all pins.
+    NumberedPaths(const NetlistIndex &netlist, const RoutingRules &routingRules,
+                  const std::vector<NumberedNode> &sourcePins, const std::vector<NumberedNode> &dutPins,
+                  const std::function<bool()> &isCalledOff);
 
-    std::vector<Path> shortestPaths(const std::vector<qsizetype> &wanted, int without) override;
-    Path firstPath(qsizetype dut) override;
-    bool hasPathOver(int component, qsizetype dut) override;
+    std::vector<Path> shortestPaths(qsizetype source, const std::vector<qsizetype> &wanted, int without) override;
+    Path firstPath(qsizetype source, qsizetype dut, int switches) override;
+    bool isOnAnyPath(int component) override;
 
 private:
-    Path find(const SearchRules &searchRules, qsizetype dut);
-    SearchRules rulesWithout(int component) const;
-    int terminalOf(qsizetype dut) const { return terminals[static_cast<std::size_t>(dut)]; }
+    /// For the first path to a DUT pin that is still to be set, with one excluded component more, or none.
+    SearchRules rulesFrom(qsizetype source, int without) const;
+    std::shared_ptr<const Exclusions> exclusionsWith(int component) const;
+    Path find(SearchRules searchRules, qsizetype dut);
+    bool hasPathOver(int component, qsizetype source, qsizetype dut);
+    int terminalOf(qsizetype dut) const { return duts[static_cast<std::size_t>(dut)].terminal; }
 
     const NetlistIndex &index;
     const std::shared_ptr<const CrossingGraph> graph;
-    const SearchRules rules; ///< for the first path; the destination is still to be set
-    const std::vector<int> &terminals;
+    RoutingRules rules;
+    const std::vector<NumberedNode> &sources;
+    const std::vector<NumberedNode> &duts;
     Interruption interruption;
 };
 }

@@ -8,8 +8,8 @@
 
 namespace Velk {
 
-/// Finds paths from one source pin of a matrix to its DUT pins. Components are numbers. All of it throws
-/// EDASearchCalledOffException.
+/// Finds paths from the source pins of a matrix to its DUT pins. Both are given by their places, components by numbers.
+/// All of it throws EDASearchCalledOffException.
 class PathFinder
 {
 public:
@@ -24,11 +24,11 @@ public:
     virtual ~PathFinder() = default;
 
     /// One of those with the fewest switches to each of these DUT pins that do not cross a component, or none.
-    virtual std::vector<Path> shortestPaths(const std::vector<qsizetype> &duts, int without) = 0;
-    /// The one that comes first.
-    virtual Path firstPath(qsizetype dut) = 0;
-    /// Whether there is one that crosses the component.
-    virtual bool hasPathOver(int component, qsizetype dut) = 0;
+    virtual std::vector<Path> shortestPaths(qsizetype source, const std::vector<qsizetype> &duts, int without) = 0;
+    /// The one that comes first, which is known to have so many switches.
+    virtual Path firstPath(qsizetype source, qsizetype dut, int switches) = 0;
+    /// Whether one between any two pins crosses the component.
+    virtual bool isOnAnyPath(int component) = 0;
 };
 }
 

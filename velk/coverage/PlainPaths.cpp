@@ -5,15 +5,16 @@
 namespace Velk {
 
 PlainPaths::PlainPaths(const Routing &configuredRouting, const ComponentNumbers &componentNumbers,
-                       const NodeWithComponent &sourcePin, const QList<NodeWithComponent> &dutPins)
+                       const QList<NodeWithComponent> &sourcePins, const QList<NodeWithComponent> &dutPins)
     : routing(configuredRouting)
     , numbers(componentNumbers)
-    , source(sourcePin)
+    , sources(sourcePins)
     , duts(dutPins)
 {
 }
 
-std::vector<PathFinder::Path> PlainPaths::shortestPaths(const std::vector<qsizetype> &wanted, int without)
+std::vector<PathFinder::Path> PlainPaths::shortestPaths(qsizetype source, const std::vector<qsizetype> &wanted,
+                                                        int without)
 {
     Routing searching = routing;
     if (without != none)
@@ -21,20 +22,22 @@ std::vector<PathFinder::Path> PlainPaths::shortestPaths(const std::vector<qsizet
     std::vector<Path> result;
     result.reserve(wanted.size());
     for (const qsizetype dut : wanted)
-        result.push_back(firstPath(searching, dut));
+        result.push_back(firstPath(searching, source, dut));
     return result;
 }
 
-PathFinder::Path PlainPaths::firstPath(qsizetype dut)
+PathFinder::Path PlainPaths::firstPath(qsizetype source, qsizetype dut, int switches)
 {
-    return firstPath(routing, dut);
+    Routing searching = routing;
+    searching.setMaxSwitchingComponentsPerPath(switches - 1);
+    return firstPath(searching, source, dut);
 }
 
-PathFinder::Path PlainPaths::firstPath(const Routing &searching, qsizetype dut) const
+PathFinder::Path PlainPaths::firstPath(const Routing &searching, qsizetype source, qsizetype dut) const
 {
     Routing first = searching;
     first.setMaxPaths(1);
-    const auto paths = find(first, dut);
+    const auto paths = find(first, source, dut);
     if (paths.isEmpty())
         return {};
     Path result(std::in_place);
@@ -43,21 +46,28 @@ PathFinder::Path PlainPaths::firstPath(const Routing &searching, qsizetype dut) 
     return result;
 }
 
-bool PlainPaths::hasPathOver(int component, qsizetype dut)
+bool PlainPaths::isOnAnyPath(int component)
 {
     Routing all = routing;
     all.setMaxPaths(0);
-    const auto crosses = [&](const TracedStep &step) { return numbers.numberOf(*step.component) == component; };
-    const auto paths = find(all, dut);
-    return std::any_of(paths.cbegin(), paths.cend(), [&](const TracedPath &path) {
-        return std::any_of(path.steps.cbegin(), path.steps.cend(), crosses);
-    });
+    const auto isOn = [&](const TracedPath &path) {
+        return std::any_of(path.steps.cbegin(), path.steps.cend(),
+                           [&](const TracedStep &step) { return numbers.numberOf(*step.component) == component; });
+    };
+    for (qsizetype source = 0; source < sources.size(); ++source) {
+        for (qsizetype dut = 0; dut < duts.size(); ++dut) {
+            const auto paths = find(all, source, dut);
+            if (std::any_of(paths.cbegin(), paths.cend(), isOn))
+                return true;
+        }
+    }
+    return false;
 }
 
-QList<TracedPath> PlainPaths::find(const Routing &searching, qsizetype dut) const
+QList<TracedPath> PlainPaths::find(const Routing &searching, qsizetype source, qsizetype dut) const
 {
-    const NodeWithComponent &destination = duts.at(dut);
-    return searching.findTracedPathsBetween(source.component, source.node->pin, destination.component,
-                                            destination.node->pin);
+    const NodeWithComponent &from = sources.at(source);
+    const NodeWithComponent &to = duts.at(dut);
+    return searching.findTracedPathsBetween(from.component, from.node->pin, to.component, to.node->pin);
 }
 }

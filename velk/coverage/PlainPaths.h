@@ -16,19 +16,19 @@ class PlainPaths : public PathFinder
 public:
     /// All but the routing have to stay.
     PlainPaths(const Routing &configuredRouting, const ComponentNumbers &componentNumbers,
-               const NodeWithComponent &sourcePin, const QList<NodeWithComponent> &dutPins);
+               const QList<NodeWithComponent> &sourcePins, const QList<NodeWithComponent> &dutPins);
 
-    std::vector<Path> shortestPaths(const std::vector<qsizetype> &wanted, int without) override;
-    Path firstPath(qsizetype dut) override;
-    bool hasPathOver(int component, qsizetype dut) override;
+    std::vector<Path> shortestPaths(qsizetype source, const std::vector<qsizetype> &wanted, int without) override;
+    Path firstPath(qsizetype source, qsizetype dut, int switches) override;
+    bool isOnAnyPath(int component) override;
 
 private:
-    QList<TracedPath> find(const Routing &searching, qsizetype dut) const;
-    Path firstPath(const Routing &searching, qsizetype dut) const;
+    QList<TracedPath> find(const Routing &searching, qsizetype source, qsizetype dut) const;
+    Path firstPath(const Routing &searching, qsizetype source, qsizetype dut) const;
 
     const Routing routing;
     const ComponentNumbers &numbers;
-    const NodeWithComponent &source;
+    const QList<NodeWithComponent> &sources;
     const QList<NodeWithComponent> &duts;
 };
 }
