@@ -464,17 +464,13 @@ def check_coverage(page):
     check("cell", active_cell(page).get_attribute("aria-label"), "U1#1.SENSE_HI to J2#3.I_IN: no route")
     page.press(Keys.HOME, Keys.ARROW_RIGHT, Keys.ARROW_RIGHT, Keys.ARROW_RIGHT, Keys.ENTER)
     check("opened", page.find("#title").text, "U1#1.SENSE_HI \u2192 J1#3.IN_N: 4 switches")
-    check("counted", page.texts("#facts p"), ["The first of 10 or more routes"])
+    check("counted", page.texts("#facts p"), ["The first of 10 or more routes", "No route without: K601#2, R2#1"])
     check_soon("address", lambda: page.run("return location.hash"), "#pair=2+4")
     page.screenshot("light")
     page.press(Keys.ESCAPE)
     check("closed", page.is_shown("#route"), False)
     page.press_with_control(Keys.END)
     check("last row", active_cell(page).get_attribute("aria-label"), "U6#1.CHASSIS to J2#3.I_IN: no route")
-    check("names stay", page.run("""
-        const [grid, name, column] = ['#grid', '.name.at', '.column.at'].map(
-            (selector) => document.querySelector(selector).getBoundingClientRect());
-        return [name.left - grid.left, column.top > grid.top, column.bottom < grid.top + 200];"""), [0, True, True])
     page.find("#cell-11-2").click()
     check("click", page.find("#title").text, "U3#1.OUT \u2192 J1#3.IN_P: 2 switches")
     page.open("#pair=2+4&sources=sense+-U2&switches=4+none")
@@ -488,6 +484,7 @@ def check_coverage(page):
     check("rows by stars", page.texts("#grid .name"), ["LO", "SENSE_LO"])
     page.find("#clear").click()
     check("cleared", page.find("#count").text, "540 pairs")
+    check_critical(page)
     check_every_pair(page)
     for theme in ("light", "dark"):
         check(f"contrast, {theme}", page.run(LEAST_CONTRAST) >= 4.5, True)
@@ -498,9 +495,25 @@ def check_coverage(page):
     page.find("#theme").click()
     page.run("dispatchEvent(new Event('beforeprint'))")
     page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
-    check("printed", [page.is_shown("#grid"), len(page.texts("#printed td"))], [False, 540])
+    check("printed cells", page.run("return document.querySelectorAll('#printed td').length"), 540)
+    check("no grid on paper", page.is_shown("#grid"), False)
     page.screenshot("print", (800, 1100))
     page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
+
+def check_critical(page):
+    check("critical", page.texts("#list [role=option]")[-1], "K702#2 Relay SPDT 1 A, 12 V\n1")
+    page.find("#list").click()
+    page.press(Keys.END)
+    check("without it", page.find("#title").text, "Without K702#2: 1 pair lost")
+    check("cells without it", page.find("#count").text, "1 of 540 pairs, 1 x 1 pins")
+    page.find(".pair").click()
+    check("lost pair", page.find("#title").text, "U2#1.SENSE_LO \u2192 J1#3.SENSE-: 2 switches")
+    check("critical for it", "K702#2" in page.texts("#facts p")[1].split(": ")[1].split(", "), True)
+    page.press(Keys.ESCAPE)
+    check("back to it", page.find("#title").text, "Without K702#2: 1 pair lost")
+    page.press(Keys.ESCAPE)
+    check("all again", page.find("#count").text, "540 pairs")
 
 
 def check_coverage_compared(page):
@@ -528,7 +541,11 @@ def check_coverage_hostile(page):
 def check_coverage_large(page):
     page.press_with_control(Keys.END)
     check("end", active_cell(page).get_attribute("aria-colindex"), page.find("#grid").get_attribute("aria-colcount"))
-    check("few cells", len(page.texts(".cell")) < 2000, True)
+    check("names stay", page.run("""
+        const [grid, name, column] = ['#grid', '.name.at', '.column.at'].map(
+            (selector) => document.querySelector(selector).getBoundingClientRect());
+        return [name.left - grid.left, column.top > grid.top, column.bottom < grid.top + 200];"""), [0, True, True])
+    check("few cells", page.run("return document.querySelectorAll('.cell').length") < 2000, True)
     page.screenshot("light")
 
 

@@ -95,6 +95,8 @@ QByteArray dataOf(const CoverageReport &report)
         {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
         {u"limits"_s, QJsonObject{{u"switches"_s, report.routing.maxSwitchingComponentsPerPath()},
                                   {u"connections"_s, report.routing.maxAdditionalNodesPerPath()}}},
+        {u"excluded"_s, QJsonObject{{u"components"_s, QJsonArray::fromStringList(report.routing.excludedComponents())},
+                                    {u"nets"_s, QJsonArray::fromStringList(report.routing.excludedNets())}}},
         {u"mostRoutes"_s, mostRoutesCounted},
         {u"sources"_s, tables.ends(nodesOf(report.sources))},
         {u"duts"_s, tables.ends(nodesOf(report.duts))},

@@ -69,9 +69,11 @@ function placesThatFit(texts, filterText) {
 const sourceTexts = data.sources.map(wordsFor);
 const dutTexts = data.duts.map(wordsFor);
 
-// Whether a cell passes what is said of cells: numbers of switches, what has changed, the component that fails. Nothing
-// chosen lets all pass.
+// Whether a cell passes what is said of cells: numbers of switches, what has changed, the component that fails. Null
+// where nothing is said.
 function cellFilter({ switches, kinds, lost }) {
+    if (switches.size === 0 && kinds.size === 0 && !lost)
+        return null;
     return (source, dut) => (switches.size === 0 || switches.has(switchesOf(source, dut))) &&
         (kinds.size === 0 || kinds.has(differences.get(cellAt(source, dut))?.kind)) &&
         (!lost || lost.has(cellAt(source, dut)));
@@ -82,6 +84,10 @@ function filteredCells(filters) {
     const sources = placesThatFit(sourceTexts, filters.sourceText);
     const duts = placesThatFit(dutTexts, filters.dutText);
     const passes = cellFilter(filters);
+    if (!passes) {
+        const cells = sources.length * duts.length;
+        return { rows: cells > 0 ? sources : [], columns: duts, cells, passes: () => true };
+    }
     const [rows, columns] = [new Set(), new Set()];
     let cells = 0;
     for (const source of sources) {
@@ -96,9 +102,20 @@ function filteredCells(filters) {
     return { rows: [...rows], columns: duts.filter((dut) => columns.has(dut)), cells, passes };
 }
 
+// How many pairs have how many switches; those without a route come first.
+function pairCounts() {
+    const counts = new Map();
+    for (const row of data.switches) {
+        for (const switches of row)
+            counts.set(switches, (counts.get(switches) ?? 0) + 1);
+    }
+    return new Map([...counts].sort(([a], [b]) => (a ?? -1) - (b ?? -1)));
+}
+
+const countOfSwitches = pairCounts();
+
 const heatSteps = 8; // as many as the style sheet has
-const mostSwitches = Math.max(heatSteps - 1, ...data.switches.map((row) =>
-    Math.max(...row.map((switches) => switches ?? 0))));
+const mostSwitches = Math.max(heatSteps - 1, ...countOfSwitches.keys());
 
 // From pale to strong, the same for small numbers on any page; the number stands there too.
 function heatClass(switches) {

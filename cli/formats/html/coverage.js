@@ -9,24 +9,20 @@ let openedPair = null; // {source, dut}
 let failing = -1; // the chosen component, a place in data.critical
 let addressTimer;
 
-function pairCounts() {
-    const counts = new Map();
-    for (const row of data.switches) {
-        for (const switches of row)
-            counts.set(switches, (counts.get(switches) ?? 0) + 1);
-    }
-    return new Map([...counts].sort(([a], [b]) => (a ?? -1) - (b ?? -1)));
-}
-
-const countOfSwitches = pairCounts();
-
 function showHeader() {
     const pairs = data.sources.length * data.duts.length;
     const reached = pairs - (countOfSwitches.get(null) ?? 0);
     byId('summary').append(`${reached.toLocaleString('en')} of ${counted(pairs, 'pair', 'pairs')} of source and DUT pins ` +
         `have a route${data.asDrawn ? ' as drawn' : ''}. Limits: --max-switches ${data.limits.switches}, ` +
-        `--max-connections ${data.limits.connections}.`);
+        `--max-connections ${data.limits.connections}.`, ...excludedText());
     showBoards();
+}
+
+function excludedText() {
+    const enumeration = (names) => names.map((name) => shortened(name, 60)).join(', ');
+    const { components, nets } = data.excluded;
+    return [components.length > 0 ? ` Without ${enumeration(components)}.` : '',
+        nets.length > 0 ? ` Without the nets ${enumeration(nets)}.` : ''];
 }
 
 // A button of a group, each of which lets cells through; none pressed lets all.
@@ -227,16 +223,20 @@ function criticalRow(critical, place) {
 
 function addCritical() {
     const critical = data.critical ?? [];
+    const shown = critical.slice(0, mostListed);
     byId('critical-title').hidden = byId('list').hidden = !data.critical;
-    byId('list').append(...critical.map(criticalRow));
+    byId('list').append(...shown.map(criticalRow));
+    if (critical.length > shown.length)
+        byId('list').append(line(`and ${(critical.length - shown.length).toLocaleString('en')} more, for fewer pairs`));
     if (critical.length === 0)
-        byId('list').append(line('No component: each pair that has a route has one without any of them'));
+        byId('list').append(line('No component: no pair is lost by a single one'));
     byId('list').addEventListener('keydown', (event) => {
-        const distance = { ArrowDown: 1, ArrowUp: -1, PageDown: 10, PageUp: -10, Home: -Infinity, End: Infinity }[event.key];
-        if (distance === undefined || event.ctrlKey || event.altKey || event.metaKey || critical.length === 0)
+        const distances = { ArrowDown: 1, ArrowUp: -1, PageDown: 10, PageUp: -10, Home: -Infinity, End: Infinity };
+        const distance = distances[event.key];
+        if (distance === undefined || event.ctrlKey || event.altKey || event.metaKey || shown.length === 0)
             return;
         event.preventDefault();
-        chooseCritical(Math.min(Math.max(failing + distance, 0), critical.length - 1));
+        chooseCritical(Math.min(Math.max(failing + distance, 0), shown.length - 1));
     });
 }
 

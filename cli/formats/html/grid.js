@@ -52,10 +52,10 @@ class CoverageGrid {
     }
 
     measureNames() {
-        const width = (texts, most) => Math.min(Math.ceil(
-            Math.max(40, ...texts.map((text) => textWidth(shortened(text, 60), smallStyle)))) + 22, most);
-        this.nameWidth = width(data.sources.map(pinOfText), 200);
-        this.headHeight = bandHeight + width(data.duts.map(pinOfText), 150);
+        const width = (ends, most) => Math.ceil(ends.reduce((widest, end) =>
+            Math.min(Math.max(widest, textWidth(shortened(pinOfText(end), 60), chipStyle) + 20), most), 80));
+        this.nameWidth = width(data.sources, 200);
+        this.headHeight = bandHeight + width(data.duts, 150);
         this.element.style.setProperty('--name-width', `${this.nameWidth}px`);
         this.element.style.setProperty('--head-height', `${this.headHeight}px`);
     }
@@ -181,10 +181,10 @@ class CoverageGrid {
 
     cell(source, column) {
         const dut = this.columns[column];
-        const label = cellLabel(source, dut);
-        const kind = differences.get(cellAt(source, dut))?.kind;
+        const isFaded = !this.passes(source, dut);
+        const label = cellLabel(source, dut) + (isFaded ? '; filtered out' : '');
         const classes = [this.classes('cell', dut), heatClass(switchesOf(source, dut)),
-            ...kind ? ['changed'] : [], ...this.passes(source, dut) ? [] : ['faded']];
+            ...differences.has(cellAt(source, dut)) ? ['changed'] : [], ...isFaded ? ['faded'] : []];
         return html('div', { id: `cell-${source}-${dut}`, class: classes.join(' '), role: 'gridcell',
             'aria-colindex': column + 2, 'aria-label': label, title: label, 'data-source': source, 'data-dut': dut },
         cellText(source, dut));
