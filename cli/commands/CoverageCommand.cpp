@@ -136,6 +136,7 @@ int CoverageCommand::run() const
         report.routing.setRelayContacts(report.switching->relayContacts());
     }
     findCoverage({tellsFirstRoutes(netlist.format), isCriticalAsked, tellsUnused(netlist.format)}, jobs, report);
+    warnOfUnknown(report.unknownRelays);
     if (saved)
         report.comparison = saved->comparedWith(report);
     writeAs(netlist.format, coverageFormats(), report, target);

@@ -50,8 +50,7 @@ SourceRows findRows(const CoverageMatrix &matrix, const CoverageExtras &extras, 
         row.switches = matrix.row(source);
         if (extras.critical)
             row.critical = matrix.criticalOf(source, row.switches);
-        if (extras.unused)
-            row.onFirstRoutes = matrix.onFirstPathsOf(source, row.switches);
+        row.onFirstRoutes = matrix.onFirstPathsOf(source, row.switches);
         if (extras.firstRoutes)
             row.firstRoutes = firstRoutesFrom(report.sources.at(source), row.switches, report);
     });
@@ -78,19 +77,33 @@ QList<CriticalPairs> criticalPairs(const SourceRows &rows, const EDAProvider &ne
     return result;
 }
 
-Components onNoFirstRoute(const SourceRows &rows, const CoverageReport &report)
+using ComponentSet = QSet<const EDAComponent *>;
+
+ComponentSet onFirstRoutes(const SourceRows &rows)
 {
-    QSet<const EDAComponent *> used;
+    ComponentSet result;
     for (const SourceRow &row : rows) {
         for (const auto &component : row.onFirstRoutes)
-            used.insert(component.data());
+            result.insert(component.data());
     }
+    return result;
+}
+
+Components switchableWithout(const ComponentSet &used, const CoverageReport &report)
+{
     const auto types = report.routing.componentTypesThatAreSwitchable();
     auto components = report.netlist.getComponents();
     components.removeIf([&](const auto &component) {
         return used.contains(component.data()) || !types.contains(component->type(), Qt::CaseInsensitive);
     });
     return components;
+}
+
+QStringList unknownAmong(const ComponentSet &used, const CoverageReport &report)
+{
+    QStringList refs = report.switching ? report.switching->unknownComponents() : QStringList();
+    refs.removeIf([&](const QString &ref) { return !used.contains(report.netlist.getComponentByRef(ref).data()); });
+    return refs;
 }
 
 /// Has the report tell which of these components are on a route at all.
@@ -118,7 +131,9 @@ void findCoverage(const CoverageExtras &extras, int threads, CoverageReport &rep
     }
     if (extras.critical)
         report.critical = criticalPairs(rows, report.netlist);
+    const ComponentSet used = onFirstRoutes(rows);
+    report.unknownRelays = unknownAmong(used, report);
     if (extras.unused)
-        tellUnused(onNoFirstRoute(rows, report), matrix, threads, report);
+        tellUnused(switchableWithout(used, report), matrix, threads, report);
 }
 }

@@ -78,6 +78,14 @@ QString errorText(const PositionsError &error)
     return u"%1: %2"_s.arg(enumeration(error.components), error.description());
 }
 
+void warnOfUnknown(const QStringList &relays)
+{
+    if (!relays.isEmpty())
+        printWarnings(
+            {u"relays whose positions are not known are crossed as drawn: %1; velk check tells more of them"_s.arg(
+                enumeration(relays))});
+}
+
 SwitchingModel loadSwitching(const EDAProvider &netlist, const NetlistOptions &netlistOptions,
                              const RelayOptions &relayOptions)
 {

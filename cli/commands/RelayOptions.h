@@ -27,6 +27,9 @@ struct RelayOptions
 /// As PositionsError::message(), with the first ones of many relays.
 QString errorText(const Velk::PositionsError &error);
 
+/// Warns of relays that are crossed although nobody knows their positions; there may be none.
+void warnOfUnknown(const QStringList &relays);
+
 /// The netlist as its relays make it. Prints what is wrong with the positions of relays, and throws a CommandError
 /// then.
 Velk::SwitchingModel loadSwitching(const Velk::EDAProvider &netlist, const NetlistOptions &netlistOptions,

@@ -52,16 +52,6 @@ void find(const RouteEnd &source, const RouteEnd &destination, bool areTraced, i
     report.areThereMore = takeFirst(maxRoutes, report.paths) || takeFirst(maxRoutes, report.tracedPaths);
 }
 
-/// One, with all such relays that are crossed.
-QStringList unknownWarnings(const RouteReport &report)
-{
-    const QStringList relays = unknownRelays(report);
-    if (relays.isEmpty())
-        return {};
-    return {u"relays whose positions are not known are crossed as drawn: %1; velk check tells more of them"_s.arg(
-        enumeration(relays))};
-}
-
 /// Has the report say why there is no route, as far as that is known after some seconds.
 void explain(const RouteEnd &source, const RouteEnd &destination, RouteReport &report)
 {
@@ -141,7 +131,7 @@ int RoutesCommand::run() const
     VelkRouting::setTraceEnabled(false);
     if (report.switching && (report.routeCount() == 0 || tellsLeftOut(netlist.format))) // it may take some seconds
         report.leftOut = leftOutWays(sourceEnd, dutEnd, report);
-    printWarnings(unknownWarnings(report));
+    warnOfUnknown(unknownRelays(report));
     const bool areThereAny = report.routeCount() > 0;
     if (!areThereAny)
         explain(sourceEnd, dutEnd, report);

@@ -63,6 +63,7 @@ struct CoverageReport
     /// order of the netlist; where the form of the answer tells them.
     QList<QSharedPointer<Velk::EDAComponent>> onOtherRoutes = {};
     QList<QSharedPointer<Velk::EDAComponent>> onNoRoute = {};
+    QStringList unknownRelays = {}; ///< that first routes cross although nobody knows their positions: references
     std::optional<QList<CriticalPairs>> critical = std::nullopt; ///< where asked for; most lost pairs first
     std::optional<CoverageComparison> comparison = std::nullopt; ///< where asked for
 };
