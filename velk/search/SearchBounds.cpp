@@ -21,18 +21,22 @@ SearchBounds::SearchBounds(const NetlistIndex &netlist, const CrossingGraph &cro
 
 void SearchBounds::measure()
 {
-    measureSwitches();
+    if (rules.exclusions)
+        measureSwitches<true>();
+    else
+        measureSwitches<false>();
     if (deepening.isBounded()) // what a pass cuts off has to be known exactly
         measureBoth();
 }
 
-// Breadth first from the nets of the destination.
+// Breadth first from the nets of the destination. Asking at each row whether it is excluded would be felt.
+template <bool hasExclusions>
 void SearchBounds::measureSwitches()
 {
     switches.clear(graph.manyNets() + 1);
     crossed.clear(graph.junctionCount());
     const auto reach = [this](int net, int count) {
-        if (!switches.has(net) && !rules.isExcludedNet(net))
+        if (!switches.has(net) && !(hasExclusions && rules.exclusions->hasNet(net)))
             switches.set(net, count);
     };
 
@@ -49,7 +53,7 @@ void SearchBounds::measureSwitches()
         if (count > 0 && additionalNodesOn(net) > rules.maxAdditionalNodes)
             switches.set(net, neverEnough); // no branch gets beyond it
         else
-            crossFrom(net, 0, [&](int other) { reach(other, count + 1); });
+            crossFrom<hasExclusions>(net, 0, [&](int other) { reach(other, count + 1); });
     }
     switches.set(graph.manyNets(), 1); // what lies behind a junction is seen there
 }
@@ -76,8 +80,9 @@ void SearchBounds::measureBoth()
             return;
         if (from.net == sourceNet)
             continue;
-        crossFrom(from.net, from.additionalNodes,
-                  [&](int other) { label(other, from.switches + 1, from.additionalNodes + additionalNodesOn(other)); });
+        crossFrom<true>(from.net, from.additionalNodes, [&](int other) {
+            label(other, from.switches + 1, from.additionalNodes + additionalNodesOn(other));
+        });
     }
 }
 
@@ -107,13 +112,13 @@ void SearchBounds::noteCut(int net, qsizetype switched, qsizetype collected)
 }
 
 // Visits all nets from which a component leads to this one, after which so much is collected.
-template <typename Visit>
+template <bool mayBeExcluded, typename Visit>
 void SearchBounds::crossFrom(int net, int collected, Visit visit)
 {
     const auto rows = graph.rowsOf(net);
     interruption.work(rows.size());
     for (const CrossingRow &row : rows) {
-        if (rules.isExcludedComponent(row.component))
+        if (mayBeExcluded && rules.isExcludedComponent(row.component))
             continue;
         if (graph.leadsToJunction(row))
             crossJunction(row, collected, visit);

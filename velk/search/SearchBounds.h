@@ -64,6 +64,7 @@ private:
     /// For a net within reach that no branch may enter, whatever is left to it.
     static constexpr int neverEnough = Marks::unmarked - 1;
 
+    template <bool hasExclusions>
     void measureSwitches();
     void measureBoth();
     void label(int net, int switchCount, int nodeCount);
@@ -78,7 +79,7 @@ private:
         return net == sourceNet ||
                std::find(furtherSourceNets.begin(), furtherSourceNets.end(), net) != furtherSourceNets.end();
     }
-    template <typename Visit>
+    template <bool mayBeExcluded, typename Visit>
     void crossFrom(int net, int collected, Visit visit);
     template <typename Visit>
     void crossJunction(const CrossingRow &entry, int collected, Visit visit);
