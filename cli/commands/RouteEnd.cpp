@@ -24,6 +24,7 @@ QString placeOf(NameNotFoundException::Kind kind, const EndNames &names)
     case NameNotFoundException::Kind::Reference:
         return names.place + names.reference + u' ';
     case NameNotFoundException::Kind::Pin:
+    case NameNotFoundException::Kind::Net:
         break;
     }
     return names.place;

@@ -91,6 +91,7 @@ RoutesCommand::RoutesCommand(CLI::App &app)
         [this](const VelkSystemFile &file) { maxRoutes = static_cast<int>(file.limits.maxRoutes); });
     command->add_flag("--as-drawn", asDrawn,
                       "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
+    exclusions.addTo(*command, netlist.system);
     relays.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(routeFormats()));
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
@@ -152,6 +153,7 @@ Routing RoutesCommand::routingOn(EDAProvider &provider) const
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
+    exclusions.applyTo(routing, provider);
     return routing;
 }
 

@@ -1,6 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 #define VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 
+#include "cli/commands/ExclusionOptions.h"
 #include "cli/commands/RelayOptions.h"
 #include "cli/commands/RouteEnd.h"
 
@@ -27,6 +28,7 @@ private:
 
     NetlistOptions netlist;
     RelayOptions relays;
+    ExclusionOptions exclusions;
     EndOptions source{"--source", "source component"};
     EndOptions dut{"--dut", "DUT component"};
     int maxSwitches;

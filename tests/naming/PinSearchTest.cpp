@@ -5,6 +5,7 @@
 #include <velk/naming/NetlistSelection.h>
 #include <velk/naming/PinSearch.h>
 #include <velk/naming/References.h>
+#include <velk/provider/MultipleEDAProvider.h>
 
 #include <QTest>
 
@@ -40,10 +41,29 @@ private Q_SLOTS:
         QTEST(text, "expected");
     }
 
+    void findsNets_data() { addRowsFrom("net_names.txt", {"name", "expected"}); }
+    void findsNets()
+    {
+        QFETCH(QString, name);
+        const auto boards = systemsOf(u"X1 Plug 1,2 X\nA: X1/1\nB: K1/1\nD: K1/2\nD: K1/3\nE: X1/2\n--\n"
+                                      "X1 Plug 1,2 X\nB: X1/1\nC: K1/1\nE: X1/2"_s);
+        const MultipleEDAProvider joined({boards[0].get(), boards[1].get()}, {u"Plug"_s});
+        QStringList names;
+        try {
+            for (const auto &net : findNets(joined, name))
+                names.append(net->name);
+        } catch (const NameNotFoundException &exception) {
+            QVERIFY(exception.kind() == NameNotFoundException::Kind::Net);
+            names.append(exception.message());
+        }
+        QTEST(names.join(u' '), "expected");
+    }
+
     void nothingIsFoundInNothing()
     {
         const StubProvider empty;
         QVERIFY_THROWS_EXCEPTION(NameNotFoundException, findPin(empty, {}));
+        QVERIFY_THROWS_EXCEPTION(NameNotFoundException, findNets(empty, {}));
         QCOMPARE(NetlistSelection(empty, {}).whyEmpty(), u"none exists"_s);
     }
 

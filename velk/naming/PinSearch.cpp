@@ -1,8 +1,12 @@
 #include <velk/naming/PinSearch.h>
 
+#include <velk/index/NetlistIndex.h>
+#include <velk/model/IndexedProvider.h>
 #include <velk/naming/PropertyHints.h>
 #include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
+
+#include <QSet>
 
 #include <algorithm>
 
@@ -52,6 +56,50 @@ NameNotFoundException noPin(const EDAComponent &component, const EDAPart &part, 
     }
     return {NameNotFoundException::Kind::Pin,
             u"no pin '%1' on %2; its pins: %3"_s.arg(written, component.ref, enumeration(nearestFirst(written, pins)))};
+}
+
+/// Nets by a name that they have.
+class NetsOfName
+{
+public:
+    void add(const QString &name, const QSharedPointer<EDANet> &net)
+    {
+        if (!known.contains(net.data()))
+            nets.append(net);
+        known.insert(net.data());
+        names.append(name);
+    }
+    /// As one for each netlist.
+    QStringList distinctNames() const
+    {
+        QStringList result = names;
+        result.removeDuplicates();
+        return result;
+    }
+
+    QList<QSharedPointer<EDANet>> nets;
+
+private:
+    QSet<const EDANet *> known;
+    QStringList names;
+};
+
+/// Calls \a visit with each name of a net, a joined one having those that it was joined from too.
+template <typename Visit>
+void visitNetNames(const EDAProvider &netlist, Visit visit)
+{
+    const auto nets = netlist.getNets();
+    for (const auto &net : nets) {
+        if (net)
+            visit(net->name, net);
+    }
+    const auto *indexed = dynamic_cast<const IndexedProvider *>(&netlist);
+    const auto *index = indexed ? indexed->netlistIndex() : nullptr;
+    if (!index)
+        return;
+    const auto &boardNets = index->boardNets();
+    for (qsizetype net = 0; net < boardNets.size(); ++net)
+        visit(boardNets.at(net)->name, index->net(index->joinedNetOf(net)));
 }
 
 QStringList otherPinsCalled(const QString &written, const EDAPin &taken, const EDAPart &part)
@@ -106,6 +154,29 @@ QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QSt
         drawnSo.isEmpty() ? u"no component has this reference; there are "_s + enumeration(nearestFirst(written, refs))
                           : u"several netlists have it: "_s + enumeration(refsOf(drawnSo));
     throw NameNotFoundException(NameNotFoundException::Kind::Reference, u"%1: %2"_s.arg(ref, reason));
+}
+
+QList<QSharedPointer<EDANet>> findNets(const EDAProvider &netlist, const QString &name)
+{
+    NetsOfName exact;
+    NetsOfName drawnSo;
+    QStringList names;
+    visitNetNames(netlist, [&](const QString &known, const QSharedPointer<EDANet> &net) {
+        if (known == name)
+            exact.add(known, net);
+        else if (drawnName(known) == name)
+            drawnSo.add(known, net);
+        names.append(known);
+    });
+    if (!exact.nets.isEmpty())
+        return exact.nets;
+    if (drawnSo.nets.size() == 1 || drawnSo.distinctNames().size() == 1)
+        return drawnSo.nets;
+    throw NameNotFoundException(
+        NameNotFoundException::Kind::Net,
+        drawnSo.nets.isEmpty()
+            ? u"there is no net '%1'; there are %2"_s.arg(name, enumeration(nearestFirst(name, names)))
+            : u"several netlists have a net '%1': %2"_s.arg(name, enumeration(drawnSo.distinctNames())));
 }
 
 PinChoice findPin(const EDAProvider &netlist, const PinDescription &wanted)

@@ -43,6 +43,7 @@ public:
         Properties, ///< no component has them all
         Reference,  ///< no component has it, or components of several netlists
         Pin,        ///< the component has none of that number or name
+        Net,        ///< no net has that name, or nets of several netlists
     };
 
     /// \a message is what message() returns.
@@ -62,6 +63,11 @@ private:
 /// The component of this reference: "K3#2", or "K3" where one netlist only has a K3. Throws a NameNotFoundException
 /// with what comes nearest.
 VELK_EXPORT QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QString &ref);
+
+/// The net of this name, or all of them where a netlist has several of one name. A joined net is found by each of the
+/// names that it was joined from too: "OUT#1+IN#2" by "IN#2", and by "IN" where all nets that are drawn so are part of
+/// it. Throws a NameNotFoundException with what comes nearest.
+VELK_EXPORT QList<QSharedPointer<EDANet>> findNets(const EDAProvider &netlist, const QString &name);
 
 /// The pin that \a wanted describes. Throws a NameNotFoundException with what comes nearest, as in "K9: no component
 /// has this reference; there are K19#1, K8#1", and EDAPartNotFoundException for a component without a part.
