@@ -114,6 +114,7 @@ CommandLine::CommandLine()
     , list(*app)
     , check(*app)
     , ini(*app)
+    , system(*app)
 {
     app->set_version_flag("--version", "velk " VELK_VERSION_STRING);
     app->require_subcommand(1);
@@ -167,6 +168,8 @@ int CommandLine::runChosen() const
         return check.run();
     if (ini.isChosen())
         return ini.run();
+    if (system.isChosen())
+        return system.run();
     return routes.isChosen() ? routes.run() : list.run();
 }
 }

@@ -7,6 +7,7 @@
 #include "cli/commands/ListCommand.h"
 #include "cli/commands/RoutesCommand.h"
 #include "cli/commands/StateCommand.h"
+#include "cli/commands/SystemCommand.h"
 
 #include <memory>
 
@@ -38,6 +39,7 @@ private:
     ListCommand list;
     CheckCommand check;
     IniCommand ini;
+    SystemCommand system;
 };
 }
 

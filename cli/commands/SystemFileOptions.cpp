@@ -12,10 +12,7 @@ using namespace Velk;
 
 namespace VelkCli {
 
-namespace {
-
-const std::string usualName = "velk.toml";
-}
+const std::string usualSystemFile = "velk.toml";
 
 void SystemFileOptions::addTo(CLI::App &command, const std::vector<CLI::Option *> &netlists)
 {
@@ -24,7 +21,7 @@ void SystemFileOptions::addTo(CLI::App &command, const std::vector<CLI::Option *
                        .add_option("--system", fileName,
                                    "Take the netlists, and what these options say, from this system file; without "
                                    "netlists that is " +
-                                       usualName + " in the current folder")
+                                       usualSystemFile + " in the current folder")
                        ->type_name("FILE");
     for (CLI::Option *netlist : netlists)
         option->excludes(netlist);
@@ -50,8 +47,8 @@ bool SystemFileOptions::needsFile() const
         else
             missing += (missing.empty() ? "" : " and ") + option->get_name();
     }
-    if (given == 0 && fileName.empty() && !QFileInfo::exists(QString::fromStdString(usualName)))
-        throw CLI::RequiredError(missing + ", or a system file (--system FILE, or " + usualName +
+    if (given == 0 && fileName.empty() && !QFileInfo::exists(QString::fromStdString(usualSystemFile)))
+        throw CLI::RequiredError(missing + ", or a system file (--system FILE, or " + usualSystemFile +
                                  " in the current folder),");
     if (given > 0 && given < netlistOptions.size())
         throw CLI::RequiredError(missing);
@@ -64,7 +61,7 @@ try {
         return;
     const bool isNamed = !fileName.empty();
     if (!isNamed)
-        fileName = usualName;
+        fileName = usualSystemFile;
     const VelkSystemFile file = VelkSystemFile::read(toQString(fileName).toStdString());
     if (!isNamed)
         printMessage(u"velk: using %1"_s.arg(toQString(fileName)));

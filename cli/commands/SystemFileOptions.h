@@ -14,6 +14,9 @@
 
 namespace VelkCli {
 
+/// The name of the system file of a folder.
+extern const std::string usualSystemFile;
+
 /// The system file that speaks where no netlists are given: the one that --system names, or else velk.toml in the
 /// current folder.
 class SystemFileOptions
