@@ -2,15 +2,18 @@
 // of the DUT on bench 1, pin by pin, what is connected while its relays are set, and why there is none over a single
 // relay.
 //
-//     system-example instruments.net matrix.net adapter.net
+//     system-example velk.toml
 
 #include <velk/facade/VelkSystem.h>
 
 #include <iostream>
+#include <stdexcept>
 
 int main(int argc, char **argv)
 try {
-    const Velk::VelkSystem system(std::vector<std::string>(argv + 1, argv + argc));
+    if (argc != 2)
+        throw std::runtime_error("system-example: give it a system file");
+    const auto system = Velk::VelkSystem::open(argv[1]);
     std::cout << system.components({{"CompType", "Relay"}}).size() << " relays\n";
 
     const Velk::VelkRouteEnd generator{{{"Dev", "FGEN"}, {"Channel", "1"}}, "OUT"};
