@@ -30,6 +30,7 @@ struct Board : StubProvider
         connect(u"B"_s, {u"U2/1"_s, u"K1/2"_s, u"K2/1"_s, u"K3/1"_s});
         connect(u"C"_s, {u"K2/2"_s, u"K3/2"_s, u"J1/2"_s});
         connect(u"D"_s, {u"J1/3"_s});
+        connect(u"E"_s, {u"J1/3"_s}); // a pin is shown on its first net
     }
 };
 

@@ -480,8 +480,8 @@ def check_coverage(page):
     page.press("/", "nothing")
     check("no pin", page.find("#count").text, "No pair passes these filters")
     page.find("#clear").click()
-    page.find("#source-filter").send_keys("U2*lo")
-    check("rows by stars", page.texts("#grid .name"), ["LO", "SENSE_LO"])
+    page.find("#source-filter").send_keys("U2*lo U3*sync")
+    check("rows by stars", page.texts("#grid .name"), ["LO", "SENSE_LO", "SYNC"])
     page.find("#clear").click()
     check("cleared", page.find("#count").text, "540 pairs")
     check_critical(page)
@@ -504,6 +504,9 @@ def check_coverage(page):
 def check_critical(page):
     check("critical", page.texts("#list [role=option]")[-1], "K702#2 Relay SPDT 1 A, 12 V\n1")
     page.find("#list").click()
+    page.press(Keys.HOME)
+    check("first one", page.find("#title").text, "Without R1#3: 9 pairs lost")
+    check("cells without the first", page.find("#count").text.split(",")[0], "9 of 540 pairs")
     page.press(Keys.END)
     check("without it", page.find("#title").text, "Without K702#2: 1 pair lost")
     check("cells without it", page.find("#count").text, "1 of 540 pairs, 1 x 1 pins")
@@ -538,7 +541,24 @@ def check_coverage_hostile(page):
     check("opened", len(page.drawn_refs()), page.data()["switches"][0][0])
 
 
+MISPLACED = """
+    const at = (element) => element.getBoundingClientRect();
+    const one = (selector) => document.querySelector(`#grid ${selector}`);
+    const cells = Array.from(document.querySelectorAll('.cell'));
+    return cells.filter(({ dataset }, i) => {
+        const cell = at(cells[i]);
+        return cell.left !== at(one(`.column[data-dut='${dataset.dut}']`)).left ||
+            cell.top !== at(one(`.name[data-source='${dataset.source}']`)).top;
+    }).length;"""
+
+
 def check_coverage_large(page):
+    page.press_with_control(Keys.END)
+    check("cells lie under their names", page.run(MISPLACED), 0)
+    page.press(*[Keys.ARROW_LEFT] * 40, *[Keys.PAGE_UP] * 2)
+    check("cells still lie there", page.run(MISPLACED), 0)
+    rows = page.run("return Array.from(document.querySelectorAll('.line'), (row) => Number(row.ariaRowIndex))")
+    check("rows in order", rows, sorted(rows))
     page.press_with_control(Keys.END)
     check("end", active_cell(page).get_attribute("aria-colindex"), page.find("#grid").get_attribute("aria-colcount"))
     check("names stay", page.run("""

@@ -10,6 +10,17 @@ function pinOfText(end) {
     return end.text.slice(componentOf(end).ref.length + 1);
 }
 
+// The room that the longest of the names takes, with something around it.
+function nameSize(names, most) {
+    return Math.ceil(names.reduce((widest, name) =>
+        Math.min(Math.max(widest, textWidth(shortened(name, 60), chipStyle) + 20), most), 80));
+}
+
+// A band over so few columns has no room for the name of the DUT.
+function isNarrow(columnCount) {
+    return columnCount < 3;
+}
+
 // Neighbours that are pins of one component: [{component, places}].
 function groupsOfEnds(ends, places) {
     const groups = [];
@@ -44,20 +55,12 @@ class CoverageGrid {
         this.bands = html('div', { class: 'bands', 'aria-hidden': 'true' });
         this.head = html('div', { class: 'head', role: 'row', 'aria-rowindex': 1 });
         element.append(this.space);
-        this.measureNames();
+        this.nameWidth = nameSize(data.sources.map(pinOfText), 200);
+        element.style.setProperty('--name-width', `${this.nameWidth}px`);
         element.addEventListener('scroll', () => this.draw());
         element.addEventListener('keydown', (event) => this.onKey(event));
         element.addEventListener('click', (event) => this.onClick(event));
         new ResizeObserver(() => this.draw()).observe(element);
-    }
-
-    measureNames() {
-        const width = (ends, most) => Math.ceil(ends.reduce((widest, end) =>
-            Math.min(Math.max(widest, textWidth(shortened(pinOfText(end), 60), chipStyle) + 20), most), 80));
-        this.nameWidth = width(data.sources, 200);
-        this.headHeight = bandHeight + width(data.duts, 150);
-        this.element.style.setProperty('--name-width', `${this.nameWidth}px`);
-        this.element.style.setProperty('--head-height', `${this.headHeight}px`);
     }
 
     // Rows and columns are places of pins; what does not pass is shown faded.
@@ -67,6 +70,10 @@ class CoverageGrid {
         this.columns = columns;
         this.groups = groupsOfEnds(data.duts, columns);
         this.groupStarts = new Set(this.groups.map(({ places }) => places[0]));
+        this.columnNames = new Map(this.groups.flatMap(({ places }) =>
+            places.map((dut) => [dut, isNarrow(places.length) ? data.duts[dut].text : pinOfText(data.duts[dut])])));
+        this.headHeight = bandHeight + nameSize([...this.columnNames.values()], 180);
+        this.element.style.setProperty('--head-height', `${this.headHeight}px`);
         this.passes = passes;
         this.lineOf = new Map(this.lines.map(({ source }, line) => [source, line]));
         this.columnOf = new Map(columns.map((dut, column) => [dut, column]));
@@ -118,7 +125,7 @@ class CoverageGrid {
 
     band(component, column, count) {
         const text = groupText(component);
-        const band = html('div', { class: 'band', title: text }, html('span', {}, text));
+        const band = html('div', { class: 'band', title: text }, html('span', {}, isNarrow(count) ? '' : text));
         band.style.left = `${column * cellWidth}px`;
         band.style.width = `${count * cellWidth}px`;
         return band;
@@ -128,7 +135,7 @@ class CoverageGrid {
         const end = data.duts[dut];
         return html('div', { class: this.classes('column', dut), role: 'columnheader', 'aria-colindex': column + 2,
             'aria-label': shortened(end.text, 80), title: describeEnd(end), 'data-dut': dut },
-        html('span', {}, shortened(pinOfText(end), 60)));
+        html('span', {}, shortened(this.columnNames.get(dut), 60)));
     }
 
     gap(first) {
@@ -154,7 +161,8 @@ class CoverageGrid {
         const gap = this.gap(0);
         const element = html('div', { class: 'line', role: 'row', 'aria-rowindex': line + 2 }, name, gap);
         element.style.top = `${this.headHeight + line * cellHeight}px`;
-        this.space.append(element);
+        const next = Math.min(...Array.from(this.drawn.keys()).filter((other) => other > line)); // in order, to be read
+        this.space.insertBefore(element, this.drawn.get(next)?.element ?? null);
         return { element, gap, cells: new Map() };
     }
 
