@@ -1,9 +1,10 @@
 // Prints the routes from the first channel of the function generator to the AUX pin of the DUT on bench 1,
-// and how many relays of the system lie on none of them. Uses the Qt classes, which give access to the joined
-// netlist.
+// how many relays of the system lie on none of them, and how many DUT pins the multimeter reaches. Uses the Qt classes,
+// which give access to the joined netlist.
 //
 //     qt-example instruments.net matrix.net adapter.net
 
+#include <velk/coverage/CoverageMatrix.h>
 #include <velk/kicad/KiCadNetlistFile.h>
 #include <velk/model/EDAException.h>
 #include <velk/provider/MultipleEDAProvider.h>
@@ -50,6 +51,16 @@ int printRoutes(const QStringList &fileNames)
     for (const auto &component : components)
         unused += component->type() == u"Relay"_s && !used.contains(component->ref) ? 1 : 0;
     out << unused << " relays are on none of these routes\n";
+
+    const auto sources = Velk::CoverageMatrix::pinsOnNets(system, u"Source"_s, {{u"Dev"_s, u"DMM"_s}});
+    const auto duts = Velk::CoverageMatrix::pinsOnNets(system, u"DUT"_s);
+    const Velk::CoverageMatrix matrix(routing, sources, duts);
+    for (qsizetype i = 0; i < sources.size(); ++i) {
+        const auto row = matrix.row(i);
+        out << "pin " << sources.at(i).node->pin << " of " << sources.at(i).component->ref << " reaches "
+            << row.size() - row.count(Velk::CoverageMatrix::unreached) << " of " << row.size()
+            << " DUT pins, critical components: " << matrix.criticalOf(i, row).size() << '\n';
+    }
     return paths.isEmpty() ? 1 : 0;
 }
 }

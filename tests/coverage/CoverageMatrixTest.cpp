@@ -146,6 +146,8 @@ private Q_SLOTS:
         QTest::newRow("a pin that a part lists twice is one") << u"DUT"_s << none << u"D1/1 D1/2 D2/1"_s;
         QTest::newRow("narrowed") << u"DUT"_s << QMap<QString, QString>{{u"Id"_s, u"D2"_s}} << u"D2/1"_s;
         QTest::newRow("not the one of another type") << u"DUT"_s << QMap<QString, QString>{{u"Id"_s, u"U1"_s}} << u""_s;
+        QTest::newRow("but of the one that the properties have")
+            << u"DUT"_s << QMap<QString, QString>{{u"CompType"_s, u"SOURCE"_s}} << u"U1/1 U1/2"_s;
         QTest::newRow("any type") << u""_s << QMap<QString, QString>{{u"CompType"_s, u"relay"_s}} << u"K1/1 K1/2"_s;
     }
     void listsPinsOnNets()

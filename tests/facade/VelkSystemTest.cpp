@@ -216,6 +216,38 @@ private Q_SLOTS:
         QVERIFY(system.connected({{"K2", 2}, {"K4", 1}, {"K1", 1}}).connected.empty());
     }
 
+    void tellsWhoReachesWhom()
+    {
+        const VelkSystem system({write(u"U1 [1=HI 2] CompType=Source, Dev=DMM\nU2 [1] CompType=source\n"
+                                       "J1 [1 2] CompType=DUT\nK1 [1 2] CompType=Relay\nK2 [1 2] CompType=Relay\n"
+                                       "A: U1/1 K1/1\nB: K1/2 K2/1 U2/1\nC: K2/2 J1/1\nD: J1/2"_s)});
+        const VelkNodeInfo hi{"U1#1", {"1", "HI", ""}};
+        const VelkNodeInfo other{"U2#1", {"1", "", ""}};
+        const VelkNodeInfo in{"J1#1", {"1", "", ""}};
+        const VelkNodeInfo free{"J1#1", {"2", "", ""}};
+        QVERIFY(system.coverage() == (VelkCoverage{{hi, other}, {in, free}, {{2, {}}, {1, {}}}, {}}));
+
+        VelkCoverageOptions options;
+        options.withCritical = true;
+        std::vector<std::pair<std::size_t, std::size_t>> progress;
+        options.onProgress = [&](std::size_t done, std::size_t all) { progress.emplace_back(done, all); };
+        const auto critical = system.coverage(options).critical;
+        QVERIFY(critical == (std::vector<VelkCriticalComponent>{{"K2#1", {{0, 0}, {1, 0}}}, {"K1#1", {{0, 0}}}}));
+        QVERIFY(progress == (std::vector<std::pair<std::size_t, std::size_t>>{{1, 2}, {2, 2}}));
+
+        options.withCritical = false;
+        options.sourceProperties = {{"CompType", "DUT"}};
+        options.dutProperties = {{"CompType", "Source"}, {"Dev", "DMM"}};
+        QVERIFY(system.coverage(options) == (VelkCoverage{{in, free}, {hi}, {{2}, {{}}}, {}}));
+        options.search.maxConnections = 0;
+        QVERIFY(system.coverage(options).switches == (std::vector<std::vector<std::optional<int>>>{{{}}, {{}}}));
+        options.dutProperties = {{"Dev", "DMM"}};
+        QVERIFY(system.coverage(options).duts.empty());
+        options.search.isCalledOff = [] { return true; };
+        options.dutProperties.clear();
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, system.coverage(options));
+    }
+
     void tellsThatNoStateMakesARoute()
     {
         const VelkSystem system({write(u"U1 [1] CompType=Source\nJ1 [1] CompType=DUT\nK1 [11 12 14] CompType=Relay\n"

@@ -141,12 +141,12 @@ QSet<QPair<QString, QString>> pinsOnAnyNet(const EDAProvider &netlist)
 QList<NodeWithComponent> CoverageMatrix::pinsOnNets(const EDAProvider &netlist, const QString &type,
                                                     const QMap<QString, QString> &properties)
 {
+    const bool isAnyType = type.isEmpty() || properties.contains(EDAComponent::TYPE);
     QList<NodeWithComponent> result;
     auto onNets = pinsOnAnyNet(netlist);
     const auto components = netlist.getComponents();
     for (const auto &component : components) {
-        const bool isWanted = component &&
-                              (type.isEmpty() || component->type().compare(type, Qt::CaseInsensitive) == 0) &&
+        const bool isWanted = component && (isAnyType || component->type().compare(type, Qt::CaseInsensitive) == 0) &&
                               component->matchesProperties(properties);
         const auto part = isWanted ? netlist.getPartByName(component->part) : nullptr;
         if (part.isNull())
@@ -210,6 +210,29 @@ QList<CriticalComponent> CoverageMatrix::criticalOf(qsizetype source, const QLis
         const auto &lost = lostDuts.at(component);
         result.append({d->numbers.component(component), {lost.cbegin(), lost.cend()}});
     }
+    return result;
+}
+
+QList<CriticalPairs> CoverageMatrix::criticalPairs(const QList<QList<CriticalComponent>> &ofSources) const
+{
+    std::map<int, CriticalPairs> pairs;
+    std::vector<int> components;
+    for (qsizetype source = 0; source < ofSources.size(); ++source) {
+        for (const auto &[component, duts] : ofSources.at(source)) {
+            const int number = d->numbers.numberOf(*component);
+            const auto &[entry, isNew] = pairs.try_emplace(number, CriticalPairs{component, {}});
+            if (isNew)
+                components.push_back(number);
+            for (const qsizetype dut : duts)
+                entry->second.lost.append({source, dut});
+        }
+    }
+    d->numbers.sort(components);
+    QList<CriticalPairs> result;
+    for (const int component : components)
+        result.append(pairs.at(component));
+    std::stable_sort(result.begin(), result.end(),
+                     [](const auto &a, const auto &b) { return a.lost.size() > b.lost.size(); });
     return result;
 }
 

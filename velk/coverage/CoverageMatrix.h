@@ -12,6 +12,7 @@
 #include <QString>
 
 #include <memory>
+#include <utility>
 
 namespace Velk {
 
@@ -22,6 +23,13 @@ struct CriticalComponent
 {
     QSharedPointer<EDAComponent> component; ///< the provider's, never null
     QList<qsizetype> duts;                  ///< the DUT pins, by their numbers, that the source pin loses; ascending
+};
+
+/// The same for all source pins of a matrix.
+struct CriticalPairs
+{
+    QSharedPointer<EDAComponent> component;      ///< the provider's, never null
+    QList<std::pair<qsizetype, qsizetype>> lost; ///< source and DUT pin of each pair, by their numbers; ascending
 };
 
 /// Who reaches whom: over how few switches each pin of some components, the sources, reaches each pin of others, the
@@ -37,7 +45,8 @@ public:
     static constexpr int unreached = -1; ///< in a row: there is no path
 
     /// The pins of the components of this type (without regard to case) that have all these properties and lie on a
-    /// net, in the order of the provider's components and their parts' pins. An empty type is any type.
+    /// net, in the order of the provider's components and their parts' pins. Any type will do where it is empty, and
+    /// where the properties have a "CompType" themselves.
     static QList<NodeWithComponent> pinsOnNets(const EDAProvider &netlist, const QString &type,
                                                const QMap<QString, QString> &properties = {});
 
@@ -63,6 +72,10 @@ public:
     /// path, and none if the component is excluded too. \a row is what row() has told. In the order of the provider's
     /// components.
     QList<CriticalComponent> criticalOf(qsizetype source, const QList<int> &row) const;
+
+    /// What criticalOf() has told of the first source pins, or of all, put together by components: those that lose most
+    /// pairs come first, among equals in the order of the provider's components.
+    QList<CriticalPairs> criticalPairs(const QList<QList<CriticalComponent>> &ofSources) const;
 
     /// The components that the first paths from this source pin to the DUT pins cross, in the order of the provider's
     /// components.

@@ -116,6 +116,28 @@ VelkReach SystemRecords::of(const PathReach &reach) const
     return result;
 }
 
+VelkCoverage SystemRecords::of(const CoverageMatrix &matrix, const QList<QList<int>> &rows,
+                               const QList<CriticalPairs> &critical) const
+{
+    VelkCoverage result{of(matrix.sources()), of(matrix.duts()), {}, {}};
+    for (const auto &row : rows) {
+        auto &switches = result.switches.emplace_back();
+        for (const int count : row)
+            switches.push_back(count == CoverageMatrix::unreached ? std::nullopt : std::optional(count));
+    }
+    for (const auto &[component, lost] : critical)
+        result.critical.push_back({component->ref.toStdString(), {lost.cbegin(), lost.cend()}});
+    return result;
+}
+
+std::vector<VelkNodeInfo> SystemRecords::of(const QList<NodeWithComponent> &pins) const
+{
+    std::vector<VelkNodeInfo> result;
+    for (const auto &pin : pins)
+        result.push_back(nodeOf(pin.node->ref, pin.node->pin));
+    return result;
+}
+
 VelkFinding SystemRecords::of(const Finding &finding)
 {
     return {finding.name().toStdString(),   toStandard(finding.places),

@@ -2,6 +2,7 @@
 #define VELK_FACADE_SYSTEMRECORDS_H
 
 #include <velk/check/Finding.h>
+#include <velk/coverage/CoverageMatrix.h>
 #include <velk/facade/SystemSwitching.h>
 #include <velk/facade/VelkSystem.h>
 #include <velk/model/TextNumbers.h>
@@ -30,12 +31,15 @@ public:
     VelkNoRouteReason of(const NoPathReason &reason, const SystemSwitching *switching) const;
     static VelkRelayPositions of(const SwitchingModel &model, int component);
     VelkConnections of(const StateConnections &connections) const;
+    VelkCoverage of(const CoverageMatrix &matrix, const QList<QList<int>> &rows,
+                    const QList<CriticalPairs> &critical) const;
     static VelkFinding of(const Finding &finding);
 
 private:
     VelkPinInfo pinOf(const EDAComponent &component, const QString &number) const;
     VelkNodeInfo nodeOf(const QString &ref, const QString &pin) const;
     std::vector<std::vector<VelkNodeInfo>> of(const QList<QList<InterfacePin>> &sets) const;
+    std::vector<VelkNodeInfo> of(const QList<NodeWithComponent> &pins) const;
     VelkRouteStep of(const TracedStep &step, const SystemSwitching *switching) const;
     VelkReach of(const PathReach &reach) const;
     std::string nameOfNetAt(const EDAComponent &component, const QString &pin) const;

@@ -1,6 +1,7 @@
 #include <velk/facade/VelkSystem.h>
 
 #include <velk/check/SystemCheck.h>
+#include <velk/coverage/CoverageMatrix.h>
 #include <velk/facade/StandardTypes.h>
 #include <velk/facade/SystemRecords.h>
 #include <velk/facade/VelkSystemFile.h>
@@ -238,6 +239,16 @@ bool operator==(const VelkConnections &a, const VelkConnections &b)
     return std::tie(a.connected, a.couplings) == std::tie(b.connected, b.couplings);
 }
 
+bool operator==(const VelkCriticalComponent &a, const VelkCriticalComponent &b)
+{
+    return std::tie(a.component, a.lost) == std::tie(b.component, b.lost);
+}
+
+bool operator==(const VelkCoverage &a, const VelkCoverage &b)
+{
+    return std::tie(a.sources, a.duts, a.switches, a.critical) == std::tie(b.sources, b.duts, b.switches, b.critical);
+}
+
 VelkSystemException::VelkSystemException(Kind kind, const std::string &message)
     : m_kind(kind)
     , m_message(message)
@@ -464,6 +475,36 @@ VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkR
 VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut) const
 {
     return whyNoRoute(source, dut, searchOptions());
+}
+
+VelkCoverage VelkSystem::coverage(const VelkCoverageOptions &options) const
+{
+    return answered([&] {
+        const CoverageMatrix matrix(
+            d->routingWith(options.search),
+            CoverageMatrix::pinsOnNets(*d->netlist, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE,
+                                       toQt(options.sourceProperties)),
+            CoverageMatrix::pinsOnNets(*d->netlist, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT,
+                                       toQt(options.dutProperties)));
+        const qsizetype sources = matrix.sources().size();
+        QList<QList<int>> rows;
+        QList<QList<CriticalComponent>> critical;
+        for (qsizetype source = 0; source < sources; ++source) {
+            rows.append(matrix.row(source));
+            if (options.withCritical)
+                critical.append(matrix.criticalOf(source, rows.last()));
+            if (options.onProgress)
+                options.onProgress(static_cast<std::size_t>(source) + 1, static_cast<std::size_t>(sources));
+        }
+        return d->records->of(matrix, rows, matrix.criticalPairs(critical));
+    });
+}
+
+VelkCoverage VelkSystem::coverage() const
+{
+    VelkCoverageOptions options;
+    options.search = searchOptions();
+    return coverage(options);
 }
 
 VelkRelayPositions VelkSystem::positions(const std::string &ref) const

@@ -186,6 +186,25 @@ struct VelkConnections
     std::vector<VelkCoupling> couplings;              ///< none of a set that nothing couples with another one
 };
 
+/// A component without which pairs of pins that have a route have none.
+struct VelkCriticalComponent
+{
+    std::string component; ///< its reference
+    /// These pairs, each by the numbers of its source and of its DUT pin in VelkCoverage, from 0; ascending.
+    std::vector<std::pair<std::size_t, std::size_t>> lost;
+};
+
+/// Which pins of sources reach which pins of DUTs.
+struct VelkCoverage
+{
+    std::vector<VelkNodeInfo> sources; ///< by reference, those of a component in the order of its part
+    std::vector<VelkNodeInfo> duts;    ///< in the same order
+    /// For each source pin, and there for each DUT pin, the number of components that the first route crosses; empty
+    /// where there is no route.
+    std::vector<std::vector<std::optional<int>>> switches;
+    std::vector<VelkCriticalComponent> critical; ///< where asked for; most lost pairs first, then by reference
+};
+
 /// One thing that is probably not as it is meant.
 struct VelkFinding
 {
@@ -234,6 +253,10 @@ VELK_EXPORT bool operator==(const VelkRelayPositions &a, const VelkRelayPosition
 VELK_EXPORT bool operator==(const VelkCoupling &a, const VelkCoupling &b);
 /// True if all members are equal.
 VELK_EXPORT bool operator==(const VelkConnections &a, const VelkConnections &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkCriticalComponent &a, const VelkCriticalComponent &b);
+/// True if all members are equal.
+VELK_EXPORT bool operator==(const VelkCoverage &a, const VelkCoverage &b);
 
 /// One end of a route: a pin of a component, as people write it.
 struct VelkRouteEnd
@@ -260,6 +283,19 @@ struct VelkSearchOptions
     /// Cross relays from any pin to any other, as they are drawn, whether or not they have a position that connects
     /// the two.
     bool asDrawn = false;
+};
+
+/// Of which pins to tell who reaches whom, and how much of it.
+struct VelkCoverageOptions
+{
+    /// Of the sources, as in {{"Dev", "DMM"}}; all have to match. Sources are the components with the "CompType"
+    /// Source, in any case, or, where there is a "CompType" among these, with that one.
+    std::map<std::string, std::string> sourceProperties = {};
+    std::map<std::string, std::string> dutProperties = {}; ///< of the DUTs in the same way, with the "CompType" DUT
+    VelkSearchOptions search = {};                         ///< which routes there are; maxRoutes plays no part
+    bool withCritical = false; ///< also tell without which components pairs of pins have no route
+    /// Called after each source pin with the number of those that are done and of all, in the thread that asks.
+    std::function<void(std::size_t done, std::size_t all)> onProgress = {};
 };
 
 /// How a system is read.
@@ -389,6 +425,13 @@ public:
                                  const VelkSearchOptions &options) const;
     /// The same with searchOptions().
     VelkNoRouteReason whyNoRoute(const VelkRouteEnd &source, const VelkRouteEnd &dut) const;
+
+    /// Over how few switches each pin of a source reaches each pin of a DUT, both as far as they lie on a net: those of
+    /// the first route that routes() finds with these options. Without such pins its lists are empty. Throws a
+    /// VelkSystemException as routes() does.
+    VelkCoverage coverage(const VelkCoverageOptions &options) const;
+    /// The same for all sources and DUTs, with searchOptions().
+    VelkCoverage coverage() const;
 
     /// What the relay of this reference can do. Throws as component() does.
     VelkRelayPositions positions(const std::string &ref) const;
