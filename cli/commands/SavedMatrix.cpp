@@ -22,13 +22,12 @@ namespace {
 
 constexpr int unreached = CoverageMatrix::unreached;
 
-/// "line 3, column 5", in characters.
-QString placeIn(const QByteArray &text, qsizetype offset)
+/// "line 3, column 5", of the last character of what was read, at which the reader mostly stops.
+QString placeAtEnd(const QByteArray &read)
 {
-    const QByteArray before = text.first(std::min(offset, text.size()));
-    const QByteArray line = before.mid(before.lastIndexOf('\n') + 1);
-    return u"line %1, column %2"_s.arg(QString::number(before.count('\n') + 1),
-                                       QString::number(QString::fromUtf8(line).size() + 1));
+    const QByteArray line = read.mid(read.lastIndexOf('\n') + 1);
+    return u"line %1, column %2"_s.arg(QString::number(read.count('\n') + 1),
+                                       QString::number(std::max<qsizetype>(1, QString::fromUtf8(line).size())));
 }
 
 /// What a document says, or a CommandError where that is no matrix.
@@ -43,7 +42,7 @@ public:
         document = QJsonDocument::fromJson(text, &error);
         if (error.error != QJsonParseError::NoError)
             throw CommandError{
-                u"%1: is no JSON at %2: %3"_s.arg(name, placeIn(text, error.offset), error.errorString())};
+                u"%1: is no JSON at %2: %3"_s.arg(name, placeAtEnd(text.left(error.offset)), error.errorString())};
     }
 
     QStringList pins(const QString &member) const
