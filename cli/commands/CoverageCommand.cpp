@@ -72,24 +72,13 @@ QList<NodeWithComponent> pinsOf(const EDAProvider &netlist, const Side &side)
 }
 
 CoverageCommand::CoverageCommand(CLI::App &app)
-    : maxSwitches(Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
-    , maxConnections(Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
-    , command(app.add_subcommand("coverage", "Show which source pins reach which DUT pins, over how few switches"))
+    : command(app.add_subcommand("coverage", "Show which source pins reach which DUT pins, over how few switches"))
 {
     addRepeatable(*command, "--source", sourceProperties,
                   "Only the pins of sources with this property; all given must match")
         ->type_name("KEY=VALUE");
     addRepeatable(*command, "--dut", dutProperties, "Only the pins of DUTs with this property; all given must match")
         ->type_name("KEY=VALUE");
-    netlist.system.fill(
-        addNumber(*command, "--max-switches", maxSwitches,
-                  "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found"),
-        [this](const VelkSystemFile &file) { maxSwitches = file.limits.maxSwitches; });
-    netlist.system.fill(
-        addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N"),
-        [this](const VelkSystemFile &file) { maxConnections = file.limits.maxConnections; });
-    command->add_flag("--as-drawn", asDrawn,
-                      "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
     command->add_flag("--critical", isCriticalAsked,
                       "Also show the components without any one of which pairs of pins are lost");
     command
@@ -97,7 +86,7 @@ CoverageCommand::CoverageCommand(CLI::App &app)
                      "Show what is different from a matrix that was saved before with --format json")
         ->type_name("FILE");
     addNumber(*command, "--jobs", jobs, "Search in N threads at once; 0 is one for each processor", 0, mostThreads);
-    relays.addTo(*command, netlist.system);
+    search.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(coverageFormats()));
     command->callback([this] { netlist.system.take(); });
     command->footer(
@@ -120,7 +109,7 @@ int CoverageCommand::run() const
     const QStringList files = toQStringList(netlist.files);
     const QStringList savedFiles = savedFile.empty() ? QStringList() : QStringList{toQString(savedFile)};
     const OutputTarget target = netlist.target();
-    checkFiles(netlist.inputs() + relays.files() + savedFiles, target.fileName);
+    checkFiles(netlist.inputs() + search.relays.files() + savedFiles, target.fileName);
     const Side sourceSide = sideOf(u"--source"_s, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_SOURCE, sourceProperties);
     const Side dutSide = sideOf(u"--dut"_s, Routing::DEFAULT_INTERFACE_COMPONENT_TYPE_DUT, dutProperties);
     std::optional<SavedMatrix> saved;
@@ -128,13 +117,17 @@ int CoverageCommand::run() const
         saved.emplace(toQString(savedFile));
 
     auto provider = loadNetlists(files, toQStringList(netlist.connectorTypes), readingMode(netlist.tolerant));
-    printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));
-    CoverageReport report{provider, routingOn(provider),          PinNames(provider),       shownNames(files),
-                          {},       pinsOf(provider, sourceSide), pinsOf(provider, dutSide)};
-    if (!asDrawn) {
-        report.switching = loadSwitching(provider, netlist, relays);
+    printWarnings(typeWarnings(provider, netlist, {}, search.relays.passiveTypes));
+    CoverageReport report{provider,
+                          search.routingOn(provider, netlist),
+                          PinNames(provider),
+                          shownNames(files),
+                          search.switchingOf(provider, netlist),
+                          pinsOf(provider, sourceSide),
+                          pinsOf(provider, dutSide)};
+    report.routing.setMaxPaths(mostRoutesCounted);
+    if (report.switching)
         report.routing.setRelayContacts(report.switching->relayContacts());
-    }
     findCoverage({tellsFirstRoutes(netlist.format), isCriticalAsked, tellsUnused(netlist.format)}, jobs, report);
     warnOfUnknown(report.unknownRelays);
     if (saved)
@@ -142,17 +135,5 @@ int CoverageCommand::run() const
     writeAs(netlist.format, coverageFormats(), report, target);
     const bool isAnyWorse = saved && !(report.comparison->lost.isEmpty() && report.comparison->longer.isEmpty());
     return isAnyWorse ? isWorse : 0;
-}
-
-Routing CoverageCommand::routingOn(EDAProvider &provider) const
-{
-    Routing routing(&provider);
-    routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
-    routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
-    routing.setComponentTypesThatAreConnectors(toQStringList(netlist.connectorTypes));
-    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
-    routing.setMaxAdditionalNodesPerPath(maxConnections);
-    routing.setMaxPaths(mostRoutesCounted);
-    return routing;
 }
 }

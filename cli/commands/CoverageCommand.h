@@ -1,9 +1,7 @@
 #ifndef VELK_CLI_COMMANDS_COVERAGECOMMAND_H
 #define VELK_CLI_COMMANDS_COVERAGECOMMAND_H
 
-#include "cli/commands/RelayOptions.h"
-
-#include <velk/routing/Routing.h>
+#include "cli/commands/SearchOptions.h"
 
 namespace VelkCli {
 
@@ -19,17 +17,12 @@ public:
     int run() const;
 
 private:
-    Velk::Routing routingOn(Velk::EDAProvider &provider) const;
-
     NetlistOptions netlist;
-    RelayOptions relays;
+    SearchOptions search;
     std::vector<std::string> sourceProperties;
     std::vector<std::string> dutProperties;
     std::string savedFile;
-    int maxSwitches;
-    int maxConnections;
     int jobs = 0;
-    bool asDrawn = false;
     bool isCriticalAsked = false;
     CLI::App *command;
 };

@@ -68,9 +68,7 @@ void explain(const RouteEnd &source, const RouteEnd &destination, RouteReport &r
 }
 
 RoutesCommand::RoutesCommand(CLI::App &app)
-    : maxSwitches(Routing::DEFAULT_MAX_SWITCHING_COMPONENTS_PER_PATH)
-    , maxConnections(Routing::DEFAULT_MAX_ADDITIONAL_NODES_PER_PATH)
-    , command(app.add_subcommand("routes", "Show the routes from a source pin to a DUT pin"))
+    : command(app.add_subcommand("routes", "Show the routes from a source pin to a DUT pin"))
 {
     source.addTo(*command);
     dut.addTo(*command);
@@ -80,19 +78,9 @@ RoutesCommand::RoutesCommand(CLI::App &app)
         netlist.system.take();
     });
     netlist.system.fill(
-        addNumber(*command, "--max-switches", maxSwitches,
-                  "Go on from a net that was reached over at most N switches, so that routes of up to N+1 are found"),
-        [this](const VelkSystemFile &file) { maxSwitches = file.limits.maxSwitches; });
-    netlist.system.fill(
-        addNumber(*command, "--max-connections", maxConnections, "Leave out routes with more side connections than N"),
-        [this](const VelkSystemFile &file) { maxConnections = file.limits.maxConnections; });
-    netlist.system.fill(
         addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes),
         [this](const VelkSystemFile &file) { maxRoutes = static_cast<int>(file.limits.maxRoutes); });
-    command->add_flag("--as-drawn", asDrawn,
-                      "Cross relays from any pin to any other, as they are drawn, whatever positions they have");
-    exclusions.addTo(*command, netlist.system);
-    relays.addTo(*command, netlist.system);
+    search.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(routeFormats()));
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
@@ -112,10 +100,10 @@ int RoutesCommand::run() const
     if (trace)
         Progress::end();
     const OutputTarget target = netlist.target();
-    checkFiles(netlist.inputs() + relays.files(), target.fileName);
+    checkFiles(netlist.inputs() + search.relays.files(), target.fileName);
     auto provider = loadNetlists(toQStringList(netlist.files), toQStringList(netlist.connectorTypes),
                                  readingMode(netlist.tolerant));
-    printWarnings(typeWarnings(provider, netlist, {}, relays.passiveTypes));
+    printWarnings(typeWarnings(provider, netlist, {}, search.relays.passiveTypes));
     const RouteEnd sourceEnd = findEnd(provider, source);
     const RouteEnd dutEnd = findEnd(provider, dut);
 
@@ -125,10 +113,10 @@ int RoutesCommand::run() const
                        dutEnd.node,
                        PinNames(provider),
                        shownNames(toQStringList(netlist.files)),
-                       switchingOf(provider)};
+                       search.switchingOf(provider, netlist)};
     if (report.switching)
         report.routing.setRelayContacts(report.switching->relayContacts());
-    find(sourceEnd, dutEnd, !asDrawn || needsTracedPaths(netlist.format), maxRoutes, report);
+    find(sourceEnd, dutEnd, !search.asDrawn || needsTracedPaths(netlist.format), maxRoutes, report);
     VelkRouting::setTraceEnabled(false);
     if (report.switching && (report.routeCount() == 0 || tellsLeftOut(netlist.format))) // it may take some seconds
         report.leftOut = leftOutWays(sourceEnd, dutEnd, report);
@@ -146,22 +134,8 @@ int RoutesCommand::run() const
 
 Routing RoutesCommand::routingOn(EDAProvider &provider) const
 {
-    Routing routing(&provider);
-    routing.setComponentTypesThatAreSwitchable(toQStringList(netlist.switchableTypes));
-    routing.setComponentTypesThatAreInterfaces(toQStringList(netlist.interfaceTypes));
-    routing.setComponentTypesThatAreConnectors(toQStringList(netlist.connectorTypes));
-    routing.setMaxSwitchingComponentsPerPath(maxSwitches);
-    routing.setMaxAdditionalNodesPerPath(maxConnections);
+    Routing routing = search.routingOn(provider, netlist);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
-    exclusions.applyTo(routing, provider);
     return routing;
-}
-
-// As drawn, nothing that is wrong with positions is in the way.
-std::optional<SwitchingModel> RoutesCommand::switchingOf(const EDAProvider &provider) const
-{
-    if (asDrawn)
-        return {};
-    return loadSwitching(provider, netlist, relays);
 }
 }

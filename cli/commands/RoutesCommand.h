@@ -1,13 +1,8 @@
 #ifndef VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 #define VELK_CLI_COMMANDS_ROUTESCOMMAND_H
 
-#include "cli/commands/ExclusionOptions.h"
-#include "cli/commands/RelayOptions.h"
 #include "cli/commands/RouteEnd.h"
-
-#include <velk/routing/Routing.h>
-
-#include <optional>
+#include "cli/commands/SearchOptions.h"
 
 namespace VelkCli {
 
@@ -24,17 +19,12 @@ public:
 
 private:
     Velk::Routing routingOn(Velk::EDAProvider &provider) const;
-    std::optional<Velk::SwitchingModel> switchingOf(const Velk::EDAProvider &provider) const;
 
     NetlistOptions netlist;
-    RelayOptions relays;
-    ExclusionOptions exclusions;
+    SearchOptions search;
     EndOptions source{"--source", "source component"};
     EndOptions dut{"--dut", "DUT component"};
-    int maxSwitches;
-    int maxConnections;
     int maxRoutes = 0;
-    bool asDrawn = false;
     bool trace = false;
     CLI::App *command;
 };
