@@ -70,7 +70,7 @@ QString CheckCommand::placeOf(const QString &note) const
     const bool isGiven = std::any_of(ignored.cbegin(), ignored.cend(), [&](const std::string &text) {
         return note.startsWith(toQString(text) + u": "_s);
     });
-    return isGiven ? u"--ignore"_s : netlist.system.files().join(QString()) + u": ignore"_s;
+    return isGiven ? u"--ignore"_s : netlist.system.placeOfKey(u"ignore"_s);
 }
 
 int CheckCommand::run() const

@@ -15,56 +15,68 @@ namespace VelkCli {
 
 namespace {
 
-/// The references of those with the property.
-QStringList refsWithProperty(const QString &property, const EDAProvider &netlist)
+using Named = ExclusionOptions::Named;
+
+QList<Named> named(const QString &place, const std::vector<std::string> &texts)
 {
-    const NetlistSelection selection(netlist, parseProperties(u"--without"_s, {property}));
+    QList<Named> result;
+    for (const std::string &text : texts)
+        result.append({place, toQString(text)});
+    return result;
+}
+
+/// The references of those with the property.
+QStringList refsWithProperty(const Named &property, const EDAProvider &netlist)
+{
+    const NetlistSelection selection(netlist, parseProperties(property.place, {property.text}));
     const QString whyEmpty = selection.whyEmpty();
     if (!whyEmpty.isEmpty())
-        throw CommandError{u"--without: "_s + whyEmpty};
+        throw CommandError{u"%1: %2"_s.arg(property.place, whyEmpty)};
     return refsOf(selection.components());
 }
 
-QStringList refsMeant(const QString &text, const EDAProvider &netlist)
+QStringList refsMeant(const Named &component, const EDAProvider &netlist)
 try {
+    const QString &text = component.text;
     const bool isProperty = text.contains(u'=') && netlist.getComponentByRef(text).isNull();
-    return isProperty ? refsWithProperty(text, netlist) : QStringList{findComponent(netlist, text)->ref};
+    return isProperty ? refsWithProperty(component, netlist) : QStringList{findComponent(netlist, text)->ref};
 } catch (const NameNotFoundException &exception) {
-    throw CommandError{u"--without "_s + exception.message()};
+    throw CommandError{u"%1 %2"_s.arg(component.place, exception.message())};
 }
 
-QStringList netNamesMeant(const QString &text, const EDAProvider &netlist)
+QStringList netNamesMeant(const Named &net, const EDAProvider &netlist)
 try {
     QStringList names;
-    for (const auto &net : findNets(netlist, text))
-        names.append(net->name);
+    for (const auto &each : findNets(netlist, net.text))
+        names.append(each->name);
     return names;
 } catch (const NameNotFoundException &exception) {
-    throw CommandError{u"--without-net: "_s + exception.message()};
+    throw CommandError{u"%1: %2"_s.arg(net.place, exception.message())};
 }
 }
 
 void ExclusionOptions::addTo(CLI::App &command, SystemFileOptions &system)
 {
-    auto *componentsOption =
-        addRepeatable(command, "--without", components,
-                      "Keep out this component, by its reference, or all components with this property");
-    componentsOption->type_name("REF|KEY=VALUE");
-    system.fill(componentsOption, [this](const VelkSystemFile &file) { components = file.excludedComponents; });
-    auto *netsOption = addRepeatable(command, "--without-net", nets,
-                                     "Keep out this net, by its name or, of a joined net, one that it was joined from");
-    netsOption->type_name("NET");
-    system.fill(netsOption, [this](const VelkSystemFile &file) { nets = file.excludedNets; });
+    addRepeatable(command, "--without", components,
+                  "Keep out this component, by its reference, or all components with this property")
+        ->type_name("REF|KEY=VALUE");
+    addRepeatable(command, "--without-net", nets,
+                  "Keep out this net, by its name or, of a joined net, one that it was joined from")
+        ->type_name("NET");
+    system.add([this, &system](const VelkSystemFile &file) {
+        componentsOfSystem = named(system.placeOfKey(u"without"_s), file.excludedComponents);
+        netsOfSystem = named(system.placeOfKey(u"without-net"_s), file.excludedNets);
+    });
 }
 
 void ExclusionOptions::applyTo(Routing &routing, const EDAProvider &netlist) const
 {
     QStringList excludedComponents;
-    for (const std::string &text : components)
-        excludedComponents += refsMeant(toQString(text), netlist);
+    for (const Named &component : componentsOfSystem + named(u"--without"_s, components))
+        excludedComponents += refsMeant(component, netlist);
     QStringList excludedNets;
-    for (const std::string &text : nets)
-        excludedNets += netNamesMeant(toQString(text), netlist);
+    for (const Named &net : netsOfSystem + named(u"--without-net"_s, nets))
+        excludedNets += netNamesMeant(net, netlist);
     routing.setExcludedComponents(excludedComponents);
     routing.setExcludedNets(excludedNets);
 }

@@ -8,15 +8,27 @@
 namespace VelkCli {
 
 /// The options of every command that searches: which components and nets it keeps out of.
-struct ExclusionOptions
+class ExclusionOptions
 {
-    std::vector<std::string> components; ///< references, or properties of all that are meant
-    std::vector<std::string> nets;       ///< names
+public:
+    /// What somebody keeps out.
+    struct Named
+    {
+        QString place; ///< as "--without", to be put before messages
+        QString text;  ///< of a component the reference, or a property of all that are meant; of a net the name
+    };
 
+    /// What is given adds to what the system file says: what it keeps out for everybody stays out.
     void addTo(CLI::App &command, SystemFileOptions &system);
     /// Has searches on the netlist keep out of what the options name there. Throws a CommandError for a name that is
     /// not there, with what comes nearest.
     void applyTo(Velk::Routing &routing, const Velk::EDAProvider &netlist) const;
+
+private:
+    std::vector<std::string> components;
+    std::vector<std::string> nets;
+    QList<Named> componentsOfSystem; ///< from the system file
+    QList<Named> netsOfSystem;
 };
 }
 

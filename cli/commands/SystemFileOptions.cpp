@@ -81,9 +81,14 @@ QStringList SystemFileOptions::files() const
     return fileName.empty() ? QStringList() : QStringList{toQString(fileName)};
 }
 
+QString SystemFileOptions::placeOfKey(const QString &key) const
+{
+    return u"%1: %2"_s.arg(toQString(fileName), key);
+}
+
 QString SystemFileOptions::placeOf(const QString &option) const
 {
-    return taken.contains(option) ? u"%1: %2"_s.arg(toQString(fileName), option.mid(2)) : option;
+    return taken.contains(option) ? placeOfKey(option.mid(2)) : option;
 }
 
 bool isTolerant(const VelkSystemFile &file)

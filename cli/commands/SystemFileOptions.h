@@ -37,7 +37,9 @@ public:
 
     /// For checkFiles(): the file that was taken, if one was.
     QStringList files() const;
-    /// "--passive", or "velk.toml: passive" if that is from the file.
+    /// "velk.toml: passive", of what was taken.
+    QString placeOfKey(const QString &key) const;
+    /// The same if the file speaks for the option "--passive", else the option.
     QString placeOf(const QString &option) const;
 
 private:
