@@ -53,6 +53,7 @@ struct BoardReport
         }
         report.routing.setExcludedComponents({u"K9#1"_s});
         report.routing.setExcludedNets({u"E"_s});
+        report.unknownRelays = {u"K3#1"_s};
         const CoverageMatrix matrix(report.routing, report.sources, report.duts);
         for (qsizetype source = 0; source < report.sources.size(); ++source) {
             QList<QList<TracedPath>> routes;
@@ -137,6 +138,7 @@ private Q_SLOTS:
                               u"1: K1#1 from B#1 to A#1"_s, u"2: K2#1 from B#1 to C#1"_s, u"none"_s}));
         QCOMPARE(compact(data[u"limits"_s]), u"{\"connections\":3,\"switches\":5}"_s);
         QCOMPARE(compact(data[u"excluded"_s]), u"{\"components\":[\"K9#1\"],\"nets\":[\"E\"]}"_s);
+        QCOMPARE(compact(data[u"unknownRelays"_s]), u"[\"K3#1\"]"_s);
         QCOMPARE(data[u"mostRoutes"_s].toInt(), 10);
         QVERIFY(!data.contains(u"asDrawn"_s) && !data.contains(u"critical"_s) && !data.contains(u"compared"_s));
     }

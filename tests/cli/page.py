@@ -533,6 +533,9 @@ def check_coverage_compared(page):
     check("longer ones", [page.find("#count").text, page.run(marked)], ["1 of 540 pairs, 1 x 1 pins", ["\u25b22"]])
     page.find(".cell").click()
     check("before", page.texts("#facts p")[1], "longer, before: 1 switch")
+    page.run("data.unknownRelays.push('K9#1'); showOverview();")
+    check("unknown relays", page.run("return document.querySelector('#facts details:nth-of-type(5) li').textContent"),
+          "K9#1")
 
 
 def check_coverage_hostile(page):

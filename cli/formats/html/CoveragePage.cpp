@@ -97,6 +97,7 @@ QByteArray dataOf(const CoverageReport &report)
                                   {u"connections"_s, report.routing.maxAdditionalNodesPerPath()}}},
         {u"excluded"_s, QJsonObject{{u"components"_s, QJsonArray::fromStringList(report.routing.excludedComponents())},
                                     {u"nets"_s, QJsonArray::fromStringList(report.routing.excludedNets())}}},
+        {u"unknownRelays"_s, QJsonArray::fromStringList(report.unknownRelays)},
         {u"mostRoutes"_s, mostRoutesCounted},
         {u"sources"_s, tables.ends(nodesOf(report.sources))},
         {u"duts"_s, tables.ends(nodesOf(report.duts))},

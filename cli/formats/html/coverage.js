@@ -160,6 +160,8 @@ function showOverview() {
     showPanel(['Choose a cell to see its first route'], [
         ...counts.length > 0 ? [line(`Pairs with a route: ${counts.join(', ')}`)] : [line('No pair has a route')],
         ...comparison(),
+        ...folded(`First routes cross relays as drawn whose positions are not known: ${data.unknownRelays.length}`,
+            data.unknownRelays, (ref) => [named(ref)]),
         ...folded(`DUT pins that no source reaches: ${lonelyDuts.length}`, lonelyDuts, pinLine),
         ...folded(`Source pins that reach no DUT: ${lonelySources.length}`, lonelySources, pinLine),
     ]);
