@@ -39,6 +39,7 @@ void registerJoining(const Suite &suite);
 void registerQueries(const Suite &suite);
 void registerThreads(const Suite &suite);
 void registerStates();
+void registerCoverage(const Suite &suite);
 void registerCommand();
 
 /// One of the ways to do a task.

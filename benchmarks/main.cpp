@@ -36,6 +36,7 @@ int run(int argc, char **argv)
     registerQueries(suite);
     registerThreads(suite);
     registerStates();
+    registerCoverage(suite);
     registerCommand();
 
     int count = static_cast<int>(arguments.size());

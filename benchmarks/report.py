@@ -215,6 +215,18 @@ def add_states(table):
     table.limit("The same after a relay has changed", "state/change", 50e-6)
 
 
+def add_coverage(table):
+    table.limit("Who reaches whom, exported system, 42 x 128 pins", "coverage/large", 50e-3)
+    if "coverage/large" in table.results:
+        table.add("The same as drawn", time_text(table.results.best("coverage/large", "drawn")))
+    table.limit("The same with critical components", "coverage/large-critical", 0.5)
+    if "coverage/sparse" in table.results:
+        count = table.results.best("coverage/sparse", "pairs")
+        task = f"Who reaches whom, sparse, {count:,.0f} pairs"
+        table.limit(task, "coverage/sparse", 40e-3)
+        table.times(task, "coverage/sparse", "queries", "findPaths, a bound of 1", at_most=1)
+
+
 def main():
     results = Results(sys.argv[1])
     table = Table(results)
@@ -226,6 +238,7 @@ def main():
     add_exported(table)
     add_threads(table)
     add_states(table)
+    add_coverage(table)
     table.limit("velk routes, exported system, start to finish", "command/routes", 40e-3)
     table.print()
     for name, message in results.failures.items():

@@ -181,6 +181,35 @@ private Q_SLOTS:
                                      "any K4#1"_s);
     }
 
+    void heedsAdditionalNodes_data()
+    {
+        QTest::addColumn<QString>("board");
+        QTest::addColumn<int>("maxNodes");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("a source on a net in between is none")
+            << u"U1 Source 1\nD1 DUT 1\nK1 Relay 1,2\nK2 Relay 1,2\n"
+               "A: U1/1 K1/1\nB: K1/2 U1/1 K2/1\nC: K2/2 D1/1"_s
+            << 0 << u"U1#1/1: 2, without K1#1 0, without K2#1 0, first K1#1 K2#1\nany K1#1 K2#1"_s;
+        QTest::newRow("the way with fewer is found later")
+            << u"U1 Source 1\nD1 DUT 1\nJ1 Source 1\nJ2 Source 1\nK1 Relay 1,2\nK2 Relay 1,2\nK3 Relay 1,2\n"
+               "K4 Relay 1,2\nK5 Relay 1,2\nA: U1/1 K1/1 K2/1\nB: K1/2 K3/1 J1/1\nC: K2/2 K4/1\n"
+               "D: K3/2 K4/2 K5/1 J2/1\nE: K5/2 D1/1"_s
+            << 1
+            << u"U1#1/1: 3, without K2#1 0, without K4#1 0, without K5#1 0, first K2#1 K4#1 K5#1\n"
+               "any K2#1 K4#1 K5#1"_s;
+    }
+    void heedsAdditionalNodes()
+    {
+        QFETCH(QString, board);
+        QFETCH(int, maxNodes);
+        const auto system = systemOf(board);
+        MultipleEDAProvider joined({system.get()}, {});
+        Routing routing(&joined);
+        routing.setMaxAdditionalNodesPerPath(maxNodes);
+        const auto sources = CoverageMatrix::pinsOnNets(joined, u"Source"_s, {{u"Id"_s, u"U1"_s}});
+        QTEST(toText(CoverageMatrix(routing, sources, CoverageMatrix::pinsOnNets(joined, u"DUT"_s)), joined), "text");
+    }
+
     void isAValue()
     {
         const auto board = twoWays();

@@ -84,9 +84,7 @@ void PathTree::crossFrom(int arrival, Interruption &interruption)
     const auto rows = graph.rowsOf(from.net);
     interruption.work(rows.size());
     for (const CrossingRow &row : rows) {
-        // Only the source has no way round a component that would be left by the pin by which it was entered.
-        const bool leadsBack = from.before == none && index.numberedNode(row.node).terminal == rules.ends.source;
-        if (leadsBack || rules.isExcludedComponent(row.component))
+        if (rules.isExcludedComponent(row.component))
             continue;
         if (graph.leadsToJunction(row))
             crossJunction(arrival, row, interruption);
