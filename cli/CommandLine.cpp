@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include "cli/commands/Completion.h"
+#include "cli/commands/SystemNames.h"
 #include "cli/terminal/CommandError.h"
 #include "cli/terminal/Progress.h"
 #include "cli/terminal/Terminal.h"
@@ -98,7 +99,7 @@ void printCompletions(const CLI::App &app, int argc, char **argv)
     QStringList words;
     for (int i = 2; i < argc; ++i)
         words.append(QString::fromUtf8(argv[i]));
-    for (const QString &line : completions(describe(app), words))
+    for (const QString &line : completions(describe(app), words, namesInSystem))
         std::cout << line.toStdString() << '\n';
 }
 }

@@ -14,14 +14,17 @@ struct LineSoFar
     QStringList optionsGiven;   ///< those that may not be given again
     qsizetype position = 0;     ///< among the positional arguments
     bool optionsAreOver = false;
+    QMap<QString, QStringList> given = {}; ///< as AskedValue has it
+    QStringList netlists = {};
 
     bool isOption(const QString &word) const { return !optionsAreOver && word.startsWith(u'-'); }
     ArgumentDescription optionOf(const QString &word) const;
     void add(const QString &word);
     void addArgument(const QString &word);
     QStringList optionLines() const;
-    QStringList argumentLines() const;
-    QStringList linesFor(const QString &word) const;
+    QStringList valueLines(const ArgumentDescription &argument, const KnownValues &known) const;
+    QStringList argumentLines(const KnownValues &known) const;
+    QStringList linesFor(const QString &word, const KnownValues &known) const;
 };
 
 ArgumentDescription LineSoFar::optionOf(const QString &word) const
@@ -39,13 +42,17 @@ void LineSoFar::add(const QString &word)
         option = optionOf(word);
         if (!option.isRepeatable)
             optionsGiven += option.names;
+        if (!option.names.isEmpty())
+            given[option.names.last()] += word.contains(u'=') ? QStringList{word.section(u'=', 1)} : QStringList();
         if (word.contains(u'=') && !option.takesSeveral)
             option = {};
         optionsAreOver = word == u"--"_s;
     } else if (option.value.isEmpty()) {
         addArgument(word);
-    } else if (!option.takesSeveral) {
-        option = {};
+    } else {
+        given[option.names.last()].append(word);
+        if (!option.takesSeveral)
+            option = {};
     }
 }
 
@@ -57,15 +64,19 @@ void LineSoFar::addArgument(const QString &word)
             return;
         }
     }
-    if (!command.positionals.value(position).takesSeveral)
+    const ArgumentDescription argument = command.positionals.value(position);
+    if (argument.value == u"NETLIST"_s)
+        netlists.append(word);
+    if (!argument.takesSeveral)
         ++position;
 }
 
-QStringList valueLines(const ArgumentDescription &argument)
+QStringList LineSoFar::valueLines(const ArgumentDescription &argument, const KnownValues &known) const
 {
     if (argument.value.isEmpty() || !argument.choices.isEmpty())
         return argument.choices;
-    return {u'\t' + argument.value};
+    const QStringList lines = known({argument.names.value(argument.names.size() - 1), argument.value, given, netlists});
+    return lines.isEmpty() ? QStringList{u'\t' + argument.value} : lines;
 }
 
 QStringList LineSoFar::optionLines() const
@@ -80,32 +91,32 @@ QStringList LineSoFar::optionLines() const
     return lines;
 }
 
-QStringList LineSoFar::argumentLines() const
+QStringList LineSoFar::argumentLines(const KnownValues &known) const
 {
     if (position > 0 || command.subcommands.isEmpty())
-        return valueLines(command.positionals.value(position));
+        return valueLines(command.positionals.value(position), known);
     QStringList lines;
     for (const auto &subcommand : command.subcommands)
         lines.append(subcommand.name + u'\t' + subcommand.description.simplified());
     return lines;
 }
 
-QStringList LineSoFar::linesFor(const QString &word) const
+QStringList LineSoFar::linesFor(const QString &word, const KnownValues &known) const
 {
     if (isOption(word))
-        return word.contains(u'=') ? valueLines(optionOf(word)) : optionLines();
-    return option.value.isEmpty() ? argumentLines() : valueLines(option);
+        return word.contains(u'=') ? valueLines(optionOf(word), known) : optionLines();
+    return option.value.isEmpty() ? argumentLines(known) : valueLines(option, known);
 }
 }
 
-QStringList completions(const CommandDescription &command, const QStringList &words)
+QStringList completions(const CommandDescription &command, const QStringList &words, const KnownValues &known)
 {
     LineSoFar before{command, {}, {}};
     for (qsizetype i = 0; i + 1 < words.size(); ++i)
         before.add(words.at(i));
     const QString word = words.value(words.size() - 1);
     const QString beginning = before.isOption(word) ? word.mid(word.indexOf(u'=') + 1) : word;
-    QStringList lines = before.linesFor(word);
+    QStringList lines = before.linesFor(word, known);
     lines.removeIf([&](const QString &line) { return !line.startsWith(beginning) && !line.startsWith(u'\t'); });
     return lines;
 }

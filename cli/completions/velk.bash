@@ -15,7 +15,11 @@ _velk()
                 ;;
             $'\tFILE') _filedir ;;
             $'\t'*) ;;
-            *) COMPREPLY+=("${line%%$'\t'*}") ;;
+            *)
+                printf -v line '%q' "${line%%$'\t'*}"
+                [[ $COMP_WORDBREAKS == *=* && $last == *=* ]] && line=${line#*=} # which is a word of its own to the shell
+                COMPREPLY+=("$line")
+                ;;
         esac
     done < <("${1/#\~\//"$HOME"/}" __complete "${words[@]:1:cword-1}" "$last" 2>/dev/null)
 }

@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 #include "cli/commands/Completion.h"
+#include "cli/commands/SystemNames.h"
 #include "cli/manual/ManualPage.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
@@ -45,7 +46,11 @@ private Q_SLOTS:
     void completesTheLastWord()
     {
         QFETCH(QString, words);
-        auto lines = completions(describe(CommandLine().definitions()), words.replace(u'_', QString()).split(u' '));
+        words.replace(u"DEMO"_s, QStringLiteral(VELK_SOURCE_DIR "/examples/demo"));
+        QStringList given = words.split(u' ');
+        if (given.last() == u"_"_s)
+            given.last().clear();
+        auto lines = completions(describe(CommandLine().definitions()), given, namesInSystem);
         for (QString &line : lines)
             line = line.startsWith(u'\t') ? u'<' + line.mid(1) + u'>' : line.section(u'\t', 0, 0);
         QTEST(lines.join(u' '), "expected");
