@@ -64,7 +64,7 @@ QString whyNoPins(const EDAProvider &netlist, const Side &side)
 
 QList<NodeWithComponent> pinsOf(const EDAProvider &netlist, const Side &side)
 {
-    const auto pins = CoverageMatrix::pinsOnNets(netlist, side.type, side.properties);
+    auto pins = CoverageMatrix::pinsOnNets(netlist, side.type, side.properties);
     if (pins.isEmpty())
         throw CommandError{u"%1: %2"_s.arg(side.option, whyNoPins(netlist, side))};
     return pins;

@@ -15,7 +15,7 @@ QByteArray readInput(const QString &fileName)
     QFile file(fileName);
     const bool isOpen =
         fileName == standardStream ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
-    const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
+    QByteArray bytes = isOpen ? file.readAll() : QByteArray();
     if (file.error() != QFileDevice::NoError)
         throw CommandError{u"%1: %2"_s.arg(shownName(fileName), file.errorString())};
     return bytes;

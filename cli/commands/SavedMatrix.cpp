@@ -49,7 +49,7 @@ public:
     {
         QStringList result;
         QSet<QString> known;
-        for (const QJsonValue &value : list(document[member], member)) {
+        for (const QJsonValue value : list(document[member], member)) {
             const QString pin = value.toString();
             if (pin.isEmpty())
                 fail(u"%1 is no name of a pin"_s.arg(element(member, result.size())));
@@ -75,7 +75,7 @@ private:
     QList<int> row(const QJsonValue &value, const QString &place, qsizetype duts) const
     {
         QList<int> result;
-        for (const QJsonValue &switches : list(value, place, duts)) {
+        for (const QJsonValue switches : list(value, place, duts)) {
             const int number = switches.toInt(unreached); // which no whole number is too
             if (number < 0 && !switches.isNull())
                 fail(u"%1 is no number of switches"_s.arg(element(place, result.size())));
@@ -93,7 +93,7 @@ private:
 
     QJsonArray list(const QJsonValue &value, const QString &place, qsizetype size) const
     {
-        const QJsonArray values = list(value, place);
+        QJsonArray values = list(value, place);
         if (values.size() != size)
             fail(u"%1 has %2 elements, not %3"_s.arg(place, QString::number(values.size()), QString::number(size)));
         return values;
