@@ -56,8 +56,8 @@ QJsonObject RouteTables::crossing(const TracedStep &step, const EDANet &next)
 
 qsizetype RouteTables::place(const TracedNode &connection)
 {
-    const auto &[node, net] = connection;
-    return connections.place({net.data(), node->ref, node->pin}, [&] { return pinOnNet(*node, *net); });
+    return connections.place({connection.net.data(), connection.node->ref, connection.node->pin},
+                             [&] { return pinOnNet(*connection.node, *connection.net); });
 }
 
 QJsonArray RouteTables::ends(const QList<QSharedPointer<EDANetNode>> &nodes)
