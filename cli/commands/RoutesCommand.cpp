@@ -6,6 +6,7 @@
 #include "cli/formats/NoRouteText.h"
 #include "cli/formats/RouteFormats.h"
 #include "cli/formats/RouteRelays.h"
+#include "cli/terminal/CommandError.h"
 #include "cli/terminal/Message.h"
 #include "cli/terminal/Output.h"
 #include "cli/terminal/Progress.h"
@@ -81,6 +82,8 @@ RoutesCommand::RoutesCommand(CLI::App &app)
         addNumber(*command, "--max-routes", maxRoutes, "Show the first N routes only; 0 shows all", 0, mostRoutes),
         [this](const VelkSystemFile &file) { maxRoutes = static_cast<int>(file.limits.maxRoutes); });
     search.addTo(*command, netlist.system);
+    addRepeatable(*command, "--through", through, "Show the routes over this component only; over all that are given")
+        ->type_name("REF");
     netlist.addTo(*command, formatNames(routeFormats()));
     command->add_flag("--trace", trace, "Log every net that is searched on standard error");
     command->footer("Exit status: 0 there are routes, 1 there are none, 2 wrong usage or unreadable input.\n\n" +
@@ -132,10 +135,21 @@ int RoutesCommand::run() const
     return noRoutes;
 }
 
+QStringList RoutesCommand::required(const EDAProvider &provider) const
+try {
+    QStringList refs;
+    for (const std::string &ref : through)
+        refs.append(findComponent(provider, toQString(ref))->ref);
+    return refs;
+} catch (const NameNotFoundException &exception) {
+    throw CommandError{u"--through "_s + exception.message()};
+}
+
 Routing RoutesCommand::routingOn(EDAProvider &provider) const
 {
     Routing routing = search.routingOn(provider, netlist);
     routing.setMaxPaths(maxRoutes > 0 ? maxRoutes + 1 : 0);
+    routing.setRequiredComponents(required(provider));
     return routing;
 }
 }

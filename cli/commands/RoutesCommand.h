@@ -18,10 +18,12 @@ public:
     int run() const;
 
 private:
+    QStringList required(const Velk::EDAProvider &provider) const;
     Velk::Routing routingOn(Velk::EDAProvider &provider) const;
 
     NetlistOptions netlist;
     SearchOptions search;
+    std::vector<std::string> through;
     EndOptions source{"--source", "source component"};
     EndOptions dut{"--dut", "DUT component"};
     int maxRoutes = 0;

@@ -221,9 +221,8 @@ public:
     /// that they were joined from.
     void exclude()
     {
-        const auto components = joined.getComponents();
         for (int i = random.bounded(3); i > 0; --i)
-            excludedComponents.append(components.at(random.bounded(components.size()))->ref);
+            excludedComponents.append(randomRef());
         for (int i = random.bounded(3); i > 0; --i) {
             const auto boardNet = random.bounded(joined.boardNets().size());
             excludedBoardNets.append(joined.boardNets().at(boardNet)->name);
@@ -241,6 +240,28 @@ public:
                    });
         });
         return toTexts(paths);
+    }
+    /// Searches that follow find paths over these alone.
+    void require(const QStringList &components)
+    {
+        requiredComponents = components;
+        pathCount = -1;
+    }
+    /// Of paths that were found before, those that are left.
+    QStringList overRequired(QList<TracedPath> paths) const
+    {
+        paths.removeIf([this](const TracedPath &path) {
+            return std::any_of(requiredComponents.cbegin(), requiredComponents.cend(), [&path](const QString &ref) {
+                return std::none_of(path.steps.cbegin(), path.steps.cend(),
+                                    [&ref](const TracedStep &step) { return step.component->ref == ref; });
+            });
+        });
+        return toTexts(paths);
+    }
+    QString randomRef()
+    {
+        const auto components = joined.getComponents();
+        return components.at(random.bounded(components.size()))->ref;
     }
     QList<TracedPath> asDrawn() { return trace(joined, 0, {}); }
     QList<TracedPath> realizable() { return trace(joined, 0, contacts); }
@@ -276,6 +297,7 @@ private:
             routing.setComponentTypesThatAreInterfaces({u"relay"_s, u"dut"_s, QString()});
         routing.setExcludedNets(&provider == &joined ? excludedBoardNets : excludedNets);
         routing.setExcludedComponents(excludedComponents);
+        routing.setRequiredComponents(requiredComponents);
         return routing;
     }
 
@@ -311,6 +333,7 @@ private:
     const Properties destination;
     const RelayContactsPointer contacts;
     QStringList excludedComponents;
+    QStringList requiredComponents;
     QStringList excludedNets;
     QStringList excludedBoardNets; ///< the same by names that they were joined from
     qsizetype pathCount = -1;      ///< without a bound, once that is known
@@ -646,6 +669,84 @@ private Q_SLOTS:
         }
         QVERIFY(left > systems / 2);
         QVERIFY(total - left > systems / 2);
+    }
+
+    // Of a path that there is, so that some are left.
+    void pathsOverRequiredComponents()
+    {
+        qsizetype total = 0;
+        qsizetype left = 0;
+        const int systems = systemCount(1200);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomQuery query(static_cast<quint32>(seed));
+            if (seed % 5 == 0)
+                query.exclude();
+            const auto asDrawn = query.asDrawn();
+            const auto realizable = query.realizable();
+            QStringList required;
+            if (!asDrawn.isEmpty() && seed % 4 != 0) {
+                for (const TracedStep &step : asDrawn.at(seed * 7 % asDrawn.size()).steps.mid(seed % 3, 1 + seed % 2))
+                    required.append(step.component->ref);
+            }
+            query.require(required.isEmpty() ? QStringList{query.randomRef()} : required);
+            const auto expected = query.overRequired(asDrawn);
+            const auto expectedRealizable = query.overRequired(realizable);
+            for (const qsizetype bound : {qsizetype(0), 1 + seed % (expected.size() + 2)}) {
+                const auto mostOf = [bound](const QStringList &paths) { return bound ? paths.mid(0, bound) : paths; };
+                for (const auto &found : {query.onIndex(bound), query.onAnyProvider(bound)})
+                    QVERIFY2(found == mostOf(expected), qPrintable(query.differenceText(found, mostOf(expected))));
+                for (const auto &found : {query.realizableOnIndex(bound), query.realizableOnAnyProvider(bound)})
+                    QVERIFY2(found == mostOf(expectedRealizable),
+                             qPrintable(query.differenceText(found, mostOf(expectedRealizable))));
+            }
+            total += asDrawn.size();
+            left += expected.size();
+        }
+        QVERIFY(left > systems / 2);
+        QVERIFY(total - left > systems / 2);
+    }
+
+    // Six layers of 40 nets have 4,000,000,000 paths from end to end, and a dead end has none.
+    void firstPathsOverAComponent()
+    {
+        QString text = u"U1 Source 1\nD1 DUT 1\nDEAD Relay 1,2\nE: DEAD/2"_s;
+        QMap<int, QStringList> nets;
+        int relays = 0;
+        const auto connect = [&](int from, int to) {
+            text += u"\nK%1 Relay 1,2"_s.arg(++relays);
+            nets[from].append(u"K%1/1"_s.arg(relays));
+            nets[to].append(u"K%1/2"_s.arg(relays));
+        };
+        constexpr int width = 40;
+        for (int net = 0; net < width; ++net)
+            connect(-1, net);
+        for (int net = 0; net < 5 * width * width; ++net)
+            connect(net / width, (net / width / width + 1) * width + net % width);
+        for (int net = 5 * width; net < 6 * width; ++net)
+            connect(net, -2);
+        nets[-1].append(u"U1/1"_s);
+        nets[-2].append(u"D1/1"_s);
+        nets[100].append(u"DEAD/1"_s);
+        for (auto net = nets.cbegin(); net != nets.cend(); ++net)
+            text += u"\nN%1: "_s.arg(net.key()) + net->join(u' ');
+        const auto board = systemOf(text);
+        MultipleEDAProvider joined({board.get()}, {});
+        Routing routing(&joined);
+        routing.setMaxSwitchingComponentsPerPath(6);
+        routing.setMaxPaths(10);
+        routing.setRequiredComponents({u"K4321#1"_s, u"K7#1"_s});
+        const auto paths = routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s);
+        QCOMPARE(paths.size(), 10);
+        for (const RoutingPath &path : paths) {
+            QCOMPARE(path.switchingComponents.size(), 7);
+            QCOMPARE(path.switchingComponents.at(0)->ref, u"K7#1"_s);
+            QCOMPARE(path.switchingComponents.at(3)->ref, u"K4321#1"_s);
+        }
+        for (const QString &ref : {u"DEAD#1"_s, u"K0#1"_s}) {
+            routing.setRequiredComponents({ref});
+            QVERIFY(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s).isEmpty());
+            QCOMPARE(routing.requiredComponents(), QStringList{ref});
+        }
     }
 
     void exclusions()

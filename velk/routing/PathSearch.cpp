@@ -93,7 +93,7 @@ void PathSearch::leaveNet()
 
 void PathSearch::keepPath(const QSharedPointer<EDANet> &net, const QSharedPointer<EDANetNode> &node)
 {
-    if (!deepening.keep(branch.size(), static_cast<qsizetype>(additionalNodes.size())))
+    if (!crossesRequired() || !deepening.keep(branch.size(), static_cast<qsizetype>(additionalNodes.size())))
         return;
     lastNet = net;
     lastArrival = node;
@@ -227,6 +227,16 @@ bool PathSearch::pathLimitReached()
     const auto nodes = static_cast<qsizetype>(additionalNodes.size());
     const qsizetype switches = branch.size() + 1;
     return !deepening.enters(switches, nodes);
+}
+
+bool PathSearch::crossesRequired() const
+{
+    if (rules.requiredComponents.isEmpty())
+        return true;
+    QSet<QString> missing(rules.requiredComponents.cbegin(), rules.requiredComponents.cend());
+    for (const Level &level : branch)
+        missing.remove(level.crossed.component->ref);
+    return missing.isEmpty();
 }
 
 void PathSearch::logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,

@@ -64,6 +64,7 @@ private:
                                                     const QList<QSharedPointer<EDANetNode>> &exits);
     QList<TracedStep> stepsOfBranch(const QString &lastExitPin) const;
     bool pathLimitReached();
+    bool crossesRequired() const;
     void logNodeSearch(const QSharedPointer<EDAComponent> &component, const QSharedPointer<EDANet> &net,
                        bool found) const;
 

@@ -162,6 +162,16 @@ QList<QString> Routing::unknownExclusions() const
     return d->unknownExclusions();
 }
 
+void Routing::setRequiredComponents(const QList<QString> &refs)
+{
+    d->rules.requiredComponents = refs;
+}
+
+QList<QString> Routing::requiredComponents() const
+{
+    return d->rules.requiredComponents;
+}
+
 void Routing::setRelayContacts(const QSharedPointer<const RelayContactMap> &contacts)
 {
     d->relayContacts = contacts;

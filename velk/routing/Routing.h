@@ -116,6 +116,12 @@ public:
     /// Those of the two lists that name nothing in the netlist, components first, in the order given.
     QList<QString> unknownExclusions() const;
 
+    /// Has every search find those paths alone that cross each of these components, in the order that they have among
+    /// all; setMaxPaths() counts these. On a MultipleEDAProvider with the trace off no others are looked for, be there
+    /// thousands of millions of them. References are compared exactly; no path crosses a component that is not there.
+    void setRequiredComponents(const QList<QString> &refs);
+    QList<QString> requiredComponents() const; ///< as set; none at first
+
     /// Has findTracedPaths() return those paths alone that some state of the relays makes, in the order that they have
     /// among all; setMaxPaths() counts these. Each step over a listed relay is then over two pins that one of its
     /// positions connects, in whichever direction, and relays of one gang are in one position on all of a path. Listed

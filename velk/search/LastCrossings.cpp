@@ -31,14 +31,12 @@ NearNet LastCrossings::pickOut(Elements<CrossingRow> rows)
 {
     interruption.work(rows.size());
     for (const CrossingRow &row : rows) {
-        if (graph.leadsToJunction(row) && !rules.isExcludedComponent(row.component))
+        if (graph.leadsToJunction(row))
             ofJunction(row.exit); // now, so that the rows of the net follow one another
     }
     NearNet result{memory.lastRows.size(), 0, Marks::unmarked};
     for (const CrossingRow &row : rows) {
-        if (rules.isExcludedComponent(row.component))
-            continue;
-        if (leadsToDestination(row))
+        if (leadsToDestination(row) && !rules.isExcludedComponent(row.component))
             memory.lastRows.push_back(row);
         const int switches = std::abs(memory.switches.value(row.net)); // also if it is on the branch just now
         if (switches > 0)

@@ -17,6 +17,9 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGr
     paths.setKeepsCrossings(kept == Kept::Crossings);
     if (graph.contacts())
         held.emplace(*graph.contacts(), borrowed.memory());
+    if (!rules.required.empty() && !rules.requiresUnknown())
+        required.emplace(index, graph, rules, interruption);
+    areStepsWatched = held || required;
 }
 
 const FoundPaths &PrunedPathSearch::run()
@@ -42,12 +45,14 @@ void PrunedPathSearch::searchOnce()
 void PrunedPathSearch::enterSourceNet()
 {
     const int net = index.netOfTerminal(rules.ends.source);
-    if (net == NetlistIndex::none || rules.isExcludedNet(net))
+    if (net == NetlistIndex::none || rules.isExcludedNet(net) || rules.requiresUnknown())
         return;
-    if (bounds.isLast(net))
-        keepPath(net);
-    else if (bounds.allow(net, 0, 0))
+    if (bounds.isLast(net)) {
+        if (!required)
+            keepPath(net);
+    } else if (bounds.allow(net, 0, 0) && allowRequired(net)) {
         searchFrom({net, rules.sourceComponent, rules.ends.source}, 0);
+    }
 }
 
 // The next one by which the branch may go on, or null.
@@ -82,12 +87,12 @@ void PrunedPathSearch::cross(const CrossingRow &row)
         return;
     }
     steps.last() = {row.component, {level.arrival.net, entry, row.exit}};
-    if (!holdPosition()) // before the bounds note what would lead on
+    if (!takeStep()) // before the bounds note what would lead on
         return;
-    const bool isEntered =
-        bounds.allow(row.net, steps.size(), additionalNodes.size()) && enterNet({row.net, row.component, row.exit});
+    const bool isEntered = bounds.allow(row.net, steps.size(), additionalNodes.size()) && allowRequired(row.net) &&
+                           enterNet({row.net, row.component, row.exit});
     if (!isEntered)
-        releasePosition();
+        dropStep();
 }
 
 void PrunedPathSearch::enterJunction(const CrossingRow &row)
@@ -170,27 +175,48 @@ void PrunedPathSearch::keepPathsOverJunction(int net, const CrossingRow &entry)
 
 void PrunedPathSearch::crossLast(int lastNet)
 {
-    if (!held) {
+    if (!areStepsWatched) {
         keepPath(lastNet);
-    } else if (holdPosition()) {
-        keepPath(lastNet);
-        releasePosition();
+        return;
     }
+    if (!takeStep())
+        return;
+    if (!required || required->areComplete())
+        keepPath(lastNet);
+    dropStep();
 }
 
-// For the last step. False if no state of the relays makes it and all before it.
-bool PrunedPathSearch::holdPosition()
+// The last one. False if no state of the relays makes it and all before it.
+bool PrunedPathSearch::takeStep()
 {
-    if (!held)
+    if (!areStepsWatched)
         return true;
-    const Crossing &crossing = steps.last().crossing;
-    return held->take(graph.contacts()->contactBetween(index.numberedNode(crossing.node).terminal, crossing.exit));
+    const auto &[component, crossing] = steps.last();
+    if (held &&
+        !held->take(graph.contacts()->contactBetween(index.numberedNode(crossing.node).terminal, crossing.exit)))
+        return false;
+    if (required)
+        required->add(component);
+    return true;
 }
 
-void PrunedPathSearch::releasePosition()
+void PrunedPathSearch::dropStep()
 {
+    if (!areStepsWatched)
+        return;
     if (held)
         held->release();
+    if (required)
+        required->remove(steps.last().component);
+}
+
+// Whether the branch may enter this net, having taken so many steps, as far as it still lacks what it has to cross.
+bool PrunedPathSearch::allowRequired(int net)
+{
+    if (!required || required->areComplete())
+        return true;
+    const int switches = required->switchesFrom(net);
+    return switches != Marks::unmarked && deepening.enters(steps.size() + switches, additionalNodes.size());
 }
 
 void PrunedPathSearch::leaveNet()
@@ -201,7 +227,7 @@ void PrunedPathSearch::leaveNet()
     branch.removeLast();
     steps.removeLast();
     if (!branch.isEmpty()) // nothing was crossed to the first net
-        releasePosition();
+        dropStep();
 }
 
 // Whether the row crosses the component by the terminal by which the branch has come. Equal nodes are one terminal.

@@ -4,6 +4,7 @@
 #include <velk/search/FoundPaths.h>
 #include <velk/search/HeldPositions.h>
 #include <velk/search/LastCrossings.h>
+#include <velk/search/RequiredCrossings.h>
 #include <velk/search/SearchBounds.h>
 
 #include <QVarLengthArray>
@@ -73,8 +74,9 @@ private:
     void keepPathsFrom(const Arrival &arrival, const NearNet &near);
     void keepPathsOverJunction(int net, const CrossingRow &entry);
     void crossLast(int lastNet);
-    bool holdPosition();
-    void releasePosition();
+    bool takeStep();
+    void dropStep();
+    bool allowRequired(int net);
     void leaveNet();
     bool isArrival(const CrossingRow &row, const Arrival &arrival) const;
     void collectAdditionalNodes(const Arrival &arrival);
@@ -91,7 +93,9 @@ private:
     IterativeDeepening deepening;
     SearchBounds bounds;
     LastCrossings lastCrossings;
-    std::optional<HeldPositions> held; ///< where contacts of relays are given: a crossing for each step
+    std::optional<HeldPositions> held;         ///< where contacts of relays are given: a crossing for each step
+    std::optional<RequiredCrossings> required; ///< where there are any
+    bool areStepsWatched;                      ///< by either of these
     const Kept kept;
     QVarLengthArray<Level, usualDepth> branch;
     QVarLengthArray<Step, usualDepth> steps; ///< one for each level, and for the net that a branch has just come to

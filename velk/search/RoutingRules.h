@@ -19,6 +19,7 @@ struct RoutingRules
     qsizetype maxPaths;                                       ///< 0 or less is no bound
     QSharedPointer<const RelayContactMap> relayContacts = {}; ///< null: relays are crossed as drawn
     QSharedPointer<const NamedExclusions> exclusions = {};    ///< null: nothing is excluded
+    QList<QString> requiredComponents = {};                   ///< that each path crosses
 
     /// How many nets of a branch are searched further: one more than the limit of switches. The limit is documented to
     /// wrap, so the largest one leads to a negative number; unsigned, since overflow of signed numbers is undefined.

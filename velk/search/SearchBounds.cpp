@@ -1,5 +1,8 @@
 #include <velk/search/SearchBounds.h>
 
+#include <functional>
+#include <queue>
+
 namespace Velk {
 
 SearchBounds::SearchBounds(const NetlistIndex &netlist, const CrossingGraph &crossingGraph,
@@ -58,14 +61,71 @@ void SearchBounds::measureSwitches()
     switches.set(graph.manyNets(), 1); // what lies behind a junction is seen there
 }
 
+void SearchBounds::measureOver(int component, Marks &switchesOver)
+{
+    measureSwitches<true>();
+    switchesOver.clear(graph.manyNets());
+    crossed.clear(graph.junctionCount());
+    using Reached = std::pair<int, int>; // switches and net
+    std::priority_queue<Reached, std::vector<Reached>, std::greater<>> nearest;
+    const auto reach = [&](int net, int count) {
+        if (count >= switchesOver.value(net) || isLast(net) || rules.isExcludedNet(net))
+            return;
+        switchesOver.set(net, count);
+        nearest.emplace(count, net);
+    };
+    for (const auto &[net, count] : entriesOf(component))
+        reach(net, count);
+    while (!nearest.empty()) {
+        const auto [count, net] = nearest.top();
+        nearest.pop();
+        if (count > switchesOver.value(net))
+            continue;
+        if (count >= rules.maxNetsSearched)
+            return;
+        if (net != sourceNet && additionalNodesOn(net) <= rules.maxAdditionalNodes)
+            crossFrom<true>(net, 0, [&, switches = count + 1](int other) { reach(other, switches); });
+    }
+}
+
+// The nets of a component, and what it takes from each over it to another one and on to the destination.
+std::vector<std::pair<int, int>> SearchBounds::entriesOf(int component) const
+{
+    std::vector<int> nets = index.hiddenNetsOfComponent(component);
+    for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {
+        const int net = index.netOfTerminal(index.terminalOfPin(pin));
+        if (net != NetlistIndex::none)
+            nets.push_back(net);
+    }
+    std::sort(nets.begin(), nets.end(),
+              [this](int a, int b) { return std::pair(switches.value(a), a) < std::pair(switches.value(b), b); });
+    nets.erase(std::unique(nets.begin(), nets.end()), nets.end());
+    std::vector<std::pair<int, int>> result;
+    for (std::size_t i = 0; nets.size() > 1 && i < nets.size(); ++i) {
+        const int best = switches.value(nets[i == 0 ? 1 : 0]);
+        if (best < neverEnough)
+            result.emplace_back(nets[i], best + 1);
+    }
+    return result;
+}
+
 void SearchBounds::noteUselessBranch()
 {
     if (!isLabelled && ++uselessBranches == switches.all().size())
         measureBoth();
 }
 
-// The same, but a net is looked at again when it is reached with less to collect.
 void SearchBounds::measureBoth()
+{
+    if (rules.exclusions)
+        measureLabels<true>();
+    else
+        measureLabels<false>();
+}
+
+// The same, but a net is looked at again when it is reached with less to collect.
+template <bool hasExclusions>
+void SearchBounds::measureLabels()
 {
     isLabelled = true;
     latestLabels.clear(index.netCount());
@@ -80,7 +140,7 @@ void SearchBounds::measureBoth()
             return;
         if (from.net == sourceNet)
             continue;
-        crossFrom<true>(from.net, from.additionalNodes, [&](int other) {
+        crossFrom<hasExclusions>(from.net, from.additionalNodes, [&](int other) {
             label(other, from.switches + 1, from.additionalNodes + additionalNodesOn(other));
         });
     }
@@ -112,13 +172,13 @@ void SearchBounds::noteCut(int net, qsizetype switched, qsizetype collected)
 }
 
 // Visits all nets from which a component leads to this one, after which so much is collected.
-template <bool mayBeExcluded, typename Visit>
+template <bool hasExclusions, typename Visit>
 void SearchBounds::crossFrom(int net, int collected, Visit visit)
 {
     const auto rows = graph.rowsOf(net);
     interruption.work(rows.size());
     for (const CrossingRow &row : rows) {
-        if (mayBeExcluded && rules.isExcludedComponent(row.component))
+        if (hasExclusions && rules.exclusions->hasComponent(row.component))
             continue;
         if (graph.leadsToJunction(row))
             crossJunction(row, collected, visit);

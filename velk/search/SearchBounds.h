@@ -7,6 +7,7 @@
 #include <velk/search/SearchRules.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace Velk {
@@ -22,6 +23,10 @@ public:
 
     /// Looks at the surroundings of the destination, as far as a path can be long. Call it first.
     void measure();
+    /// Instead, for rules that exclude this component: notes how many switches lead from each net within reach to the
+    /// destination over one crossing of it. A path that crosses it more often takes no fewer, since from the first net
+    /// where it does one crossing would lead to the last.
+    void measureOver(int component, Marks &switchesOver);
     /// Tells that a branch which was allowed had to collect too much. Where that happens often, it is worth measuring
     /// what has to be collected, which is not known before unless the number of paths is bounded.
     void noteUselessBranch();
@@ -67,6 +72,9 @@ private:
     template <bool hasExclusions>
     void measureSwitches();
     void measureBoth();
+    template <bool hasExclusions>
+    void measureLabels();
+    std::vector<std::pair<int, int>> entriesOf(int component) const;
     void label(int net, int switchCount, int nodeCount);
     const Label &labelAt(int number) const { return labels[static_cast<std::size_t>(number)]; }
     int latestLabelOf(int net) const { return latestLabels.has(net) ? latestLabels.value(net) : NetlistIndex::none; }
@@ -79,8 +87,8 @@ private:
         return net == sourceNet ||
                std::find(furtherSourceNets.begin(), furtherSourceNets.end(), net) != furtherSourceNets.end();
     }
-    template <bool mayBeExcluded, typename Visit>
-    void crossFrom(int net, int collected, Visit visit);
+    template <bool hasExclusions, typename Visit>
+    Q_ALWAYS_INLINE void crossFrom(int net, int collected, Visit visit);
     template <typename Visit>
     void crossJunction(const CrossingRow &entry, int collected, Visit visit);
 

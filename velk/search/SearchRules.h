@@ -4,6 +4,9 @@
 #include <velk/index/NetlistIndex.h>
 #include <velk/search/RoutingRules.h>
 
+#include <algorithm>
+#include <vector>
+
 namespace Velk {
 
 /// The limits, the ends and the exclusions of a query in the numbers of an index.
@@ -18,6 +21,10 @@ struct SearchRules
         , maxPaths(rules.maxPaths)
         , exclusions(rules.exclusions ? rules.exclusions->in(index) : nullptr)
     {
+        for (const QString &ref : rules.requiredComponents)
+            required.push_back(index.componentNumber(ref));
+        std::sort(required.begin(), required.end());
+        required.erase(std::unique(required.begin(), required.end()), required.end());
     }
 
     PathEnds<int> ends; ///< terminals
@@ -26,9 +33,12 @@ struct SearchRules
     int maxAdditionalNodes;
     qsizetype maxPaths;
     std::shared_ptr<const Exclusions> exclusions; ///< null: nothing is excluded
+    std::vector<int> required; ///< components that each path crosses, ascending; none: an unknown one
 
     /// False where an end is unknown, or its pin was added to a part after the index had been made.
     bool hasEnds() const { return ends.source != NetlistIndex::none && ends.destination != NetlistIndex::none; }
+    /// Whether no path can cross what it has to, which is not all there.
+    bool requiresUnknown() const { return !required.empty() && required.front() == NetlistIndex::none; }
     bool isExcludedComponent(int component) const { return exclusions && exclusions->hasComponent(component); }
     bool isExcludedNet(int net) const { return exclusions && exclusions->hasNet(net); }
 };
