@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <velk/naming/NetlistSelection.h>
 #include <velk/naming/PinSearch.h>
 #include <velk/naming/References.h>
 
@@ -25,23 +24,12 @@ QList<Named> named(const QString &place, const std::vector<std::string> &texts)
     return result;
 }
 
-/// The references of those with the property.
-QStringList refsWithProperty(const Named &property, const EDAProvider &netlist)
-{
-    const NetlistSelection selection(netlist, parseProperties(property.place, {property.text}));
-    const QString whyEmpty = selection.whyEmpty();
-    if (!whyEmpty.isEmpty())
-        throw CommandError{u"%1: %2"_s.arg(property.place, whyEmpty)};
-    return refsOf(selection.components());
-}
-
 QStringList refsMeant(const Named &component, const EDAProvider &netlist)
 try {
-    const QString &text = component.text;
-    const bool isProperty = text.contains(u'=') && netlist.getComponentByRef(text).isNull();
-    return isProperty ? refsWithProperty(component, netlist) : QStringList{findComponent(netlist, text)->ref};
+    return refsOf(findComponents(netlist, component.text));
 } catch (const NameNotFoundException &exception) {
-    throw CommandError{u"%1 %2"_s.arg(component.place, exception.message())};
+    const bool isReference = exception.kind() == NameNotFoundException::Kind::Reference;
+    throw CommandError{component.place + (isReference ? u" "_s : u": "_s) + exception.message()};
 }
 
 QStringList netNamesMeant(const Named &net, const EDAProvider &netlist)

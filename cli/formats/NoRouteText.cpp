@@ -64,10 +64,10 @@ QList<int> boardsOf(const PathReach &reach)
     return {boards.cbegin(), boards.cend()};
 }
 
-QStringList netNames(const PathReach &reach)
+QStringList namesOf(const QList<QSharedPointer<EDANet>> &nets)
 {
     QStringList names;
-    for (const auto &net : reach.nets)
+    for (const auto &net : nets)
         names.append(net->name);
     return names;
 }
@@ -83,7 +83,7 @@ QString reachText(const PathReach &reach, const QString &pin, const PinNames &pi
         pins.append(pinNames.text(node->ref, node->pin));
     const QString text = u"from %1 one gets to %2 on %3 %4: %5"_s.arg(
         pin, reach.nets.size() == 1 ? u"1 net"_s : u"%1 nets"_s.arg(reach.nets.size()),
-        boards.size() == 1 ? u"board"_s : u"boards"_s, enumeration(boards), enumeration(netNames(reach)));
+        boards.size() == 1 ? u"board"_s : u"boards"_s, enumeration(boards), enumeration(namesOf(reach.nets)));
     return pins.isEmpty() ? text : text + u"; connector pins there without counterpart: "_s + enumeration(pins);
 }
 
@@ -127,6 +127,39 @@ QString incompleteText(const NoPathReason &reason)
         return u"it would take long to find out whether they are connected at all"_s;
     return u"all routes are beyond the limits; the shortest chain has %1, and it would take long to find out which "
            "limits would do"_s.arg(switchCount(reason.shortest));
+}
+
+/// "U1#1.HI -> K3#1 -> K7#2 -> J1#3.IN"
+QString wayText(const RouteReport &report, const TracedPath &path)
+{
+    QStringList words{report.pinNames.text(report.source->ref, report.source->pin)};
+    for (const TracedStep &step : path.steps)
+        words.append(step.component->ref);
+    words.append(report.pinNames.text(report.destination->ref, report.destination->pin));
+    return words.join(u" -> "_s);
+}
+
+/// Of such a path what the exclusions keep out.
+QStringList exclusionTexts(const RouteReport &report)
+{
+    const NoPathReason &reason = *report.reason;
+    QStringList texts;
+    const auto add = [&](const QStringList &names, const QString &option) {
+        if (!names.isEmpty())
+            texts.append(u"%1, which %2 keeps out, %3 on the way %4"_s.arg(
+                enumeration(names), option, names.size() == 1 ? u"is"_s : u"are"_s,
+                wayText(report, *reason.pathWithoutExclusions)));
+    };
+    add(refsOf(reason.excludedComponents), u"--without"_s);
+    add(namesOf(reason.excludedNets), u"--without-net"_s);
+    return texts;
+}
+
+/// "over K3#1, K4#1 "; empty if nothing is required.
+QString requiredText(const RouteReport &report)
+{
+    const QStringList refs = report.routing.requiredComponents();
+    return refs.isEmpty() ? QString() : u"over %1 "_s.arg(enumeration(refs));
 }
 
 QString waysText(const RouteReport &report)
@@ -188,8 +221,9 @@ QJsonObject reachToJson(const PathReach &reach)
     QJsonArray pins;
     for (const auto &node : reach.unpluggedPins)
         pins.append(QJsonObject{{u"ref"_s, node->ref}, {u"pin"_s, node->pin}});
-    return {
-        {u"nets"_s, QJsonArray::fromStringList(netNames(reach))}, {u"boards"_s, boards}, {u"unpluggedPins"_s, pins}};
+    return {{u"nets"_s, QJsonArray::fromStringList(namesOf(reach.nets))},
+            {u"boards"_s, boards},
+            {u"unpluggedPins"_s, pins}};
 }
 
 QJsonArray limitsToJson(const QList<SufficientLimits> &found)
@@ -213,13 +247,20 @@ QStringList reasonTexts(const RouteReport &report)
 {
     if (!report.failure.isEmpty())
         return {u"why there is none could not be found out: "_s + report.failure};
-    if (report.reason->conflict)
-        return unrealizableTexts(report);
-    if (!report.reason->isComplete)
-        return {incompleteText(*report.reason)};
-    return report.reason->shortest < 0
-               ? unconnectedTexts(report)
-               : QStringList{u"all routes are beyond the limits; there is one "_s + limitsText(report)};
+    const NoPathReason &reason = *report.reason;
+    const QStringList excluding = reason.pathWithoutExclusions ? exclusionTexts(report) : QStringList();
+    if (reason.conflict)
+        return excluding + unrealizableTexts(report);
+    if (reason.isConnectedOverOthers)
+        return excluding + QStringList{u"they are connected, but by no chain %1, however long"_s.arg(
+                               requiredText(report).trimmed())};
+    if (!reason.isComplete)
+        return excluding + QStringList{incompleteText(reason)};
+    if (reason.shortest >= 0)
+        return excluding + QStringList{u"all routes %1are beyond the limits; there is one %2"_s.arg(
+                               requiredText(report), limitsText(report))};
+    return excluding.isEmpty() ? unconnectedTexts(report)
+                               : excluding + QStringList{u"nothing else connects them, however long"_s};
 }
 
 QJsonObject reasonToJson(const RouteReport &report)
@@ -228,9 +269,13 @@ QJsonObject reasonToJson(const RouteReport &report)
     QJsonObject members{{u"texts"_s, QJsonArray::fromStringList(reasonTexts(report))}};
     if (!reason.sufficientLimits.isEmpty())
         members.insert(u"limits"_s, limitsToJson(reason.sufficientLimits));
+    if (reason.pathWithoutExclusions) {
+        members.insert(u"excludedComponents"_s, QJsonArray::fromStringList(refsOf(reason.excludedComponents)));
+        members.insert(u"excludedNets"_s, QJsonArray::fromStringList(namesOf(reason.excludedNets)));
+    }
     if (reason.conflict)
         members.insert(u"conflict"_s, stepsToJson(reason.conflict->steps));
-    if (!reason.isComplete || reason.shortest >= 0)
+    if (!reason.isComplete || reason.shortest >= 0 || reason.isConnectedOverOthers)
         return members;
     members.insert(u"source"_s, reachToJson(reason.fromSource));
     members.insert(u"destination"_s, reachToJson(reason.fromDestination));

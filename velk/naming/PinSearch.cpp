@@ -2,6 +2,7 @@
 
 #include <velk/index/NetlistIndex.h>
 #include <velk/model/IndexedProvider.h>
+#include <velk/naming/NetlistSelection.h>
 #include <velk/naming/PropertyHints.h>
 #include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
@@ -154,6 +155,18 @@ QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QSt
         drawnSo.isEmpty() ? u"no component has this reference; there are "_s + enumeration(nearestFirst(written, refs))
                           : u"several netlists have it: "_s + enumeration(refsOf(drawnSo));
     throw NameNotFoundException(NameNotFoundException::Kind::Reference, u"%1: %2"_s.arg(ref, reason));
+}
+
+QList<QSharedPointer<EDAComponent>> findComponents(const EDAProvider &netlist, const QString &text)
+{
+    const qsizetype sign = text.indexOf(u'=');
+    if (sign <= 0 || netlist.getComponentByRef(text))
+        return {findComponent(netlist, text)};
+    const NetlistSelection selection(netlist, {{text.left(sign), text.mid(sign + 1)}});
+    const QString whyEmpty = selection.whyEmpty();
+    if (!whyEmpty.isEmpty())
+        throw NameNotFoundException(NameNotFoundException::Kind::Properties, whyEmpty);
+    return selection.components();
 }
 
 QList<QSharedPointer<EDANet>> findNets(const EDAProvider &netlist, const QString &name)

@@ -64,6 +64,10 @@ private:
 /// with what comes nearest.
 VELK_EXPORT QSharedPointer<EDAComponent> findComponent(const EDAProvider &netlist, const QString &ref);
 
+/// The component of this reference, or of a text as "KEY=VALUE" that is none all components with this property, as
+/// NetlistSelection finds them; one at least. Throws a NameNotFoundException with what comes nearest.
+VELK_EXPORT QList<QSharedPointer<EDAComponent>> findComponents(const EDAProvider &netlist, const QString &text);
+
 /// The net of this name, or all of them where a netlist has several of one name. A joined net is found by each of the
 /// names that it was joined from too: "OUT#1+IN#2" by "IN#2", and by "IN" where all nets that are drawn so are part of
 /// it. Throws a NameNotFoundException with what comes nearest.

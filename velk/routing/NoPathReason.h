@@ -5,6 +5,7 @@
 #include <velk/model/EDANet.h>
 #include <velk/model/EDANetNode.h>
 #include <velk/routing/PositionConflict.h>
+#include <velk/routing/TracedPath.h>
 
 #include <QList>
 #include <QSharedPointer>
@@ -44,6 +45,17 @@ struct NoPathReason
     /// until all of them are known. With Routing::setRelayContacts() they are those with which a state of the relays
     /// makes a path; then the least ones, and all of them, as far as the search did not give up.
     QList<SufficientLimits> sufficientLimits;
+
+    // Where something is excluded; all else here is about the search that keeps out of it:
+    /// The first path that there would be within the limits if nothing were excluded. Empty where there is none, so
+    /// that the exclusions do not stand in the way.
+    std::optional<TracedPath> pathWithoutExclusions;
+    QList<QSharedPointer<EDAComponent>> excludedComponents; ///< those that it crosses; each once
+    QList<QSharedPointer<EDANet>> excludedNets;             ///< those that it enters; each once
+
+    /// There is a chain, but none over all of Routing::setRequiredComponents(), to which all else here refers: so
+    /// isConnected is false then, and nothing is told of how far one gets.
+    bool isConnectedOverOthers = false;
 
     // With Routing::setRelayContacts(), where there is a chain, as the others above tell it of ways as drawn:
     /// Whether some state of the relays makes a chain, however long. Empty also where the search for one has given up,

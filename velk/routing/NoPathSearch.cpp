@@ -2,6 +2,7 @@
 
 #include <velk/index/ProviderIndex.h>
 #include <velk/model/EDAException.h>
+#include <velk/routing/ElementExclusions.h>
 #include <velk/routing/NetlistReach.h>
 #include <velk/routing/StepPositions.h>
 #include <velk/search/SearchRules.h>
@@ -54,10 +55,14 @@ NoPathReason NoPathSearch::reason()
 
 void NoPathSearch::explain(NoPathReason &reason)
 {
+    if (routing.rules.exclusions)
+        explainExclusions(reason);
     const auto shortest = shortestChain(routing.rules, source, destination);
     reason.isConnected = shortest.has_value();
     if (!shortest) {
-        explainUnconnected(reason);
+        reason.isConnectedOverOthers = isConnectedOverOthers();
+        if (!reason.isConnectedOverOthers)
+            explainUnconnected(reason);
         return;
     }
     reason.shortest = shortest->switchingComponents.size();
@@ -65,6 +70,38 @@ void NoPathSearch::explain(NoPathReason &reason)
         explainUnrealizable(reason, *shortest);
     else
         reason.sufficientLimits = sufficientLimits(routing.rules, *shortest);
+}
+
+void NoPathSearch::explainExclusions(NoPathReason &reason)
+{
+    RoutingRules rules = routing.tracedRules();
+    rules.exclusions.reset();
+    reason.pathWithoutExclusions = firstPath<TracedPath>(rules, limits());
+    if (!reason.pathWithoutExclusions)
+        return;
+    const ElementExclusions exclusions(*routing.provider, routing.rules.exclusions);
+    const auto add = [](const auto &element, auto &list, bool isExcluded) {
+        const auto isSame = [&element](const auto &listed) { return listed.data() == element.data(); };
+        if (isExcluded && std::none_of(list.cbegin(), list.cend(), isSame))
+            list.append(element);
+    };
+    const auto addNet = [&](const QSharedPointer<EDANet> &net) {
+        add(net, reason.excludedNets, exclusions.hasNet(*net));
+    };
+    for (const TracedStep &step : std::as_const(reason.pathWithoutExclusions->steps)) {
+        addNet(step.net);
+        add(step.component, reason.excludedComponents, exclusions.hasComponent(*step.component));
+    }
+    addNet(reason.pathWithoutExclusions->lastNet);
+}
+
+bool NoPathSearch::isConnectedOverOthers()
+{
+    if (routing.rules.requiredComponents.isEmpty())
+        return false;
+    RoutingRules rules = routing.rules;
+    rules.requiredComponents.clear();
+    return shortestChain(rules, source, destination).has_value();
 }
 
 void NoPathSearch::explainUnconnected(NoPathReason &reason)

@@ -29,6 +29,8 @@ private:
     };
 
     void explain(NoPathReason &reason);
+    void explainExclusions(NoPathReason &reason);
+    bool isConnectedOverOthers();
     void explainUnconnected(NoPathReason &reason);
     void explainUnrealizable(NoPathReason &reason, const RoutingPath &shortestAsDrawn);
     std::optional<PositionConflict> conflict(const RoutingPath &shortestAsDrawn);
