@@ -153,6 +153,16 @@ private Q_SLOTS:
         QCOMPARE(routing.maxSwitchingComponentsPerPath(), 5U);
         routing.setMaxRoutes(7);
         QCOMPARE(routing.maxRoutes(), std::size_t(7));
+        routing.setExcludedComponents({"K9", "K1#1"});
+        QVERIFY(query(routing).empty());
+        QCOMPARE(routing.excludedComponents(), (std::vector<std::string>{"K9", "K1#1"}));
+        routing.setExcludedComponents({});
+        routing.setExcludedNets({"B#1", "B"});
+        QVERIFY(query(routing).empty());
+        QCOMPARE(routing.excludedNets(), (std::vector<std::string>{"B#1", "B"}));
+        QCOMPARE(routing.unknownExclusions(), std::vector<std::string>{"B"});
+        routing.setExcludedNets({});
+        QCOMPARE(query(routing).size(), std::size_t(1));
         routing.setMaxAdditionalConnectionsPerPath(0);
         QVERIFY(query(routing).empty());
         routing.setInterfaceTypes({"Source"});

@@ -409,6 +409,47 @@ private Q_SLOTS:
         QCOMPARE(Routing(nullptr).maxAdditionalNodesPerPath(), VelkSearchOptions().maxConnections);
     }
 
+    void keepsOut()
+    {
+        VelkSystem system({twoRelays});
+        const VelkSystem before = system;
+        const VelkRouteEnd from{{}, "HI", "U1"};
+        const VelkRouteEnd to{{}, "1", "J1"};
+        system.setExcludedComponents({"Card=1"});
+        QVERIFY(system.excludedComponents() == std::vector<std::string>{"K1#1"});
+        QVERIFY(system.routes(from, to).empty());
+        QVERIFY(system.coverage().switches == (std::vector<std::vector<std::optional<int>>>{{{}, {}}}));
+        auto reason = system.whyNoRoute(from, to);
+        QVERIFY(reason.isConnected == false && reason.excludedComponents == std::vector<std::string>{"K1#1"} &&
+                reason.excludedNets.empty());
+        QVERIFY(before.excludedComponents().empty());
+        QCOMPARE(before.routes(from, to).size(), std::size_t(1));
+
+        VelkSystem copy = system;
+        copy.setExcludedComponents({});
+        copy.setExcludedNets({"B"});
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, copy.setExcludedComponents({"K2", "K9"}));
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, copy.setExcludedNets({"Z"}));
+        QVERIFY(copy.excludedNets() == std::vector<std::string>{"B#1"} && copy.excludedComponents().empty());
+        reason = copy.whyNoRoute(from, to);
+        QVERIFY(reason.excludedNets == std::vector<std::string>{"B#1"} && reason.excludedComponents.empty());
+        QVERIFY(system.excludedNets().empty());
+    }
+
+    void crossesWhatIsRequired()
+    {
+        const VelkSystem system({twoRelays});
+        VelkSearchOptions options;
+        options.requiredComponents = {"K1", "K2#1"};
+        const VelkRouteEnd from{{}, "HI", "U1"};
+        QCOMPARE(system.routes(from, {{}, "1", "J1"}, options).size(), std::size_t(1));
+        QVERIFY(system.routes(from, {{}, "1", "J2"}, options).empty());
+        const auto reason = system.whyNoRoute(from, {{}, "1", "J2"}, options);
+        QVERIFY(reason.isConnected == false && reason.isConnectedOverOthers);
+        options.requiredComponents = {"K9"};
+        QVERIFY_THROWS_EXCEPTION(VelkSystemException, system.routes(from, from, options));
+    }
+
     void checks()
     {
         const VelkSystem system({twoRelays, twoRelays});
@@ -441,6 +482,19 @@ private Q_SLOTS:
         QCOMPARE(system.routes(from, to).size(), std::size_t(2));
         QCOMPARE(system.routes(from, to, VelkSearchOptions()).size(), std::size_t(3));
         QCOMPARE(system.whyNoRoute(from, to).shortest, std::size_t(1));
+
+        ::write(file, u"netlists = [\"1.net\"]\nswitchable = [\"Relay\", \"Fuse\"]\nwithout = [\"F1\", "
+                      "\"CompType=Relay\"]\n"_s);
+        QCOMPARE(VelkSystem::open(file.toStdString()).routes(from, to).size(), std::size_t(1));
+        ::write(file, u"netlists = [\"1.net\"]\nwithout-net = [\"B\"]\n"_s);
+        QVERIFY(VelkSystem::open(file.toStdString()).routes(from, to).empty());
+        ::write(file, u"netlists = [\"1.net\"]\nwithout-net = [\"C\"]\n"_s);
+        try {
+            VelkSystem::open(file.toStdString());
+            QFAIL("nothing is thrown");
+        } catch (const VelkSystemException &exception) {
+            QCOMPARE(qt(exception.message()), file + u": there is no net 'C'; there are A#1, B#1"_s);
+        }
 
         const VelkSystem plain(system.fileNames(), system.options());
         QCOMPARE(plain.searchOptions().maxSwitches, VelkSearchOptions().maxSwitches);

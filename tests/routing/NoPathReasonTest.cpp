@@ -94,6 +94,45 @@ class NoPathReasonTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void exclusionsInTheWay()
+    {
+        int inTheWay = 0;
+        int elsewhere = 0;
+        const int systems = systemCount(800);
+        for (int seed = 0; seed < systems; ++seed) {
+            RandomSearch random(static_cast<quint32>(seed), seed % 2 == 0);
+            const auto all = random.routes(random.maxSwitches, random.maxNodes);
+            const auto nets = random.netlist.getNets();
+            const QStringList refs{u"K1#1"_s, u"K%1#%2"_s.arg(seed % 5).arg(1 + seed % 2)};
+            const QString name = nets.at(seed % nets.size())->name;
+            random.routing.setExcludedComponents(refs);
+            random.routing.setExcludedNets({name});
+            if (!random.routing.findTracedPathsBetween(random.source, u"1"_s, random.destination, u"1"_s).isEmpty())
+                continue;
+            const QByteArray place = "seed " + QByteArray::number(seed);
+            const auto reason = random.reason();
+            QVERIFY2(reason.pathWithoutExclusions.has_value() == !all.isEmpty(), place);
+            if (all.isEmpty()) {
+                ++elsewhere;
+                continue;
+            }
+            QVERIFY2(netsOf(*reason.pathWithoutExclusions) == netsOf(all.first()), place);
+            QStringList crossed;
+            for (const TracedStep &step : all.first().steps) {
+                if (refs.contains(step.component->ref) && !crossed.contains(step.component->ref))
+                    crossed.append(step.component->ref);
+            }
+            QCOMPARE(refsOf(reason.excludedComponents), crossed);
+            const auto entered = netsOf(all.first());
+            const auto isEntered = std::count_if(entered.cbegin(), entered.cend(),
+                                                 [&name](const EDANet *net) { return net->name == name; });
+            QVERIFY2(reason.excludedNets.size() == isEntered, place);
+            QVERIFY2(isEntered == 0 || reason.excludedNets.first()->name == name, place);
+            ++inTheWay;
+        }
+        QVERIFY(inTheWay > systems / 10 && elsewhere > systems / 10);
+    }
+
     void agreesWithTheSearch_data()
     {
         QTest::addColumn<bool>("hasContacts");

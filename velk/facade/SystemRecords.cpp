@@ -164,6 +164,10 @@ VelkNoRouteReason SystemRecords::of(const NoPathReason &reason, const SystemSwit
         result.sufficientLimits.push_back({limits.maxSwitchingComponents, limits.maxAdditionalNodes,
                                            static_cast<std::size_t>(limits.switchingComponents),
                                            static_cast<std::size_t>(limits.additionalNodes)});
+    result.excludedComponents = toStandard(refsOf(reason.excludedComponents));
+    for (const auto &net : reason.excludedNets)
+        result.excludedNets.push_back(net->name.toStdString());
+    result.isConnectedOverOthers = reason.isConnectedOverOthers;
     if (reason.conflict) {
         result.conflict = VelkPositionConflict{of(reason.conflict->path, nullptr), {}};
         for (const TracedStep &step : reason.conflict->steps)

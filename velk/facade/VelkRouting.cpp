@@ -213,4 +213,29 @@ std::size_t VelkRouting::maxRoutes() const
 {
     return static_cast<std::size_t>(d->routing->maxPaths());
 }
+
+void VelkRouting::setExcludedComponents(const std::vector<std::string> &refs)
+{
+    d->routing->setExcludedComponents(toQt(refs));
+}
+
+std::vector<std::string> VelkRouting::excludedComponents() const
+{
+    return toStandard(d->routing->excludedComponents());
+}
+
+void VelkRouting::setExcludedNets(const std::vector<std::string> &names)
+{
+    d->routing->setExcludedNets(toQt(names));
+}
+
+std::vector<std::string> VelkRouting::excludedNets() const
+{
+    return toStandard(d->routing->excludedNets());
+}
+
+std::vector<std::string> VelkRouting::unknownExclusions() const
+{
+    return toStandard(d->routing->unknownExclusions());
+}
 }

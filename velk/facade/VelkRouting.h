@@ -170,6 +170,17 @@ public:
     void setMaxRoutes(std::size_t bound);
     std::size_t maxRoutes() const; ///< as set
 
+    /// Keeps components, by their references as "K3#1", out of all routes; the others stay as they are and in their
+    /// order. What the files lack excludes nothing; unknownExclusions() tells it.
+    void setExcludedComponents(const std::vector<std::string> &refs);
+    std::vector<std::string> excludedComponents() const; ///< as set; none at first
+    /// Keeps nets, by their names, out of all routes in the same way, as first and last ones too. Of a net that was
+    /// plugged together, as "OUT#1+IN#2", each name that it is made of will do.
+    void setExcludedNets(const std::vector<std::string> &names);
+    std::vector<std::string> excludedNets() const; ///< as set; none at first
+    /// Those of the two lists that are not there, components first.
+    std::vector<std::string> unknownExclusions() const;
+
 private:
     VelkRoutingPrivate *d;
 };

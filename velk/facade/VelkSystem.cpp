@@ -33,27 +33,24 @@ VelkSystemException exceptionWith(VelkSystemException::Kind kind, const QString 
     return {kind, message.toStdString()};
 }
 
-/// The element of this name or, without the suffix of its file, the only one that is drawn so. The \a what of the
-/// message is as "part".
-template <typename Element>
-QSharedPointer<Element> elementCalled(const QString &name, const QList<QSharedPointer<Element>> &elements,
-                                      const QString &what)
+/// The part of this name or, without the suffix of its file, the only one that is drawn so.
+QSharedPointer<EDAPart> partCalled(const QString &name, const QList<QSharedPointer<EDAPart>> &parts)
 {
-    QList<QSharedPointer<Element>> drawnSo;
+    QList<QSharedPointer<EDAPart>> drawnSo;
     QStringList names;
-    for (const auto &element : elements) {
-        if (element->name == name)
-            return element;
-        if (drawnName(element->name) == name)
-            drawnSo.append(element);
-        names.append(element->name);
+    for (const auto &part : parts) {
+        if (part->name == name)
+            return part;
+        if (drawnName(part->name) == name)
+            drawnSo.append(part);
+        names.append(part->name);
     }
     if (drawnSo.size() == 1)
         return drawnSo.first();
     throw exceptionWith(VelkSystemException::Kind::NotFound,
-                        drawnSo.isEmpty() ? u"there is no %1 '%2'; there are %3"_s.arg(
-                                                what, name, enumeration(nearestFirst(name, names)))
-                                          : u"several netlists have a %1 '%2'"_s.arg(what, name));
+                        drawnSo.isEmpty()
+                            ? u"there is no part '%1'; there are %2"_s.arg(name, enumeration(nearestFirst(name, names)))
+                            : u"several netlists have a part '%1'"_s.arg(name));
 }
 
 /// What \a query returns, with the exceptions of the library turned into the one of the facade. Nothing is logged.
@@ -200,7 +197,8 @@ bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b)
     const auto members = [](const VelkNoRouteReason &reason) {
         return std::tie(reason.isComplete, reason.isConnected, reason.shortest, reason.sufficientLimits,
                         reason.fromSource, reason.fromDut, reason.between, reason.isConnectedInOtherDirection,
-                        reason.isRealizable, reason.conflict);
+                        reason.isRealizable, reason.conflict, reason.excludedComponents, reason.excludedNets,
+                        reason.isConnectedOverOthers);
     };
     return members(a) == members(b);
 }
@@ -300,7 +298,25 @@ VelkSystemPrivate::VelkSystemPrivate(const std::vector<std::string> &fileNames, 
     typed.setComponentTypesThatAreSwitchable(toQt(options.switchableTypes));
     typed.setComponentTypesThatAreInterfaces(toQt(options.interfaceTypes));
     typed.setComponentTypesThatAreConnectors(toQt(options.connectorTypes));
-    routing = std::make_unique<const Routing>(typed);
+    routing = typed;
+}
+
+void VelkSystemPrivate::setExcludedComponents(const std::vector<std::string> &components)
+{
+    QStringList refs;
+    for (const std::string &text : components)
+        refs += refsOf(findComponents(*netlist, QString::fromStdString(text)));
+    routing->setExcludedComponents(refs);
+}
+
+void VelkSystemPrivate::setExcludedNets(const std::vector<std::string> &names)
+{
+    QStringList wholeNames;
+    for (const std::string &name : names) {
+        for (const auto &net : findNets(*netlist, QString::fromStdString(name)))
+            wholeNames.append(net->name);
+    }
+    routing->setExcludedNets(wholeNames);
 }
 
 Routing VelkSystemPrivate::routingWith(const VelkSearchOptions &searchOptions) const
@@ -310,6 +326,10 @@ Routing VelkSystemPrivate::routingWith(const VelkSearchOptions &searchOptions) c
     limited.setMaxAdditionalNodesPerPath(searchOptions.maxConnections);
     limited.setMaxPaths(static_cast<qsizetype>(searchOptions.maxRoutes)); // what turns negative is no bound either
     limited.setInterruption(searchOptions.isCalledOff);
+    QStringList required;
+    for (const std::string &ref : searchOptions.requiredComponents)
+        required.append(findComponent(*netlist, QString::fromStdString(ref))->ref);
+    limited.setRequiredComponents(required);
     if (!searchOptions.asDrawn) {
         switching->requirePositions();
         limited.setRelayContacts(switching->contacts());
@@ -357,6 +377,12 @@ VelkSystem VelkSystem::open(const std::string &fileName)
 {
     const VelkSystemFile file = VelkSystemFile::read(fileName);
     VelkSystem system(file.fileNames, file.options);
+    try {
+        system.setExcludedComponents(file.excludedComponents);
+        system.setExcludedNets(file.excludedNets);
+    } catch (const VelkSystemException &exception) {
+        throw VelkSystemException(exception.kind(), fileName + ": " + exception.message());
+    }
     system.systemFile = std::make_shared<const VelkSystemFile>(file);
     return system;
 }
@@ -426,17 +452,41 @@ VelkComponentInfo VelkSystem::component(const std::string &ref) const
 
 VelkPartInfo VelkSystem::part(const std::string &name) const
 {
-    return SystemRecords::of(*elementCalled(QString::fromStdString(name), d->netlist->getParts(), u"part"_s));
+    return SystemRecords::of(*partCalled(QString::fromStdString(name), d->netlist->getParts()));
 }
 
 VelkNetInfo VelkSystem::net(const std::string &name) const
 {
-    return d->records->of(*elementCalled(QString::fromStdString(name), d->netlist->getNets(), u"net"_s));
+    return answered([&] { return d->records->of(*findNets(*d->netlist, QString::fromStdString(name)).first()); });
 }
 
 std::vector<VelkPlacedPin> VelkSystem::pins(const std::string &ref) const
 {
     return answered([&] { return d->records->pinsOf(*findComponent(*d->netlist, QString::fromStdString(ref))); });
+}
+
+void VelkSystem::setExcludedComponents(const std::vector<std::string> &components)
+{
+    const auto changed = std::make_shared<VelkSystemPrivate>(*d);
+    answered([&] { changed->setExcludedComponents(components); });
+    d = changed;
+}
+
+std::vector<std::string> VelkSystem::excludedComponents() const
+{
+    return toStandard(d->routing->excludedComponents());
+}
+
+void VelkSystem::setExcludedNets(const std::vector<std::string> &names)
+{
+    const auto changed = std::make_shared<VelkSystemPrivate>(*d);
+    answered([&] { changed->setExcludedNets(names); });
+    d = changed;
+}
+
+std::vector<std::string> VelkSystem::excludedNets() const
+{
+    return toStandard(d->routing->excludedNets());
 }
 
 std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const VelkRouteEnd &dut,

@@ -140,6 +140,14 @@ struct VelkNoRouteReason
     std::optional<bool> isRealizable = {};
     /// What stands against the first way as drawn; empty where nothing does.
     std::optional<VelkPositionConflict> conflict = {};
+
+    // Where something is excluded; all else is about the search that keeps out of it:
+    /// References of the excluded components that the first route would cross if nothing were excluded; none where
+    /// there would be no route within the limits either.
+    std::vector<std::string> excludedComponents = {};
+    std::vector<std::string> excludedNets = {}; ///< names of the excluded nets that it would enter
+    /// There is a chain, but none over all of VelkSearchOptions::requiredComponents, to which all else refers.
+    bool isConnectedOverOthers = false;
 };
 
 /// What tells the positions of a relay: the first of these that does.
@@ -283,6 +291,8 @@ struct VelkSearchOptions
     /// Cross relays from any pin to any other, as they are drawn, whether or not they have a position that connects
     /// the two.
     bool asDrawn = false;
+    /// References of components that each route is to cross; maxRoutes counts such routes.
+    std::vector<std::string> requiredComponents = {};
 };
 
 /// Of which pins to tell who reaches whom, and how much of it.
@@ -364,8 +374,8 @@ private:
 /// All texts are UTF-8, names of files too, on Windows as elsewhere: there give it what
 /// std::filesystem::path::u8string() returns.
 ///
-/// A system never changes. Copies share it and cost nothing, several threads may ask one and the same, and nothing is
-/// logged, whatever Qt's logging rules are.
+/// What was read never changes. Copies share it and cost nothing, several threads may ask one and the same, and nothing
+/// is logged, whatever Qt's logging rules are.
 class VELK_EXPORT VelkSystem
 {
 public:
@@ -402,9 +412,21 @@ public:
     /// without its suffix, more than one.
     VelkComponentInfo component(const std::string &ref) const;
     VelkPartInfo part(const std::string &name) const; ///< the part of this name
-    VelkNetInfo net(const std::string &name) const;   ///< the net of this name
+    /// The net of this name or, of nets that are plugged together, of one that it is made of: "OUT#1+IN#2", "IN#2".
+    VelkNetInfo net(const std::string &name) const;
     /// The pins of the component \a ref, in the order of its part. Throws as component() does.
     std::vector<VelkPlacedPin> pins(const std::string &ref) const;
+
+    /// Keeps components out of all that this object is asked from now on about routes: each a reference or, as
+    /// "KEY=VALUE", all components with the property. What is left are the other routes, in their order. Copies get it,
+    /// and are then set on their own; the files are not read again. Not to be called while another thread asks this
+    /// object. Throws a VelkSystemException for what is not there, changing nothing.
+    void setExcludedComponents(const std::vector<std::string> &components);
+    std::vector<std::string> excludedComponents() const; ///< their references; at first those of the system file
+    /// Keeps nets out in the same way, as first and last ones of a route too. Each is a name that net() takes; where
+    /// several nets have it, all are meant.
+    void setExcludedNets(const std::vector<std::string> &names);
+    std::vector<std::string> excludedNets() const; ///< their whole names; at first those of the system file
 
     /// The routes from one pin to the other: those of the fewest switches first, among them those of the fewest side
     /// connections, then in the order in which they are found. No route is an empty list. Unless

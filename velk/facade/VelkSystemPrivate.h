@@ -11,15 +11,20 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace Velk {
 
-/// What a VelkSystem and its copies share. Nothing of it changes.
+/// What a VelkSystem and its copies share. Nothing of it changes: one that is to keep out of something else gets a
+/// copy, which has the same netlist.
 class VelkSystemPrivate
 {
 public:
     VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions);
 
+    /// Throw a NameNotFoundException, changing nothing.
+    void setExcludedComponents(const std::vector<std::string> &components);
+    void setExcludedNets(const std::vector<std::string> &names);
     /// Set up for one query. Throws a VelkSystemException where it needs positions of relays and some are wrong.
     Routing routingWith(const VelkSearchOptions &searchOptions) const;
 
@@ -41,10 +46,10 @@ public:
     VelkSystemOptions options;
     QList<File> files;
     std::shared_ptr<KiCadNetParser> onlyNetlist; ///< null where there are several
-    std::unique_ptr<MultipleEDAProvider> netlist;
-    std::unique_ptr<const SystemRecords> records;
-    std::unique_ptr<const SystemSwitching> switching;
-    std::unique_ptr<const Routing> routing; ///< by the types; the limits come with each query
+    std::shared_ptr<MultipleEDAProvider> netlist;
+    std::shared_ptr<const SystemRecords> records;
+    std::shared_ptr<const SystemSwitching> switching;
+    std::optional<Routing> routing; ///< by the types, with the exclusions; the limits come with each query
 };
 }
 
