@@ -709,7 +709,7 @@ private Q_SLOTS:
     // Six layers of 40 nets have 4,000,000,000 paths from end to end, and a dead end has none.
     void firstPathsOverAComponent()
     {
-        QString text = u"U1 Source 1\nD1 DUT 1\nDEAD Relay 1,2\nE: DEAD/2"_s;
+        QString text = u"U1 Source 1\nD1 DUT 1\nDEAD Relay 1,2\nFUSE Fuse 1,2\nE: DEAD/2"_s;
         QMap<int, QStringList> nets;
         int relays = 0;
         const auto connect = [&](int from, int to) {
@@ -726,7 +726,8 @@ private Q_SLOTS:
             connect(net, -2);
         nets[-1].append(u"U1/1"_s);
         nets[-2].append(u"D1/1"_s);
-        nets[100].append(u"DEAD/1"_s);
+        nets[100] += {u"DEAD/1"_s, u"FUSE/1"_s};
+        nets[140].append(u"FUSE/2"_s);
         for (auto net = nets.cbegin(); net != nets.cend(); ++net)
             text += u"\nN%1: "_s.arg(net.key()) + net->join(u' ');
         const auto board = systemOf(text);
@@ -742,7 +743,8 @@ private Q_SLOTS:
             QCOMPARE(path.switchingComponents.at(0)->ref, u"K7#1"_s);
             QCOMPARE(path.switchingComponents.at(3)->ref, u"K4321#1"_s);
         }
-        for (const QString &ref : {u"DEAD#1"_s, u"K0#1"_s}) {
+        routing.setExcludedComponents({u"K8#1"_s});
+        for (const QString &ref : {u"DEAD#1"_s, u"FUSE#1"_s, u"K8#1"_s, u"K0#1"_s}) {
             routing.setRequiredComponents({ref});
             QVERIFY(routing.findPaths(fromU1, u"1"_s, toD1, u"1"_s).isEmpty());
             QCOMPARE(routing.requiredComponents(), QStringList{ref});

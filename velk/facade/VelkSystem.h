@@ -384,7 +384,8 @@ public:
     explicit VelkSystem(const std::vector<std::string> &fileNames,
                         const VelkSystemOptions &options = VelkSystemOptions());
     /// The system that a system file describes, as VelkSystemFile tells: read with its options, and asked with its
-    /// limits, exclusions and accepted findings. Throws as VelkSystemFile::read() and the constructor do.
+    /// limits, exclusions and accepted findings. Throws as VelkSystemFile::read() and the constructor do,
+    /// and for an exclusion that is not there.
     static VelkSystem open(const std::string &fileName);
     ~VelkSystem();
     VelkSystem(const VelkSystem &other);

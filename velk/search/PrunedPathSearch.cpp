@@ -17,7 +17,7 @@ PrunedPathSearch::PrunedPathSearch(const NetlistIndex &netlist, const CrossingGr
     paths.setKeepsCrossings(kept == Kept::Crossings);
     if (graph.contacts())
         held.emplace(*graph.contacts(), borrowed.memory());
-    if (!rules.required.empty() && !rules.requiresUnknown())
+    if (!rules.required.empty() && !rules.requiresImpossible())
         required.emplace(index, graph, rules, interruption);
     areStepsWatched = held || required;
 }
@@ -45,7 +45,7 @@ void PrunedPathSearch::searchOnce()
 void PrunedPathSearch::enterSourceNet()
 {
     const int net = index.netOfTerminal(rules.ends.source);
-    if (net == NetlistIndex::none || rules.isExcludedNet(net) || rules.requiresUnknown())
+    if (net == NetlistIndex::none || rules.isExcludedNet(net) || rules.requiresImpossible())
         return;
     if (bounds.isLast(net)) {
         if (!required)

@@ -88,8 +88,9 @@ void SearchBounds::measureOver(int component, Marks &switchesOver)
     }
 }
 
-// The nets of a component, and what it takes from each over it to another one and on to the destination.
-std::vector<std::pair<int, int>> SearchBounds::entriesOf(int component) const
+// The nets from which rows lead over a component, and what it takes from each over it to another one and on to the
+// destination.
+std::vector<std::pair<int, int>> SearchBounds::entriesOf(int component)
 {
     std::vector<int> nets = index.hiddenNetsOfComponent(component);
     for (int pin = index.firstPin(component); pin < index.firstPin(component + 1); ++pin) {
@@ -103,10 +104,18 @@ std::vector<std::pair<int, int>> SearchBounds::entriesOf(int component) const
     std::vector<std::pair<int, int>> result;
     for (std::size_t i = 0; nets.size() > 1 && i < nets.size(); ++i) {
         const int best = switches.value(nets[i == 0 ? 1 : 0]);
-        if (best < neverEnough)
+        if (best < neverEnough && leadsOver(component, nets[i]))
             result.emplace_back(nets[i], best + 1);
     }
     return result;
+}
+
+bool SearchBounds::leadsOver(int component, int net)
+{
+    const auto rows = graph.rowsOf(net);
+    interruption.work(rows.size());
+    return std::any_of(rows.begin(), rows.end(),
+                       [component](const CrossingRow &row) { return row.component == component; });
 }
 
 void SearchBounds::noteUselessBranch()

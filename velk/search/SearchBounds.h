@@ -74,7 +74,8 @@ private:
     void measureBoth();
     template <bool hasExclusions>
     void measureLabels();
-    std::vector<std::pair<int, int>> entriesOf(int component) const;
+    std::vector<std::pair<int, int>> entriesOf(int component);
+    bool leadsOver(int component, int net);
     void label(int net, int switchCount, int nodeCount);
     const Label &labelAt(int number) const { return labels[static_cast<std::size_t>(number)]; }
     int latestLabelOf(int net) const { return latestLabels.has(net) ? latestLabels.value(net) : NetlistIndex::none; }

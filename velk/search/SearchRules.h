@@ -21,8 +21,11 @@ struct SearchRules
         , maxPaths(rules.maxPaths)
         , exclusions(rules.exclusions ? rules.exclusions->in(index) : nullptr)
     {
-        for (const QString &ref : rules.requiredComponents)
-            required.push_back(index.componentNumber(ref));
+        for (const QString &ref : rules.requiredComponents) {
+            const int component = index.componentNumber(ref);
+            const bool mayBeCrossed = component != NetlistIndex::none && !isExcludedComponent(component);
+            required.push_back(mayBeCrossed ? component : NetlistIndex::none);
+        }
         std::sort(required.begin(), required.end());
         required.erase(std::unique(required.begin(), required.end()), required.end());
     }
@@ -33,12 +36,12 @@ struct SearchRules
     int maxAdditionalNodes;
     qsizetype maxPaths;
     std::shared_ptr<const Exclusions> exclusions; ///< null: nothing is excluded
-    std::vector<int> required; ///< components that each path crosses, ascending; none: an unknown one
+    std::vector<int> required; ///< components that each path crosses, ascending; none: an unknown or excluded one
 
     /// False where an end is unknown, or its pin was added to a part after the index had been made.
     bool hasEnds() const { return ends.source != NetlistIndex::none && ends.destination != NetlistIndex::none; }
-    /// Whether no path can cross what it has to, which is not all there.
-    bool requiresUnknown() const { return !required.empty() && required.front() == NetlistIndex::none; }
+    /// Whether no path can cross what it has to.
+    bool requiresImpossible() const { return !required.empty() && required.front() == NetlistIndex::none; }
     bool isExcludedComponent(int component) const { return exclusions && exclusions->hasComponent(component); }
     bool isExcludedNet(int net) const { return exclusions && exclusions->hasNet(net); }
 };
