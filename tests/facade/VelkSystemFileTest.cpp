@@ -94,6 +94,13 @@ private Q_SLOTS:
                                                Texts{"no-type", "pin-alone-on-net:K7"}));
     }
 
+    void readsLongLists()
+    {
+        const auto names = readFile("netlists = [\n" + QByteArray("\"../a.net\",\n").repeated(2000) + "]").fileNames;
+        QCOMPARE(names.size(), std::size_t(2000));
+        QCOMPARE(names.back(), folder.path().toStdString() + "/../a.net");
+    }
+
     void leavesTheRestAsItIsByDefault()
     {
         QVERIFY(settingsOf(readFile("netlists = [\"a.net\"]\ntolerant = false")) == settingsOf(VelkSystemFile()));
@@ -121,6 +128,14 @@ private Q_SLOTS:
         QVERIFY2(text.contains(u"\n# connector = [\"Connector\"]\n"_s), qPrintable(text));
         QVERIFY2(text.contains(u"\n# tolerant = false\n"_s), qPrintable(text));
         QCOMPARE(text.count(u"\n# "_s) + text.startsWith(u"# "_s), 15 + 13); // a purpose each, and what is by default
+    }
+
+    void namesFilesByTheirWholeNamesForAFolderThatIsNotThere()
+    {
+        VelkSystemFile file;
+        file.fileNames = {"/a.net"};
+        const std::string text = file.toToml(folder.filePath(u"none"_s).toStdString());
+        QVERIFY2(text.find("netlists = [\"/a.net\"]") != std::string::npos, text.c_str());
     }
 
     // What a link leads to has another parent than the link.
