@@ -3,10 +3,7 @@
 #include "cli/commands/Jobs.h"
 #include "cli/terminal/Progress.h"
 
-#include <QHash>
 #include <QSet>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -57,23 +54,11 @@ SourceRows findRows(const CoverageMatrix &matrix, const CoverageExtras &extras, 
     return rows;
 }
 
-QList<CriticalPairs> criticalPairs(const SourceRows &rows, const EDAProvider &netlist)
+QList<QList<CriticalComponent>> criticalOf(const SourceRows &rows)
 {
-    QHash<const EDAComponent *, QList<std::pair<qsizetype, qsizetype>>> lost;
-    for (std::size_t source = 0; source < rows.size(); ++source) {
-        for (const auto &[component, duts] : rows[source].critical) {
-            for (const qsizetype dut : duts)
-                lost[component.data()].append({static_cast<qsizetype>(source), dut});
-        }
-    }
-    QList<CriticalPairs> result;
-    const auto components = netlist.getComponents();
-    for (const auto &component : components) {
-        if (lost.contains(component.data()))
-            result.append({component, lost.value(component.data())});
-    }
-    std::stable_sort(result.begin(), result.end(),
-                     [](const auto &a, const auto &b) { return a.lost.size() > b.lost.size(); });
+    QList<QList<CriticalComponent>> result;
+    for (const SourceRow &row : rows)
+        result.append(row.critical);
     return result;
 }
 
@@ -130,7 +115,7 @@ void findCoverage(const CoverageExtras &extras, int threads, CoverageReport &rep
         report.firstRoutes.append(row.firstRoutes);
     }
     if (extras.critical)
-        report.critical = criticalPairs(rows, report.netlist);
+        report.critical = matrix.criticalPairs(criticalOf(rows));
     const ComponentSet used = onFirstRoutes(rows);
     report.unknownRelays = unknownAmong(used, report);
     if (extras.unused)

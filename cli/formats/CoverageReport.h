@@ -12,19 +12,11 @@
 #include <QStringList>
 
 #include <optional>
-#include <utility>
 
 namespace VelkCli {
 
 /// Of each pair of pins so many routes are looked for at most, where they are counted.
 constexpr qsizetype mostRoutesCounted = 10;
-
-/// The pairs of pins that have a route, and none without this component.
-struct CriticalPairs
-{
-    QSharedPointer<Velk::EDAComponent> component;
-    QList<std::pair<qsizetype, qsizetype>> lost; ///< source and DUT pin, by their numbers; ascending
-};
 
 /// A pair of pins that is not as it was in a matrix that was saved before.
 struct PairDifference
@@ -64,8 +56,8 @@ struct CoverageReport
     QList<QSharedPointer<Velk::EDAComponent>> onOtherRoutes = {};
     QList<QSharedPointer<Velk::EDAComponent>> onNoRoute = {};
     QStringList unknownRelays = {}; ///< that first routes cross although nobody knows their positions: references
-    std::optional<QList<CriticalPairs>> critical = std::nullopt; ///< where asked for; most lost pairs first
-    std::optional<CoverageComparison> comparison = std::nullopt; ///< where asked for
+    std::optional<QList<Velk::CriticalPairs>> critical = std::nullopt; ///< where asked for; most lost pairs first
+    std::optional<CoverageComparison> comparison = std::nullopt;       ///< where asked for
 };
 
 /// "U1#1.1", by its number, as JSON and CSV have it.
