@@ -263,6 +263,8 @@ private Q_SLOTS:
                 routing.setExcludedComponents({joined.getComponents().at(random.bounded(4))->ref});
                 routing.setExcludedNets({u"N0#1"_s});
             }
+            if (random.bounded(4) == 0)
+                routing.setRequiredComponents({joined.getComponents().at(random.bounded(6))->ref});
             const Pins sources = somePins(joined, u"Source"_s, random);
             const Pins duts = somePins(joined, u"DUT"_s, random);
             const QString expected = definition(routing, sources, duts, joined);

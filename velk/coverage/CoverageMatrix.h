@@ -51,7 +51,7 @@ public:
                                                const QMap<QString, QString> &properties = {});
 
     /// Of the paths that \a routing finds: those with setRelayContacts() that findTracedPaths() returns, with the
-    /// limits, types and exclusions that are set. A bound on their number plays no part. Pins are
+    /// limits, types, exclusions and required components that are set. A bound on their number plays no part. Pins are
     /// those of the routing's provider, which has to stay.
     CoverageMatrix(const Routing &routing, const QList<NodeWithComponent> &sources,
                    const QList<NodeWithComponent> &duts);

@@ -7,6 +7,15 @@
 
 namespace Velk {
 
+namespace {
+
+bool hasAll(const std::vector<int> &path, const std::vector<int> &required)
+{
+    return std::all_of(required.cbegin(), required.cend(),
+                       [&](int component) { return std::find(path.cbegin(), path.cend(), component) != path.cend(); });
+}
+}
+
 NumberedPaths::NumberedPaths(const NetlistIndex &netlist, const RoutingRules &routingRules,
                              const std::vector<NumberedNode> &sourcePins, const std::vector<NumberedNode> &dutPins,
                              const std::function<bool()> &isCalledOff)
@@ -32,8 +41,9 @@ std::vector<PathFinder::Path> NumberedPaths::shortestPaths(qsizetype source, con
             const int path = tree.pathTo(terminalOf(wanted[i]));
             if (path == PathTree::none)
                 continue;
-            if (tree.isPossible(path))
-                result[i] = tree.componentsOf(path);
+            auto components = tree.componentsOf(path);
+            if (tree.isPossible(path) && hasAll(components, rulesOfSearch.required))
+                result[i] = std::move(components);
             else
                 unsettled.push_back(i);
         }
@@ -87,15 +97,8 @@ PathFinder::Path NumberedPaths::find(SearchRules searchRules, qsizetype dut)
 
 bool NumberedPaths::hasPathOver(int component, qsizetype source, qsizetype dut)
 {
-    SearchRules allPaths = rulesFrom(source, none);
-    allPaths.maxPaths = 0;
-    allPaths.ends.destination = terminalOf(dut);
-    PrunedPathSearch search(index, *graph, allPaths, interruption, Kept::Components);
-    bool result = false;
-    search.run().visitAll([&](const FoundPath &path) {
-        const int *end = path.components + path.length;
-        result = result || std::find(path.components, end, component) != end;
-    });
-    return result;
+    SearchRules rulesOfSearch = rulesFrom(source, none);
+    rulesOfSearch.require(component);
+    return find(rulesOfSearch, dut).has_value();
 }
 }

@@ -1,7 +1,5 @@
 #include <velk/coverage/PlainPaths.h>
 
-#include <algorithm>
-
 namespace Velk {
 
 PlainPaths::PlainPaths(const Routing &configuredRouting, const ComponentNumbers &componentNumbers,
@@ -48,16 +46,11 @@ PathFinder::Path PlainPaths::firstPath(const Routing &searching, qsizetype sourc
 
 bool PlainPaths::isOnAnyPath(int component)
 {
-    Routing all = routing;
-    all.setMaxPaths(0);
-    const auto isOn = [&](const TracedPath &path) {
-        return std::any_of(path.steps.cbegin(), path.steps.cend(),
-                           [&](const TracedStep &step) { return numbers.numberOf(*step.component) == component; });
-    };
+    Routing searching = routing;
+    searching.setRequiredComponents(routing.requiredComponents() + QList{numbers.component(component)->ref});
     for (qsizetype source = 0; source < sources.size(); ++source) {
         for (qsizetype dut = 0; dut < duts.size(); ++dut) {
-            const auto paths = find(all, source, dut);
-            if (std::any_of(paths.cbegin(), paths.cend(), isOn))
+            if (firstPath(searching, source, dut))
                 return true;
         }
     }

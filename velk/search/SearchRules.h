@@ -21,13 +21,18 @@ struct SearchRules
         , maxPaths(rules.maxPaths)
         , exclusions(rules.exclusions ? rules.exclusions->in(index) : nullptr)
     {
-        for (const QString &ref : rules.requiredComponents) {
-            const int component = index.componentNumber(ref);
-            const bool mayBeCrossed = component != NetlistIndex::none && !isExcludedComponent(component);
-            required.push_back(mayBeCrossed ? component : NetlistIndex::none);
-        }
-        std::sort(required.begin(), required.end());
-        required.erase(std::unique(required.begin(), required.end()), required.end());
+        for (const QString &ref : rules.requiredComponents)
+            require(index.componentNumber(ref));
+    }
+
+    /// Has each path cross this component too.
+    void require(int component)
+    {
+        const bool mayBeCrossed = component != NetlistIndex::none && !isExcludedComponent(component);
+        const int needed = mayBeCrossed ? component : NetlistIndex::none;
+        const auto place = std::lower_bound(required.begin(), required.end(), needed);
+        if (place == required.end() || *place != needed)
+            required.insert(place, needed);
     }
 
     PathEnds<int> ends; ///< terminals
