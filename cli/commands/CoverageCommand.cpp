@@ -81,10 +81,8 @@ CoverageCommand::CoverageCommand(CLI::App &app)
         ->type_name("KEY=VALUE");
     command->add_flag("--critical", isCriticalAsked,
                       "Also show the components without any one of which pairs of pins are lost");
-    command
-        ->add_option("--compare", savedFile,
-                     "Show what is different from a matrix that was saved before with --format json")
-        ->type_name("FILE");
+    addInputFile(*command, "--compare", savedFile,
+                 "Show what is different from a matrix that was saved before with --format json");
     addNumber(*command, "--jobs", jobs, "Search in N threads at once; 0 is one for each processor", 0, mostThreads);
     search.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(coverageFormats()));

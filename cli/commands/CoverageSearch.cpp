@@ -37,17 +37,25 @@ FirstRoutes firstRoutesFrom(const NodeWithComponent &source, const QList<int> &s
     return firstRoutesOf(routes);
 }
 
+/// Each of them takes a search.
+bool needsFirstRoutes(const CoverageExtras &extras, const CoverageReport &report)
+{
+    return extras.unused || (report.switching && !report.switching->unknownComponents().isEmpty());
+}
+
 SourceRows findRows(const CoverageMatrix &matrix, const CoverageExtras &extras, int threads,
                     const CoverageReport &report)
 {
     SourceRows rows(static_cast<std::size_t>(report.sources.size()));
+    const bool areFirstRoutesNeeded = needsFirstRoutes(extras, report);
     Progress::begin(u"finding out who reaches whom"_s, report.sources.size());
     workInThreads(threads, report.sources.size(), [&](qsizetype source) {
         SourceRow &row = rows[static_cast<std::size_t>(source)];
         row.switches = matrix.row(source);
         if (extras.critical)
             row.critical = matrix.criticalOf(source, row.switches);
-        row.onFirstRoutes = matrix.onFirstPathsOf(source, row.switches);
+        if (areFirstRoutesNeeded)
+            row.onFirstRoutes = matrix.onFirstPathsOf(source, row.switches);
         if (extras.firstRoutes)
             row.firstRoutes = firstRoutesFrom(report.sources.at(source), row.switches, report);
     });

@@ -53,6 +53,15 @@ CLI::Option *addDutTypeTo(CLI::App &command, std::vector<std::string> &types)
     return addTypesTo(command, "--dut-type", types, "CompType that is a DUT");
 }
 
+CLI::Option *addInputFile(CLI::App &command, const std::string &name, std::string &fileName,
+                          const std::string &description)
+{
+    const auto refuseEmpty = [](const std::string &text) {
+        return text.empty() ? u"expected the name of a file"_s.toStdString() : std::string();
+    };
+    return command.add_option(name, fileName, description)->check(CLI::Validator(refuseEmpty, {}))->type_name("FILE");
+}
+
 void addOutputTo(CLI::App &command, std::string &outputFile)
 {
     const auto withoutStream = [](std::string &name) {

@@ -39,6 +39,10 @@ CLI::Option *addTypesTo(CLI::App &command, const std::string &name, std::vector<
                         const std::string &description);
 /// The option that tells which components the application INI takes for DUTs. Puts the default into the types.
 CLI::Option *addDutTypeTo(CLI::App &command, std::vector<std::string> &types);
+/// An option that takes the name of a file to read. It refuses an empty one, as a shell makes of a variable that is not
+/// set, so that nobody takes for read what was not.
+CLI::Option *addInputFile(CLI::App &command, const std::string &name, std::string &fileName,
+                          const std::string &description);
 /// "-" is standard output, as is no name.
 void addOutputTo(CLI::App &command, std::string &outputFile);
 CLI::Option *addTolerantTo(CLI::App &command, bool &tolerant);

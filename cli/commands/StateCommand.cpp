@@ -95,19 +95,16 @@ bool isAsExpected(const StateStep &step)
 StateCommand::StateCommand(CLI::App &app)
     : command(app.add_subcommand("state", "Show what is connected while relays are set"))
 {
-    auto *table = command->add_option("--table", tableFile,
-                                      "Steps, each with the relays that are set in it: a CSV file with the columns "
-                                      "step, component and position");
-    table->type_name("FILE");
+    auto *table = addInputFile(*command, "--table", tableFile,
+                               "Steps, each with the relays that are set in it: a CSV file with the columns step, "
+                               "component and position");
     addRepeatable(*command, "--set", settings,
                   "Set this relay, all others being at rest; POSITION is a number or a name, 1 if left out")
         ->type_name("REF[=POSITION]")
         ->excludes(table);
-    command
-        ->add_option("--expect", expectedFile,
-                     "Compare with the connections that are meant to be: a CSV file with the columns step, from, from "
-                     "pin, to and to pin")
-        ->type_name("FILE");
+    addInputFile(*command, "--expect", expectedFile,
+                 "Compare with the connections that are meant to be: a CSV file with the columns step, from, from pin, "
+                 "to and to pin");
     relays.addTo(*command, netlist.system);
     netlist.addTo(*command, formatNames(stateFormats()));
     command->callback([this] { netlist.system.take(); });

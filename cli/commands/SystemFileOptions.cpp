@@ -17,12 +17,10 @@ const std::string usualSystemFile = "velk.toml";
 void SystemFileOptions::addTo(CLI::App &command, const std::vector<CLI::Option *> &netlists)
 {
     netlistOptions = netlists;
-    auto *option = command
-                       .add_option("--system", fileName,
-                                   "Take the netlists, and what these options say, from this system file; without "
-                                   "netlists that is " +
-                                       usualSystemFile + " in the current folder")
-                       ->type_name("FILE");
+    auto *option = addInputFile(command, "--system", fileName,
+                                "Take the netlists, and what these options say, from this system file; without "
+                                "netlists that is " +
+                                    usualSystemFile + " in the current folder");
     for (CLI::Option *netlist : netlists)
         option->excludes(netlist);
 }
