@@ -1,4 +1,5 @@
 #include "cli/formats/html/CoveragePage.h"
+#include "tests/support/PageData.h"
 #include "tests/support/StubProvider.h"
 #include "tests/support/TestRegistry.h"
 
@@ -71,13 +72,6 @@ struct BoardReport
     MultipleEDAProvider netlist;
     CoverageReport report;
 };
-
-QJsonObject dataOf(const QByteArray &page)
-{
-    const QByteArray begin = "<script id=\"data\" type=\"application/json\">";
-    const qsizetype from = page.indexOf(begin) + begin.size();
-    return QJsonDocument::fromJson(page.mid(from, page.indexOf('<', from) - from)).object();
-}
 
 QString refAt(const QJsonObject &data, const QJsonValue &component)
 {

@@ -1,5 +1,6 @@
 #include "cli/formats/html/RoutePage.h"
 #include "cli/formats/RouteFormats.h"
+#include "tests/support/PageData.h"
 #include "tests/support/RandomSystems.h"
 #include "tests/support/TestRegistry.h"
 
@@ -55,13 +56,6 @@ bool hasAllParts(const EDAProvider &netlist)
     const auto components = netlist.getComponents();
     return std::all_of(components.cbegin(), components.cend(),
                        [&](const auto &component) { return !netlist.getPartByName(component->part).isNull(); });
-}
-
-QJsonObject dataOf(const QByteArray &page)
-{
-    const QByteArray begin = "<script id=\"data\" type=\"application/json\">";
-    const qsizetype from = page.indexOf(begin) + begin.size();
-    return QJsonDocument::fromJson(page.mid(from, page.indexOf('<', from) - from)).object();
 }
 
 /// The routes of the report as JSON tells them, without the positions that the page tells at each crossing.

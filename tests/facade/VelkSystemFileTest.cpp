@@ -16,11 +16,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-QString qt(const std::string &text)
-{
-    return QString::fromStdString(text);
-}
-
 /// All members but the names of files.
 auto settingsOf(const VelkSystemFile &file)
 {
@@ -121,7 +116,7 @@ private Q_SLOTS:
         VelkSystemFile file;
         file.fileNames = {folder.filePath(u"a.net"_s).toStdString(), folder.filePath(u"../\"b\".net"_s).toStdString()};
         file.options.passiveTypes = {"Resistor", "Fuse\n"};
-        const QString text = qt(file.toToml(folder.path().toStdString()));
+        const QString text = QString::fromStdString(file.toToml(folder.path().toStdString()));
         QVERIFY2(text.contains(u".\nnetlists = [\n    \"a.net\",\n    \"../\\\"b\\\".net\",\n]\n\n# "_s),
                  qPrintable(text));
         QVERIFY2(text.contains(u"\npassive = [\"Resistor\", \"Fuse\\u000a\"]\n"_s), qPrintable(text));
@@ -182,7 +177,8 @@ private:
         VelkSystemFile::read(name.toStdString());
         return u"nothing is thrown"_s;
     } catch (const VelkSystemException &exception) {
-        return exception.kind() == VelkSystemException::Kind::Reading ? qt(exception.message()) : u"another kind"_s;
+        return exception.kind() == VelkSystemException::Kind::Reading ? QString::fromStdString(exception.message())
+                                                                      : u"another kind"_s;
     }
 
     static std::string randomText(QRandomGenerator &random)
