@@ -46,7 +46,10 @@ void RelayOptions::addTo(CLI::App &command, SystemFileOptions &system)
         addRepeatable(command, "--relays", tables,
                       "Table of what relays can do, by their parts: a CSV file with the columns part and positions");
     tablesOption->type_name("FILE");
-    system.fill(tablesOption, [this](const VelkSystemFile &file) { tables = file.options.relayTables; });
+    system.fill(tablesOption, [this, &system](const VelkSystemFile &file) {
+        tables = file.options.relayTables;
+        placeOfTables = system.placeOfKey(u"relays: "_s);
+    });
     system.fill(
         addTypesTo(command, "--passive", passiveTypes, "CompType that always couples all its pins, as fuses do"),
         [this](const VelkSystemFile &file) { passiveTypes = file.options.passiveTypes; });
@@ -63,8 +66,10 @@ try {
     for (const QString &file : files())
         result.append(RelayTable(readCsv(file)));
     return result;
+} catch (const CommandError &error) {
+    throw CommandError{placeOfTables + error.message};
 } catch (const EDAException &exception) {
-    throw CommandError{exception.message()};
+    throw CommandError{placeOfTables + exception.message()};
 }
 
 SwitchingTypes RelayOptions::types(const NetlistOptions &netlistOptions) const

@@ -12,6 +12,7 @@ struct RelayOptions
 {
     std::vector<std::string> tables;
     std::vector<std::string> passiveTypes;
+    QString placeOfTables; ///< of those from the system file, to be put before messages
 
     /// With the types that the library has as defaults.
     RelayOptions();

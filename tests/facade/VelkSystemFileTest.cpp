@@ -49,7 +49,9 @@ private Q_SLOTS:
         QTest::newRow("UTF-16") << QByteArray("\xff\xfen\0", 4) << u":1:1: "_s;
         QTest::newRow("control character") << QByteArray("a = \1") << u":1:5: "_s;
         QTest::newRow("cut off") << QByteArray("\nnetlists = [\"a.net\",") << u":2:21: "_s;
-        QTest::newRow("nested lists") << "a = " + QByteArray(1'000'000, '[') << u":1:2"_s;
+        QTest::newRow("nested lists") << "a = " + QByteArray(1'000'000, '[') << u":1:9: "_s;
+        QTest::newRow("keys nested over lines")
+            << "a = " + ("[\n{" + QByteArray("a.").repeated(1000) + "a = ").repeated(126) << u":3:2006: "_s;
         QTest::newRow("nested keys") << QByteArray("\n") + QByteArray("a.").repeated(1'000'000)
                                      << u":2:1: more than 1000 dots in a line; give each text a line of its own"_s;
         QTest::newRow("too long") << QByteArray((16 << 20) + 1, '\n')

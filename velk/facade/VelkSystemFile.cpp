@@ -10,6 +10,7 @@
 
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
+#define TOML_MAX_NESTED_VALUES 4 // each may hold as many tables as a line has dots: see refuseDeepKeys()
 #include <toml++/toml.h>
 
 #include <algorithm>
@@ -227,8 +228,12 @@ void SystemFileReader::take(const toml::node &node, const QString &key, const Na
     if (value.areRequired && names.empty())
         refuse(node.source().begin, u"%1: expected the name of a file at least"_s.arg(key));
     value.names->clear();
-    for (const std::string &name : names)
+    for (const std::string &name : names) {
+        if (name.empty() || name.find('\0') != std::string::npos)
+            refuse(node.as_array()->get(value.names->size())->source().begin,
+                   u"%1: expected the name of a file, which is not empty and holds no U+0000"_s.arg(key));
         value.names->push_back(openable(QString::fromStdString(name)));
+    }
 }
 
 void SystemFileReader::take(const toml::node &node, const QString &key, const Findings &value) const
