@@ -85,9 +85,12 @@ ComponentSet onFirstRoutes(const SourceRows &rows)
 Components switchableWithout(const ComponentSet &used, const CoverageReport &report)
 {
     const auto types = report.routing.componentTypesThatAreSwitchable();
+    const auto excludedRefs = report.routing.excludedComponents();
+    const QSet<QString> excluded(excludedRefs.cbegin(), excludedRefs.cend());
     auto components = report.netlist.getComponents();
     components.removeIf([&](const auto &component) {
-        return used.contains(component.data()) || !types.contains(component->type(), Qt::CaseInsensitive);
+        return used.contains(component.data()) || excluded.contains(component->ref) ||
+               !types.contains(component->type(), Qt::CaseInsensitive);
     });
     return components;
 }

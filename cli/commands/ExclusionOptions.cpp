@@ -1,11 +1,14 @@
 #include "cli/commands/ExclusionOptions.h"
 
 #include "cli/terminal/CommandError.h"
+#include "cli/terminal/Message.h"
 
 #include <CLI/CLI.hpp>
 
 #include <velk/naming/PinSearch.h>
 #include <velk/naming/References.h>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -24,12 +27,24 @@ QList<Named> named(const QString &place, const std::vector<std::string> &texts)
     return result;
 }
 
-QStringList refsMeant(const Named &component, const EDAProvider &netlist)
+QList<QSharedPointer<EDAComponent>> componentsMeant(const Named &component, const EDAProvider &netlist)
 try {
-    return refsOf(findComponents(netlist, component.text));
+    return findComponents(netlist, component.text);
 } catch (const NameNotFoundException &exception) {
     const bool isReference = exception.kind() == NameNotFoundException::Kind::Reference;
     throw CommandError{component.place + (isReference ? u" "_s : u": "_s) + exception.message()};
+}
+
+/// Somebody who keeps out a connector may believe that routes keep out of it.
+void warnIfNoneIsSwitchable(const Named &named, const QList<QSharedPointer<EDAComponent>> &components,
+                            const QStringList &switchableTypes)
+{
+    const auto isSwitchable = [&](const auto &component) {
+        return switchableTypes.contains(component->type(), Qt::CaseInsensitive);
+    };
+    if (std::none_of(components.cbegin(), components.cend(), isSwitchable))
+        printWarnings({u"%1 %2: keeps out nothing, since routes cross components of CompType %3 only; to keep out of "
+                       "nets, use --without-net"_s.arg(named.place, named.text, switchableTypes.join(u" or "_s))});
 }
 
 QStringList netNamesMeant(const Named &net, const EDAProvider &netlist)
@@ -60,11 +75,16 @@ void ExclusionOptions::addTo(CLI::App &command, SystemFileOptions &system)
 void ExclusionOptions::applyTo(Routing &routing, const EDAProvider &netlist) const
 {
     QStringList excludedComponents;
-    for (const Named &component : componentsOfSystem + named(u"--without"_s, components))
-        excludedComponents += refsMeant(component, netlist);
+    for (const Named &component : componentsOfSystem + named(u"--without"_s, components)) {
+        const auto meant = componentsMeant(component, netlist);
+        warnIfNoneIsSwitchable(component, meant, routing.componentTypesThatAreSwitchable());
+        excludedComponents += refsOf(meant);
+    }
+    excludedComponents.removeDuplicates();
     QStringList excludedNets;
     for (const Named &net : netsOfSystem + named(u"--without-net"_s, nets))
         excludedNets += netNamesMeant(net, netlist);
+    excludedNets.removeDuplicates();
     routing.setExcludedComponents(excludedComponents);
     routing.setExcludedNets(excludedNets);
 }

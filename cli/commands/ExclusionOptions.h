@@ -21,7 +21,7 @@ public:
     /// What is given adds to what the system file says: what it keeps out for everybody stays out.
     void addTo(CLI::App &command, SystemFileOptions &system);
     /// Has searches on the netlist keep out of what the options name there. Throws a CommandError for a name that is
-    /// not there, with what comes nearest.
+    /// not there, with what comes nearest, and warns where it keeps out of nothing that the routing could cross.
     void applyTo(Velk::Routing &routing, const Velk::EDAProvider &netlist) const;
 
 private:

@@ -303,6 +303,12 @@ void coverageToJson(const CoverageReport &report, QIODevice &device)
     device.write("{\n    \"sources\": " + compact(namesToJson(report.sources)));
     device.write(",\n    \"duts\": " + compact(namesToJson(report.duts)));
     device.write(",\n    \"switches\": " + compactLines(report.rows, rowToJson));
+    const auto writeNames = [&](const QByteArray &member, const QStringList &names) {
+        if (!names.isEmpty())
+            device.write(",\n    \"" + member + "\": " + compact(QJsonArray::fromStringList(names)));
+    };
+    writeNames("excludedComponents", report.routing.excludedComponents());
+    writeNames("excludedNets", report.routing.excludedNets());
     if (report.critical)
         device.write(",\n    \"critical\": " + compactLines(*report.critical, criticalToJson));
     if (report.comparison)

@@ -12,9 +12,9 @@ namespace VelkCli {
 /// csv: a line for each source pin with the number of switches to each DUT pin, which the head line names; an empty
 /// cell where there is no route. What is different goes to standard error.
 ///
-/// json: {"sources": [pin], "duts": [pin], "switches": [[number or null]]}, a row for each source pin, and where asked
-/// for "critical": [{"component", "lost": [[source, dut]]}], by their numbers from 0, and "compared": {"lost",
-/// "gained":
+/// json: {"sources": [pin], "duts": [pin], "switches": [[number or null]]}, a row for each source pin, and where
+/// there are any "excludedComponents": [reference] and "excludedNets": [name], and where asked for "critical":
+/// [{"component", "lost": [[source, dut]]}], by their numbers from 0, and "compared": {"lost", "gained":
 /// [[source, dut]], "longer", "shorter": [[source, dut, before, now]]}, by their names. A pin is "REF.NUMBER".
 const Formats<CoverageReport> &coverageFormats();
 

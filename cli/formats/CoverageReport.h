@@ -51,8 +51,8 @@ struct CoverageReport
     QList<QList<int>> rows = {};
     QList<FirstRoutes> firstRoutes =
         {}; ///< of each source pin; empty ones where the form of the answer does not tell them
-    /// The switchable components that no first route crosses, but others do, and those that no route crosses, in the
-    /// order of the netlist; where the form of the answer tells them.
+    /// Of the switchable components that are not kept out those that no first route crosses, but others do, and those
+    /// that no route crosses, in the order of the netlist; where the form of the answer tells them.
     QList<QSharedPointer<Velk::EDAComponent>> onOtherRoutes = {};
     QList<QSharedPointer<Velk::EDAComponent>> onNoRoute = {};
     QStringList unknownRelays = {}; ///< that first routes cross although nobody knows their positions: references

@@ -75,6 +75,8 @@ QStringList namesOf(const QList<QSharedPointer<EDANet>> &nets)
 /// "from U2#1.HI one gets to 2 nets on board #1: N1#1, N2#1; connector pins there without counterpart: X1#1.5"
 QString reachText(const PathReach &reach, const QString &pin, const PinNames &pinNames)
 {
+    if (reach.nets.isEmpty())
+        return u"the net of %1 is kept out by --without-net"_s.arg(pin);
     QStringList boards;
     for (const int board : boardsOf(reach))
         boards.append(u'#' + QString::number(board));

@@ -223,6 +223,12 @@ void routesToJson(const RouteReport &report, QIODevice &device)
         members.insert(u"unknown"_s, QJsonArray::fromStringList(unknownRelays(report)));
     if (report.leftOut)
         members.insert(u"leftOut"_s, *report.leftOut);
+    const auto insertNames = [&](const QString &member, const QStringList &names) {
+        if (!names.isEmpty())
+            members.insert(member, QJsonArray::fromStringList(names));
+    };
+    insertNames(u"excludedComponents"_s, report.routing.excludedComponents());
+    insertNames(u"excludedNets"_s, report.routing.excludedNets());
     writeJson(device, members, u"routes"_s, report.tracedPaths.size(),
               [&report](qsizetype i) { return routeToJson(report, report.tracedPaths.at(i)); });
 }

@@ -17,9 +17,10 @@ const Formats<RouteReport> &routeFormats();
 
 /// {"source": end, "destination": end, "routes": [{"switchingComponents": [component, with "pins": [entry, exit] and
 /// "position": number or null], "additionalConnections": [end]}]} with end as {"component", "pin"}, and besides "more":
-/// true if there are more, and "reason" if there is none. Where positions were looked at, each route has "positions":
-/// {reference: number}, all that has to be away from rest, and the whole "unknown": [reference], relays that routes
-/// cross as drawn, and "leftOut", RouteReport::leftOut if that is known.
+/// true if there are more, "reason" if there is none, and "excludedComponents": [reference] and "excludedNets": [name]
+/// if there are any. Where positions were looked at, each route has "positions": {reference: number}, all that has to
+/// be away from rest, and the whole "unknown": [reference], relays that routes cross as drawn, and "leftOut",
+/// RouteReport::leftOut if that is known.
 void routesToJson(const RouteReport &report, QIODevice &device);
 
 /// Whether the format tells what traced paths alone know, also of ways as drawn.

@@ -93,15 +93,12 @@ QByteArray dataOf(const CoverageReport &report)
     RouteTables tables(report.routing, report.netlist, report.pinNames, report.switching);
     QJsonObject members{
         {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
-        {u"limits"_s, QJsonObject{{u"switches"_s, report.routing.maxSwitchingComponentsPerPath()},
-                                  {u"connections"_s, report.routing.maxAdditionalNodesPerPath()}}},
-        {u"excluded"_s, QJsonObject{{u"components"_s, QJsonArray::fromStringList(report.routing.excludedComponents())},
-                                    {u"nets"_s, QJsonArray::fromStringList(report.routing.excludedNets())}}},
         {u"unknownRelays"_s, QJsonArray::fromStringList(report.unknownRelays)},
         {u"mostRoutes"_s, mostRoutesCounted},
         {u"sources"_s, tables.ends(nodesOf(report.sources))},
         {u"duts"_s, tables.ends(nodesOf(report.duts))},
     };
+    addLimits(report.routing, members);
     if (!report.switching)
         members.insert(u"asDrawn"_s, true);
     if (report.critical)

@@ -35,11 +35,10 @@ QByteArray dataOf(const RouteReport &report)
     const QJsonArray ends = tables.ends({report.source, report.destination});
     QJsonObject members{
         {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
-        {u"limits"_s, QJsonObject{{u"switches"_s, report.routing.maxSwitchingComponentsPerPath()},
-                                  {u"connections"_s, report.routing.maxAdditionalNodesPerPath()}}},
         {u"source"_s, ends.first()},
         {u"destination"_s, ends.last()},
     };
+    addLimits(report.routing, members);
     const QByteArray routes = routesToText(report.tracedPaths, tables);
     if (report.areThereMore)
         members.insert(u"more"_s, true);

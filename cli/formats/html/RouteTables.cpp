@@ -130,4 +130,13 @@ void RouteTables::addTo(QJsonObject &members) const
     members.insert(u"crossings"_s, crossings.rows);
     members.insert(u"connections"_s, connections.rows);
 }
+
+void addLimits(const Routing &routing, QJsonObject &members)
+{
+    members.insert(u"limits"_s, QJsonObject{{u"switches"_s, routing.maxSwitchingComponentsPerPath()},
+                                            {u"connections"_s, routing.maxAdditionalNodesPerPath()}});
+    members.insert(u"excluded"_s,
+                   QJsonObject{{u"components"_s, QJsonArray::fromStringList(routing.excludedComponents())},
+                               {u"nets"_s, QJsonArray::fromStringList(routing.excludedNets())}});
+}
 }

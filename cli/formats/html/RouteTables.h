@@ -50,6 +50,9 @@ private:
     JsonTable<std::tuple<const Velk::EDANet *, const Velk::EDANet *, QString, QString, QString, int>> crossings;
     JsonTable<std::tuple<const Velk::EDANet *, QString, QString>> connections;
 };
+
+/// How far a search went, and what it kept out of: "limits" and "excluded".
+void addLimits(const Velk::Routing &routing, QJsonObject &members);
 }
 
 #endif

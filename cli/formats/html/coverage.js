@@ -13,16 +13,8 @@ function showHeader() {
     const pairs = data.sources.length * data.duts.length;
     const reached = pairs - (countOfSwitches.get(null) ?? 0);
     byId('summary').append(`${reached.toLocaleString('en')} of ${counted(pairs, 'pair', 'pairs')} of source and DUT pins ` +
-        `have a route${data.asDrawn ? ' as drawn' : ''}. Limits: --max-switches ${data.limits.switches}, ` +
-        `--max-connections ${data.limits.connections}.`, ...excludedText());
+        `have a route${data.asDrawn ? ' as drawn' : ''}.`, ...limitsText());
     showBoards();
-}
-
-function excludedText() {
-    const enumeration = (names) => names.map((name) => shortened(name, 60)).join(', ');
-    const { components, nets } = data.excluded;
-    return [components.length > 0 ? ` Without ${enumeration(components)}.` : '',
-        nets.length > 0 ? ` Without the nets ${enumeration(nets)}.` : ''];
 }
 
 // A button of a group, each of which lets cells through; none pressed lets all.

@@ -12,8 +12,7 @@ function showHeader() {
     document.title = `${shortened(data.source.text, 40)} \u2192 ${shortened(data.destination.text, 40)}`;
     const remarks = [data.asDrawn ? ' as drawn' : '', data.more ? '; there are more' : '',
         data.leftOut ? `; ${data.leftOut}` : ''];
-    byId('summary').append(counted(data.routes.length, 'route', 'routes'), ...remarks,
-        `. Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`);
+    byId('summary').append(counted(data.routes.length, 'route', 'routes'), ...remarks, '.', ...limitsText());
     showBoards();
 }
 

@@ -2,6 +2,15 @@
 
 const data = JSON.parse(byId('data').textContent);
 
+// With what the search kept out of.
+function limitsText() {
+    const enumeration = (names) => names.map((name) => shortened(name, 60)).join(', ');
+    const { components, nets } = data.excluded;
+    return [` Limits: --max-switches ${data.limits.switches}, --max-connections ${data.limits.connections}.`,
+        components.length > 0 ? ` Without ${enumeration(components)}.` : '',
+        nets.length > 0 ? ` Without the nets ${enumeration(nets)}.` : ''];
+}
+
 function crossingsOf(route) {
     return route.crossings.map((place) => data.crossings[place]);
 }
