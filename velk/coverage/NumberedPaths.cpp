@@ -33,12 +33,16 @@ std::vector<PathFinder::Path> NumberedPaths::shortestPaths(qsizetype source, con
                                                            int without)
 {
     const SearchRules rulesOfSearch = rulesFrom(source, without);
+    std::vector<int> terminals;
+    terminals.reserve(wanted.size());
+    for (const qsizetype dut : wanted)
+        terminals.push_back(terminalOf(dut));
     std::vector<Path> result(wanted.size());
     std::vector<std::size_t> unsettled; // searched when the tree has given back the memory that searches use too
     {
-        PathTree tree(index, *graph, rulesOfSearch, interruption);
+        PathTree tree(index, *graph, rulesOfSearch, terminals, interruption);
         for (std::size_t i = 0; i < wanted.size(); ++i) {
-            const int path = tree.pathTo(terminalOf(wanted[i]));
+            const int path = tree.pathTo(terminals[i]);
             if (path == PathTree::none)
                 continue;
             auto components = tree.componentsOf(path);

@@ -5,16 +5,18 @@
 namespace Velk {
 
 PathTree::PathTree(const NetlistIndex &netlist, const CrossingGraph &crossingGraph, const SearchRules &searchRules,
-                   Interruption &interruption)
+                   const std::vector<int> &wantedTerminals, Interruption &interruption)
     : index(netlist)
     , graph(crossingGraph)
     , rules(searchRules)
     , firstArrivals(borrowed.memory().switches)
     , latestArrivals(borrowed.memory().latestLabels)
     , crossed(borrowed.memory().crossed)
+    , wantedNets(borrowed.memory().nearNetNumbers)
 {
     if (graph.contacts())
         held.emplace(*graph.contacts(), borrowed.memory());
+    want(wantedTerminals);
     grow(interruption);
 }
 
@@ -58,7 +60,18 @@ std::vector<int> PathTree::componentsOf(int path) const
     return result;
 }
 
-// A net is looked at again when it is reached with less to collect.
+void PathTree::want(const std::vector<int> &terminals)
+{
+    wantedNets.clear(index.netCount());
+    for (const int terminal : terminals) {
+        for (const int net : index.netsOfTerminal(terminal))
+            wantedNets.set(net, 0);
+    }
+    missingNets = wantedNets.all().size();
+}
+
+// A net is looked at again when it is reached with less to collect, but no path to it gets shorter, so nothing is left
+// to do when all nets that are wanted have been reached.
 void PathTree::grow(Interruption &interruption)
 {
     firstArrivals.clear(index.netCount());
@@ -67,10 +80,8 @@ void PathTree::grow(Interruption &interruption)
     const int net = index.netOfTerminal(rules.ends.source);
     if (net == NetlistIndex::none || rules.isExcludedNet(net))
         return;
-    firstArrivals.set(net, 0);
-    latestArrivals.set(net, 0);
-    arrivals.push_back({net, 0, 0, none, rules.sourceComponent, {net, none, rules.ends.source}});
-    for (int next = 0; next < static_cast<int>(arrivals.size()); ++next) {
+    add({net, 0, 0, none, rules.sourceComponent, {net, none, rules.ends.source}});
+    for (int next = 0; missingNets > 0 && next < static_cast<int>(arrivals.size()); ++next) {
         if (at(next).switches >= rules.maxNetsSearched)
             return;
         if (at(next).additionalNodes <= rules.maxAdditionalNodes)
@@ -126,11 +137,19 @@ void PathTree::reach(int net, int before, int component, const Crossing &crossin
         arrivals[static_cast<std::size_t>(latest)] = arrival;
         return;
     }
+    add(arrival);
+}
+
+void PathTree::add(const Arrival &arrival)
+{
     const int number = static_cast<int>(arrivals.size());
     arrivals.push_back(arrival);
-    latestArrivals.set(net, number);
-    if (isNew)
-        firstArrivals.set(net, number);
+    latestArrivals.set(arrival.net, number);
+    if (firstArrivals.has(arrival.net))
+        return;
+    firstArrivals.set(arrival.net, number);
+    if (wantedNets.has(arrival.net))
+        --missingNets;
 }
 
 // One too many is enough, since thousands may lie on a net.

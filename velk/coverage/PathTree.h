@@ -10,7 +10,7 @@
 
 namespace Velk {
 
-/// Paths from a source pin to all nets that it reaches, with as few switches as there can be.
+/// Paths from a source pin to the nets of some terminals, with as few switches as there can be.
 ///
 /// The limits and exclusions hold for them, but not what relays can do together: it is asked of a path afterwards.
 /// Where it is possible, no other one is shorter; where it is not, another one may be. What is not reached has no path.
@@ -21,9 +21,9 @@ public:
 
     /// The first three have to stay. The destination of the rules plays no part.
     PathTree(const NetlistIndex &netlist, const CrossingGraph &crossingGraph, const SearchRules &searchRules,
-             Interruption &interruption);
+             const std::vector<int> &wantedTerminals, Interruption &interruption);
 
-    /// The number of the path to this terminal, or none.
+    /// The number of the path to this terminal, which has to be a wanted one, or none.
     int pathTo(int terminal) const;
     /// Whether some state of the relays makes the path.
     bool isPossible(int path);
@@ -42,10 +42,12 @@ private:
         Crossing crossing;
     };
 
+    void want(const std::vector<int> &terminals);
     void grow(Interruption &interruption);
     void crossFrom(int arrival, Interruption &interruption);
     void crossJunction(int arrival, const CrossingRow &entry, Interruption &interruption);
     void reach(int net, int before, int component, const Crossing &crossing);
+    void add(const Arrival &arrival);
     int additionalNodesOn(int net, int arrivalTerminal, int mostNodes) const;
     bool crossesBack(const Arrival &arrival) const;
     const Arrival &at(int number) const { return arrivals[static_cast<std::size_t>(number)]; }
@@ -59,6 +61,8 @@ private:
     Marks &firstArrivals;              ///< of nets: number of the one with the fewest switches
     Marks &latestArrivals;             ///< of nets: number of the one with the fewest additional nodes
     Marks &crossed;                    ///< of junctions: the fewest additional nodes after which one was crossed
+    Marks &wantedNets;
+    std::size_t missingNets = 0; ///< of those that are wanted
 };
 }
 
