@@ -88,7 +88,10 @@ public:
     /// What remains when paths without each of them are looked for: the DUT pins that are lost, by components.
     const std::map<int, std::set<qsizetype>> &confirm(PathFinder &finder, qsizetype source)
     {
-        for (const auto &[component, lost] : lostDuts) {
+        for (const int component : mostLostFirst()) {
+            const auto &lost = lostDuts[component];
+            if (lost.empty())
+                continue;
             const std::vector<qsizetype> duts(lost.cbegin(), lost.cend());
             const auto paths = finder.shortestPaths(source, duts, component);
             for (std::size_t i = 0; i < duts.size(); ++i) {
@@ -100,6 +103,18 @@ public:
     }
 
 private:
+    /// A way round one of the first clears most of the others.
+    std::vector<int> mostLostFirst() const
+    {
+        std::vector<int> components;
+        for (const auto &candidate : lostDuts)
+            components.push_back(candidate.first);
+        std::stable_sort(components.begin(), components.end(), [this](int component, int other) {
+            return lostDuts.at(component).size() > lostDuts.at(other).size();
+        });
+        return components;
+    }
+
     void keepThoseOn(const std::vector<int> &path, qsizetype dut)
     {
         for (const int component : candidates[dut]) {
