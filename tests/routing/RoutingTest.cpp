@@ -646,7 +646,7 @@ private Q_SLOTS:
     {
         qsizetype total = 0;
         qsizetype left = 0;
-        const int systems = systemCount(1200);
+        const int systems = systemCount(2000);
         for (int seed = 0; seed < systems; ++seed) {
             RandomQuery query(static_cast<quint32>(seed));
             const auto asDrawn = query.asDrawn();
@@ -676,7 +676,7 @@ private Q_SLOTS:
     {
         qsizetype total = 0;
         qsizetype left = 0;
-        const int systems = systemCount(1200);
+        const int systems = systemCount(2000);
         for (int seed = 0; seed < systems; ++seed) {
             RandomQuery query(static_cast<quint32>(seed));
             if (seed % 5 == 0)
