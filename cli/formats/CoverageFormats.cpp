@@ -42,7 +42,7 @@ QString comparisonSummary(const CoverageComparison &comparison)
         QString::number(comparison.longer.size()), QString::number(comparison.shorter.size()));
 }
 
-/// MatrixPins as people name them, also those of a matrix that was saved before.
+/// Pins as people name them, also those of a matrix that was saved before.
 class PinTexts
 {
 public:

@@ -45,9 +45,11 @@ QString limitsText(const RouteReport &report)
     return ways.join(u", or one "_s);
 }
 
-/// Empty if something else lies on the net of the pin, too.
+/// Empty if ways may lead on from the pin.
 QString looseEndText(const PathReach &reach, const QString &pin)
 {
+    if (reach.isExcluded)
+        return u"the net of %1 is kept out by --without-net"_s.arg(pin);
     if (!reach.isAlone)
         return {};
     return reach.nets.isEmpty() ? pin + u" lies on no net"_s : u"nothing else lies on the net of "_s + pin;
@@ -75,8 +77,6 @@ QStringList namesOf(const QList<QSharedPointer<EDANet>> &nets)
 /// "from U2#1.HI one gets to 2 nets on board #1: N1#1, N2#1; connector pins there without counterpart: X1#1.5"
 QString reachText(const PathReach &reach, const QString &pin, const PinNames &pinNames)
 {
-    if (reach.nets.isEmpty())
-        return u"the net of %1 is kept out by --without-net"_s.arg(pin);
     QStringList boards;
     for (const int board : boardsOf(reach))
         boards.append(u'#' + QString::number(board));

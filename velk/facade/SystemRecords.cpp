@@ -108,7 +108,7 @@ VelkRoute SystemRecords::of(const TracedPath &path, const SystemSwitching *switc
 
 VelkReach SystemRecords::of(const PathReach &reach) const
 {
-    VelkReach result{{}, {}, reach.isAlone};
+    VelkReach result{{}, {}, reach.isAlone, reach.isExcluded};
     for (const auto &net : reach.nets)
         result.nets.push_back(net->name.toStdString());
     for (const auto &node : reach.unpluggedPins)

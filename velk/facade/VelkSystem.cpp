@@ -189,7 +189,8 @@ bool operator==(const VelkSufficientLimits &a, const VelkSufficientLimits &b)
 
 bool operator==(const VelkReach &a, const VelkReach &b)
 {
-    return std::tie(a.nets, a.unpluggedPins, a.isAlone) == std::tie(b.nets, b.unpluggedPins, b.isAlone);
+    return std::tie(a.nets, a.unpluggedPins, a.isAlone, a.isExcluded) ==
+           std::tie(b.nets, b.unpluggedPins, b.isAlone, b.isExcluded);
 }
 
 bool operator==(const VelkNoRouteReason &a, const VelkNoRouteReason &b)

@@ -109,10 +109,12 @@ struct VelkSufficientLimits
 /// How far one gets from a pin over switchable components.
 struct VelkReach
 {
-    std::vector<std::string> nets; ///< their names, the nearest first; none where the pin lies on no net
+    std::vector<std::string>
+        nets; ///< their names, the nearest first; none where the pin lies on none that may be entered
     /// Of the connectors on these nets those without the same pin of another component with their Identifier there.
     std::vector<VelkNodeInfo> unpluggedPins;
-    bool isAlone; ///< nothing else lies on the net of the pin
+    bool isAlone;    ///< nothing else lies on the net of the pin
+    bool isExcluded; ///< the net of the pin is excluded
 };
 
 /// Why there is no route, as far as it is known.

@@ -174,6 +174,8 @@ PathReach NetlistReach::reach(const Distances &distances, const Node &end) const
         result.unpluggedPins += unpluggedPins(*nets.at(net));
     }
     result.isAlone = isAlone(end);
+    const qsizetype net = netOfPin.value({end->ref, end->pin}, -1);
+    result.isExcluded = net >= 0 && exclusions.hasNet(*nets.at(net));
     return result;
 }
 

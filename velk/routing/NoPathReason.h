@@ -26,10 +26,11 @@ struct SufficientLimits
 /// How far one gets from a pin over switchable components. All elements are the provider's.
 struct PathReach
 {
-    QList<QSharedPointer<EDANet>> nets; ///< the nearest first; none where the pin lies on no net
+    QList<QSharedPointer<EDANet>> nets; ///< the nearest first; none where the pin lies on none that may be entered
     /// Of the connectors on these nets those without the same pin of another component with their Identifier there.
     QList<QSharedPointer<EDANetNode>> unpluggedPins;
-    bool isAlone = false; ///< nothing else lies on the net of the pin
+    bool isAlone = false;    ///< nothing else lies on the net of the pin
+    bool isExcluded = false; ///< the net of the pin is excluded
 };
 
 /// Why there is no path between two pins, as far as it is known: a plain value.
