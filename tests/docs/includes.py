@@ -6,9 +6,9 @@ import unittest
 
 from documents import ROOT
 
-INCLUDE = re.compile(r'^#include [<"]((?:velk|velkini|cli)/[^">]+\.h)[">]', re.MULTILINE)
+INCLUDE = re.compile(r'^#include [<"]((?:velk|velkini|velkplanning|cli)/[^">]+\.h)[">]', re.MULTILINE)
 ROW = re.compile(r"^\| `([a-z/]+)` \| ([^|]*) \| [^|]* \|$", re.MULTILINE)
-GENERATED = {"velk/VelkExport.h", "velk/VelkVersion.h", "velkini/VelkIniExport.h"}
+GENERATED = {"velk/VelkExport.h", "velk/VelkVersion.h", "velkini/VelkIniExport.h", "velkplanning/VelkPlanningExport.h"}
 
 
 def allowed_includes():
@@ -19,7 +19,7 @@ def allowed_includes():
 
 def includes():
     """Each source with the headers of the project that it includes."""
-    for top in ("velk", "velkini", "cli", "examples"):
+    for top in ("velk", "velkini", "velkplanning", "cli", "examples"):
         for path in sorted((ROOT / top).rglob("*")):
             if path.suffix in (".h", ".cpp"):
                 name = path.relative_to(ROOT).as_posix()
@@ -27,9 +27,15 @@ def includes():
                     yield name, header
 
 
+def listed_headers(folder, heading):
+    """Those that the CMake file of the folder names behind the heading."""
+    listed = (ROOT / folder / "CMakeLists.txt").read_text(encoding="utf-8").split(heading, 1)[1]
+    return {f"{folder}/{name}" for name in re.findall(r"\S+\.h\b", re.split(r"\)|PUBLIC", listed, maxsplit=1)[0])}
+
+
 def installed_headers():
-    listed = (ROOT / "velk/CMakeLists.txt").read_text(encoding="utf-8").split("set(public_headers", 1)[1]
-    return GENERATED | {"velkini/IniWriter.h"} | {f"velk/{name}" for name in listed.split(")", 1)[0].split()}
+    return (GENERATED | {"velkini/IniWriter.h"} | listed_headers("velk", "set(public_headers") |
+            listed_headers("velkplanning", "${PROJECT_SOURCE_DIR} FILES"))
 
 
 def order(graph):
