@@ -1,6 +1,8 @@
 #ifndef VELKPLANNING_CONNECTIONGROUPS_H
 #define VELKPLANNING_CONNECTIONGROUPS_H
 
+#include <velkplanning/VelkPlanningExport.h>
+
 #include <velk/switching/ExpectedConnections.h>
 
 #include <QList>
@@ -17,8 +19,8 @@ struct ConnectionGroup
     std::vector<int> nets;        ///< of these pins, ascending
 };
 
-/// In the order of their first connections.
-QList<ConnectionGroup> groupsOf(const QList<ExpectedConnection> &connections, int netCount);
+/// Those of connections on a model with so many nets, in the order of their first connections.
+VELKPLANNING_EXPORT QList<ConnectionGroup> groupsOf(const QList<ExpectedConnection> &connections, int netCount);
 }
 
 #endif
