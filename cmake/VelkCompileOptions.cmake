@@ -28,7 +28,7 @@ function(velk_unite_by_folder target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
 endfunction()
 
-# What the two libraries have in common besides. The prefix is that of the macros in the export header.
+# What the libraries have in common besides. The prefix is that of the macros in the export header.
 function(velk_library_options target prefix)
     velk_compile_options(${target})
     target_compile_features(${target} PUBLIC cxx_std_17)

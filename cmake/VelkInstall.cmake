@@ -16,17 +16,34 @@ endif()
 if(NOT velk_is_shared)
     set(velk_static_definition -DVELK_STATIC_DEFINE)
     set(velkini_static_definition -DVELKINI_STATIC_DEFINE)
+    set(velkplanning_static_definition -DVELKPLANNING_STATIC_DEFINE)
+    set(velk_cadical_libs -lcadical)
     set(velk_facade_requires "Requires: Qt6Core >= 6.4${velk_requires}")
 endif()
 
-if(velk_is_shared)
-    file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/VelkFacadeFiles.cmake CONTENT
-"set_target_properties(Velk::VelkFacade PROPERTIES
-    IMPORTED_LOCATION \"\${velk_prefix}/${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:VelkRouting>\"
-    IMPORTED_SONAME $<TARGET_SONAME_FILE_NAME:VelkRouting>)
+# Where the file of a shared library is, for a target that needs no Qt.
+function(velk_install_facade_files facade library)
+    if(velk_is_shared)
+        file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/${facade}Files.cmake CONTENT
+"set_target_properties(Velk::${facade} PROPERTIES
+    IMPORTED_LOCATION \"\${velk_prefix}/${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:${library}>\"
+    IMPORTED_SONAME $<TARGET_SONAME_FILE_NAME:${library}>)
 ")
-    install(FILES ${PROJECT_BINARY_DIR}/VelkFacadeFiles.cmake DESTINATION ${velk_cmakedir} COMPONENT development)
-endif()
+        install(FILES ${PROJECT_BINARY_DIR}/${facade}Files.cmake DESTINATION ${velk_cmakedir} COMPONENT development)
+    endif()
+endfunction()
+
+# Targets with their files and headers, the shared libraries themselves as a part of their own.
+function(velk_install_libraries export component)
+    install(TARGETS ${ARGN}
+        EXPORT ${export}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component} NAMELINK_COMPONENT development
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
+        FILE_SET generated DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+    install(EXPORT ${export} NAMESPACE Velk:: DESTINATION ${velk_cmakedir} COMPONENT development)
+endfunction()
 
 set(velk_libraries VelkRouting)
 set(velk_pkgconfig_files velk-routing velk-facade)
@@ -34,14 +51,14 @@ if(TARGET VelkIni)
     list(APPEND velk_libraries VelkIni)
     list(APPEND velk_pkgconfig_files velk-ini)
 endif()
-install(TARGETS ${velk_libraries}
-    EXPORT VelkRoutingTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
-    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
-    FILE_SET generated DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
-install(EXPORT VelkRoutingTargets NAMESPACE Velk:: DESTINATION ${velk_cmakedir} COMPONENT development)
+velk_install_libraries(VelkRoutingTargets library ${velk_libraries})
+velk_install_facade_files(VelkFacade VelkRouting)
+if(VELK_BUILD_PLANNING)
+    velk_install_libraries(VelkPlanningTargets planning VelkPlanning)
+    velk_install_facade_files(VelkPlanner VelkPlanning)
+    list(APPEND velk_libraries VelkPlanning)
+    list(APPEND velk_pkgconfig_files velk-planning velk-planner)
+endif()
 
 configure_package_config_file(cmake/VelkRoutingConfig.cmake.in
     ${PROJECT_BINARY_DIR}/package/VelkRoutingConfig.cmake

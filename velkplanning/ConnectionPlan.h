@@ -39,7 +39,7 @@ struct PlannedCoupling
 /// The answer to a request, with numbers of the model. A plain value.
 struct ConnectionPlan
 {
-    PlanResult result;
+    PlanResult result; ///< tells which of the others hold something
 
     // Of a plan:
     std::vector<int> positions;               ///< of each gang

@@ -31,7 +31,7 @@ struct ConnectionRequest
     bool allowsSideConnections = false;      ///< groups may reach the pins of all interfaces
     bool forbidsCouplings = false;           ///< no passive components may couple two groups
     bool trustsUnknown = false;              ///< relays whose positions are not known connect nothing
-    PlanAim aim = PlanAim::FewestAway;
+    PlanAim aim = PlanAim::FewestAway;       ///< of all plans, which one is wanted
 };
 }
 

@@ -11,11 +11,11 @@
 
 namespace Velk {
 
-/// Positions of all gangs, and passives that groups go through, by their positions in the model.
+/// What is switched, and meant to conduct, at a time.
 struct SwitchedState
 {
-    std::vector<int> positions;
-    std::vector<int> through;
+    std::vector<int> positions; ///< of all gangs
+    std::vector<int> through;   ///< passives that groups go through, by their positions in the model
 };
 
 /// Pins that may touch for a moment.
@@ -37,6 +37,7 @@ struct StateChange
     QList<Transient> transients;
 };
 
+/// What happens between two states of the model.
 VELKPLANNING_EXPORT StateChange changeBetween(const SwitchingModel &model, const SwitchedState &before,
                                               const SwitchedState &after);
 }
