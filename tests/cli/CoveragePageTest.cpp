@@ -103,7 +103,7 @@ QStringList routes(const QJsonObject &data)
                                                        netName(crossing[u"from"_s]), netName(crossing[u"to"_s])));
             }
             for (const auto place : cell[2].toArray())
-                parts.append(u"also "_s + data[u"connections"_s][place.toInt()][u"text"_s].toString());
+                parts.append(u"also "_s + data[u"pins"_s][place.toInt()][u"text"_s].toString());
             texts.append(cell.isNull() ? u"none"_s : u"%1: %2"_s.arg(cell[0].toInt()).arg(parts.join(u", "_s)));
         }
     }

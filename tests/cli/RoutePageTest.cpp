@@ -90,7 +90,7 @@ QJsonArray asRoutes(const QJsonObject &data)
         }
         QJsonArray connections;
         for (const auto place : route[u"connections"_s].toArray()) {
-            const auto connection = row(u"connections"_s, place);
+            const auto connection = row(u"pins"_s, place);
             connections.append(QJsonObject{{u"component"_s, row(u"components"_s, connection[u"component"_s])},
                                            {u"pin"_s, connection[u"pin"_s]}});
         }
@@ -140,7 +140,7 @@ QStringList connectedNets(const QJsonObject &data, qsizetype route)
 {
     QStringList names;
     for (const auto place : data[u"routes"_s][route][u"connections"_s].toArray()) {
-        const int net = data[u"connections"_s][place.toInt()][u"net"_s].toInt();
+        const int net = data[u"pins"_s][place.toInt()][u"net"_s].toInt();
         names.append(data[u"nets"_s][net][u"name"_s].toString());
     }
     return names;

@@ -90,7 +90,8 @@ QList<QSharedPointer<EDANetNode>> nodesOf(const QList<NodeWithComponent> &pins)
 
 QByteArray dataOf(const CoverageReport &report)
 {
-    RouteTables tables(report.routing, report.netlist, report.pinNames, report.switching);
+    RouteTables tables(report.routing.componentTypesThatAreConnectors(), report.netlist, report.pinNames,
+                       report.switching);
     QJsonObject members{
         {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
         {u"unknownRelays"_s, QJsonArray::fromStringList(report.unknownRelays)},
@@ -115,8 +116,9 @@ QByteArray dataOf(const CoverageReport &report)
 
 QByteArray coverageToPage(const CoverageReport &report)
 {
-    const QStringList scripts{u"text.js"_s,    u"theme.js"_s, u"boards.js"_s, u"routes.js"_s, u"filter.js"_s,
-                              u"diagram.js"_s, u"steps.js"_s, u"cells.js"_s,  u"grid.js"_s,   u"coverage.js"_s};
+    const QStringList scripts{u"text.js"_s,   u"theme.js"_s,  u"components.js"_s, u"boards.js"_s,
+                              u"routes.js"_s, u"filter.js"_s, u"diagram.js"_s,    u"steps.js"_s,
+                              u"cells.js"_s,  u"grid.js"_s,   u"coverage.js"_s};
     return pageOf({u"coverage.html"_s, {u"page.css"_s, u"coverage.css"_s}, scripts}, dataOf(report));
 }
 }

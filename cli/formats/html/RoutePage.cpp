@@ -31,7 +31,8 @@ QByteArray routesToText(const QList<TracedPath> &paths, RouteTables &tables)
 
 QByteArray dataOf(const RouteReport &report)
 {
-    RouteTables tables(report.routing, report.netlist, report.pinNames, report.switching);
+    RouteTables tables(report.routing.componentTypesThatAreConnectors(), report.netlist, report.pinNames,
+                       report.switching);
     const QJsonArray ends = tables.ends({report.source, report.destination});
     QJsonObject members{
         {u"boards"_s, QJsonArray::fromStringList(report.fileNames)},
@@ -55,8 +56,8 @@ QByteArray dataOf(const RouteReport &report)
 
 QByteArray routesToPage(const RouteReport &report)
 {
-    const QStringList scripts{u"text.js"_s, u"theme.js"_s,   u"boards.js"_s, u"routes.js"_s, u"filter.js"_s,
-                              u"list.js"_s, u"diagram.js"_s, u"steps.js"_s,  u"page.js"_s};
+    const QStringList scripts{u"text.js"_s,   u"theme.js"_s, u"components.js"_s, u"boards.js"_s, u"routes.js"_s,
+                              u"filter.js"_s, u"list.js"_s,  u"diagram.js"_s,    u"steps.js"_s,  u"page.js"_s};
     return pageOf({u"page.html"_s, {u"page.css"_s}, scripts}, dataOf(report));
 }
 }

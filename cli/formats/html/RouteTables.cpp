@@ -13,12 +13,12 @@ using namespace Velk;
 
 namespace VelkCli {
 
-RouteTables::RouteTables(const Routing &routing, const EDAProvider &system, const PinNames &names,
+RouteTables::RouteTables(const QList<QString> &typesOfConnectors, const EDAProvider &system, const PinNames &names,
                          const std::optional<SwitchingModel> &relays)
     : netlist(system)
     , pinNames(names)
     , switching(relays)
-    , connectorTypes(routing.componentTypesThatAreConnectors())
+    , connectorTypes(typesOfConnectors)
 {
 }
 
@@ -54,10 +54,10 @@ QJsonObject RouteTables::crossing(const TracedStep &step, const EDANet &next)
     return members;
 }
 
-qsizetype RouteTables::place(const TracedNode &connection)
+qsizetype RouteTables::place(const TracedNode &pinOfNet)
 {
-    return connections.place({connection.net.data(), connection.node->ref, connection.node->pin},
-                             [&] { return pinOnNet(*connection.node, *connection.net); });
+    return pins.place({pinOfNet.net.data(), pinOfNet.node->ref, pinOfNet.node->pin},
+                      [&] { return pinOnNet(*pinOfNet.node, *pinOfNet.net); });
 }
 
 QJsonArray RouteTables::ends(const QList<QSharedPointer<EDANetNode>> &nodes)
@@ -128,7 +128,7 @@ void RouteTables::addTo(QJsonObject &members) const
     members.insert(u"components"_s, components.rows);
     members.insert(u"nets"_s, nets.rows);
     members.insert(u"crossings"_s, crossings.rows);
-    members.insert(u"connections"_s, connections.rows);
+    members.insert(u"pins"_s, pins.rows);
 }
 
 void addLimits(const Routing &routing, QJsonObject &members)

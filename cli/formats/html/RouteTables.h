@@ -20,12 +20,13 @@ class RouteTables
 {
 public:
     /// What is given here must outlive the tables. Without \a relays, of ways as drawn, nothing is said of positions.
-    RouteTables(const Velk::Routing &routing, const Velk::EDAProvider &system, const Velk::PinNames &names,
+    RouteTables(const QList<QString> &typesOfConnectors, const Velk::EDAProvider &system, const Velk::PinNames &names,
                 const std::optional<Velk::SwitchingModel> &relays);
 
     qsizetype place(const QString &ref);
+    qsizetype place(const Velk::EDANet &net);
     qsizetype place(const Velk::TracedStep &step, const Velk::EDANet &next); ///< \a next is the net that it leads to
-    qsizetype place(const Velk::TracedNode &connection);
+    qsizetype place(const Velk::TracedNode &pinOfNet);
 
     /// Pins where routes begin and end, each with the first net on which it lies, if any.
     QJsonArray ends(const QList<QSharedPointer<Velk::EDANetNode>> &nodes);
@@ -34,7 +35,6 @@ public:
     void addTo(QJsonObject &members) const;
 
 private:
-    qsizetype place(const Velk::EDANet &net);
     QJsonObject crossing(const Velk::TracedStep &step, const Velk::EDANet &next);
     QJsonObject pinOnNet(const Velk::EDANetNode &node, const Velk::EDANet &net);
     QJsonObject pinOfComponent(const Velk::EDANetNode &node);
@@ -48,7 +48,7 @@ private:
     JsonTable<QString> components;
     JsonTable<const Velk::EDANet *> nets;
     JsonTable<std::tuple<const Velk::EDANet *, const Velk::EDANet *, QString, QString, QString, int>> crossings;
-    JsonTable<std::tuple<const Velk::EDANet *, QString, QString>> connections;
+    JsonTable<std::tuple<const Velk::EDANet *, QString, QString>> pins;
 };
 
 /// How far a search went, and what it kept out of: "limits" and "excluded".

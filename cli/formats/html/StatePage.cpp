@@ -1,12 +1,11 @@
 #include "cli/formats/html/StatePage.h"
 
 #include "cli/formats/Json.h"
-#include "cli/formats/RelayText.h"
 #include "cli/formats/html/JsonTable.h"
 #include "cli/formats/html/Page.h"
+#include "cli/formats/html/RelaysAway.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <utility>
 
@@ -62,37 +61,15 @@ private:
         return result;
     }
 
-    /// Those away from rest, each with the sets of connected pins that its closed contacts are part of.
     QJsonArray relays(const StateStep &step)
     {
         state.setPositions(step.positions);
         QHash<int, int> shownSets; // by set of nets
         for (qsizetype i = 0; i < step.connections.connected.size(); ++i)
             shownSets.insert(state.setOf(step.connections.connected.at(i).first().net), static_cast<int>(i));
-        QJsonArray result;
-        for (int component = 0; component < report.model.componentCount(); ++component) {
-            const int gang = report.model.gangOf(component);
-            if (gang == SwitchingModel::none || state.position(gang) == 0)
-                continue;
-            result.append(QJsonObject{{u"component"_s, place(report.model.ref(component))},
-                                      {u"setting"_s, settingText(report.model, component, state.position(gang))},
-                                      {u"sets"_s, setsAt(component, gang, shownSets)}});
-        }
-        return result;
-    }
-
-    QJsonArray setsAt(int component, int gang, const QHash<int, int> &shownSets) const
-    {
-        QSet<int> known;
-        QJsonArray result;
-        for (const NetContact &contact : report.model.contactsOf(gang, state.position(gang))) {
-            const int set = shownSets.value(state.setOf(contact.net), SwitchingModel::none);
-            if (contact.component == component && set != SwitchingModel::none && !known.contains(set)) {
-                known.insert(set);
-                result.append(set);
-            }
-        }
-        return result;
+        return relaysAwayToData(
+            report.model, step.positions, [this](const QString &ref) { return place(ref); },
+            [&](int net) { return shownSets.value(state.setOf(net), SwitchingModel::none); });
     }
 
     void addExpectation(const ExpectationReport &expectation, QJsonObject &members)
@@ -159,7 +136,8 @@ private:
 
 QByteArray statesToPage(const StateReport &report)
 {
-    const QStringList scripts{u"text.js"_s, u"theme.js"_s, u"boards.js"_s, u"state.js"_s};
-    return pageOf({u"state.html"_s, {u"page.css"_s, u"state.css"_s}, scripts}, StatePageData(report).toText());
+    const QStringList scripts{u"text.js"_s,   u"theme.js"_s,    u"components.js"_s, u"boards.js"_s,
+                              u"system.js"_s, u"steplist.js"_s, u"state.js"_s};
+    return pageOf({u"state.html"_s, {u"page.css"_s, u"system.css"_s}, scripts}, StatePageData(report).toText());
 }
 }

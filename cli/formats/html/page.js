@@ -40,7 +40,7 @@ function addSwitchCounts() {
         return button;
     }));
     byId('switches').hidden = counts.size < 2;
-    byId('alone-label').hidden = data.connections.length === 0;
+    byId('alone-label').hidden = data.pins.length === 0;
 }
 
 function applyFilters() {

@@ -1,7 +1,5 @@
 // What the data of the page says of routes. A route knows its ends: routes of one page may have others.
 
-const data = JSON.parse(byId('data').textContent);
-
 // With what the search kept out of.
 function limitsText() {
     const enumeration = (names) => names.map((name) => shortened(name, 60)).join(', ');
@@ -15,35 +13,16 @@ function crossingsOf(route) {
     return route.crossings.map((place) => data.crossings[place]);
 }
 
-// Routes may have any number of switches; people look at the first ones.
-const mostShown = 300;
-
 function shownCrossingsOf(route) {
     return crossingsOf({ crossings: route.crossings.slice(0, mostShown) });
 }
 
 function connectionsOf(route) {
-    return route.connections.map((place) => data.connections[place]);
+    return route.connections.map((place) => data.pins[place]);
 }
 
 function switchCount(route) {
     return route.crossings.length === 0 ? 'no switch' : counted(route.crossings.length, 'switch', 'switches');
-}
-
-function componentOf(place) {
-    return data.components[place.component];
-}
-
-function typeOf(component) {
-    return component.properties.CompType ?? '';
-}
-
-function isOfType(component, type) {
-    return typeOf(component).toLowerCase() === type;
-}
-
-function isResistor(component) {
-    return isOfType(component, 'resistor');
 }
 
 // What a route asks of what it crosses: 'set', 'rest', 'unknown' or 'none'. As drawn, all but resistors is set.
@@ -70,11 +49,6 @@ function markOf(crossing) {
 function kindToSet(route) {
     return crossingsWith('set', route).every((crossing) => isOfType(componentOf(crossing), 'relay')) ? 'relays'
         : 'switches';
-}
-
-// "Relay reed 1 A"
-function aboutText(component, longest) {
-    return shortened([typeOf(component), component.value].filter((text) => text !== '').join(' '), longest);
 }
 
 function pinText(pin) {

@@ -1,9 +1,5 @@
 // The chosen route in words: as a list on the page, and as text to copy.
 
-function named(text, longest = 80, className = '') {
-    return html('bdi', { class: className, title: inFull(text) }, shortened(text, longest));
-}
-
 function shownRef(component) {
     return named(component.ref, 80, 'ref');
 }

@@ -45,3 +45,8 @@ function svg(tag, attributes = {}, ...children) {
 function byId(id) {
     return document.getElementById(id);
 }
+
+// A name of the netlist, whose direction of writing changes nothing around it.
+function named(text, longest = 80, className = '') {
+    return html('bdi', { class: className, title: inFull(text) }, shortened(text, longest));
+}
