@@ -69,6 +69,12 @@ QString toText(const SwitchingModel &model)
         lines.append(u"pin %1.%2: %3"_s.arg(pin.ref, pin.number, netText(model, pin.net)));
     for (int gang = 0; gang < model.gangCount(); ++gang)
         lines.append(gangText(model, gang));
+    const QStringList unknown = model.unknownComponents();
+    for (const QString &ref : unknown) {
+        lines.append(u"touches %1:"_s.arg(ref));
+        for (const int net : model.contactNetsOf(model.componentOf(ref)))
+            lines.last() += u' ' + netText(model, net);
+    }
     const auto contacts = model.relayContacts();
     QStringList neverCrossed;
     for (auto it = contacts->cbegin(); it != contacts->cend(); ++it) {
@@ -136,6 +142,10 @@ private Q_SLOTS:
         QCOMPARE(model.netOf(u"S1"_s, u"2"_s), SwitchingModel::none);
         QCOMPARE(model.netOf(u"S2"_s, u"1"_s), SwitchingModel::none);
         QCOMPARE(model.unknownComponents(), QStringList());
+        QStringList pins;
+        for (const InterfacePin &pin : model.pinsOf(model.componentOf(u"K1"_s)))
+            pins.append(pin.ref + u'.' + pin.number + u' ' + netText(model, pin.net));
+        QCOMPARE(pins, QStringList({u"K1.1 A"_s, u"K1.2 (K1.2)"_s, u"K1.A1 ?"_s}));
     }
 };
 

@@ -29,12 +29,6 @@ bool isOneOf(QChar character, char16_t first, char16_t last)
     return character >= first && character <= last;
 }
 
-/// A1 to A9 and B1 to B9, in capitals.
-bool isCoil(const QString &number)
-{
-    return number.size() == 2 && isOneOf(number.at(0), u'A', u'B') && isOneOf(number.at(1), u'1', u'9');
-}
-
 /// The pins of a part that are no coils, each number once.
 QList<QSharedPointer<EDAPin>> contactPins(const EDAPart &part)
 {
@@ -210,6 +204,11 @@ QString PositionsError::description() const
 QString PositionsError::message() const
 {
     return u"%1: %2"_s.arg(components.join(u", "_s), description());
+}
+
+bool isCoil(const QString &pinNumber)
+{
+    return pinNumber.size() == 2 && isOneOf(pinNumber.at(0), u'A', u'B') && isOneOf(pinNumber.at(1), u'1', u'9');
 }
 
 RelayPositions positionsOf(const EDAComponent &relay, const QSharedPointer<EDAPart> &part,

@@ -51,6 +51,9 @@ struct RelayPositions
     std::optional<PositionsError> error = {}; ///< where a text is wrong, which then makes the positions unknown
 };
 
+/// Whether a relay's pin of this number is one of a coil: A1 to A9 and B1 to B9, in capitals.
+VELK_EXPORT bool isCoil(const QString &pinNumber);
+
 /// What \a relay can do by its properties, by its \a part and by tables, of which the first one with a row for the part
 /// holds and the one that is built in comes last. A null part, as of a component whose part the netlist lacks, has no
 /// pins that anybody knows.

@@ -329,6 +329,26 @@ SwitchingRole SwitchingModel::role(int component) const
     return d->components[toPlace(component)].role;
 }
 
+QList<InterfacePin> SwitchingModel::pinsOf(int component) const
+{
+    QList<InterfacePin> pins;
+    for (const MergedNets::Pin &pin : d->nets.pinsOf(component))
+        pins.append({ref(component), pin.number, pin.net});
+    return pins;
+}
+
+std::vector<int> SwitchingModel::contactNetsOf(int component) const
+{
+    std::vector<int> nets;
+    for (const MergedNets::Pin &pin : d->nets.pinsOf(component)) {
+        if (!isCoil(pin.number))
+            nets.push_back(pin.net);
+    }
+    std::sort(nets.begin(), nets.end());
+    nets.erase(std::unique(nets.begin(), nets.end()), nets.end());
+    return nets;
+}
+
 const RelayPositions &SwitchingModel::positions(int component) const
 {
     return d->components[toPlace(component)].positions;

@@ -59,7 +59,7 @@ struct PassiveComponent
     std::vector<int> nets; ///< each once, ascending
 };
 
-/// A pin of an instrument or of the device, on a net.
+/// A pin on a net, mostly one of an instrument or of the device.
 struct InterfacePin
 {
     QString ref;    ///< of its component
@@ -102,6 +102,10 @@ public:
     const QString &ref(int component) const;   ///< as the netlist has it
     int componentOf(const QString &ref) const; ///< its number, or none
     SwitchingRole role(int component) const;   ///< by its type
+    /// Those that nets name and, of a relay, those of its part, by number.
+    QList<InterfacePin> pinsOf(int component) const;
+    /// The nets of its pins that are no coils, each once, ascending.
+    std::vector<int> contactNetsOf(int component) const;
     /// What a relay can do, before gangs are looked at. Others have no positions, by PositionsRule::NoContacts.
     const RelayPositions &positions(int component) const;
     /// The gang of a relay, or none: also for one without contacts.
