@@ -112,6 +112,9 @@ CommandLine::CommandLine()
     , routes(*app)
     , coverage(*app)
     , state(*app)
+#ifdef VELK_HAS_PLANNING
+    , plan(*app)
+#endif
     , list(*app)
     , check(*app)
     , ini(*app)
@@ -127,6 +130,7 @@ CommandLine::CommandLine()
                 "  0  done; with velk routes: there are routes; with velk check: nothing is found\n"
                 "  1  with velk routes: there are none; with velk check: something is found; with velk state "
                 "--expect: something is missing or short; "
+                "with velk plan: a step has no plan, or none was found in time; "
                 "with velk coverage --compare: pairs of pins are lost or longer\n"
                 "  2  wrong usage, unreadable input or an output that cannot be written\n"
                 "\nEach command has a --help of its own, as velk routes --help.\n"
@@ -165,6 +169,10 @@ int CommandLine::runChosen() const
         return coverage.run();
     if (state.isChosen())
         return state.run();
+#ifdef VELK_HAS_PLANNING
+    if (plan.isChosen())
+        return plan.run();
+#endif
     if (check.isChosen())
         return check.run();
     if (ini.isChosen())

@@ -5,6 +5,9 @@
 #include "cli/commands/CoverageCommand.h"
 #include "cli/commands/IniCommand.h"
 #include "cli/commands/ListCommand.h"
+#ifdef VELK_HAS_PLANNING
+#include "cli/commands/PlanCommand.h"
+#endif
 #include "cli/commands/RoutesCommand.h"
 #include "cli/commands/StateCommand.h"
 #include "cli/commands/SystemCommand.h"
@@ -36,6 +39,9 @@ private:
     RoutesCommand routes;
     CoverageCommand coverage;
     StateCommand state;
+#ifdef VELK_HAS_PLANNING
+    PlanCommand plan;
+#endif
     ListCommand list;
     CheckCommand check;
     IniCommand ini;

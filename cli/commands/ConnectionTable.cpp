@@ -27,12 +27,16 @@ public:
     {
     }
 
-    QList<ExpectedConnection> connections(const QList<CsvTable::Row> &rows)
+    ConnectionStep read(const TableStep &step)
     {
-        QList<ExpectedConnection> result;
-        for (const CsvTable::Row &row : rows) {
-            if (isGiven(row, from) || isGiven(row, to))
-                result.append({pinOf(row, from), pinOf(row, to)});
+        ConnectionStep result{step.name, {}, {}, {}};
+        for (int i = 0; i < step.rows.size(); ++i) {
+            const CsvTable::Row &row = step.rows.at(i);
+            if (!isGiven(row, from) && !isGiven(row, to))
+                continue;
+            result.connections.append({pinOf(row, from), pinOf(row, to)});
+            result.rows.append(i);
+            result.places.append(table.place(row));
         }
         return result;
     }
@@ -102,7 +106,7 @@ QList<ConnectionStep> connectionStepsOf(const CsvTable &table, const EDAProvider
     ConnectionReader reader(table, netlist, model);
     QList<ConnectionStep> steps;
     for (const TableStep &step : stepsOf(table))
-        steps.append({step.name, reader.connections(step.rows)});
+        steps.append(reader.read(step));
     return steps;
 }
 }

@@ -12,6 +12,8 @@ struct ConnectionStep
 {
     QString name;
     QList<Velk::ExpectedConnection> connections;
+    QList<int> rows;    ///< of the connections in the step, from 0; an empty row is one too
+    QStringList places; ///< of the connections in the table: "connections.csv:3"
 };
 
 /// The steps of a table with the columns "from", "from pin", "to" and "to pin", and "step". A component is its

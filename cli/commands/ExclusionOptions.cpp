@@ -35,24 +35,21 @@ try {
     throw CommandError{component.place + (isReference ? u" "_s : u": "_s) + exception.message()};
 }
 
-/// Somebody who keeps out a connector may believe that routes keep out of it.
-void warnIfNoneIsSwitchable(const Named &named, const QList<QSharedPointer<EDAComponent>> &components,
-                            const QStringList &switchableTypes)
+/// Somebody who keeps out a connector may believe that ways keep out of it.
+void warnIfNoneIsCrossed(const Named &named, const QList<QSharedPointer<EDAComponent>> &components,
+                         const QStringList &crossedTypes)
 {
-    const auto isSwitchable = [&](const auto &component) {
-        return switchableTypes.contains(component->type(), Qt::CaseInsensitive);
+    const auto isCrossed = [&](const auto &component) {
+        return crossedTypes.contains(component->type(), Qt::CaseInsensitive);
     };
-    if (std::none_of(components.cbegin(), components.cend(), isSwitchable))
-        printWarnings({u"%1 %2: keeps out nothing, since routes cross components of CompType %3 only; to keep out of "
-                       "nets, use --without-net"_s.arg(named.place, named.text, switchableTypes.join(u" or "_s))});
+    if (std::none_of(components.cbegin(), components.cend(), isCrossed))
+        printWarnings({u"%1 %2: keeps out nothing, since only components of CompType %3 are crossed; to keep out of "
+                       "nets, use --without-net"_s.arg(named.place, named.text, crossedTypes.join(u" or "_s))});
 }
 
-QStringList netNamesMeant(const Named &net, const EDAProvider &netlist)
+QList<QSharedPointer<EDANet>> netsMeant(const Named &net, const EDAProvider &netlist)
 try {
-    QStringList names;
-    for (const auto &each : findNets(netlist, net.text))
-        names.append(each->name);
-    return names;
+    return findNets(netlist, net.text);
 } catch (const NameNotFoundException &exception) {
     throw CommandError{u"%1: %2"_s.arg(net.place, exception.message())};
 }
@@ -72,20 +69,23 @@ void ExclusionOptions::addTo(CLI::App &command, SystemFileOptions &system)
     });
 }
 
-void ExclusionOptions::applyTo(Routing &routing, const EDAProvider &netlist) const
+QStringList ExclusionOptions::componentsIn(const EDAProvider &netlist, const QStringList &crossedTypes) const
 {
-    QStringList excludedComponents;
+    QStringList refs;
     for (const Named &component : componentsOfSystem + named(u"--without"_s, components)) {
         const auto meant = componentsMeant(component, netlist);
-        warnIfNoneIsSwitchable(component, meant, routing.componentTypesThatAreSwitchable());
-        excludedComponents += refsOf(meant);
+        warnIfNoneIsCrossed(component, meant, crossedTypes);
+        refs += refsOf(meant);
     }
-    excludedComponents.removeDuplicates();
-    QStringList excludedNets;
+    refs.removeDuplicates();
+    return refs;
+}
+
+QList<QSharedPointer<EDANet>> ExclusionOptions::netsIn(const EDAProvider &netlist) const
+{
+    QList<QSharedPointer<EDANet>> result;
     for (const Named &net : netsOfSystem + named(u"--without-net"_s, nets))
-        excludedNets += netNamesMeant(net, netlist);
-    excludedNets.removeDuplicates();
-    routing.setExcludedComponents(excludedComponents);
-    routing.setExcludedNets(excludedNets);
+        result += netsMeant(net, netlist);
+    return result;
 }
 }

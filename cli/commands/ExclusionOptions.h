@@ -3,7 +3,7 @@
 
 #include "cli/commands/SystemFileOptions.h"
 
-#include <velk/routing/Routing.h>
+#include <velk/model/EDAProvider.h>
 
 namespace VelkCli {
 
@@ -20,9 +20,12 @@ public:
 
     /// What is given adds to what the system file says: what it keeps out for everybody stays out.
     void addTo(CLI::App &command, SystemFileOptions &system);
-    /// Has searches on the netlist keep out of what the options name there. Throws a CommandError for a name that is
-    /// not there, with what comes nearest, and warns where it keeps out of nothing that the routing could cross.
-    void applyTo(Velk::Routing &routing, const Velk::EDAProvider &netlist) const;
+    /// The references of the components in the netlist that the options name. Throws a CommandError for a name that is
+    /// not there, with what comes nearest, and warns of one that means nothing of \a crossedTypes.
+    QStringList componentsIn(const Velk::EDAProvider &netlist, const QStringList &crossedTypes) const;
+    /// The nets in the netlist that the options name. Throws a CommandError for a name that is not there, with what
+    /// comes nearest.
+    QList<QSharedPointer<Velk::EDANet>> netsIn(const Velk::EDAProvider &netlist) const;
 
 private:
     std::vector<std::string> components;

@@ -35,7 +35,12 @@ Routing SearchOptions::routingOn(EDAProvider &netlist, const NetlistOptions &net
     routing.setComponentTypesThatAreConnectors(toQStringList(netlistOptions.connectorTypes));
     routing.setMaxSwitchingComponentsPerPath(maxSwitches);
     routing.setMaxAdditionalNodesPerPath(maxConnections);
-    exclusions.applyTo(routing, netlist);
+    routing.setExcludedComponents(exclusions.componentsIn(netlist, routing.componentTypesThatAreSwitchable()));
+    QStringList excludedNets;
+    for (const auto &net : exclusions.netsIn(netlist))
+        excludedNets.append(net->name);
+    excludedNets.removeDuplicates();
+    routing.setExcludedNets(excludedNets);
     return routing;
 }
 

@@ -13,7 +13,7 @@ _velk()
                 _filedir net
                 ((${#COMPREPLY[@]})) || _filedir
                 ;;
-            $'\tFILE') _filedir ;;
+            $'\tFILE' | $'\tTABLE') _filedir ;;
             $'\t'*) ;;
             *)
                 printf -v line '%q' "${line%%$'\t'*}"

@@ -9,7 +9,7 @@ function __velk_candidates
     switch "$lines[1]"
         case \tNETLIST
             __fish_complete_suffix .net | string match -er '(/|[.]net)\z' # no other files
-        case \tFILE
+        case \tFILE \tTABLE
             __fish_complete_suffix ''
         case \t\*
         case \*

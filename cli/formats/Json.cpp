@@ -23,6 +23,22 @@ QJsonObject pinToJson(const Velk::EDAPin &pin)
     return {{u"number"_s, pin.number}, {u"name"_s, pin.name}, {u"type"_s, pin.type}};
 }
 
+QJsonArray pinsToJson(const QList<Velk::InterfacePin> &pins)
+{
+    QJsonArray result;
+    for (const Velk::InterfacePin &pin : pins)
+        result.append(pin.ref + u'.' + pin.number);
+    return result;
+}
+
+QJsonArray setsToJson(const QList<QList<Velk::InterfacePin>> &sets)
+{
+    QJsonArray result;
+    for (const QList<Velk::InterfacePin> &pins : sets)
+        result.append(pinsToJson(pins));
+    return result;
+}
+
 QByteArray jsonDocument(const QJsonObject &members)
 {
     return QJsonDocument(members).toJson();

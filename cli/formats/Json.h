@@ -3,6 +3,7 @@
 
 #include <velk/model/EDAComponent.h>
 #include <velk/model/EDAPin.h>
+#include <velk/switching/SwitchingModel.h>
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -13,8 +14,10 @@ class QIODevice;
 
 namespace VelkCli {
 
-QJsonObject componentToJson(const Velk::EDAComponent &component); ///< ref, value, part, properties
-QJsonObject pinToJson(const Velk::EDAPin &pin);                   ///< number, name, type
+QJsonObject componentToJson(const Velk::EDAComponent &component);    ///< ref, value, part, properties
+QJsonObject pinToJson(const Velk::EDAPin &pin);                      ///< number, name, type
+QJsonArray pinsToJson(const QList<Velk::InterfacePin> &pins);        ///< "REF.NUMBER"
+QJsonArray setsToJson(const QList<QList<Velk::InterfacePin>> &sets); ///< of such pins
 
 QByteArray jsonDocument(const QJsonObject &members);
 

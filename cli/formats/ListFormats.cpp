@@ -1,14 +1,11 @@
 #include "cli/formats/ListFormats.h"
 
 #include "cli/formats/Json.h"
+#include "cli/formats/PropertyColumns.h"
 #include "cli/terminal/Output.h"
 
 #include <velk/naming/PinNames.h>
 #include <velk/switching/PositionText.h>
-
-#include <QHash>
-
-#include <set>
 
 using namespace Qt::StringLiterals;
 using namespace Velk;
@@ -33,30 +30,12 @@ Table componentTable(const Components &components)
     return table;
 }
 
-QStringList propertyKeys(const Components &components)
-{
-    std::set<QString> keys;
-    for (const auto &component : components) {
-        for (auto property = component->properties.cbegin(); property != component->properties.cend(); ++property)
-            keys.insert(property.key());
-    }
-    return {keys.cbegin(), keys.cend()};
-}
-
 void writeComponents(const Components &components, CsvWriter &csv)
 {
-    const QStringList heading = QStringList{u"ref"_s, u"value"_s, u"part"_s} + propertyKeys(components);
-    QHash<QString, qsizetype> columns;
-    for (qsizetype column = 3; column < heading.size(); ++column)
-        columns.insert(heading.at(column), column);
-    csv.write(heading);
-    for (const auto &component : components) {
-        QStringList row{component->ref, component->value, component->part};
-        row.resize(heading.size());
-        for (auto property = component->properties.cbegin(); property != component->properties.cend(); ++property)
-            row[columns.value(property.key())] = property.value();
-        csv.write(row);
-    }
+    const PropertyColumns properties(components);
+    csv.write(QStringList{u"ref"_s, u"value"_s, u"part"_s} + properties.heading());
+    for (const auto &component : components)
+        csv.write(QStringList{component->ref, component->value, component->part} + properties.cellsOf(*component));
 }
 
 Table partTable(const Parts &parts)

@@ -16,22 +16,6 @@ namespace {
 
 using Pins = QList<InterfacePin>;
 
-QJsonArray pinsToJson(const Pins &pins)
-{
-    QJsonArray result;
-    for (const InterfacePin &pin : pins)
-        result.append(pin.ref + u'.' + pin.number);
-    return result;
-}
-
-QJsonArray setsToJson(const QList<Pins> &sets)
-{
-    QJsonArray result;
-    for (const Pins &pins : sets)
-        result.append(pinsToJson(pins));
-    return result;
-}
-
 QJsonArray couplingsToJson(const QList<PinCoupling> &couplings)
 {
     QJsonArray result;

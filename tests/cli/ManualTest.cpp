@@ -2,6 +2,7 @@
 #include "cli/commands/Completion.h"
 #include "cli/commands/SystemNames.h"
 #include "cli/manual/ManualPage.h"
+#include "tests/support/Command.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -53,7 +54,8 @@ private Q_SLOTS:
         auto lines = completions(describe(CommandLine().definitions()), given, namesInSystem);
         for (QString &line : lines)
             line = line.startsWith(u'\t') ? u'<' + line.mid(1) + u'>' : line.section(u'\t', 0, 0);
-        QTEST(lines.join(u' '), "expected");
+        QFETCH(QString, expected);
+        QCOMPARE(lines.join(u' '), commandsBuilt(expected));
     }
 };
 

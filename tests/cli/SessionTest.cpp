@@ -33,6 +33,9 @@ private Q_SLOTS:
     {
         addCasesFrom({"sessions/routes.txt", "sessions/list.txt", "sessions/check.txt", "sessions/ini.txt",
                       "sessions/state.txt", "sessions/coverage.txt", "sessions/system.txt",
+#ifdef VELK_HAS_PLANNING
+                      "sessions/plan.txt",
+#endif
                       "sessions/any_command.txt"});
     }
     void shows()

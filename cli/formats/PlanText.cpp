@@ -1,0 +1,237 @@
+#include "cli/formats/PlanText.h"
+
+#include "cli/formats/Count.h"
+#include "cli/formats/ModelNames.h"
+#include "cli/formats/RelayText.h"
+#include "cli/terminal/Terminal.h"
+
+#include <algorithm>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+using namespace Velk;
+
+namespace VelkCli {
+
+namespace {
+
+qsizetype countMovedGangs(const StateChange &change)
+{
+    std::vector<int> moved;
+    std::set_union(change.toRest.begin(), change.toRest.end(), change.toSet.begin(), change.toSet.end(),
+                   std::back_inserter(moved));
+    return static_cast<qsizetype>(moved.size());
+}
+
+/// What the plan has as little of as can be, the most important first; nothing where that is nothing.
+QStringList costTexts(const PlanReport &report, const PlannedStep &planned)
+{
+    const auto &positions = planned.plan.positions;
+    const qsizetype relays =
+        std::count_if(positions.begin(), positions.end(), [](int position) { return position > 0; });
+    qsizetype passives = 0;
+    for (const PlannedGroup &group : planned.plan.groups)
+        passives += static_cast<qsizetype>(group.through.size());
+    QStringList texts;
+    if (report.aim == PlanAim::FewestChanges)
+        texts.append(countOf(countMovedGangs(planned.change), u"change"_s));
+    if (relays > 0)
+        texts.append(countOf(relays, u"relay"_s));
+    if (passives > 0)
+        texts.append(countOf(passives, u"passive component"_s));
+    return texts;
+}
+
+/// A step in lines.
+class PlanText
+{
+public:
+    PlanText(const PlanReport &planReport, const PlanStep &planStep, const Colour &textColour)
+        : report(planReport)
+        , model(planReport.model)
+        , step(planStep)
+        , plan(planStep.planned.plan)
+        , colour(textColour)
+    {
+    }
+
+    QString text() const
+    {
+        const QString heading = colour.paint(Colour::Role::Heading, u"Step "_s + step.name);
+        QStringList lines{u"%1: %2"_s.arg(heading, planResultText(report, step))};
+        if (step.hasPlan())
+            lines += settingLines() + groupLines() + remarkLines() + changeLines();
+        else if (plan.result == PlanResult::Impossible)
+            lines += conflictLines();
+        return lines.join(u"\n  "_s) + u'\n';
+    }
+
+private:
+    QStringList settingLines() const
+    {
+        const QString relays = refsText(settingTexts(model, plan.positions));
+        return relays.isEmpty() ? QStringList() : QStringList{u"set: "_s + relays};
+    }
+
+    /// Each group has a number in front of its first line.
+    QStringList groupLines() const
+    {
+        QStringList lines;
+        for (qsizetype i = 0; i < plan.groups.size(); ++i) {
+            const QString number = QString::number(i + 1) + u". "_s;
+            const QString indentation(number.size(), u' ');
+            const QStringList texts = linesOf(plan.groups.at(i));
+            lines.append(number + texts.first());
+            for (const QString &text : texts.sliced(1))
+                lines.append(indentation + text);
+        }
+        return lines;
+    }
+
+    QStringList linesOf(const PlannedGroup &group) const
+    {
+        QStringList lines;
+        for (const int connection : group.connections)
+            lines.append(wayText(connection));
+        if (!group.through.empty())
+            lines.append(u"through "_s + refsText(refsOfPassives(model, group.through)));
+        if (!group.sideConnections.isEmpty())
+            lines.append(u"also connects "_s + pinsText(group.sideConnections));
+        return lines;
+    }
+
+    QString wayText(int connection) const
+    {
+        const auto &[from, to] = step.connections.at(connection);
+        QStringList stations{colour.paint(Colour::Role::End, pinName(from))};
+        for (const WayStep &crossed : step.planned.ways.at(connection).steps)
+            stations.append(crossingText(crossed.component));
+        stations.append(colour.paint(Colour::Role::End, pinName(to)));
+        return stations.join(u" -> "_s);
+    }
+
+    QString crossingText(int component) const
+    {
+        const int gang = model.gangOf(component);
+        if (gang == SwitchingModel::none)
+            return refText(model.ref(component));
+        const int position = plan.positions[static_cast<std::size_t>(gang)];
+        return position == 0 ? refText(model.ref(component)) + u" (rest)"_s
+                             : refText(settingText(model, component, position));
+    }
+
+    QStringList remarkLines() const
+    {
+        QStringList lines;
+        for (const PlannedCoupling &coupling : plan.couplings)
+            lines.append(u"%1 by %2: %3"_s.arg(
+                warning(u"coupled"_s), refsText(refsOfPassives(model, coupling.passives)), coupledText(coupling)));
+        for (const auto &pins : plan.alsoConnected)
+            lines.append(u"%1: %2"_s.arg(warning(u"also connected"_s), pinsText(pins)));
+        if (!plan.unknown.empty())
+            lines.append(u"%1: %2"_s.arg(warning(u"touched, but positions not known"_s),
+                                         refsText(refsOfComponents(model, plan.unknown))));
+        return lines;
+    }
+
+    QString coupledText(const PlannedCoupling &coupling) const
+    {
+        QStringList texts;
+        for (const int group : coupling.groups)
+            texts.append(QString::number(group + 1) + u'.');
+        if (!coupling.pins.isEmpty())
+            texts.append(pinsText(coupling.pins));
+        return texts.join(u" | "_s);
+    }
+
+    QStringList changeLines() const
+    {
+        const StateChange &change = step.planned.change;
+        QStringList lines;
+        if (!change.toRest.empty())
+            lines.append(u"first to rest: "_s + refsText(refsOfGangs(model, change.toRest)));
+        if (!change.toRest.empty() && !change.toSet.empty())
+            lines.append(u"then set: "_s + refsText(settingsOf(change.toSet)));
+        for (const Transient &transient : change.transients)
+            lines.append(u"%1 while %2 %3: %4"_s.arg(
+                warning(u"may touch"_s), refsText(refsOfGangs(model, transient.gangs)),
+                transient.isOnTheWayToRest ? u"go to rest"_s : u"are being set"_s, pinsText(transient.pins)));
+        return lines;
+    }
+
+    QStringList settingsOf(const std::vector<int> &gangs) const
+    {
+        QStringList texts;
+        for (const QString &ref : refsOfGangs(model, gangs)) {
+            const int component = model.componentOf(ref);
+            const auto gang = static_cast<std::size_t>(model.gangOf(component));
+            texts.append(settingText(model, component, plan.positions[gang]));
+        }
+        return texts;
+    }
+
+    QStringList conflictLines() const
+    {
+        QStringList lines{plan.conflict.size() == 1 ? u"there is no plan for this connection alone:"_s
+                                                    : u"there is a plan without any one of these, but none for all:"_s};
+        for (const int connection : plan.conflict) {
+            const auto &[from, to] = step.connections.at(connection);
+            lines.append(u"  %1: %2 to %3"_s.arg(printable(step.places.at(connection)), pinText(from), pinText(to)));
+        }
+        if (!plan.bottleneck.empty())
+            lines.append(u"they run out of lines; more groups than nets need one of %1"_s.arg(
+                refsText(namesOfNets(model, plan.bottleneck))));
+        return lines;
+    }
+
+    QString warning(const QString &text) const { return colour.paint(Colour::Role::SideConnection, text); }
+
+    QString refText(const QString &ref) const { return colour.paint(Colour::Role::Reference, ref); }
+
+    /// Also of names of nets.
+    QString refsText(QStringList refs) const
+    {
+        for (QString &ref : refs)
+            ref = refText(ref);
+        return refs.join(u", "_s);
+    }
+
+    QString pinName(const InterfacePin &pin) const { return report.pinNames.text(pin.ref, pin.number); }
+
+    QString pinText(const InterfacePin &pin) const { return refText(pinName(pin)); }
+
+    QString pinsText(const QList<InterfacePin> &pins) const
+    {
+        QStringList texts;
+        for (const InterfacePin &pin : pins)
+            texts.append(pinText(pin));
+        return texts.join(u", "_s);
+    }
+
+    const PlanReport &report;
+    const SwitchingModel &model;
+    const PlanStep &step;
+    const ConnectionPlan &plan;
+    const Colour &colour;
+};
+}
+
+QString planResultText(const PlanReport &report, const PlanStep &step)
+{
+    const PlanResult result = step.planned.plan.result;
+    if (result == PlanResult::Impossible)
+        return u"impossible, which is proven"_s;
+    if (result == PlanResult::Unknown)
+        return u"it is not known whether there is a plan, since the time was up"_s;
+    const QString costs = costTexts(report, step.planned).join(u", "_s);
+    if (costs.isEmpty())
+        return u"all relays at rest"_s;
+    return costs + (result == PlanResult::Optimal ? u", proven to be the fewest"_s
+                                                  : u"; it is not known whether fewer do, since the time was up"_s);
+}
+
+QString planStepText(const PlanReport &report, const PlanStep &step, const Colour &colour)
+{
+    return PlanText(report, step, colour).text();
+}
+}
