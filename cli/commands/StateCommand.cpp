@@ -30,7 +30,7 @@ namespace {
 
 constexpr int isNotAsExpected = 1; ///< exit status
 
-using Expectations = QMap<QString, QList<ExpectedConnection>>; // by step
+using Expectations = QMap<QString, ConnectionStep>; // by name
 
 /// Throws a CommandError unless the steps of the table are those of the states, each once.
 Expectations expectationsOf(const QString &fileName, const QList<RelayStep> &steps, const EDAProvider &netlist,
@@ -40,7 +40,7 @@ Expectations expectationsOf(const QString &fileName, const QList<RelayStep> &ste
     for (const ConnectionStep &step : connectionStepsOf(readCsv(fileName), netlist, model)) {
         if (expectations.contains(step.name))
             throw CommandError{u"%1: the step '%2' begins twice"_s.arg(shownName(fileName), step.name)};
-        expectations.insert(step.name, step.connections);
+        expectations.insert(step.name, step);
     }
     QSet<QString> given;
     for (const RelayStep &step : steps) {
@@ -80,8 +80,9 @@ void compare(const SwitchingModel &model, const Expectations &expectations, QLis
     Connectivity state(model);
     for (StateStep &step : steps) {
         state.setPositions(step.positions);
-        const auto connections = expectations.value(step.name);
-        step.expectation = {connections, compareConnections(state, atRest, connections)};
+        const ConnectionStep expected = expectations.value(step.name);
+        step.expectation = {expected.connections, expected.rows,
+                            compareConnections(state, atRest, expected.connections)};
     }
 }
 

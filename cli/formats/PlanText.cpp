@@ -2,6 +2,7 @@
 
 #include "cli/formats/Count.h"
 #include "cli/formats/ModelNames.h"
+#include "cli/formats/PaintedNames.h"
 #include "cli/formats/RelayText.h"
 #include "cli/terminal/Terminal.h"
 
@@ -51,13 +52,13 @@ public:
         , model(planReport.model)
         , step(planStep)
         , plan(planStep.planned.plan)
-        , colour(textColour)
+        , names(planReport.pinNames, textColour)
     {
     }
 
     QString text() const
     {
-        const QString heading = colour.paint(Colour::Role::Heading, u"Step "_s + step.name);
+        const QString heading = names.heading(u"Step "_s + step.name);
         QStringList lines{u"%1: %2"_s.arg(heading, planResultText(report, step))};
         if (step.hasPlan())
             lines += settingLines() + groupLines() + remarkLines() + changeLines();
@@ -69,7 +70,7 @@ public:
 private:
     QStringList settingLines() const
     {
-        const QString relays = refsText(settingTexts(model, plan.positions));
+        const QString relays = names.refs(settingTexts(model, plan.positions));
         return relays.isEmpty() ? QStringList() : QStringList{u"set: "_s + relays};
     }
 
@@ -94,19 +95,19 @@ private:
         for (const int connection : group.connections)
             lines.append(wayText(connection));
         if (!group.through.empty())
-            lines.append(u"through "_s + refsText(refsOfPassives(model, group.through)));
+            lines.append(u"through "_s + names.refs(refsOfPassives(model, group.through)));
         if (!group.sideConnections.isEmpty())
-            lines.append(u"also connects "_s + pinsText(group.sideConnections));
+            lines.append(u"also connects "_s + names.pins(group.sideConnections));
         return lines;
     }
 
     QString wayText(int connection) const
     {
         const auto &[from, to] = step.connections.at(connection);
-        QStringList stations{colour.paint(Colour::Role::End, pinName(from))};
+        QStringList stations{names.end(from)};
         for (const WayStep &crossed : step.planned.ways.at(connection).steps)
             stations.append(crossingText(crossed.component));
-        stations.append(colour.paint(Colour::Role::End, pinName(to)));
+        stations.append(names.end(to));
         return stations.join(u" -> "_s);
     }
 
@@ -114,23 +115,24 @@ private:
     {
         const int gang = model.gangOf(component);
         if (gang == SwitchingModel::none)
-            return refText(model.ref(component));
+            return names.ref(model.ref(component));
         const int position = plan.positions[static_cast<std::size_t>(gang)];
-        return position == 0 ? refText(model.ref(component)) + u" (rest)"_s
-                             : refText(settingText(model, component, position));
+        return position == 0 ? names.ref(model.ref(component)) + u" (rest)"_s
+                             : names.ref(settingText(model, component, position));
     }
 
     QStringList remarkLines() const
     {
         QStringList lines;
         for (const PlannedCoupling &coupling : plan.couplings)
-            lines.append(u"%1 by %2: %3"_s.arg(
-                warning(u"coupled"_s), refsText(refsOfPassives(model, coupling.passives)), coupledText(coupling)));
+            lines.append(u"%1 by %2: %3"_s.arg(names.problem(u"coupled"_s),
+                                               names.refs(refsOfPassives(model, coupling.passives)),
+                                               coupledText(coupling)));
         for (const auto &pins : plan.alsoConnected)
-            lines.append(u"%1: %2"_s.arg(warning(u"also connected"_s), pinsText(pins)));
+            lines.append(u"%1: %2"_s.arg(names.problem(u"also connected"_s), names.pins(pins)));
         if (!plan.unknown.empty())
-            lines.append(u"%1: %2"_s.arg(warning(u"touched, but positions not known"_s),
-                                         refsText(refsOfComponents(model, plan.unknown))));
+            lines.append(u"%1: %2"_s.arg(names.problem(u"touched, but positions not known"_s),
+                                         names.refs(refsOfComponents(model, plan.unknown))));
         return lines;
     }
 
@@ -140,7 +142,7 @@ private:
         for (const int group : coupling.groups)
             texts.append(QString::number(group + 1) + u'.');
         if (!coupling.pins.isEmpty())
-            texts.append(pinsText(coupling.pins));
+            texts.append(names.pins(coupling.pins));
         return texts.join(u" | "_s);
     }
 
@@ -149,13 +151,13 @@ private:
         const StateChange &change = step.planned.change;
         QStringList lines;
         if (!change.toRest.empty())
-            lines.append(u"first to rest: "_s + refsText(refsOfGangs(model, change.toRest)));
+            lines.append(u"first to rest: "_s + names.refs(refsOfGangs(model, change.toRest)));
         if (!change.toRest.empty() && !change.toSet.empty())
-            lines.append(u"then set: "_s + refsText(settingsOf(change.toSet)));
+            lines.append(u"then set: "_s + names.refs(settingsOf(change.toSet)));
         for (const Transient &transient : change.transients)
             lines.append(u"%1 while %2 %3: %4"_s.arg(
-                warning(u"may touch"_s), refsText(refsOfGangs(model, transient.gangs)),
-                transient.isOnTheWayToRest ? u"go to rest"_s : u"are being set"_s, pinsText(transient.pins)));
+                names.problem(u"may touch"_s), names.refs(refsOfGangs(model, transient.gangs)),
+                transient.isOnTheWayToRest ? u"go to rest"_s : u"are being set"_s, names.pins(transient.pins)));
         return lines;
     }
 
@@ -176,43 +178,20 @@ private:
                                                     : u"there is a plan without any one of these, but none for all:"_s};
         for (const int connection : plan.conflict) {
             const auto &[from, to] = step.connections.at(connection);
-            lines.append(u"  %1: %2 to %3"_s.arg(printable(step.places.at(connection)), pinText(from), pinText(to)));
+            lines.append(
+                u"  %1: %2 to %3"_s.arg(printable(step.places.at(connection)), names.pin(from), names.pin(to)));
         }
         if (!plan.bottleneck.empty())
             lines.append(u"they run out of lines; more groups than nets need one of %1"_s.arg(
-                refsText(namesOfNets(model, plan.bottleneck))));
+                names.refs(namesOfNets(model, plan.bottleneck))));
         return lines;
-    }
-
-    QString warning(const QString &text) const { return colour.paint(Colour::Role::SideConnection, text); }
-
-    QString refText(const QString &ref) const { return colour.paint(Colour::Role::Reference, ref); }
-
-    /// Also of names of nets.
-    QString refsText(QStringList refs) const
-    {
-        for (QString &ref : refs)
-            ref = refText(ref);
-        return refs.join(u", "_s);
-    }
-
-    QString pinName(const InterfacePin &pin) const { return report.pinNames.text(pin.ref, pin.number); }
-
-    QString pinText(const InterfacePin &pin) const { return refText(pinName(pin)); }
-
-    QString pinsText(const QList<InterfacePin> &pins) const
-    {
-        QStringList texts;
-        for (const InterfacePin &pin : pins)
-            texts.append(pinText(pin));
-        return texts.join(u", "_s);
     }
 
     const PlanReport &report;
     const SwitchingModel &model;
     const PlanStep &step;
     const ConnectionPlan &plan;
-    const Colour &colour;
+    const PaintedNames names;
 };
 }
 

@@ -2,9 +2,9 @@
 
 #include "cli/formats/Count.h"
 #include "cli/formats/Json.h"
+#include "cli/formats/PaintedNames.h"
 #include "cli/formats/RelayText.h"
 #include "cli/formats/html/StatePage.h"
-#include "cli/terminal/Colour.h"
 #include "cli/terminal/Output.h"
 
 using namespace Qt::StringLiterals;
@@ -30,12 +30,13 @@ void insertExpectation(const ExpectationReport &expectation, QJsonObject &member
     QJsonArray missing;
     for (const int connection : expectation.compared.missing) {
         const auto &[from, to] = expectation.connections.at(connection);
-        missing.append(QJsonObject{{u"connection"_s, connection}, {u"pins"_s, pinsToJson({from, to})}});
+        missing.append(
+            QJsonObject{{u"connection"_s, expectation.rows.at(connection)}, {u"pins"_s, pinsToJson({from, to})}});
     }
     QJsonArray through;
     for (const auto &[connection, passives] : expectation.compared.through)
-        through.append(
-            QJsonObject{{u"connection"_s, connection}, {u"passives"_s, QJsonArray::fromStringList(passives)}});
+        through.append(QJsonObject{{u"connection"_s, expectation.rows.at(connection)},
+                                   {u"passives"_s, QJsonArray::fromStringList(passives)}});
     QJsonArray shorts;
     for (const auto &[sets, relays] : expectation.compared.shorts)
         shorts.append(QJsonObject{{u"sets"_s, setsToJson(sets)}, {u"relays"_s, QJsonArray::fromStringList(relays)}});
@@ -61,14 +62,14 @@ class StateText
 public:
     StateText(const StateReport &stateReport, const Colour &textColour)
         : report(stateReport)
-        , colour(textColour)
+        , names(stateReport.pinNames, textColour)
     {
     }
 
     QString stepText(const StateStep &step) const
     {
-        const QString relays = refsText(settingTexts(report.model, step.positions));
-        const QString heading = colour.paint(Colour::Role::Heading, u"Step "_s + step.name);
+        const QString relays = names.refs(settingTexts(report.model, step.positions));
+        const QString heading = names.heading(u"Step "_s + step.name);
         QString text = u"%1: %2\n"_s.arg(heading, relays.isEmpty() ? u"all relays at rest"_s : relays);
         QStringList lines = connectionLines(step.connections);
         if (step.expectation)
@@ -83,66 +84,45 @@ private:
     {
         QStringList lines;
         for (const Pins &pins : connections.connected)
-            lines.append(u"connected: "_s + pinsText(pins));
+            lines.append(u"connected: "_s + names.pins(pins));
         if (lines.isEmpty())
             lines.append(u"nothing is connected"_s);
         for (const auto &[sets, passives] : connections.couplings)
-            lines.append(u"coupled by %1: %2"_s.arg(refsText(passives), setsText(sets)));
+            lines.append(u"coupled by %1: %2"_s.arg(names.refs(passives), setsText(sets)));
         return lines;
     }
 
     QStringList expectationLines(const ExpectationReport &expectation) const
     {
-        const auto &[connections, compared] = expectation;
+        const auto &connections = expectation.connections;
+        const auto &compared = expectation.compared;
         QStringList lines;
         for (const auto &[connection, passives] : compared.through)
-            lines.append(u"through %1: %2"_s.arg(refsText(passives), connectionText(connections.at(connection))));
+            lines.append(u"through %1: %2"_s.arg(names.refs(passives), connectionText(connections.at(connection))));
         for (const int connection : compared.missing)
-            lines.append(problemText(u"missing"_s) + u": "_s + connectionText(connections.at(connection)));
+            lines.append(names.problem(u"missing"_s) + u": "_s + connectionText(connections.at(connection)));
         for (const auto &[sets, relays] : compared.shorts) {
-            const QString by = relays.isEmpty() ? QString() : u" by "_s + refsText(relays);
-            lines.append(u"%1%2: %3"_s.arg(problemText(u"short"_s), by, setsText(sets)));
+            const QString by = relays.isEmpty() ? QString() : u" by "_s + names.refs(relays);
+            lines.append(u"%1%2: %3"_s.arg(names.problem(u"short"_s), by, setsText(sets)));
         }
         return lines;
-    }
-
-    QString problemText(const QString &text) const { return colour.paint(Colour::Role::SideConnection, text); }
-
-    QString refsText(QStringList refs) const
-    {
-        for (QString &ref : refs)
-            ref = colour.paint(Colour::Role::Reference, ref);
-        return refs.join(u", "_s);
-    }
-
-    QString pinText(const InterfacePin &pin) const
-    {
-        return colour.paint(Colour::Role::Reference, report.pinNames.text(pin.ref, pin.number));
-    }
-
-    QString pinsText(const Pins &pins) const
-    {
-        QStringList texts;
-        for (const InterfacePin &pin : pins)
-            texts.append(pinText(pin));
-        return texts.join(u", "_s);
     }
 
     QString setsText(const QList<Pins> &sets) const
     {
         QStringList texts;
         for (const Pins &pins : sets)
-            texts.append(pinsText(pins));
+            texts.append(names.pins(pins));
         return texts.join(u" | "_s);
     }
 
     QString connectionText(const ExpectedConnection &connection) const
     {
-        return u"%1 to %2"_s.arg(pinText(connection.from), pinText(connection.to));
+        return u"%1 to %2"_s.arg(names.pin(connection.from), names.pin(connection.to));
     }
 
     const StateReport &report;
-    const Colour &colour;
+    const PaintedNames names;
 };
 
 QString summaryText(const QList<StateStep> &steps)

@@ -18,6 +18,7 @@ namespace VelkCli {
 struct ExpectationReport
 {
     QList<Velk::ExpectedConnection> connections;
+    QList<int> rows; ///< of the connections in the step, from 0
     Velk::ComparedConnections compared;
 };
 

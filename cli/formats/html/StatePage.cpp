@@ -74,7 +74,8 @@ private:
 
     void addExpectation(const ExpectationReport &expectation, QJsonObject &members)
     {
-        const auto &[connections, compared] = expectation;
+        const auto &connections = expectation.connections;
+        const auto &compared = expectation.compared;
         QJsonArray missing;
         for (const int connection : compared.missing)
             missing.append(ends(connections.at(connection)));
