@@ -5,6 +5,7 @@
 #include "cli/formats/PlanJson.h"
 #include "cli/formats/PlanText.h"
 #include "cli/formats/PropertyColumns.h"
+#include "cli/formats/html/PlanPage.h"
 #include "cli/terminal/Output.h"
 
 using namespace Qt::StringLiterals;
@@ -88,12 +89,17 @@ void writePlansAsJson(const PlanReport &report, const OutputTarget &target)
                   [&](qsizetype i) { return planStepToJson(report, report.steps.at(i)); });
     });
 }
+
+void writePlansAsPage(const PlanReport &report, const OutputTarget &target)
+{
+    writeOutput(target.fileName, plansToPage(report));
+}
 }
 
 const Formats<PlanReport> &planFormats()
 {
     static const Formats<PlanReport> formats{
-        {"text", writePlansAsText}, {"csv", writePlansAsCsv}, {"json", writePlansAsJson}};
+        {"text", writePlansAsText}, {"csv", writePlansAsCsv}, {"json", writePlansAsJson}, {"html", writePlansAsPage}};
     return formats;
 }
 

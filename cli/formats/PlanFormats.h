@@ -18,6 +18,8 @@ namespace VelkCli {
 /// [{"half": "rest" or "set", "pins": [pin], "gangs": [[ref]]}]}]}; of an impossible step {"step", "result",
 /// "conflict": [row], "bottleneck": [name]}, of an unknown one {"step", "result"}. A pin is "REF.NUMBER", a row that of
 /// a connection in its step, from 0.
+///
+/// html: see plansToPage().
 const Formats<PlanReport> &planFormats();
 
 /// Whether this form tells of steps without a plan.

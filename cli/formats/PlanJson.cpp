@@ -8,9 +8,7 @@ using namespace Velk;
 
 namespace VelkCli {
 
-namespace {
-
-QString resultName(PlanResult result)
+QString planResultName(PlanResult result)
 {
     switch (result) {
     case PlanResult::Optimal:
@@ -24,6 +22,8 @@ QString resultName(PlanResult result)
     }
     return u"unknown"_s;
 }
+
+namespace {
 
 QJsonObject positionsToJson(const SwitchingModel &model, const std::vector<int> &positions)
 {
@@ -123,7 +123,7 @@ private:
 QJsonObject planStepToJson(const PlanReport &report, const PlanStep &step)
 {
     const PlanResult result = step.planned.plan.result;
-    QJsonObject members{{u"step"_s, step.name}, {u"result"_s, resultName(result)}};
+    QJsonObject members{{u"step"_s, step.name}, {u"result"_s, planResultName(result)}};
     const PlanJson json(report.model, step);
     if (step.hasPlan()) {
         json.insertPlan(members);

@@ -7,6 +7,9 @@
 
 namespace VelkCli {
 
+/// "optimal"
+QString planResultName(Velk::PlanResult result);
+
 /// A step as planFormats() tells it.
 QJsonObject planStepToJson(const PlanReport &report, const PlanStep &step);
 }

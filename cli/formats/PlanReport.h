@@ -1,8 +1,8 @@
 #ifndef VELK_CLI_FORMATS_PLANREPORT_H
 #define VELK_CLI_FORMATS_PLANREPORT_H
 
-#include <velk/model/EDAProvider.h>
 #include <velk/naming/PinNames.h>
+#include <velk/provider/MultipleEDAProvider.h>
 #include <velk/switching/ExpectedConnections.h>
 #include <velk/switching/SwitchingModel.h>
 #include <velkplanning/ConnectionRequest.h>
@@ -29,7 +29,7 @@ struct PlanStep
 
 struct PlanReport
 {
-    const Velk::EDAProvider &netlist;
+    const Velk::MultipleEDAProvider &netlist;
     Velk::SwitchingModel model;
     Velk::PinNames pinNames;
     QStringList fileNames; ///< of the boards

@@ -204,12 +204,12 @@ function piecesOf(route) {
     const stations = [route.source, ...shownCrossingsOf(route)];
     if (route.crossings.length <= mostShown)
         stations.push(route.destination);
-    const pieces = [endPiece(route.source, 'Source', true)];
+    const pieces = [endPiece(route.source, 'From', true)];
     for (let i = 1; i < stations.length; ++i) {
         const [before, after] = [stations[i - 1], stations[i]];
         const net = before.to ?? before.net;
         pieces.push(...netPieces(net, boardOf(componentOf(before)), boardOf(componentOf(after)), route));
-        pieces.push(after === route.destination ? endPiece(after, 'DUT', false) : switchPiece(after));
+        pieces.push(after === route.destination ? endPiece(after, 'To', false) : switchPiece(after));
     }
     return pieces;
 }
