@@ -1,15 +1,176 @@
 #include <velkplanning/ConnectionPlanner.h>
 
+#include <velkplanning/PlanCheck.h>
+#include <velkplanning/PlanSearch.h>
+#include <velkplanning/PlanningTime.h>
+#include <velkplanning/ScarceNets.h>
+
+#include <velk/model/EDAException.h>
+#include <velk/switching/Connectivity.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
 namespace Velk {
 
 class ConnectionPlannerPrivate
 {
 public:
-    SwitchingModel model;
+    explicit ConnectionPlannerPrivate(const SwitchingModel &model)
+        : network(model)
+        , atRest(model)
+    {
+    }
+
+    const SwitchNetwork network;
+    const Connectivity atRest;
 };
 
+namespace {
+
+void requireNumbers(const std::vector<int> &numbers, int count, const QString &name)
+{
+    for (const int number : numbers) {
+        if (number < 0 || number >= count)
+            throw EDAException(u"a request names %1 %2, of which there are %3"_s.arg(name, QString::number(number),
+                                                                                     QString::number(count)));
+    }
+}
+
+void requireOnNet(const SwitchingModel &model, const InterfacePin &pin)
+{
+    requireNumbers({pin.net}, model.netCount(), u"net"_s);
+    if (model.netNames(pin.net).isEmpty())
+        throw EDAException(u"pin %1 of %2 is on no net"_s.arg(pin.number, pin.ref));
+}
+
+void requireSound(const SwitchingModel &model, const ConnectionRequest &request, const std::vector<int> &before)
+{
+    if (!model.errors().isEmpty())
+        throw EDAException(model.errors().first().message());
+    for (const ExpectedConnection &connection : request.connections) {
+        requireOnNet(model, connection.from);
+        requireOnNet(model, connection.to);
+    }
+    requireNumbers(request.excludedComponents, model.componentCount(), u"component"_s);
+    requireNumbers(request.allowedComponents, model.componentCount(), u"component"_s);
+    requireNumbers(request.excludedNets, model.netCount(), u"net"_s);
+    if (static_cast<int>(before.size()) != model.gangCount())
+        throw EDAException(u"there are %1 positions before, but %2 gangs"_s.arg(QString::number(before.size()),
+                                                                                QString::number(model.gangCount())));
+    for (int gang = 0; gang < model.gangCount(); ++gang)
+        requireNumbers({before[static_cast<std::size_t>(gang)]}, model.gang(gang).positionCount, u"position"_s);
+}
+
+/// One request, and parts of it.
+class RequestPlanning
+{
+public:
+    RequestPlanning(const ConnectionPlannerPrivate &planner, const ConnectionRequest &wanted,
+                    const std::vector<int> &positionsBefore, const PlanningTime &planningTime)
+        : network(planner.network)
+        , atRest(planner.atRest)
+        , request(wanted)
+        , before(positionsBefore)
+        , time(planningTime)
+    {
+    }
+
+    ConnectionPlan plan() const
+    {
+        const PlanProblem problem(network, request, before);
+        PlanSearch search(problem, time);
+        PlanResult result = search.findAny();
+        if (result == PlanResult::Impossible)
+            return whyImpossible();
+        if (result == PlanResult::Unknown)
+            return {result, {}, {}, {}, {}, {}, {}, {}};
+        result = search.improve();
+        ConnectionPlan plan = checkedPlan(problem, search.draft());
+        plan.result = result;
+        return plan;
+    }
+
+private:
+    /// Throws an EDAException for a plan that is none, which is an error of planning.
+    ConnectionPlan checkedPlan(const PlanProblem &problem, const PlanDraft &draft) const
+    {
+        DraftState state(problem, draft);
+        std::vector<std::vector<int>> through(static_cast<std::size_t>(problem.groupCount()));
+        for (const int passive : draft.through) {
+            const int net = network.model.passives()[static_cast<std::size_t>(passive)].nets.front();
+            through[static_cast<std::size_t>(state.groupAt(net))].push_back(passive);
+        }
+        const PlanCheck check(request, atRest);
+        const ConnectionPlan plan = check.planWith(draft.positions, through);
+        const QStringList faults = check.faultsOf(plan, before);
+        if (!faults.isEmpty())
+            throw EDAException(u"the plan that was found does not hold: %1"_s.arg(faults.join(u"; "_s)));
+        return plan;
+    }
+
+    ConnectionPlan whyImpossible() const
+    {
+        const std::vector<int> conflict = conflictIn(request.connections.size());
+        const ConnectionRequest conflicting = partOf(conflict);
+        const PlanProblem problem(network, conflicting, before);
+        return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, scarceNetsOf(problem)};
+    }
+
+    /// Leaves out more and more, first much at once, until nothing more can be left out. Without connections there is
+    /// a plan. None where the time was up.
+    std::vector<int> conflictIn(qsizetype connectionCount) const
+    {
+        std::vector<int> conflict(static_cast<std::size_t>(connectionCount));
+        std::iota(conflict.begin(), conflict.end(), 0);
+        for (std::size_t count = conflict.size() / 2; count > 0;) {
+            const std::size_t sizeBefore = conflict.size();
+            for (std::size_t first = 0; first < conflict.size();) {
+                auto rest = conflict;
+                const auto begin = rest.begin() + static_cast<std::ptrdiff_t>(first);
+                rest.erase(begin, begin + static_cast<std::ptrdiff_t>(std::min(count, rest.size() - first)));
+                const PlanResult result = resultOf(rest);
+                if (result == PlanResult::Unknown)
+                    return {};
+                if (result == PlanResult::Impossible)
+                    conflict = rest;
+                else
+                    first += count;
+            }
+            // Without one connection two groups may come apart, and what could be left out before no longer can.
+            if (count > 1 || conflict.size() == sizeBefore)
+                count /= 2;
+        }
+        return conflict;
+    }
+
+    ConnectionRequest partOf(const std::vector<int> &connections) const
+    {
+        ConnectionRequest part = request;
+        part.connections.clear();
+        for (const int connection : connections)
+            part.connections.append(request.connections.at(connection));
+        return part;
+    }
+
+    PlanResult resultOf(const std::vector<int> &connections) const
+    {
+        const ConnectionRequest part = partOf(connections);
+        const PlanProblem problem(network, part, before);
+        return PlanSearch(problem, time).findAny();
+    }
+
+    const SwitchNetwork &network;
+    const Connectivity &atRest;
+    const ConnectionRequest &request;
+    const std::vector<int> &before;
+    const PlanningTime &time;
+};
+}
+
 ConnectionPlanner::ConnectionPlanner(const SwitchingModel &model)
-    : d(std::make_shared<const ConnectionPlannerPrivate>(ConnectionPlannerPrivate{model}))
+    : d(std::make_shared<const ConnectionPlannerPrivate>(model))
 {
 }
 
@@ -21,12 +182,16 @@ ConnectionPlanner &ConnectionPlanner::operator=(ConnectionPlanner &&other) noexc
 
 const SwitchingModel &ConnectionPlanner::model() const
 {
-    return d->model;
+    return d->network.model;
 }
 
-ConnectionPlan ConnectionPlanner::plan(const ConnectionRequest &, const std::vector<int> &,
-                                       const PlanningLimits &) const
+ConnectionPlan ConnectionPlanner::plan(const ConnectionRequest &request, const std::vector<int> &before,
+                                       const PlanningLimits &limits) const
 {
-    return {PlanResult::Unknown, {}, {}, {}, {}, {}, {}, {}};
+    const PlanningTime time(limits);
+    const auto &positions =
+        before.empty() ? std::vector<int>(static_cast<std::size_t>(model().gangCount()), 0) : before;
+    requireSound(model(), request, positions);
+    return RequestPlanning(*d, request, positions, time).plan();
 }
 }

@@ -1,0 +1,459 @@
+#include <velkplanning/PlanEncoding.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace Velk {
+
+namespace {
+
+std::size_t placeAt(int number)
+{
+    return static_cast<std::size_t>(number);
+}
+
+int otherEnd(const SwitchLink &link, int net)
+{
+    return link.net + link.otherNet - net;
+}
+}
+
+PlanEncoding::PlanEncoding(const PlanProblem &planProblem, const WayCosts &wayCosts, const PlanCost &mostCost,
+                           const PlanningTime &planningTime)
+    : problem(planProblem)
+    , costs(wayCosts)
+    , budget(mostCost)
+    , solver(planningTime)
+    , nodes(planProblem.network.model.netCount())
+    , labels(static_cast<std::size_t>(planProblem.network.model.netCount()))
+{
+    chooseMovable();
+    tieFixed();
+    addLabels();
+    addLinks();
+    for (const WayCosts::Flow &flow : costs.flows())
+        addFlow(flow);
+    if (problem.request.forbidsCouplings)
+        addCouplings();
+    if (!problem.request.trustsUnknown) {
+        for (const UnknownRelay &relay : problem.network.unknownRelays)
+            addUnknownRelay(relay);
+    }
+}
+
+void PlanEncoding::chooseMovable()
+{
+    const SwitchNetwork &network = problem.network;
+    moves.assign(placeAt(network.model.gangCount()), costs.leavesRoomForOthers(budget));
+    for (const WayCosts::Flow &flow : costs.flows()) {
+        for (std::size_t i = 0; i < network.links.size(); ++i) {
+            const SwitchLink &link = network.links[i];
+            const int number = static_cast<int>(i);
+            if (costs.mayCrossLink(flow, number, link.net, link.otherNet, budget) ||
+                costs.mayCrossLink(flow, number, link.otherNet, link.net, budget))
+                moves[placeAt(link.gang)] = true;
+        }
+    }
+    positions.resize(moves.size());
+    awayLiterals.resize(moves.size());
+    for (int gang = 0; gang < network.model.gangCount(); ++gang) {
+        moves[placeAt(gang)] = moves[placeAt(gang)] && problem.mayMove(gang);
+        if (moves[placeAt(gang)])
+            addPositions(gang);
+    }
+}
+
+void PlanEncoding::addPositions(int gang)
+{
+    const int count = problem.network.model.gang(gang).positionCount;
+    auto &literals = positions[placeAt(gang)];
+    const int away = solver.newVariable();
+    awayLiterals[placeAt(gang)] = away;
+    literals.push_back(-away);
+    if (count == 2) {
+        literals.push_back(away);
+    } else {
+        while (static_cast<int>(literals.size()) < count)
+            literals.push_back(solver.newVariable());
+        solver.addClause(literals);
+        solver.addAtMostOne(literals);
+    }
+    for (int position = 0; position < count; ++position)
+        solver.prefer(position == problem.usualPosition(gang) ? literals[placeAt(position)]
+                                                              : -literals[placeAt(position)]);
+}
+
+void PlanEncoding::tieFixed()
+{
+    for (const SwitchLink &link : problem.network.links) {
+        if (!moves[placeAt(link.gang)] && problem.isClosed(link, problem.usualPosition(link.gang)))
+            nodes.unite(link.net, link.otherNet);
+    }
+}
+
+int PlanEncoding::closedLiteral(int link)
+{
+    const SwitchLink &closed = problem.network.links[placeAt(link)];
+    if (!moves[placeAt(closed.gang)])
+        return problem.isClosed(closed, problem.usualPosition(closed.gang)) ? SatSolver::yes : -SatSolver::yes;
+    const auto &literals = positions[placeAt(closed.gang)];
+    if (closed.positions.size() == literals.size())
+        return SatSolver::yes;
+    if (closed.positions.size() == 1)
+        return literals[placeAt(closed.positions.front())];
+    const auto [known, isNew] = closedLiterals.try_emplace(link, 0);
+    if (!isNew)
+        return known->second;
+    known->second = solver.newVariable();
+    for (int position = 0; position < static_cast<int>(literals.size()); ++position) {
+        const int literal = literals[placeAt(position)];
+        solver.addImplication({literal}, problem.isClosed(closed, position) ? known->second : -known->second);
+    }
+    return known->second;
+}
+
+void PlanEncoding::addLabels()
+{
+    const int netCount = problem.network.model.netCount();
+    for (int net = 0; net < netCount; ++net) {
+        if (problem.isWatched(net) && !problem.request.allowsSideConnections)
+            classes.push_back(problem.network.restSets[placeAt(net)]);
+    }
+    std::sort(classes.begin(), classes.end());
+    classes.erase(std::unique(classes.begin(), classes.end()), classes.end());
+    const auto numbers = std::max(classes.size(), placeAt(problem.groupCount()));
+    labelSize = 1;
+    while ((std::size_t(1) << (labelSize - 1)) < numbers)
+        ++labelSize;
+    for (int net = 0; net < netCount; ++net) {
+        if (problem.ownerOf(net) != PlanProblem::none || problem.isWatched(net) || problem.isBarred(net))
+            fixLabel(net);
+    }
+}
+
+void PlanEncoding::fixLabel(int net)
+{
+    const Label &label = labelOf(nodeOf(net));
+    if (problem.ownerOf(net) != PlanProblem::none) {
+        addLabelEquality(SatSolver::yes, label, codeOf(true, problem.ownerOf(net)));
+        return;
+    }
+    if (problem.isBarred(net))
+        solver.addClause({-label.front()});
+    if (problem.isWatched(net) && !problem.request.allowsSideConnections) {
+        const int restSet = problem.network.restSets[placeAt(net)];
+        const auto place = std::lower_bound(classes.cbegin(), classes.cend(), restSet) - classes.cbegin();
+        Label code = codeOf(false, static_cast<int>(place));
+        code.front() = label.front();
+        addLabelEquality(-label.front(), label, code);
+    }
+}
+
+PlanEncoding::Label &PlanEncoding::labelOf(int node)
+{
+    Label &label = labels[placeAt(node)];
+    while (label.size() < labelSize)
+        label.push_back(solver.newVariable());
+    return label;
+}
+
+PlanEncoding::Label PlanEncoding::codeOf(bool isGroup, int number) const
+{
+    Label code = {isGroup ? SatSolver::yes : -SatSolver::yes};
+    for (std::size_t bit = 0; bit + 1 < labelSize; ++bit)
+        code.push_back((number >> bit) & 1 ? SatSolver::yes : -SatSolver::yes);
+    return code;
+}
+
+void PlanEncoding::addLabelEquality(int premise, const Label &label, const Label &other)
+{
+    for (std::size_t i = 0; i < label.size(); ++i)
+        solver.addEquality(premise, label[i], other[i]);
+}
+
+void PlanEncoding::addLinks()
+{
+    for (std::size_t i = 0; i < problem.network.links.size(); ++i) {
+        const SwitchLink &link = problem.network.links[i];
+        const int node = nodeOf(link.net);
+        const int other = nodeOf(link.otherNet);
+        if (moves[placeAt(link.gang)] && node != other)
+            addLabelEquality(closedLiteral(static_cast<int>(i)), labelOf(node), labelOf(other));
+    }
+}
+
+// A label for what is coupled: it is the same over all passives, whether or not a group goes through them.
+void PlanEncoding::addCouplings()
+{
+    const SwitchNetwork &network = problem.network;
+    DisjointSets coupled = nodes;
+    for (const PassiveComponent &passive : network.model.passives()) {
+        for (const int net : passive.nets)
+            coupled.unite(net, passive.nets.front());
+    }
+    std::map<int, Label> couplingLabels;
+    const auto couplingLabelOf = [&](int net) -> const Label & {
+        Label &label = couplingLabels[coupled.leastOf(net)];
+        while (label.size() < labelSize)
+            label.push_back(solver.newVariable());
+        return label;
+    };
+    for (int group = 0; group < problem.groupCount(); ++group) {
+        for (const int net : problem.groups.at(group).nets)
+            addLabelEquality(SatSolver::yes, couplingLabelOf(net), codeOf(true, group));
+    }
+    for (std::size_t i = 0; i < network.links.size(); ++i) {
+        const SwitchLink &link = network.links[i];
+        if (moves[placeAt(link.gang)])
+            addLabelEquality(closedLiteral(static_cast<int>(i)), couplingLabelOf(link.net),
+                             couplingLabelOf(link.otherNet));
+    }
+}
+
+// Its nets have one label, as far as groups reach them.
+void PlanEncoding::addUnknownRelay(const UnknownRelay &relay)
+{
+    Label touched;
+    while (touched.size() < labelSize)
+        touched.push_back(solver.newVariable());
+    for (const int net : relay.nets) {
+        const Label &label = labels[placeAt(nodeOf(net))];
+        if (!label.empty())
+            addLabelEquality(label.front(), label, touched);
+    }
+}
+
+int PlanEncoding::throughLiteral(int passive)
+{
+    const auto [known, isNew] = throughLiterals.try_emplace(passive, 0);
+    if (!isNew)
+        return known->second;
+    known->second = solver.newVariable();
+    solver.prefer(-known->second);
+    const auto &nets = problem.network.model.passives()[placeAt(passive)].nets;
+    for (const int net : nets)
+        addLabelEquality(known->second, labelOf(nodeOf(net)), labelOf(nodeOf(nets.front())));
+    return known->second;
+}
+
+std::vector<PlanEncoding::Arc> PlanEncoding::arcsOf(const WayCosts::Flow &flow)
+{
+    const SwitchNetwork &network = problem.network;
+    std::vector<Arc> arcs;
+    const auto add = [&](int from, int to, int condition) {
+        if (from != to && condition != -SatSolver::yes)
+            arcs.push_back({from, to, condition, solver.newVariable()});
+    };
+    for (std::size_t i = 0; i < network.links.size(); ++i) {
+        const int link = static_cast<int>(i);
+        const int net = network.links[i].net;
+        const int other = network.links[i].otherNet;
+        if (costs.mayCrossLink(flow, link, net, other, budget))
+            add(nodeOf(net), nodeOf(other), closedLiteral(link));
+        if (costs.mayCrossLink(flow, link, other, net, budget))
+            add(nodeOf(other), nodeOf(net), closedLiteral(link));
+    }
+    const auto &passives = network.model.passives();
+    for (std::size_t i = 0; i < passives.size(); ++i) {
+        const int passive = static_cast<int>(i);
+        if (!problem.mayGoThrough(passive))
+            continue;
+        // Its nets, each with the nearest of the others towards the target or from the source.
+        const int node = network.model.netCount() + passive;
+        const auto &nets = passives[i].nets;
+        const auto fits = [&](int from, int to) { return from != to && costs.mayCrossPassive(flow, from, to, budget); };
+        for (const int net : nets) {
+            if (std::any_of(nets.cbegin(), nets.cend(), [&](int to) { return fits(net, to); }))
+                add(nodeOf(net), node, throughLiteral(passive));
+            if (std::any_of(nets.cbegin(), nets.cend(), [&](int from) { return fits(from, net); }))
+                add(node, nodeOf(net), throughLiteral(passive));
+        }
+    }
+    return arcs;
+}
+
+void PlanEncoding::addFlow(const WayCosts::Flow &flow)
+{
+    const int source = nodeOf(flow.source);
+    const int target = nodeOf(flow.target);
+    if (source == target)
+        return;
+    const Label code = codeOf(true, flow.group);
+    std::map<int, std::vector<int>> uses[2]; // of arcs into nodes, and out of them
+    for (const Arc &arc : arcsOf(flow)) {
+        if (arc.to == source || arc.from == target)
+            continue;
+        solver.addImplication({arc.use}, arc.condition);
+        uses[0][arc.to].push_back(arc.use);
+        uses[1][arc.from].push_back(arc.use);
+        for (const int node : {arc.from, arc.to}) {
+            uses[0][node];
+            uses[1][node];
+        }
+    }
+    uses[0][target];
+    uses[1][source];
+    for (auto &[node, into] : uses[0]) {
+        const bool isEnd = node == source || node == target;
+        const int isOn = isEnd ? int(SatSolver::yes) : solver.newVariable();
+        auto &outOf = uses[1][node];
+        if (node < problem.network.model.netCount())
+            addLabelEquality(isOn, labelOf(node), code);
+        for (auto *arcs : {&into, &outOf}) {
+            for (const int use : *arcs)
+                solver.addImplication({use}, isOn);
+            solver.addAtMostOne(*arcs);
+        }
+        const auto requireOne = [&](std::vector<int> arcs) {
+            arcs.push_back(-isOn);
+            solver.addClause(arcs);
+        };
+        if (node != source)
+            requireOne(into);
+        if (node != target)
+            requireOne(outOf);
+    }
+}
+
+std::vector<int> PlanEncoding::literalsOfCost(PlanCostLevel level) const
+{
+    std::vector<int> literals;
+    if (level == PassivesThrough) {
+        for (const auto &through : throughLiterals)
+            literals.push_back(through.second);
+        return literals;
+    }
+    for (std::size_t gang = 0; gang < moves.size(); ++gang) {
+        if (!moves[gang])
+            continue;
+        const int usual = problem.usualPosition(static_cast<int>(gang));
+        literals.push_back(level == GangsAway ? awayLiterals[gang] : -positions[gang][placeAt(usual)]);
+    }
+    return literals;
+}
+
+/// Of the gangs that do not move.
+PlanCost PlanEncoding::fixedCost() const
+{
+    PlanCost cost = {};
+    for (int gang = 0; gang < problem.network.model.gangCount(); ++gang) {
+        if (!moves[placeAt(gang)]) {
+            const PlanCost ofGang = costs.costOf(gang, problem.usualPosition(gang));
+            std::transform(cost.cbegin(), cost.cend(), ofGang.cbegin(), cost.begin(), std::plus<>());
+        }
+    }
+    return cost;
+}
+
+void PlanEncoding::readDraft()
+{
+    const SwitchingModel &model = problem.network.model;
+    found = {};
+    for (int gang = 0; gang < model.gangCount(); ++gang) {
+        const auto &literals = positions[placeAt(gang)];
+        const auto taken =
+            std::find_if(literals.cbegin(), literals.cend(), [this](int literal) { return solver.isTrue(literal); });
+        found.positions.push_back(moves[placeAt(gang)] ? static_cast<int>(taken - literals.cbegin())
+                                                       : problem.usualPosition(gang));
+    }
+    for (const auto &[passive, literal] : throughLiterals) {
+        if (solver.isTrue(literal))
+            found.through.push_back(passive);
+    }
+}
+
+SatSolver::Answer PlanEncoding::solve(SatSolver::Effort effort)
+{
+    while (true) {
+        const auto answer = solver.solve(effort);
+        if (answer != SatSolver::Answer::Satisfied)
+            return answer;
+        readDraft();
+        DraftState state(problem, found);
+        if (refuseStrayPins(state) || refuseDoubtfulNets(state))
+            continue;
+        found.through = state.neededPassives();
+        return answer;
+    }
+}
+
+void PlanEncoding::limitCosts(const PlanCost &cost)
+{
+    const PlanCost fixed = fixedCost();
+    for (const auto level : {ChangedGangs, GangsAway, PassivesThrough}) {
+        if (cost[level] <= budget[level])
+            continue;
+        if (fixed[level] > budget[level])
+            solver.addClause({});
+        else
+            solver.addAtMost(budget[level] - fixed[level], literalsOfCost(level));
+    }
+}
+
+// Pins that are allowed are labelled as in an extent, though they are in none.
+bool PlanEncoding::refuseStrayPins(DraftState &state)
+{
+    if (problem.request.allowsSideConnections)
+        return false;
+    const auto nets = state.strayPins();
+    for (const int net : nets)
+        requireSupport(state, net);
+    return !nets.empty();
+}
+
+/// A label of a group on what is connected with the net needs a contact or a passive that leads there.
+void PlanEncoding::requireSupport(DraftState &state, int net)
+{
+    const SwitchNetwork &network = problem.network;
+    const auto isInside = [&](int other) { return state.extentOf(other) == state.extentOf(net); };
+    std::vector<int> clause = {-labelOf(nodeOf(net)).front()};
+    for (std::size_t i = 0; i < network.links.size(); ++i) {
+        if (isInside(network.links[i].net) != isInside(network.links[i].otherNet) &&
+            problem.isPossible(network.links[i]))
+            clause.push_back(closedLiteral(static_cast<int>(i)));
+    }
+    for (const auto &[passive, literal] : throughLiterals) {
+        const auto &nets = network.model.passives()[placeAt(passive)].nets;
+        if (std::any_of(nets.cbegin(), nets.cend(), isInside) && !std::all_of(nets.cbegin(), nets.cend(), isInside))
+            clause.push_back(literal);
+    }
+    solver.addClause(clause);
+}
+
+bool PlanEncoding::refuseDoubtfulNets(DraftState &state)
+{
+    if (problem.request.trustsUnknown)
+        return false;
+    const auto nets = state.doubtfulNets();
+    if (nets.empty())
+        return false;
+    auto clause = openingLiterals(state, nets.back());
+    clause.push_back(-labelOf(nodeOf(nets.front())).front());
+    solver.addClause(clause);
+    return true;
+}
+
+/// One of them is true where the net is no longer connected with a forbidden pin, as it is in the state.
+std::vector<int> PlanEncoding::openingLiterals(DraftState &state, int net)
+{
+    const SwitchNetwork &network = problem.network;
+    std::map<int, int> linkTo = {{net, PlanProblem::none}}; // by which a net was reached
+    std::vector<int> reached = {net};
+    std::size_t next = 0;
+    while (!problem.isForbidden(reached[next])) {
+        const int from = reached[next++];
+        for (const int i : network.linksOfNet.of(from)) {
+            const SwitchLink &link = network.links[placeAt(i)];
+            const int to = otherEnd(link, from);
+            if (state.isClosed(link) && linkTo.try_emplace(to, i).second)
+                reached.push_back(to);
+        }
+    }
+    std::vector<int> literals;
+    for (int at = reached[next]; linkTo[at] != PlanProblem::none;) {
+        literals.push_back(-closedLiteral(linkTo[at]));
+        at = otherEnd(network.links[placeAt(linkTo[at])], at);
+    }
+    return literals;
+}
+}

@@ -1,0 +1,122 @@
+#include <velkplanning/SatSolver.h>
+
+#include <cadical.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+
+namespace Velk {
+
+namespace {
+
+/// Asked by the solver now and then.
+class SolverStop : public CaDiCaL::Terminator
+{
+public:
+    explicit SolverStop(const PlanningTime &planningTime)
+        : time(planningTime)
+    {
+    }
+
+    bool terminate() override { return time.isUp(); }
+
+private:
+    const PlanningTime &time;
+};
+}
+
+SatSolver::SatSolver(const PlanningTime &planningTime)
+    : time(planningTime)
+    , solver(std::make_unique<CaDiCaL::Solver>())
+{
+    addClause({yes});
+}
+
+SatSolver::~SatSolver() = default;
+
+void SatSolver::addClause(const std::vector<int> &literals)
+{
+    if (literals.size() > 1 && std::find(literals.cbegin(), literals.cend(), int(yes)) != literals.cend())
+        return;
+    for (const int literal : literals) {
+        if (literal != -yes)
+            solver->add(literal);
+    }
+    solver->add(0);
+}
+
+void SatSolver::addImplication(std::vector<int> premise, int conclusion)
+{
+    for (int &literal : premise)
+        literal = -literal;
+    premise.push_back(conclusion);
+    addClause(premise);
+}
+
+void SatSolver::addEquality(int premise, int literal, int other)
+{
+    if (literal == other)
+        return;
+    addClause({-premise, -literal, other});
+    addClause({-premise, literal, -other});
+}
+
+void SatSolver::addAtMostOne(const std::vector<int> &literals)
+{
+    constexpr std::size_t fewEnoughForPairs = 6;
+    if (literals.size() > fewEnoughForPairs) {
+        addAtMost(1, literals);
+        return;
+    }
+    for (std::size_t i = 0; i < literals.size(); ++i) {
+        for (std::size_t j = i + 1; j < literals.size(); ++j)
+            addClause({-literals[i], -literals[j]});
+    }
+}
+
+// A row of counts, from one literal to the next: counts[i] says that more than i of those so far are true.
+void SatSolver::addAtMost(int count, const std::vector<int> &literals)
+{
+    std::vector<int> counts(static_cast<std::size_t>(count), -yes);
+    for (const int literal : literals) {
+        addClause(counts.empty() ? std::vector<int>{-literal} : std::vector<int>{-literal, -counts.back()});
+        for (std::size_t i = counts.size(); i > 0; --i) {
+            const int before = i > 1 ? counts[i - 2] : yes;
+            if (before == -yes)
+                continue;
+            const int raised = newVariable();
+            addClause({-literal, -before, raised});
+            addClause({-counts[i - 1], raised});
+            counts[i - 1] = raised;
+        }
+    }
+}
+
+void SatSolver::prefer(int literal)
+{
+    solver->phase(literal);
+}
+
+SatSolver::Answer SatSolver::solve(Effort effort)
+{
+    constexpr int fewConflicts = 10000;
+    constexpr int satisfied = 10;
+    constexpr int impossible = 20;
+    SolverStop stop(time);
+    solver->connect_terminator(&stop);
+    if (effort == Effort::Little)
+        solver->limit("conflicts", fewConflicts);
+    const int answer = time.isUp() ? 0 : solver->solve();
+    solver->disconnect_terminator();
+    if (answer == satisfied)
+        return Answer::Satisfied;
+    return answer == impossible ? Answer::Impossible : Answer::NotKnown;
+}
+
+bool SatSolver::isTrue(int literal) const
+{
+    // Of a negative literal versions of the solver tell different things.
+    return (solver->val(std::abs(literal)) > 0) == (literal > 0);
+}
+}
