@@ -1,8 +1,10 @@
 #ifndef VELKPLANNING_PLANCHECK_H
 #define VELKPLANNING_PLANCHECK_H
 
+#include <velkplanning/ConnectionGroups.h>
 #include <velkplanning/ConnectionPlan.h>
 #include <velkplanning/ConnectionRequest.h>
+#include <velkplanning/PlanFacts.h>
 
 #include <velk/switching/Connectivity.h>
 
@@ -22,13 +24,27 @@ public:
     /// All that there is to tell of a plan with these positions, each group going through these passives (in the order
     /// of groupsOf()); the result is Feasible. It need not be a plan: nothing is checked.
     ConnectionPlan planWith(const std::vector<int> &positions, const std::vector<std::vector<int>> &through) const;
-    /// What is wrong with it, as "K3#1, K4#1 tie ..."; none for a plan. Gangs that keep their position \a before need
-    /// not matter with PlanAim::FewestChanges.
+    /// What is wrong with the positions and passives of a plan, as "J2#3.5 reaches U1#1.2"; none where they hold.
+    /// Gangs that keep their position \a before, where none stands for all at rest, need not matter with
+    /// PlanAim::FewestChanges.
     QStringList faultsOf(const ConnectionPlan &plan, const std::vector<int> &before) const;
 
 private:
+    using PassivesOfGroups = std::vector<std::vector<int>>;
+
+    Connectivity stateWith(const std::vector<int> &positions) const;
+    QStringList forbiddenIn(const ConnectionPlan &plan) const;
+    QStringList faultsIn(const PlanExtents &extents) const;
+    bool holds(const Connectivity &state, const PassivesOfGroups &through) const;
+    QStringList needlessGangs(Connectivity &state, const PassivesOfGroups &through,
+                              const std::vector<int> &before) const;
+    QStringList needlessPassives(const Connectivity &state, const PassivesOfGroups &through) const;
+    QString nameOf(int group) const;
+
     const ConnectionRequest &request;
     const Connectivity &rest;
+    const QList<ConnectionGroup> groups;
+    const PlanFacts facts;
 };
 }
 

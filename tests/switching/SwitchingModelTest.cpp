@@ -1,4 +1,4 @@
-#include "tests/support/StubProvider.h"
+#include "tests/support/RelayText.h"
 #include "tests/support/TestRegistry.h"
 #include "tests/support/TextTable.h"
 
@@ -10,20 +10,6 @@ using namespace Qt::StringLiterals;
 using namespace Velk;
 
 namespace {
-
-void addLine(const QString &line, StubProvider &netlist)
-{
-    const QStringList words = line.split(u' ');
-    if (words.at(0).endsWith(u':')) {
-        netlist.connect(words.at(0).chopped(1), words.mid(1));
-        return;
-    }
-    const auto component = netlist.add(words.at(0), words.at(1), words.at(2).split(u','));
-    for (const QString &property : words.mid(3))
-        component->properties.insert(property.section(u'=', 0, 0), property.section(u'=', 1).replace(u'_', u' '));
-    if (component->properties.contains(u"as"_s))
-        component->part = u'P' + component->property(u"as"_s);
-}
 
 /// Its names, or the pin that it is.
 QString netText(const SwitchingModel &model, int net)
