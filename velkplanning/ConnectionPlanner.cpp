@@ -4,6 +4,7 @@
 #include <velkplanning/PlanSearch.h>
 #include <velkplanning/PlanningTime.h>
 #include <velkplanning/ScarceNets.h>
+#include <velkplanning/WayCosts.h>
 
 #include <velk/model/EDAException.h>
 #include <velk/switching/Connectivity.h>
@@ -83,7 +84,7 @@ public:
         PlanSearch search(problem, time);
         PlanResult result = search.findAny();
         if (result == PlanResult::Impossible)
-            return whyImpossible();
+            return whyImpossible(problem);
         if (result == PlanResult::Unknown)
             return {result, {}, {}, {}, {}, {}, {}, {}};
         result = search.improve();
@@ -110,21 +111,45 @@ private:
         return plan;
     }
 
-    ConnectionPlan whyImpossible() const
+    ConnectionPlan whyImpossible(const PlanProblem &problem) const
     {
-        const std::vector<int> conflict = conflictIn(request.connections.size());
+        const std::vector<int> conflict = conflictIn(problem);
         const ConnectionRequest conflicting = partOf(conflict);
-        const PlanProblem problem(network, conflicting, before);
-        return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, scarceNetsOf(problem)};
+        const PlanProblem part(network, conflicting, before);
+        return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, scarceNetsOf(part)};
     }
 
-    /// Leaves out more and more, first much at once, until nothing more can be left out. Without connections there is
-    /// a plan. None where the time was up.
-    std::vector<int> conflictIn(qsizetype connectionCount) const
+    /// Without any single one of them there is a plan. None where the time was up.
+    std::vector<int> conflictIn(const PlanProblem &problem) const
     {
-        std::vector<int> conflict(static_cast<std::size_t>(connectionCount));
-        std::iota(conflict.begin(), conflict.end(), 0);
-        for (std::size_t count = conflict.size() / 2; count > 0;) {
+        const auto scarceNets = scarceNetsOf(problem);
+        if (!scarceNets.empty()) // one group more than there are nets is enough
+            return shrunk(connectionsOf(problem, 0, static_cast<int>(scarceNets.size()) + 1), 1);
+        const int brokenGroup = WayCosts(problem).brokenGroup();
+        if (brokenGroup != PlanProblem::none) {
+            const auto suspects = connectionsOf(problem, brokenGroup, brokenGroup + 1);
+            if (resultOf(suspects) == PlanResult::Impossible) // it need not be without the others
+                return shrunk(suspects, suspects.size());
+        }
+        const auto all = connectionsOf(problem, 0, problem.groupCount());
+        return shrunk(all, all.size());
+    }
+
+    static std::vector<int> connectionsOf(const PlanProblem &problem, int firstGroup, int endGroup)
+    {
+        std::vector<int> connections;
+        for (int group = firstGroup; group < endGroup; ++group) {
+            const auto &ofGroup = problem.groups.at(group).connections;
+            connections.insert(connections.end(), ofGroup.cbegin(), ofGroup.cend());
+        }
+        std::sort(connections.begin(), connections.end());
+        return connections;
+    }
+
+    /// Leaves out connections of which there is no plan, first so many at once, until nothing more can be left out.
+    std::vector<int> shrunk(std::vector<int> conflict, std::size_t count) const
+    {
+        while (count > 0) {
             const std::size_t sizeBefore = conflict.size();
             for (std::size_t first = 0; first < conflict.size();) {
                 auto rest = conflict;
@@ -138,7 +163,7 @@ private:
                 else
                     first += count;
             }
-            // Without one connection two groups may come apart, and what could be left out before no longer can.
+            // Without a connection two groups may come apart, and what could not be left out before now can.
             if (count > 1 || conflict.size() == sizeBefore)
                 count /= 2;
         }

@@ -133,20 +133,36 @@ void PlanEncoding::addLabels()
 
 void PlanEncoding::fixLabel(int net)
 {
-    const Label &label = labelOf(nodeOf(net));
+    Label &label = labels[placeAt(nodeOf(net))];
+    const auto require = [&](const Label &code) {
+        if (label.empty())
+            label = code;
+        else
+            addLabelEquality(SatSolver::yes, label, code);
+    };
     if (problem.ownerOf(net) != PlanProblem::none) {
-        addLabelEquality(SatSolver::yes, label, codeOf(true, problem.ownerOf(net)));
+        require(codeOf(true, problem.ownerOf(net)));
         return;
     }
-    if (problem.isBarred(net))
-        solver.addClause({-label.front()});
-    if (problem.isWatched(net) && !problem.request.allowsSideConnections) {
-        const int restSet = problem.network.restSets[placeAt(net)];
-        const auto place = std::lower_bound(classes.cbegin(), classes.cend(), restSet) - classes.cbegin();
-        Label code = codeOf(false, static_cast<int>(place));
-        code.front() = label.front();
-        addLabelEquality(-label.front(), label, code);
+    const bool hasClass = problem.isWatched(net) && !problem.request.allowsSideConnections;
+    const Label code = hasClass ? classCodeOf(net) : Label();
+    if (problem.isBarred(net) && hasClass) {
+        require(code);
+    } else if (problem.isBarred(net)) {
+        solver.addClause({-labelOf(nodeOf(net)).front()});
+    } else if (hasClass) {
+        const Label &known = labelOf(nodeOf(net));
+        for (std::size_t i = 1; i < known.size(); ++i) // unless it is that of a group
+            solver.addEquality(-known.front(), known[i], code[i]);
     }
+}
+
+/// The label of pins that are connected with those on the net at rest.
+PlanEncoding::Label PlanEncoding::classCodeOf(int net) const
+{
+    const int restSet = problem.network.restSets[placeAt(net)];
+    const auto place = std::lower_bound(classes.cbegin(), classes.cend(), restSet);
+    return codeOf(false, static_cast<int>(place - classes.cbegin()));
 }
 
 PlanEncoding::Label &PlanEncoding::labelOf(int node)
@@ -299,11 +315,12 @@ void PlanEncoding::addFlow(const WayCosts::Flow &flow)
         auto &outOf = uses[1][node];
         if (node < problem.network.model.netCount())
             addLabelEquality(isOn, labelOf(node), code);
-        for (auto *arcs : {&into, &outOf}) {
+        for (const auto *arcs : {&into, &outOf}) {
             for (const int use : *arcs)
                 solver.addImplication({use}, isOn);
-            solver.addAtMostOne(*arcs);
         }
+        if (!isEnd) // so that the way from the source never comes back, and has to end at the target
+            solver.addAtMostOne(into);
         const auto requireOne = [&](std::vector<int> arcs) {
             arcs.push_back(-isOn);
             solver.addClause(arcs);

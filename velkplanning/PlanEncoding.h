@@ -57,7 +57,8 @@ private:
     int positionLiteral(int gang, int position) const;
     int closedLiteral(int link);
     void addLabels();
-    void fixLabel(int node);
+    void fixLabel(int net);
+    Label classCodeOf(int net) const;
     Label &labelOf(int node);
     Label codeOf(bool isGroup, int number) const;
     void addLabelEquality(int premise, const Label &label, const Label &other);

@@ -11,7 +11,7 @@ namespace Velk {
 
 namespace {
 
-constexpr int anyNumber = INT_MAX;
+constexpr PlanCost anyCost = {INT_MAX, INT_MAX, INT_MAX};
 
 bool isPlan(const PlanProblem &problem, const PlanDraft &draft)
 {
@@ -37,27 +37,32 @@ PlanResult PlanSearch::findAny()
 {
     if (costs.brokenGroup() != PlanProblem::none || !scarceNetsOf(problem).empty())
         return PlanResult::Impossible;
-    PlanCost budget = {anyNumber, anyNumber, anyNumber};
     const auto firstLevel = problem.request.aim == PlanAim::FewestChanges ? ChangedGangs : GangsAway;
-    budget[firstLevel] = costs.least()[firstLevel];
-    auto answer = findWithin(budget, SatSolver::Effort::Little);
-    if (answer != SatSolver::Answer::Satisfied) {
-        budget[firstLevel] = anyNumber;
-        answer = findWithin(budget, SatSolver::Effort::Any);
-    }
-    if (answer == SatSolver::Answer::Satisfied)
+    PlanCost shortest = anyCost;
+    shortest[firstLevel] = costs.least()[firstLevel];
+    PlanEncoding overShortest(problem, costs, shortest, time);
+    if (overShortest.solve(SatSolver::Effort::Little) == SatSolver::Answer::Satisfied) {
+        best = overShortest.draft();
         return PlanResult::Feasible;
+    }
+    PlanEncoding overAll(problem, costs, anyCost, time);
+    const auto answer = overAll.solve(SatSolver::Effort::Any);
+    if (answer == SatSolver::Answer::Satisfied) {
+        best = overAll.draft();
+        return PlanResult::Feasible;
+    }
     return answer == SatSolver::Answer::Impossible ? PlanResult::Impossible : PlanResult::Unknown;
 }
 
 PlanResult PlanSearch::improve()
 {
+    leaveOutNeedless(*best);
     const PlanCost least = costs.least();
-    PlanCost budget = {anyNumber, anyNumber, anyNumber};
+    PlanCost budget = anyCost;
     for (const auto level : {ChangedGangs, GangsAway, PassivesThrough}) {
         while (costOf(*best) > least && costOf(*best)[level] > 0) {
             budget[level] = costOf(*best)[level] - 1;
-            const auto answer = findWithin(budget, SatSolver::Effort::Any);
+            const auto answer = findWithin(budget);
             if (answer == SatSolver::Answer::NotKnown)
                 return PlanResult::Feasible;
             if (answer == SatSolver::Answer::Impossible)
@@ -68,20 +73,19 @@ PlanResult PlanSearch::improve()
     return PlanResult::Optimal;
 }
 
-SatSolver::Answer PlanSearch::findWithin(const PlanCost &budget, SatSolver::Effort effort)
+SatSolver::Answer PlanSearch::findWithin(const PlanCost &budget)
 {
     if (budget < costs.least())
         return SatSolver::Answer::Impossible;
     PlanEncoding encoding(problem, costs, budget, time);
     while (true) {
-        const auto answer = encoding.solve(effort);
+        const auto answer = encoding.solve(SatSolver::Effort::Any);
         if (answer != SatSolver::Answer::Satisfied)
             return answer;
         PlanDraft draft = encoding.draft();
-        while (leaveOutNeedless(draft)) {
-        }
+        leaveOutNeedless(draft);
         const PlanCost cost = costOf(draft);
-        if (!best || cost < costOf(*best))
+        if (cost < costOf(*best))
             best = draft;
         if (isWithin(cost, budget))
             return answer;
@@ -94,22 +98,35 @@ PlanCost PlanSearch::costOf(const PlanDraft &draft) const
     return costs.costOf(draft.positions, static_cast<int>(draft.through.size()));
 }
 
-/// Whether it has found something.
-bool PlanSearch::leaveOutNeedless(PlanDraft &draft) const
+// Without one gang or passive others may become needless.
+void PlanSearch::leaveOutNeedless(PlanDraft &draft) const
+{
+    while (leaveOutGangs(draft) || leaveOutPassives(draft)) {
+    }
+}
+
+bool PlanSearch::leaveOutGangs(PlanDraft &draft) const
 {
     bool isChanged = false;
     for (std::size_t gang = 0; gang < draft.positions.size(); ++gang) {
-        if (draft.positions[gang] == 0 && problem.usualPosition(static_cast<int>(gang)) == 0)
-            continue;
-        for (const int position : {problem.usualPosition(static_cast<int>(gang)), 0}) {
-            PlanDraft without = draft;
-            without.positions[gang] = position;
-            if (costOf(without) < costOf(draft) && isPlan(problem, without)) {
-                draft = without;
+        const int usual = problem.usualPosition(static_cast<int>(gang));
+        for (const int position : {usual, 0}) {
+            const int taken = draft.positions[gang];
+            if (costs.costOf(static_cast<int>(gang), position) >= costs.costOf(static_cast<int>(gang), taken))
+                continue;
+            draft.positions[gang] = position;
+            if (isPlan(problem, draft))
                 isChanged = true;
-            }
+            else
+                draft.positions[gang] = taken;
         }
     }
+    return isChanged;
+}
+
+bool PlanSearch::leaveOutPassives(PlanDraft &draft) const
+{
+    bool isChanged = false;
     for (std::size_t i = draft.through.size(); i-- > 0;) {
         PlanDraft without = draft;
         without.through.erase(without.through.begin() + static_cast<std::ptrdiff_t>(i));

@@ -27,9 +27,11 @@ public:
     const PlanDraft &draft() const { return *best; }
 
 private:
-    SatSolver::Answer findWithin(const PlanCost &budget, SatSolver::Effort effort);
+    SatSolver::Answer findWithin(const PlanCost &budget);
     PlanCost costOf(const PlanDraft &draft) const;
-    bool leaveOutNeedless(PlanDraft &draft) const;
+    void leaveOutNeedless(PlanDraft &draft) const;
+    bool leaveOutGangs(PlanDraft &draft) const;
+    bool leaveOutPassives(PlanDraft &draft) const;
 
     const PlanProblem &problem;
     const PlanningTime &time;

@@ -35,13 +35,14 @@ SatSolver::SatSolver(const PlanningTime &planningTime)
 
 SatSolver::~SatSolver() = default;
 
-void SatSolver::addClause(const std::vector<int> &literals)
+void SatSolver::addClause(const int *literals, std::size_t count)
 {
-    if (literals.size() > 1 && std::find(literals.cbegin(), literals.cend(), int(yes)) != literals.cend())
+    const int *const end = literals + count;
+    if (count > 1 && std::find(literals, end, int(yes)) != end)
         return;
-    for (const int literal : literals) {
-        if (literal != -yes)
-            solver->add(literal);
+    for (const int *literal = literals; literal != end; ++literal) {
+        if (*literal != -yes)
+            solver->add(*literal);
     }
     solver->add(0);
 }
@@ -80,7 +81,7 @@ void SatSolver::addAtMost(int count, const std::vector<int> &literals)
 {
     std::vector<int> counts(static_cast<std::size_t>(count), -yes);
     for (const int literal : literals) {
-        addClause(counts.empty() ? std::vector<int>{-literal} : std::vector<int>{-literal, -counts.back()});
+        addClause({-literal, counts.empty() ? -yes : -counts.back()});
         for (std::size_t i = counts.size(); i > 0; --i) {
             const int before = i > 1 ? counts[i - 2] : yes;
             if (before == -yes)

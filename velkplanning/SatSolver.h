@@ -3,6 +3,8 @@
 
 #include <velkplanning/PlanningTime.h>
 
+#include <cstddef>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -40,7 +42,8 @@ public:
 
     int newVariable() { return ++lastVariable; }
     /// At least one of the literals is true.
-    void addClause(const std::vector<int> &literals);
+    void addClause(std::initializer_list<int> literals) { addClause(literals.begin(), literals.size()); }
+    void addClause(const std::vector<int> &literals) { addClause(literals.data(), literals.size()); }
     /// If all of the literals of \a premise are true, then \a conclusion is.
     void addImplication(std::vector<int> premise, int conclusion);
     /// Both are true or none is, if \a premise is true.
@@ -55,6 +58,8 @@ public:
     bool isTrue(int literal) const;
 
 private:
+    void addClause(const int *literals, std::size_t count);
+
     const PlanningTime &time;
     std::unique_ptr<CaDiCaL::Solver> solver;
     int lastVariable = yes;
