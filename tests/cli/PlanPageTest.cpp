@@ -216,15 +216,16 @@ private Q_SLOTS:
     {
         BoardPlans plans;
         PlanStep impossible = plans.step(PlanResult::Impossible);
-        impossible.connections.append({plans.pin(u"J1#1"_s, u"1"_s), plans.pin(u"U1#1"_s, u"3"_s)});
-        impossible.places.append(u"t.csv:5"_s);
-        impossible.planned.plan.conflict = {0, 1, 2};
+        impossible.connections += {{plans.pin(u"J1#1"_s, u"1"_s), plans.pin(u"U1#1"_s, u"3"_s)},
+                                   {plans.pin(u"J1#1"_s, u"3"_s), plans.pin(u"J1#1"_s, u"1"_s)}};
+        impossible.places += {u"t.csv:5"_s, u"t.csv:6"_s};
+        impossible.planned.plan.conflict = {1, 2, 3};
         impossible.planned.plan.bottleneck = {plans.net(u"J1#1"_s, u"1"_s), plans.net(u"U1#1"_s, u"2"_s)};
         const auto data = plans.data({impossible, plans.step(PlanResult::Unknown)});
         const PageText text(data);
         const auto steps = data[u"steps"_s].toArray();
         QCOMPARE(text.name(steps[0][u"conflict"_s][0]) + u" | "_s + text.name(steps[0][u"conflict"_s][1]),
-                 u"0+2 | 1"_s);
+                 u"1 | 2+3"_s);
         QCOMPARE(text.net(steps[0][u"bottleneck"_s][0]), u"C#1+C2#1"_s);
         QCOMPARE(text.net(steps[0][u"bottleneck"_s][1]), u"D#1"_s);
         QVERIFY(!steps[0].toObject().contains(u"groups"_s));
