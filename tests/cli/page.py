@@ -417,6 +417,72 @@ def check_state_large(page):
     page.screenshot("light")
 
 
+def check_plan(page):
+    check("steps", page.texts("#list [role=option]"),
+          ["measure\n3 relays\n\u2713 optimal", "drive\n3 relays\n\u2713 optimal", "too much\n\u2715 impossible",
+           "allowed\n1 relay\n\u2713 optimal", "rest\n0 relays\n\u2713 optimal"])
+    check("summary", page.find("#summary").text, "5 steps: 4 optimal, 1 impossible")
+    check_every_step(page)
+    page.open("#step=2")
+    check("result", page.find("#result").text, "\u2713 optimal 3 relays, 1 passive component, proven to be the fewest")
+    check("change", page.texts("#change li"), ["To rest: K307#2, K501#2, K502#2", "To set: K101#2, K105#2, K703#2=CH1"])
+    check("may touch", page.texts("#transients li"),
+          ["may touch while relays go to rest: J1#3.VCC, J1#3.VCC_K, J2#3.VCC, J2#3.VCC_K, U5#1.OUT+ by K501#2+K502#2",
+           "may touch while relays go to rest: J1#3.GND, J2#3.GND, U5#1.OUT- by K501#2+K502#2"])
+    check("relays on their boards", page.texts(".frame .chip"), ["through R1#1 1", "K101#2 1", "K105#2 1", "K703#2=CH1 2"])
+    check("pins on their boards", page.texts(".frame .card > ul > li"),
+          ["1 FORCE_HI", "2 SENSE_HI", "1 IN_P", "2 SENSE+", "1 IN_P"])
+    check("lines", page.texts(".frame .lines")[2], "Lines 1 COL1, COL5 2 V_S+")
+    check("group", page.texts("#sets > li")[0].split("\n")[0], "1 J1#3.IN_P, J2#3.IN_P, U1#1.FORCE_HI; through R1#1")
+    page.screenshot("light")
+    page.find("#sets > li:nth-child(2) button").click()
+    check("one group alone", page.run("return document.querySelector('#sets > .faded button').textContent"), "1")
+    page.find("#theme").click()
+    page.screenshot("dark")
+    page.screenshot("dark-narrow", (420, 900))
+    page.open("#step=3")
+    check("conflict", page.texts("#conflicting li")[3], "4 J1#3.OUT to J2#3.OUT tests/data/page_plan.csv:12")
+    check("shortage", page.texts(".shortage"), ["4 groups need a line of their own, but there are only 3:"])
+    check("lines that are too few", page.texts("#bottleneck .name"),
+          ["/DMM1_HI#1+/ROW3#2", "/FGEN1_OUT#1+/ROW4#2", "/SMU1_FH#1+/ROW1#2"])
+    page.screenshot("conflict-dark")
+    page.find("#theme").click()
+    page.find("#wrong").click()
+    check("steps without a plan", page.texts("#list .step-name"), ["too much"])
+    page.open("#step=2")
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+    check("printed", [part for part in ("#choice", "#system", "#sets", "#print") if page.is_shown(part)],
+          ["#system", "#sets"])
+    page.screenshot("print", (800, 1100))
+    page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
+
+def check_plan_hostile(page):
+    check_state_hostile(page)
+    check_every_step(page)
+
+
+SHOW_EACH = """
+    const texts = (root, selector) => Array.from(root.querySelectorAll(selector), (element) => element.textContent);
+    return data.steps.map((step, place) => {
+        list.choose(place);
+        const drawings = byId('plan').hidden ? [] : Array.from(document.querySelectorAll('#sets .way-drawing'));
+        return drawings.map((drawing) => [texts(drawing, '.switch .ref').length,
+            ...texts(drawing, '.end title').map((title) => title.split(', ')[0])]);
+    });"""
+
+
+def check_every_step(page):
+    """Each connection is drawn from end to end, with as many components as it crosses."""
+    data = page.data()
+    for step, found in zip(data["steps"], page.run(SHOW_EACH), strict=True):
+        expected = []
+        for way in (way for group in step.get("groups", []) for way in group["ways"]):
+            ends = [data["pins"][step["wanted"][way["connection"]][end]]["text"] for end in ("from", "to")]
+            expected.append([len(way["crossings"]), f"From: {ends[0]}", f"To: {ends[1]}"])
+        check(f"{page.name}: ways of {step['name']}", found, expected)
+
+
 OPEN_EACH = """
     const texts = (selector) => Array.from(document.querySelectorAll(selector), (element) => element.textContent);
     return data.switches.map((row, source) => row.map((switches, dut) => {
@@ -577,7 +643,8 @@ def main(folder):
               "large": check_large, "hostile": check_hostile,
               "coverage": check_coverage, "coverage-compared": check_coverage_compared,
               "coverage-large": check_coverage_large, "coverage-hostile": check_coverage_hostile,
-              "state": check_state, "state-hostile": check_state_hostile, "state-large": check_state_large}
+              "state": check_state, "state-hostile": check_state_hostile, "state-large": check_state_large,
+              "plan": check_plan, "plan-hostile": check_plan_hostile}
     with start_browser() as browser:
         for name, check_page in checks.items():
             page = Page(browser, folder, name)

@@ -53,9 +53,11 @@ function transient({ isOnTheWayToRest, pins, gangs }) {
         ...gangNames(gangs));
 }
 
-// With the lines that groups reach on the board.
+// With the passive components that groups go through, and the lines that they reach on the board.
 function planFrame(board, step, setOf) {
-    const element = frame(board, [...setOf.keys()], step, setOf);
+    const passives = step.groups.flatMap(({ through }, set) => through.map((component) =>
+        ({ component, setting: `through ${data.components[component].ref}`, sets: [set] })));
+    const element = frame(board, [...setOf.keys()], { relays: [...step.relays, ...passives] }, setOf);
     const lines = step.groups.flatMap(({ nets }, set) => {
         const names = nets.flatMap((net) => namesOn(data.nets[net], board));
         return names.length === 0 ? [] : [' ', setMark(set), ' ', ...enumerated(names.map((name) => named(name)))];
