@@ -30,6 +30,7 @@ SatSolver::SatSolver(const PlanningTime &planningTime)
     : time(planningTime)
     , solver(std::make_unique<CaDiCaL::Solver>())
 {
+    solver->set("quiet", 1); // it tells on standard output what it has found out in between
     addClause({yes});
 }
 
