@@ -89,7 +89,7 @@ SatSolver::Answer PlanSearch::findWithin(const PlanCost &budget)
             best = draft;
         if (isWithin(cost, budget))
             return answer;
-        encoding.limitCosts(cost);
+        encoding.limitCosts(costOf(encoding.draft())); // what is needless may have been left out at the cost of others
     }
 }
 
