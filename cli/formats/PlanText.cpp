@@ -61,18 +61,50 @@ public:
         const QString heading = names.heading(u"Step "_s + step.name);
         QStringList lines{u"%1: %2"_s.arg(heading, planResultText(report, step))};
         if (step.hasPlan())
-            lines += settingLines() + groupLines() + remarkLines() + changeLines();
+            lines += settingLines() + groupLines() + remarkLines();
         else if (plan.result == PlanResult::Impossible)
             lines += conflictLines();
         return lines.join(u"\n  "_s) + u'\n';
     }
 
 private:
+    /// What moves from the step before, in its order, and what stays.
     QStringList settingLines() const
     {
-        const QString relays = names.refs(settingTexts(model, plan.positions));
-        return relays.isEmpty() ? QStringList() : QStringList{u"set: "_s + relays};
+        const StateChange &change = step.planned.change;
+        QStringList lines;
+        if (!change.toRest.empty())
+            lines.append(u"to rest: "_s + names.refs(refsOfGangs(model, change.toRest)));
+        if (!change.toSet.empty())
+            lines.append(u"to set: "_s + names.refs(settingsOf(change.toSet)));
+        const auto staying = stillSet();
+        if (!staying.empty())
+            lines.append(u"still set: "_s + names.refs(settingsOf(staying)));
+        return lines;
     }
+
+    std::vector<int> stillSet() const
+    {
+        const std::vector<int> &moved = step.planned.change.toSet;
+        std::vector<int> gangs;
+        for (int gang = 0; gang < model.gangCount(); ++gang) {
+            if (positionOf(gang) > 0 && !std::binary_search(moved.begin(), moved.end(), gang))
+                gangs.push_back(gang);
+        }
+        return gangs;
+    }
+
+    QStringList settingsOf(const std::vector<int> &gangs) const
+    {
+        QStringList texts;
+        for (const QString &ref : refsOfGangs(model, gangs)) {
+            const int component = model.componentOf(ref);
+            texts.append(settingText(model, component, positionOf(model.gangOf(component))));
+        }
+        return texts;
+    }
+
+    int positionOf(int gang) const { return plan.positions[static_cast<std::size_t>(gang)]; }
 
     /// Each group has a number in front of its first line.
     QStringList groupLines() const
@@ -116,7 +148,7 @@ private:
         const int gang = model.gangOf(component);
         if (gang == SwitchingModel::none)
             return names.ref(model.ref(component));
-        const int position = plan.positions[static_cast<std::size_t>(gang)];
+        const int position = positionOf(gang);
         return position == 0 ? names.ref(model.ref(component)) + u" (rest)"_s
                              : names.ref(settingText(model, component, position));
     }
@@ -124,6 +156,10 @@ private:
     QStringList remarkLines() const
     {
         QStringList lines;
+        for (const Transient &transient : step.planned.change.transients)
+            lines.append(u"%1 while %2 %3: %4"_s.arg(
+                names.problem(u"may touch"_s), transient.isOnTheWayToRest ? u"putting to rest"_s : u"setting"_s,
+                names.refs(refsOfGangs(model, transient.gangs)), names.pins(transient.pins)));
         for (const PlannedCoupling &coupling : plan.couplings)
             lines.append(u"%1 by %2: %3"_s.arg(names.problem(u"coupled"_s),
                                                names.refs(refsOfPassives(model, coupling.passives)),
@@ -146,32 +182,6 @@ private:
         return texts.join(u" | "_s);
     }
 
-    QStringList changeLines() const
-    {
-        const StateChange &change = step.planned.change;
-        QStringList lines;
-        if (!change.toRest.empty())
-            lines.append(u"first to rest: "_s + names.refs(refsOfGangs(model, change.toRest)));
-        if (!change.toRest.empty() && !change.toSet.empty())
-            lines.append(u"then set: "_s + names.refs(settingsOf(change.toSet)));
-        for (const Transient &transient : change.transients)
-            lines.append(u"%1 while %2 %3: %4"_s.arg(
-                names.problem(u"may touch"_s), names.refs(refsOfGangs(model, transient.gangs)),
-                transient.isOnTheWayToRest ? u"go to rest"_s : u"are being set"_s, names.pins(transient.pins)));
-        return lines;
-    }
-
-    QStringList settingsOf(const std::vector<int> &gangs) const
-    {
-        QStringList texts;
-        for (const QString &ref : refsOfGangs(model, gangs)) {
-            const int component = model.componentOf(ref);
-            const auto gang = static_cast<std::size_t>(model.gangOf(component));
-            texts.append(settingText(model, component, plan.positions[gang]));
-        }
-        return texts;
-    }
-
     QStringList conflictLines() const
     {
         QStringList lines{plan.conflict.size() == 1 ? u"there is no plan for this connection alone:"_s
@@ -182,7 +192,7 @@ private:
                 u"  %1: %2 to %3"_s.arg(printable(step.places.at(connection)), names.pin(from), names.pin(to)));
         }
         if (!plan.bottleneck.empty())
-            lines.append(u"they run out of lines; more groups than nets need one of %1"_s.arg(
+            lines.append(u"too few lines, since more groups than these need one of them: %1"_s.arg(
                 names.refs(namesOfNets(model, plan.bottleneck))));
         return lines;
     }
