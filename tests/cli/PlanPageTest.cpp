@@ -1,6 +1,6 @@
 #include "cli/formats/html/PlanPage.h"
 #include "tests/support/PageData.h"
-#include "tests/support/StubProvider.h"
+#include "tests/support/RelayText.h"
 #include "tests/support/TestRegistry.h"
 
 #include <QJsonArray>
@@ -13,32 +13,19 @@ using namespace VelkCli;
 
 namespace {
 
-/// U1.1 and J1.1 meet over K1, whose middle pin lies on no net, and R1; U1.2 and J1.2 lie on one net. K2 and K3 are one
-/// relay, K4 is unknown.
+/// U1.1 and J1.1 meet over K1, whose middle pin lies on no net, and R1; U1.2 and J1.2 lie on one net. C and C2 share a
+/// pin, K2 and K3 are one relay, K4 is unknown.
+const QString boardText = u"U1 Source 1=HI,2,3;J1 DUT 1,2=<b>,3;K1 Relay 1,2,3 Positions=/_1-2_2-3_/_loop:_1-3;"
+                          "K2 Relay 1,2 Gang=G;K3 Relay 1,2 Gang=G;K4 Relay 1,2,3;R1 Resistor 1,2;R2 Resistor 1,2;"
+                          "A: U1/1 K1/1 R2/1 K4/1;B: K1/3 R1/1;C: R1/2 J1/1 K2/1;C2: J1/1 K3/1;D: U1/2 J1/2;"
+                          "E: J1/3 R2/2 K2/2;F: U1/3 K3/2"_s;
+
 struct SwitchBoard : StubProvider
 {
     SwitchBoard()
     {
-        add(u"U1"_s, u"Source"_s, {u"1=HI"_s, u"2"_s, u"3"_s});
-        add(u"J1"_s, u"DUT"_s, {u"1"_s, u"2=<b>"_s, u"3"_s});
-        addRelay(u"K1"_s, {u"1"_s, u"2"_s, u"3"_s}, u"Positions"_s, u"/ 1-2 2-3 / loop: 1-3"_s);
-        addRelay(u"K2"_s, {u"1"_s, u"2"_s}, u"Gang"_s, u"G"_s);
-        addRelay(u"K3"_s, {u"1"_s, u"2"_s}, u"Gang"_s, u"G"_s);
-        addRelay(u"K4"_s, {u"1"_s, u"2"_s, u"3"_s}, {}, {});
-        add(u"R1"_s, u"Resistor"_s, {u"1"_s, u"2"_s});
-        add(u"R2"_s, u"Resistor"_s, {u"1"_s, u"2"_s});
-        connect(u"A"_s, {u"U1/1"_s, u"K1/1"_s, u"R2/1"_s, u"K4/1"_s});
-        connect(u"B"_s, {u"K1/3"_s, u"R1/1"_s});
-        connect(u"C"_s, {u"R1/2"_s, u"J1/1"_s, u"K2/1"_s});
-        connect(u"C2"_s, {u"J1/1"_s, u"K3/1"_s}); // shares a pin with the one before
-        connect(u"D"_s, {u"U1/2"_s, u"J1/2"_s});
-        connect(u"E"_s, {u"J1/3"_s, u"R2/2"_s, u"K2/2"_s});
-        connect(u"F"_s, {u"U1/3"_s, u"K3/2"_s});
-    }
-
-    void addRelay(const QString &ref, const QStringList &pins, const QString &field, const QString &text)
-    {
-        add(ref, u"Relay"_s, pins)->properties.insert(field, text);
+        for (const QString &line : boardText.split(u';'))
+            addLine(line, *this);
     }
 };
 
@@ -51,58 +38,52 @@ struct BoardPlans
     {
     }
 
-    InterfacePin pin(const QString &ref, const QString &number) const
+    InterfacePin pin(const QString &name) const
     {
+        const QString ref = name.section(u'/', 0, 0) + u"#1"_s;
+        const QString number = name.section(u'/', 1);
         return {ref, number, report.model.netOf(ref, number)};
     }
-
     int component(const QString &ref) const { return report.model.componentOf(ref); }
-    int gang(const QString &ref) const { return report.model.gangOf(component(ref)); }
-    int net(const QString &ref, const QString &number) const { return pin(ref, number).net; }
 
-    /// Two connections, each a group, of which the first goes through R1.
+    /// Two connections, each a group.
     PlanStep step(PlanResult result) const
     {
-        PlanStep step{
-            u"</script>"_s,
-            {{pin(u"U1#1"_s, u"1"_s), pin(u"J1#1"_s, u"1"_s)}, {pin(u"U1#1"_s, u"2"_s), pin(u"J1#1"_s, u"2"_s)}},
-            {0, 2},
-            {u"t.csv:2"_s, u"t.csv:4"_s},
-            {}};
+        PlanStep step{u"</script>"_s,
+                      {{pin(u"U1/1"_s), pin(u"J1/1"_s)}, {pin(u"U1/2"_s), pin(u"J1/2"_s)}},
+                      {0, 2},
+                      {u"t.csv:2"_s, u"t.csv:4"_s},
+                      {}};
         step.planned.plan.result = result;
         return step;
     }
 
+    /// The first connection takes a way through R1, the other one none.
     PlanStep plannedStep() const
     {
         PlanStep planned = step(PlanResult::Optimal);
         auto &[plan, ways, change] = planned.planned;
+        const int k1 = component(u"K1#1"_s);
+        const int gang1 = report.model.gangOf(k1);
+        const int gang2 = report.model.gangOf(component(u"K2#1"_s));
+        const int a = pin(u"U1/1"_s).net;
+        const int unnamed = pin(u"K1/2"_s).net;
+        const int b = pin(u"R1/1"_s).net;
+        const int c = pin(u"J1/1"_s).net;
+        const int d = pin(u"U1/2"_s).net;
+        const int e = pin(u"J1/3"_s).net;
+        const QList<InterfacePin> touching{pin(u"J1/3"_s), pin(u"U1/3"_s)};
         plan.positions = std::vector<int>(static_cast<std::size_t>(report.model.gangCount()), 0);
-        plan.positions[static_cast<std::size_t>(gang(u"K1#1"_s))] = 1;
-        plan.positions[static_cast<std::size_t>(gang(u"K2#1"_s))] = 1;
-        const int a = net(u"U1#1"_s, u"1"_s);
-        const int unnamed = net(u"K1#1"_s, u"2"_s);
-        const int b = net(u"R1#1"_s, u"1"_s);
-        const int c = net(u"J1#1"_s, u"1"_s);
-        const int d = net(u"U1#1"_s, u"2"_s);
-        const int e = net(u"J1#1"_s, u"3"_s);
-        plan.groups = {{{0},
-                        {pin(u"J1#1"_s, u"1"_s), pin(u"U1#1"_s, u"1"_s)},
-                        {0},
-                        {a, unnamed, b, c, e},
-                        {pin(u"J1#1"_s, u"3"_s)}},
-                       {{1}, {pin(u"J1#1"_s, u"2"_s), pin(u"U1#1"_s, u"2"_s)}, {}, {d}, {}}};
-        plan.couplings = {{{0, 1}, {pin(u"U1#1"_s, u"3"_s)}, {1}}};
-        plan.alsoConnected = {{pin(u"J1#1"_s, u"3"_s), pin(u"U1#1"_s, u"3"_s)}};
+        plan.positions[static_cast<std::size_t>(gang1)] = plan.positions[static_cast<std::size_t>(gang2)] = 1;
+        plan.groups = {{{0}, {pin(u"J1/1"_s), pin(u"U1/1"_s)}, {0}, {a, unnamed, b, c, e}, {pin(u"J1/3"_s)}},
+                       {{1}, {pin(u"J1/2"_s), pin(u"U1/2"_s)}, {}, {d}, {}}};
+        plan.couplings = {{{0, 1}, {pin(u"U1/3"_s)}, {1}}};
+        plan.alsoConnected = {touching};
         plan.unknown = {component(u"K4#1"_s)};
-        ways = {{{{a, component(u"K1#1"_s), u"1"_s, u"2"_s},
-                  {unnamed, component(u"K1#1"_s), u"2"_s, u"3"_s},
-                  {b, component(u"R1#1"_s), u"1"_s, u"2"_s}},
-                 c},
-                {{}, d}};
-        change = {{gang(u"K1#1"_s)},
-                  {gang(u"K1#1"_s), gang(u"K2#1"_s)},
-                  {{true, {pin(u"J1#1"_s, u"3"_s), pin(u"U1#1"_s, u"3"_s)}, {gang(u"K2#1"_s)}}}};
+        ways = {
+            {{{a, k1, u"1"_s, u"2"_s}, {unnamed, k1, u"2"_s, u"3"_s}, {b, component(u"R1#1"_s), u"1"_s, u"2"_s}}, c},
+            {{}, d}};
+        change = {{gang1}, {gang1, gang2}, {{true, touching, {gang2}}}};
         return planned;
     }
 
@@ -216,16 +197,16 @@ private Q_SLOTS:
     {
         BoardPlans plans;
         PlanStep impossible = plans.step(PlanResult::Impossible);
-        impossible.connections += {{plans.pin(u"J1#1"_s, u"1"_s), plans.pin(u"U1#1"_s, u"3"_s)},
-                                   {plans.pin(u"J1#1"_s, u"3"_s), plans.pin(u"J1#1"_s, u"1"_s)}};
+        impossible.connections +=
+            {{plans.pin(u"J1/1"_s), plans.pin(u"U1/3"_s)}, {plans.pin(u"J1/3"_s), plans.pin(u"J1/1"_s)}};
         impossible.places += {u"t.csv:5"_s, u"t.csv:6"_s};
         impossible.planned.plan.conflict = {1, 2, 3};
-        impossible.planned.plan.bottleneck = {plans.net(u"J1#1"_s, u"1"_s), plans.net(u"U1#1"_s, u"2"_s)};
+        impossible.planned.plan.bottleneck = {plans.pin(u"J1/1"_s).net, plans.pin(u"U1/2"_s).net};
         const auto data = plans.data({impossible, plans.step(PlanResult::Unknown)});
         const PageText text(data);
         const auto steps = data[u"steps"_s].toArray();
-        QCOMPARE(text.name(steps[0][u"conflict"_s][0]) + u" | "_s + text.name(steps[0][u"conflict"_s][1]),
-                 u"1 | 2+3"_s);
+        QCOMPARE(text.name(steps[0][u"conflict"_s][0]), u"1"_s);
+        QCOMPARE(text.name(steps[0][u"conflict"_s][1]), u"2+3"_s);
         QCOMPARE(text.net(steps[0][u"bottleneck"_s][0]), u"C#1+C2#1"_s);
         QCOMPARE(text.net(steps[0][u"bottleneck"_s][1]), u"D#1"_s);
         QVERIFY(!steps[0].toObject().contains(u"groups"_s));
