@@ -10,16 +10,16 @@
 
 #include <map>
 
-/// A system as lines for addLine(), and among them what is asked of its relays: "connect S1/1 D1/1", "set K1 K2=2",
-/// "through R1 R2" for all groups or "through1 R1" for the second one alone, "before K1", "before-through R1", and
-/// conditions as "without K1 R1", "without-net A", "allow S1", "side-connections", "no-couplings", "trust-unknown",
-/// "fewest-changes".
+/// A system as lines for addLine(), with line ends or "; " between them, and among them what is asked of its relays:
+/// "connect S1/1 D1/1", "set K1 K2=2", "through R1 R2" for all groups or "through1 R1" for the second one alone,
+/// "before K1", "before-through R1", and conditions as "without K1 R1", "without-net A", "allow S1",
+/// "side-connections", "no-couplings", "trust-unknown", "fewest-changes".
 class PlanningText
 {
 public:
     explicit PlanningText(const QString &text)
     {
-        QStringList lines = text.split(QLatin1Char('\n'));
+        QStringList lines = QString(text).replace(QLatin1Char('\n'), QLatin1String("; ")).split(QLatin1String("; "));
         lines.removeIf([this](const QString &line) {
             const QString word = line.section(QLatin1Char(' '), 0, 0);
             const bool isAsked = word.at(0).isLower();
