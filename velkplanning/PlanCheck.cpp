@@ -63,8 +63,7 @@ QStringList PlanCheck::faultsOf(const ConnectionPlan &plan, const std::vector<in
     PassivesOfGroups through;
     for (const PlannedGroup &group : plan.groups)
         through.push_back(group.through);
-    return forbiddenIn(plan) + faultsIn(PlanExtents(state, groups, through)) + needlessGangs(state, through, before) +
-           needlessPassives(state, through);
+    return forbiddenIn(plan) + faultsIn(PlanExtents(state, groups, through)) + needlessIn(state, through, before);
 }
 
 Connectivity PlanCheck::stateWith(const std::vector<int> &positions) const
@@ -131,43 +130,57 @@ QStringList PlanCheck::faultsIn(const PlanExtents &extents) const
     return faults;
 }
 
-bool PlanCheck::holds(const Connectivity &state, const PassivesOfGroups &through) const
+/// All that has to matter.
+std::vector<PlanPart> PlanCheck::partsOf(const Connectivity &state, const PassivesOfGroups &through,
+                                         const std::vector<int> &before) const
 {
-    const PlanExtents extents(state, groups, through);
-    return extents.untiedGroups().empty() && faultsIn(extents).isEmpty();
-}
-
-QStringList PlanCheck::needlessGangs(Connectivity &state, const PassivesOfGroups &through,
-                                     const std::vector<int> &before) const
-{
-    const SwitchingModel &model = rest.model();
-    QStringList faults;
-    for (int gang = 0; gang < model.gangCount(); ++gang) {
+    constexpr int none = SwitchingModel::none;
+    std::vector<PlanPart> parts;
+    for (int gang = 0; gang < rest.model().gangCount(); ++gang) {
         const int position = state.position(gang);
         const bool isKept = request.aim == PlanAim::FewestChanges && !before.empty() &&
                             before[static_cast<std::size_t>(gang)] == position;
-        if (position == 0 || isKept)
-            continue;
-        state.setPosition(gang, 0);
-        if (holds(state, through))
-            faults.append(u"%1 need not leave rest"_s.arg(model.gang(gang).components.join(u", "_s)));
-        state.setPosition(gang, position);
+        if (position != 0 && !isKept)
+            parts.push_back({gang, none, none});
     }
-    return faults;
+    for (int group = 0; group < groups.size(); ++group) {
+        for (const int passive : through[static_cast<std::size_t>(group)])
+            parts.push_back({none, group, passive});
+    }
+    return parts;
 }
 
-QStringList PlanCheck::needlessPassives(const Connectivity &state, const PassivesOfGroups &through) const
+bool PlanCheck::holdsWithout(const PlanPart &part, Connectivity &state, const PassivesOfGroups &through) const
 {
+    if (part.gang == SwitchingModel::none) {
+        PassivesOfGroups fewer = through;
+        auto &left = fewer[static_cast<std::size_t>(part.group)];
+        left.erase(std::find(left.begin(), left.end(), part.passive));
+        return faultsIn(PlanExtents(state, groups, fewer)).isEmpty();
+    }
+    const int position = state.position(part.gang);
+    state.setPosition(part.gang, 0);
+    const bool holds = faultsIn(PlanExtents(state, groups, through)).isEmpty();
+    state.setPosition(part.gang, position);
+    return holds;
+}
+
+QStringList PlanCheck::needlessIn(Connectivity &state, const PassivesOfGroups &through,
+                                  const std::vector<int> &before) const
+{
+    const SwitchingModel &model = rest.model();
+    const std::vector<PlanPart> parts = partsOf(state, through, before);
+    const std::vector<bool> isTied = areTiedWithout(parts, state, groups);
     QStringList faults;
-    for (std::size_t group = 0; group < through.size(); ++group) {
-        for (const int passive : through[group]) {
-            PassivesOfGroups fewer = through;
-            auto &left = fewer[group];
-            left.erase(std::find(left.begin(), left.end(), passive));
-            if (holds(state, fewer))
-                faults.append(u"%1 need not go through %2"_s.arg(
-                    nameOf(static_cast<int>(group)), rest.model().passives()[static_cast<std::size_t>(passive)].ref));
-        }
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto [gang, group, passive] = parts[i];
+        if (!isTied[i] || !holdsWithout(parts[i], state, through))
+            continue;
+        if (gang != SwitchingModel::none)
+            faults.append(u"%1 need not leave rest"_s.arg(model.gang(gang).components.join(u", "_s)));
+        else
+            faults.append(u"%1 need not go through %2"_s.arg(nameOf(group),
+                                                             model.passives()[static_cast<std::size_t>(passive)].ref));
     }
     return faults;
 }

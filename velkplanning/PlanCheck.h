@@ -5,6 +5,7 @@
 #include <velkplanning/ConnectionPlan.h>
 #include <velkplanning/ConnectionRequest.h>
 #include <velkplanning/PlanFacts.h>
+#include <velkplanning/PlanParts.h>
 
 #include <velk/switching/Connectivity.h>
 
@@ -35,10 +36,10 @@ private:
     Connectivity stateWith(const std::vector<int> &positions) const;
     QStringList forbiddenIn(const ConnectionPlan &plan) const;
     QStringList faultsIn(const PlanExtents &extents) const;
-    bool holds(const Connectivity &state, const PassivesOfGroups &through) const;
-    QStringList needlessGangs(Connectivity &state, const PassivesOfGroups &through,
-                              const std::vector<int> &before) const;
-    QStringList needlessPassives(const Connectivity &state, const PassivesOfGroups &through) const;
+    std::vector<PlanPart> partsOf(const Connectivity &state, const PassivesOfGroups &through,
+                                  const std::vector<int> &before) const;
+    bool holdsWithout(const PlanPart &part, Connectivity &state, const PassivesOfGroups &through) const;
+    QStringList needlessIn(Connectivity &state, const PassivesOfGroups &through, const std::vector<int> &before) const;
     QString nameOf(int group) const;
 
     const ConnectionRequest &request;
