@@ -24,7 +24,7 @@ QStringList toQt(const std::vector<std::string> &texts);
 QMap<QString, QString> toQt(const std::map<std::string, std::string> &properties);
 KiCadReadingMode toQt(VelkReadingMode mode);
 
-std::vector<std::string> toStandard(const QStringList &texts);
+VELK_EXPORT std::vector<std::string> toStandard(const QStringList &texts);
 VelkComponentInfo toStandard(const EDAComponent &component);
 VelkPinInfo toStandard(const EDAPin &pin);
 VelkPositionsRule toStandard(PositionsRule rule);

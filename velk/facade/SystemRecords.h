@@ -34,10 +34,10 @@ public:
     VelkCoverage of(const CoverageMatrix &matrix, const QList<QList<int>> &rows,
                     const QList<CriticalPairs> &critical) const;
     static VelkFinding of(const Finding &finding);
+    VelkNodeInfo nodeOf(const QString &ref, const QString &pin) const;
 
 private:
     VelkPinInfo pinOf(const EDAComponent &component, const QString &number) const;
-    VelkNodeInfo nodeOf(const QString &ref, const QString &pin) const;
     std::vector<std::vector<VelkNodeInfo>> of(const QList<QList<InterfacePin>> &sets) const;
     std::vector<VelkNodeInfo> of(const QList<NodeWithComponent> &pins) const;
     VelkRouteStep of(const TracedStep &step, const SystemSwitching *switching) const;

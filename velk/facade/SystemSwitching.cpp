@@ -88,22 +88,28 @@ int SystemSwitching::settableGang(const QString &ref, int position) const
     return gang;
 }
 
-Connectivity SystemSwitching::state(const std::map<std::string, int> &positions) const
+std::vector<int> SystemSwitching::positionsOfGangs(const std::map<std::string, int> &positions) const
 {
     requirePositions();
-    std::vector<int> positionsOfGangs(static_cast<std::size_t>(model().gangCount()));
-    std::vector<bool> isSet(positionsOfGangs.size());
+    std::vector<int> result(static_cast<std::size_t>(model().gangCount()));
+    std::vector<bool> isSet(result.size());
     for (const auto &[name, position] : positions) {
         const QString ref = findComponent(netlist, QString::fromStdString(name))->ref;
         const auto gang = static_cast<std::size_t>(settableGang(ref, position));
-        if (isSet[gang] && positionsOfGangs[gang] != position)
+        if (isSet[gang] && result[gang] != position)
             refusePositions(u"%1 is to take position %2, but its gang position %3"_s.arg(
-                ref, QString::number(position), QString::number(positionsOfGangs[gang])));
+                ref, QString::number(position), QString::number(result[gang])));
         isSet[gang] = true;
-        positionsOfGangs[gang] = position;
+        result[gang] = position;
     }
+    return result;
+}
+
+Connectivity SystemSwitching::state(const std::map<std::string, int> &positions) const
+{
+    const std::vector<int> ofGangs = positionsOfGangs(positions);
     Connectivity state(model());
-    state.setPositions(positionsOfGangs);
+    state.setPositions(ofGangs);
     return state;
 }
 }

@@ -8,8 +8,11 @@
 
 #include <QSet>
 
+#include <map>
 #include <memory>
 #include <mutex>
+#include <string>
+#include <vector>
 
 namespace Velk {
 
@@ -29,7 +32,9 @@ public:
 
     /// Throws a VelkSystemException for positions that are wrong.
     void requirePositions() const;
-    /// With these relays set. Throws a VelkSystemException for those that cannot be.
+    /// Of all gangs, with these relays set. Throws a VelkSystemException for those that cannot be.
+    std::vector<int> positionsOfGangs(const std::map<std::string, int> &positions) const;
+    /// The same as a state.
     Connectivity state(const std::map<std::string, int> &positions) const;
 
     const SwitchingTypes &types() const { return typesOfComponents; }

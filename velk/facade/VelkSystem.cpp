@@ -8,9 +8,7 @@
 #include <velk/facade/VelkSystemPrivate.h>
 #include <velk/index/NetlistIndex.h>
 #include <velk/ini/EDAApplicationIniGenerator.h>
-#include <velk/model/RoutingLog.h>
 #include <velk/naming/NetlistSelection.h>
-#include <velk/naming/PinSearch.h>
 #include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
 
@@ -53,18 +51,6 @@ QSharedPointer<EDAPart> partCalled(const QString &name, const QList<QSharedPoint
                             : u"several netlists have a part '%1'"_s.arg(name));
 }
 
-/// What \a query returns, with the exceptions of the library turned into the one of the facade. Nothing is logged.
-template <typename Query>
-auto answered(Query query)
-try {
-    const RoutingLogSilence silence;
-    return query();
-} catch (const EDASearchCalledOffException &exception) {
-    throw exceptionWith(VelkSystemException::Kind::CalledOff, exception.message());
-} catch (const EDAException &exception) {
-    throw exceptionWith(VelkSystemException::Kind::NotFound, exception.message());
-}
-
 /// The first component with the properties that has the pin, or null: also where no index tells.
 QSharedPointer<EDAComponent> componentWithPin(const MultipleEDAProvider &netlist, const PinDescription &wanted)
 {
@@ -74,17 +60,6 @@ QSharedPointer<EDAComponent> componentWithPin(const MultipleEDAProvider &netlist
         return part && part->getPinByNumberOrName(wanted.pin);
     };
     return index ? index->componentWith(wanted.properties, hasPin) : nullptr;
-}
-
-PinChoice findEnd(const MultipleEDAProvider &netlist, const VelkRouteEnd &end)
-{
-    PinDescription wanted{toQt(end.properties), QString::fromStdString(end.ref), QString::fromStdString(end.pin)};
-    if (wanted.ref.isEmpty()) {
-        // By properties alone all components would be looked at, to tell which others there are.
-        if (const auto component = componentWithPin(netlist, wanted))
-            wanted.ref = component->ref;
-    }
-    return findPin(netlist, wanted);
 }
 
 using Writing = std::function<void(QIODevice &)>;
@@ -302,12 +277,28 @@ VelkSystemPrivate::VelkSystemPrivate(const std::vector<std::string> &fileNames, 
     routing = typed;
 }
 
-void VelkSystemPrivate::setExcludedComponents(const std::vector<std::string> &components)
+PinChoice VelkSystemPrivate::findEnd(const VelkRouteEnd &end) const
+{
+    PinDescription wanted{toQt(end.properties), QString::fromStdString(end.ref), QString::fromStdString(end.pin)};
+    if (wanted.ref.isEmpty()) {
+        // By properties alone all components would be looked at, to tell which others there are.
+        if (const auto component = componentWithPin(*netlist, wanted))
+            wanted.ref = component->ref;
+    }
+    return findPin(*netlist, wanted);
+}
+
+QStringList VelkSystemPrivate::refsOfComponents(const std::vector<std::string> &texts) const
 {
     QStringList refs;
-    for (const std::string &text : components)
+    for (const std::string &text : texts)
         refs += refsOf(findComponents(*netlist, QString::fromStdString(text)));
-    routing->setExcludedComponents(refs);
+    return refs;
+}
+
+void VelkSystemPrivate::setExcludedComponents(const std::vector<std::string> &components)
+{
+    routing->setExcludedComponents(refsOfComponents(components));
 }
 
 void VelkSystemPrivate::setExcludedNets(const std::vector<std::string> &names)
@@ -494,8 +485,8 @@ std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const Velk
                                           const VelkSearchOptions &options) const
 {
     return answered([&] {
-        const PinChoice from = findEnd(*d->netlist, source);
-        const PinChoice to = findEnd(*d->netlist, dut);
+        const PinChoice from = d->findEnd(source);
+        const PinChoice to = d->findEnd(dut);
         const auto paths = d->routingWith(options).findTracedPathsBetween(from.component, from.pin->number,
                                                                           to.component, to.pin->number);
         std::vector<VelkRoute> routes;
@@ -515,8 +506,8 @@ VelkNoRouteReason VelkSystem::whyNoRoute(const VelkRouteEnd &source, const VelkR
                                          const VelkSearchOptions &options) const
 {
     return answered([&] {
-        const PinChoice from = findEnd(*d->netlist, source);
-        const PinChoice to = findEnd(*d->netlist, dut);
+        const PinChoice from = d->findEnd(source);
+        const PinChoice to = d->findEnd(dut);
         return d->records->of(d->routingWith(options).explainNoPathBetween(from.component, from.pin->number,
                                                                            to.component, to.pin->number),
                               options.asDrawn ? nullptr : d->switching.get());

@@ -341,6 +341,7 @@ public:
         Writing,   ///< a file cannot be written
         TooLarge,  ///< an INI file would not end, as by a mistyped bench number
         Positions, ///< those of relays are drawn wrongly, or are not there, or a gang would have to be in two
+        Plan,      ///< a plan that was found is none, which is an error of Velk
     };
 
     /// \a message is what message() returns.
@@ -492,6 +493,7 @@ public:
     void writeApplicationIni(const std::string &fileName, const VelkSystem &application) const;
 
 private:
+    friend class SystemModel; // which libraries on top of this one see it by
     std::shared_ptr<const VelkSystemPrivate> d;
     std::shared_ptr<const VelkSystemFile> systemFile; // null where it was not opened from one
 };

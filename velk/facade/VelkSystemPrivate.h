@@ -6,6 +6,9 @@
 #include <velk/facade/VelkSystem.h>
 #include <velk/ini/EDAPhysicalIniGenerator.h>
 #include <velk/kicad/KiCadNetlistFile.h>
+#include <velk/model/EDAException.h>
+#include <velk/model/RoutingLog.h>
+#include <velk/naming/PinSearch.h>
 #include <velk/provider/MultipleEDAProvider.h>
 #include <velk/routing/Routing.h>
 
@@ -15,6 +18,18 @@
 
 namespace Velk {
 
+/// What \a query returns, with the exceptions of the library turned into the one of the facade. Nothing is logged.
+template <typename Query>
+auto answered(Query query)
+try {
+    const RoutingLogSilence silence;
+    return query();
+} catch (const EDASearchCalledOffException &exception) {
+    throw VelkSystemException(VelkSystemException::Kind::CalledOff, exception.message().toStdString());
+} catch (const EDAException &exception) {
+    throw VelkSystemException(VelkSystemException::Kind::NotFound, exception.message().toStdString());
+}
+
 /// What a VelkSystem and its copies share. Nothing of it changes: one that is to keep out of something else gets a
 /// copy, which has the same netlist.
 class VelkSystemPrivate
@@ -22,6 +37,10 @@ class VelkSystemPrivate
 public:
     VelkSystemPrivate(const std::vector<std::string> &fileNames, const VelkSystemOptions &systemOptions);
 
+    /// The pin that is meant. Throws an EDAException where there is none.
+    PinChoice findEnd(const VelkRouteEnd &end) const;
+    /// Each a reference or, as "KEY=VALUE", all with the property. Throws a NameNotFoundException.
+    QStringList refsOfComponents(const std::vector<std::string> &texts) const;
     /// Throw a NameNotFoundException, changing nothing.
     void setExcludedComponents(const std::vector<std::string> &components);
     void setExcludedNets(const std::vector<std::string> &names);

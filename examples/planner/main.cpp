@@ -1,0 +1,43 @@
+// Prints which relays to set so that the DUT of bench 2 is supplied, and then is measured as well, the way of each
+// connection, and what happens between the two.
+//
+//     planner-example velk.toml
+
+#include <velk/facade/VelkSystem.h>
+#include <velkplanning/VelkPlanner.h>
+
+#include <iostream>
+#include <stdexcept>
+
+int main(int argc, char **argv)
+try {
+    if (argc != 2)
+        throw std::runtime_error("planner-example: give it a system file");
+    const auto system = Velk::VelkSystem::open(argv[1]);
+    const Velk::VelkPlanner planner(system);
+
+    const std::map<std::string, std::string> supply{{"Dev", "PSU"}};
+    const std::map<std::string, std::string> meter{{"Dev", "DMM"}};
+    const std::map<std::string, std::string> dut{{"CompType", "DUT"}, {"Bench", "2"}};
+    Velk::VelkPlanRequest supplied;
+    supplied.connections = {{{supply, "OUT+"}, {dut, "VCC"}}, {{supply, "OUT-"}, {dut, "GND"}}};
+    Velk::VelkPlanRequest measured = supplied;
+    measured.connections.push_back({{meter, "HI"}, {dut, "OUT"}});
+
+    for (const auto &step : planner.planSteps({{"supply", supplied}, {"measure", measured}})) {
+        std::cout << step.name << (step.plan.result == Velk::VelkPlanResult::Optimal ? ": proven\n" : ": no proof\n");
+        for (const auto &relay : step.toRest)
+            std::cout << "  " << relay << " to rest\n";
+        for (const auto &relay : step.toSet)
+            std::cout << "  " << relay << " to position " << step.plan.positions.at(relay) << '\n';
+        for (const auto &way : step.plan.ways) {
+            std::cout << "  way:";
+            for (const auto &crossed : way.steps)
+                std::cout << ' ' << crossed.component;
+            std::cout << " to " << way.lastNet << '\n';
+        }
+    }
+} catch (const std::exception &exception) {
+    std::cerr << exception.what() << '\n';
+    return 2;
+}
