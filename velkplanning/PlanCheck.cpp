@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,11 @@ QString namesOfPins(const QList<InterfacePin> &pins)
     return names.join(u", "_s);
 }
 }
+
+// All that putting a gang to rest or leaving a passive out can break.
+const PlanCheck::Rule PlanCheck::rules[] = {
+    &PlanCheck::untiedPins,    &PlanCheck::groupsThatMeet, &PlanCheck::sideConnections, &PlanCheck::excludedNets,
+    &PlanCheck::unknownRelays, &PlanCheck::newConnections, &PlanCheck::coupledGroups};
 
 PlanCheck::PlanCheck(const ConnectionRequest &wanted, const Connectivity &atRest)
     : request(wanted)
@@ -94,38 +100,87 @@ QStringList PlanCheck::forbiddenIn(const ConnectionPlan &plan) const
     return faults;
 }
 
-/// Whatever putting a gang to rest or leaving a passive out can bring about.
 QStringList PlanCheck::faultsIn(const PlanExtents &extents) const
+{
+    QStringList faults;
+    for (const Rule rule : rules)
+        faults += (this->*rule)(extents);
+    return faults;
+}
+
+bool PlanCheck::holdsIn(const PlanExtents &extents) const
+{
+    return std::all_of(std::begin(rules), std::end(rules), [&](Rule rule) { return (this->*rule)(extents).isEmpty(); });
+}
+
+QStringList PlanCheck::untiedPins(const PlanExtents &extents) const
 {
     QStringList faults;
     for (const int group : extents.untiedGroups())
         faults.append(u"%1 are not all tied together"_s.arg(namesOfPins(groups.at(group).pins)));
+    return faults;
+}
+
+QStringList PlanCheck::groupsThatMeet(const PlanExtents &extents) const
+{
+    QStringList faults;
     for (const auto &[group, other] : extents.meetings())
         faults.append(u"%1 is tied to %2"_s.arg(nameOf(group), nameOf(other)));
+    return faults;
+}
+
+QStringList PlanCheck::sideConnections(const PlanExtents &extents) const
+{
+    QStringList faults;
     for (int group = 0; group < groups.size(); ++group) {
         if (const auto pins = facts.sidePins(extents, group, false); !pins.isEmpty())
             faults.append(u"%1 reaches %2"_s.arg(nameOf(group), namesOfPins(pins)));
     }
+    return faults;
+}
+
+QStringList PlanCheck::excludedNets(const PlanExtents &extents) const
+{
+    QStringList faults;
     for (const int net : request.excludedNets) {
         const int group = extents.groupAtNet(net);
         if (group != SwitchingModel::none && !isAskedFor(net, groups.at(group)))
             faults.append(u"%1 reaches %2"_s.arg(nameOf(group), rest.model().netNames(net).join(u'+')));
     }
-    for (const auto &relay :
-         request.trustsUnknown ? std::vector<PlanFacts::TouchingRelay>() : facts.touchingRelays(extents)) {
+    return faults;
+}
+
+QStringList PlanCheck::unknownRelays(const PlanExtents &extents) const
+{
+    QStringList faults;
+    if (request.trustsUnknown)
+        return faults;
+    for (const auto &relay : facts.touchingRelays(extents)) {
         if (relay.groups.size() > 1 || relay.touchesOthers)
             faults.append(
                 u"%1 may tie %2 to other pins"_s.arg(rest.model().ref(relay.component), nameOf(relay.groups.front())));
     }
-    if (!request.allowsSideConnections) {
-        for (const QList<InterfacePin> &pins : facts.newlyConnected(extents))
-            faults.append(u"%1 are tied together"_s.arg(namesOfPins(pins)));
-    }
-    if (request.forbidsCouplings) {
-        for (const PlannedCoupling &coupling : facts.couplings(extents)) {
-            if (coupling.groups.size() > 1)
-                faults.append(u"%1 is coupled with %2"_s.arg(nameOf(coupling.groups[0]), nameOf(coupling.groups[1])));
-        }
+    return faults;
+}
+
+QStringList PlanCheck::newConnections(const PlanExtents &extents) const
+{
+    QStringList faults;
+    if (request.allowsSideConnections)
+        return faults;
+    for (const QList<InterfacePin> &pins : facts.newlyConnected(extents))
+        faults.append(u"%1 are tied together"_s.arg(namesOfPins(pins)));
+    return faults;
+}
+
+QStringList PlanCheck::coupledGroups(const PlanExtents &extents) const
+{
+    QStringList faults;
+    if (!request.forbidsCouplings)
+        return faults;
+    for (const PlannedCoupling &coupling : facts.couplings(extents)) {
+        if (coupling.groups.size() > 1)
+            faults.append(u"%1 is coupled with %2"_s.arg(nameOf(coupling.groups[0]), nameOf(coupling.groups[1])));
     }
     return faults;
 }
@@ -156,11 +211,11 @@ bool PlanCheck::holdsWithout(const PlanPart &part, Connectivity &state, const Pa
         PassivesOfGroups fewer = through;
         auto &left = fewer[static_cast<std::size_t>(part.group)];
         left.erase(std::find(left.begin(), left.end(), part.passive));
-        return faultsIn(PlanExtents(state, groups, fewer)).isEmpty();
+        return holdsIn(PlanExtents(state, groups, fewer));
     }
     const int position = state.position(part.gang);
     state.setPosition(part.gang, 0);
-    const bool holds = faultsIn(PlanExtents(state, groups, through)).isEmpty();
+    const bool holds = holdsIn(PlanExtents(state, groups, through));
     state.setPosition(part.gang, position);
     return holds;
 }

@@ -36,11 +36,23 @@ private:
     Connectivity stateWith(const std::vector<int> &positions) const;
     QStringList forbiddenIn(const ConnectionPlan &plan) const;
     QStringList faultsIn(const PlanExtents &extents) const;
+    bool holdsIn(const PlanExtents &extents) const;
     std::vector<PlanPart> partsOf(const Connectivity &state, const PassivesOfGroups &through,
                                   const std::vector<int> &before) const;
     bool holdsWithout(const PlanPart &part, Connectivity &state, const PassivesOfGroups &through) const;
     QStringList needlessIn(Connectivity &state, const PassivesOfGroups &through, const std::vector<int> &before) const;
     QString nameOf(int group) const;
+
+    // What each rule finds.
+    QStringList untiedPins(const PlanExtents &extents) const;
+    QStringList groupsThatMeet(const PlanExtents &extents) const;
+    QStringList sideConnections(const PlanExtents &extents) const;
+    QStringList excludedNets(const PlanExtents &extents) const;
+    QStringList unknownRelays(const PlanExtents &extents) const;
+    QStringList newConnections(const PlanExtents &extents) const;
+    QStringList coupledGroups(const PlanExtents &extents) const;
+    using Rule = QStringList (PlanCheck::*)(const PlanExtents &extents) const;
+    static const Rule rules[];
 
     const ConnectionRequest &request;
     const Connectivity &rest;
