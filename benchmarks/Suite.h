@@ -40,6 +40,7 @@ void registerQueries(const Suite &suite);
 void registerThreads(const Suite &suite);
 void registerStates();
 void registerCoverage(const Suite &suite);
+void registerPlanning(const Suite &suite);
 void registerCommand();
 
 /// One of the ways to do a task.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <stdexcept>
 
 namespace VelkBenchmarks {
@@ -385,14 +386,20 @@ QList<Net> continueOn(BoardBuilder &board, const QList<Net> &lines, BoardBuilder
     return rows;
 }
 
+/// A relay at each crosspoint.
+void addCrosspoints(BoardBuilder &board, const QList<Net> &rows, const QList<Net> &columns)
+{
+    for (const Net &row : rows) {
+        for (const Net &column : columns)
+            board.relay(row, column);
+    }
+}
+
 /// The columns of a new matrix with a relay at each crosspoint.
 QList<Net> addMatrix(BoardBuilder &board, const QList<Net> &rows, int columnCount, const QString &name)
 {
     auto columns = numberedNets(board, u"/"_s + name + u"_COLUMN"_s, columnCount);
-    for (const Net &row : rows) {
-        for (const Net &column : std::as_const(columns))
-            board.relay(row, column);
-    }
+    addCrosspoints(board, rows, columns);
     return columns;
 }
 
@@ -452,6 +459,57 @@ void addGroups(std::vector<BoardBuilder> &builders, int lines, int copy)
         const auto columns = addMatrix(matrixBoard, rows, lines, u"G"_s + groupName);
         builders.back().dut(copy * groupsOfBus + group + 1, numberedTexts(u"IO"_s, lines),
                             continueOn(builders.back(), columns, matrixBoard, u"D"_s + groupName));
+    }
+}
+}
+
+namespace {
+
+/// One board with an instrument and a DUT of as many pins, numbered from 1 on, and what lies between their nets.
+Workload pinsToPins(int pins,
+                    const std::function<void(BoardBuilder &, const QList<Net> &, const QList<Net> &)> &addBetween)
+{
+    Workload system;
+    system.boards = namedBoards({u"matrix"_s});
+    BoardBuilder builder(*system.boards.front(), 1, Properties::AsExported);
+    const auto sources = numberedNets(builder, u"/SOURCE"_s, pins);
+    const auto duts = numberedNets(builder, u"/DUT"_s, pins);
+    builder.instrument(u"SMU"_s, 1, numberedTexts(u"CH"_s, pins), sources);
+    builder.dut(1, numberedTexts(u"IO"_s, pins), duts);
+    addBetween(builder, sources, duts);
+    return system;
+}
+
+/// The lines, each of another group of so many.
+QList<QList<Net>> inGroups(const QList<Net> &lines, int groupSize)
+{
+    QList<QList<Net>> groups;
+    for (qsizetype first = 0; first < lines.size(); first += groupSize)
+        groups.append(lines.sliced(first, groupSize));
+    return groups;
+}
+
+/// Every input on the way to any output. Without stages a matrix; else one for each group of inputs and of outputs, and
+/// as many networks of the further stages between them as the first stage says, each with a line to each group.
+void addNetwork(BoardBuilder &board, const QList<Net> &inputs, const QList<Net> &outputs,
+                const std::vector<SwitchStage> &stages, const QString &name)
+{
+    if (stages.empty()) {
+        addCrosspoints(board, inputs, outputs);
+        return;
+    }
+    const SwitchStage &outer = stages.front();
+    const auto inputGroups = inGroups(inputs, outer.groupSize);
+    const auto outputGroups = inGroups(outputs, outer.groupSize);
+    for (int middle = 1; middle <= outer.middleNetworks; ++middle) {
+        const QString middleName = name + u'_' + number(middle);
+        const auto ins = numberedNets(board, middleName + u"_IN"_s, static_cast<int>(inputGroups.size()));
+        const auto outs = numberedNets(board, middleName + u"_OUT"_s, static_cast<int>(outputGroups.size()));
+        for (qsizetype i = 0; i < inputGroups.size(); ++i)
+            addCrosspoints(board, inputGroups.at(i), {ins.at(i)});
+        for (qsizetype i = 0; i < outputGroups.size(); ++i)
+            addCrosspoints(board, {outs.at(i)}, outputGroups.at(i));
+        addNetwork(board, ins, outs, {stages.begin() + 1, stages.end()}, middleName);
     }
 }
 }
@@ -542,6 +600,27 @@ Workload crosspointGroups(int lines, int copies, qsizetype routeCount)
     return system;
 }
 
+Workload crosspointMatrix(int lines)
+{
+    return pinsToPins(lines, addCrosspoints);
+}
+
+Workload sharedLines(int lines, int pins)
+{
+    return pinsToPins(pins, [lines](BoardBuilder &board, const QList<Net> &sources, const QList<Net> &duts) {
+        const auto shared = numberedNets(board, u"/LINE"_s, lines);
+        addCrosspoints(board, sources, shared);
+        addCrosspoints(board, shared, duts);
+    });
+}
+
+Workload switchedNetwork(int lines, const std::vector<SwitchStage> &stages)
+{
+    return pinsToPins(lines, [&stages](BoardBuilder &board, const QList<Net> &sources, const QList<Net> &duts) {
+        addNetwork(board, sources, duts, stages, u"/LINE"_s);
+    });
+}
+
 std::vector<std::string> exportedNetlists()
 {
     std::vector<std::string> files;
@@ -551,27 +630,42 @@ std::vector<std::string> exportedNetlists()
     return files;
 }
 
+namespace {
+
+std::unique_ptr<Board> boardFromFile(const std::string &name)
+{
+    QFile file(QString::fromStdString(name));
+    KiCadReader reader(&file);
+    if (reader.read() != KiCadNoError)
+        throw std::runtime_error("cannot read " + name);
+    KiCadNetParser parser(reader.getRoot());
+    parser.parse();
+    auto board = std::make_unique<Board>(file.fileName());
+    board->nets = parser.getNets();
+    const auto parts = parser.getParts();
+    for (const auto &part : parts)
+        board->addPart(part);
+    const auto components = parser.getComponents();
+    for (const auto &component : components)
+        board->addComponent(component);
+    return board;
+}
+}
+
+Workload demoSystem()
+{
+    Workload system;
+    for (const char *name : {"instruments", "matrix", "adapter"})
+        system.boards.push_back(boardFromFile(std::string(VELK_BENCHMARK_DEMO) + '/' + name + ".net"));
+    return system;
+}
+
 Workload exportedSystem()
 {
     Workload system;
     system.routeCount = 346;
-    for (const auto &name : exportedNetlists()) {
-        QFile file(QString::fromStdString(name));
-        KiCadReader reader(&file);
-        if (reader.read() != KiCadNoError)
-            throw std::runtime_error("cannot read " + name);
-        KiCadNetParser parser(reader.getRoot());
-        parser.parse();
-        auto board = std::make_unique<Board>(file.fileName());
-        board->nets = parser.getNets();
-        const auto parts = parser.getParts();
-        for (const auto &part : parts)
-            board->addPart(part);
-        const auto components = parser.getComponents();
-        for (const auto &component : components)
-            board->addComponent(component);
-        system.boards.push_back(std::move(board));
-    }
+    for (const auto &name : exportedNetlists())
+        system.boards.push_back(boardFromFile(name));
     system.queries.push_back({{{EDAComponent::DEVICE, u"SMU"_s}, {EDAComponent::DEVICE_NUMBER, u"1"_s}},
                               u"FORCE_HI"_s,
                               {{EDAComponent::TYPE, u"DUT"_s}, {EDAComponent::BENCH, u"1"_s}},

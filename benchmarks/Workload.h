@@ -66,6 +66,28 @@ Workload crosspointCascade(const std::vector<int> &lines, int copies, int maxSwi
 /// monitor inputs, too many for a route to pass it. All this many times over.
 Workload crosspointGroups(int lines, int copies, qsizetype routeCount);
 
+/// A matrix of \a lines rows and columns, the pins of an instrument (U1) at its rows, of a DUT (J1) at its columns. All
+/// on one board, as the two below.
+Workload crosspointMatrix(int lines);
+
+/// So many lines, with a relay from each of them to each pin of an instrument (U1) and of a DUT (J1).
+Workload sharedLines(int lines, int pins);
+
+/// The two outer stages of a network: they lead lines in groups, one to each of some smaller networks between them.
+struct SwitchStage
+{
+    int groupSize;
+    int middleNetworks;
+};
+
+/// A network of two stages for each entry and a matrix in the middle, between the pins of an instrument (U1) and of a
+/// DUT (J1). With as many networks in the middle as lines in a group it makes any permutation, but not if each
+/// connection is kept where it was put first.
+Workload switchedNetwork(int lines, const std::vector<SwitchStage> &stages);
+
+/// The boards of examples/demo, without queries.
+Workload demoSystem();
+
 /// The files of the exported system that the tests use too: 2,000 relays in five matrices. Its query has 346 routes.
 std::vector<std::string> exportedNetlists();
 Workload exportedSystem();

@@ -37,6 +37,9 @@ int run(int argc, char **argv)
     registerThreads(suite);
     registerStates();
     registerCoverage(suite);
+#ifdef VELK_HAS_PLANNING
+    registerPlanning(suite);
+#endif
     registerCommand();
 
     int count = static_cast<int>(arguments.size());

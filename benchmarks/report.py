@@ -227,6 +227,17 @@ def add_coverage(table):
         table.times(task, "coverage/sparse", "queries", "findPaths, a bound of 1", at_most=1)
 
 
+def add_planning(table):
+    for task, name, limit in (
+            ("Plan, demo, 6 connections at once", "demo", 20e-3),
+            ("Plan, exported system, 10 connections at once", "large", 0.3),
+            ("Plan, 32x32 crosspoints, all rows to columns in any order", "matrix", 2),
+            ("No plan, 33 connections over 32 lines, the bottleneck named", "bottleneck", 0.5),
+            ("Plan, 5 stages, 16 lines, any order", "network", 5),
+            ("Plan, exported system, 100 steps of 10 connections", "steps", 20)):
+        table.limit(task, f"planning/{name}", limit)
+
+
 def main():
     results = Results(sys.argv[1])
     table = Table(results)
@@ -239,6 +250,7 @@ def main():
     add_threads(table)
     add_states(table)
     add_coverage(table)
+    add_planning(table)
     table.limit("velk routes, exported system, start to finish", "command/routes", 40e-3)
     table.print()
     for name, message in results.failures.items():
