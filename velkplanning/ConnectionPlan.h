@@ -15,7 +15,7 @@ enum class PlanResult
     Optimal,    ///< a plan, and that none is better
     Feasible,   ///< a plan, but the time was up before it was known whether there is a better one
     Impossible, ///< there is no plan
-    Unknown,    ///< the time was up before one was found
+    Unknown,    ///< the time was up before one was found, or what stands against it
 };
 
 /// Connections that are tied together, with all that they reach.

@@ -114,6 +114,8 @@ private:
     ConnectionPlan whyImpossible(const PlanProblem &problem) const
     {
         const std::vector<int> conflict = conflictIn(problem);
+        if (conflict.empty())
+            return {PlanResult::Unknown, {}, {}, {}, {}, {}, {}, {}};
         const ConnectionRequest conflicting = partOf(conflict);
         const PlanProblem part(network, conflicting, before);
         return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, scarceNetsOf(part)};

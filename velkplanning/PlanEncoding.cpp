@@ -11,11 +11,6 @@ std::size_t placeAt(int number)
 {
     return static_cast<std::size_t>(number);
 }
-
-int otherEnd(const SwitchLink &link, int net)
-{
-    return link.net + link.otherNet - net;
-}
 }
 
 PlanEncoding::PlanEncoding(const PlanProblem &planProblem, const WayCosts &wayCosts, const PlanCost &mostCost,
@@ -44,14 +39,14 @@ PlanEncoding::PlanEncoding(const PlanProblem &planProblem, const WayCosts &wayCo
 void PlanEncoding::chooseMovable()
 {
     const SwitchNetwork &network = problem.network;
-    moves.assign(placeAt(network.model.gangCount()), costs.leavesRoomForOthers(budget));
+    const bool hasRoom = costs.leavesRoomForOthers(budget);
+    for (int gang = 0; gang < network.model.gangCount(); ++gang)
+        moves.push_back(costs.isSuspect(gang) || (hasRoom && canHelpBesides(gang)));
     for (const WayCosts::Flow &flow : costs.flows()) {
-        for (std::size_t i = 0; i < network.links.size(); ++i) {
-            const SwitchLink &link = network.links[i];
-            const int number = static_cast<int>(i);
-            if (costs.mayCrossLink(flow, number, link.net, link.otherNet, budget) ||
-                costs.mayCrossLink(flow, number, link.otherNet, link.net, budget))
-                moves[placeAt(link.gang)] = true;
+        for (const int arc : arcsOf(flow)) {
+            const int link = costs.arcs()[placeAt(arc)].link;
+            if (link != WayGraph::none)
+                moves[placeAt(network.links[placeAt(link)].gang)] = true;
         }
     }
     positions.resize(moves.size());
@@ -61,6 +56,22 @@ void PlanEncoding::chooseMovable()
         if (moves[placeAt(gang)])
             addPositions(gang);
     }
+}
+
+/// Whether another position than the usual one can be of use though no way leads over the gang: it has to open a
+/// contact then. Where some pins are allowed it may also take two of them into an extent, which else were connected
+/// outside of all.
+bool PlanEncoding::canHelpBesides(int gang) const
+{
+    if (!problem.request.allowedComponents.empty() && !problem.request.allowsSideConnections)
+        return true;
+    const int usual = problem.usualPosition(gang);
+    const auto links = problem.network.linksOfGang.of(gang);
+    return std::any_of(links.begin(), links.end(), [&](int i) {
+        const SwitchLink &link = problem.network.links[placeAt(i)];
+        const auto count = placeAt(problem.network.model.gang(gang).positionCount);
+        return problem.isClosed(link, usual) && link.positions.size() < count;
+    });
 }
 
 void PlanEncoding::addPositions(int gang)
@@ -107,7 +118,7 @@ int PlanEncoding::closedLiteral(int link)
     known->second = solver.newVariable();
     for (int position = 0; position < static_cast<int>(literals.size()); ++position) {
         const int literal = literals[placeAt(position)];
-        solver.addImplication({literal}, problem.isClosed(closed, position) ? known->second : -known->second);
+        solver.addImplication(literal, problem.isClosed(closed, position) ? known->second : -known->second);
     }
     return known->second;
 }
@@ -252,38 +263,12 @@ int PlanEncoding::throughLiteral(int passive)
     return known->second;
 }
 
-std::vector<PlanEncoding::Arc> PlanEncoding::arcsOf(const WayCosts::Flow &flow)
+std::vector<int> PlanEncoding::arcsOf(const WayCosts::Flow &flow) const
 {
-    const SwitchNetwork &network = problem.network;
-    std::vector<Arc> arcs;
-    const auto add = [&](int from, int to, int condition) {
-        if (from != to && condition != -SatSolver::yes)
-            arcs.push_back({from, to, condition, solver.newVariable()});
-    };
-    for (std::size_t i = 0; i < network.links.size(); ++i) {
-        const int link = static_cast<int>(i);
-        const int net = network.links[i].net;
-        const int other = network.links[i].otherNet;
-        if (costs.mayCrossLink(flow, link, net, other, budget))
-            add(nodeOf(net), nodeOf(other), closedLiteral(link));
-        if (costs.mayCrossLink(flow, link, other, net, budget))
-            add(nodeOf(other), nodeOf(net), closedLiteral(link));
-    }
-    const auto &passives = network.model.passives();
-    for (std::size_t i = 0; i < passives.size(); ++i) {
-        const int passive = static_cast<int>(i);
-        if (!problem.mayGoThrough(passive))
-            continue;
-        // Its nets, each with the nearest of the others towards the target or from the source.
-        const int node = network.model.netCount() + passive;
-        const auto &nets = passives[i].nets;
-        const auto fits = [&](int from, int to) { return from != to && costs.mayCrossPassive(flow, from, to, budget); };
-        for (const int net : nets) {
-            if (std::any_of(nets.cbegin(), nets.cend(), [&](int to) { return fits(net, to); }))
-                add(nodeOf(net), node, throughLiteral(passive));
-            if (std::any_of(nets.cbegin(), nets.cend(), [&](int from) { return fits(from, net); }))
-                add(node, nodeOf(net), throughLiteral(passive));
-        }
+    std::vector<int> arcs;
+    for (int arc = 0; arc < static_cast<int>(costs.arcs().size()); ++arc) {
+        if (costs.mayUse(flow, arc, budget))
+            arcs.push_back(arc);
     }
     return arcs;
 }
@@ -294,42 +279,50 @@ void PlanEncoding::addFlow(const WayCosts::Flow &flow)
     const int target = nodeOf(flow.target);
     if (source == target)
         return;
-    const Label code = codeOf(true, flow.group);
-    std::map<int, std::vector<int>> uses[2]; // of arcs into nodes, and out of them
-    for (const Arc &arc : arcsOf(flow)) {
-        if (arc.to == source || arc.from == target)
+    struct Uses
+    {
+        std::vector<int> into;
+        std::vector<int> outOf;
+    };
+    std::map<int, Uses> usesOfNodes = {{source, {}}, {target, {}}};
+    for (const int i : arcsOf(flow)) {
+        const WayGraph::Arc &arc = costs.arcs()[placeAt(i)];
+        const int from = wayNodeOf(arc.from);
+        const int to = wayNodeOf(arc.to);
+        const int condition = arc.link != WayGraph::none ? closedLiteral(arc.link) : throughLiteral(arc.passive);
+        if (from == to || to == source || from == target || condition == -SatSolver::yes)
             continue;
-        solver.addImplication({arc.use}, arc.condition);
-        uses[0][arc.to].push_back(arc.use);
-        uses[1][arc.from].push_back(arc.use);
-        for (const int node : {arc.from, arc.to}) {
-            uses[0][node];
-            uses[1][node];
-        }
+        const int use = solver.newVariable();
+        solver.addImplication(use, condition);
+        usesOfNodes[from].outOf.push_back(use);
+        usesOfNodes[to].into.push_back(use);
     }
-    uses[0][target];
-    uses[1][source];
-    for (auto &[node, into] : uses[0]) {
+    const Label code = codeOf(true, flow.group);
+    for (const auto &[node, uses] : usesOfNodes) {
         const bool isEnd = node == source || node == target;
-        const int isOn = isEnd ? int(SatSolver::yes) : solver.newVariable();
-        auto &outOf = uses[1][node];
+        const bool hasOneWayIn = !isEnd && uses.into.size() == 1;
+        const int isOn = isEnd ? int(SatSolver::yes) : hasOneWayIn ? uses.into.front() : solver.newVariable();
         if (node < problem.network.model.netCount())
             addLabelEquality(isOn, labelOf(node), code);
-        for (const auto *arcs : {&into, &outOf}) {
-            for (const int use : *arcs)
-                solver.addImplication({use}, isOn);
-        }
-        if (!isEnd) // so that the way from the source never comes back, and has to end at the target
-            solver.addAtMostOne(into);
-        const auto requireOne = [&](std::vector<int> arcs) {
-            arcs.push_back(-isOn);
-            solver.addClause(arcs);
-        };
-        if (node != source)
-            requireOne(into);
+        for (const int use : uses.outOf)
+            solver.addImplication(use, isOn);
         if (node != target)
-            requireOne(outOf);
+            solver.addAnyOf(isOn, uses.outOf);
+        if (hasOneWayIn)
+            continue;
+        for (const int use : uses.into)
+            solver.addImplication(use, isOn);
+        if (node != source)
+            solver.addAnyOf(isOn, uses.into);
+        if (!isEnd) // so that the way from the source never comes back, and has to end at the target
+            solver.addAtMostOne(uses.into);
     }
+}
+
+/// Passives are nodes of their own, also where fixed gangs connect their nets.
+int PlanEncoding::wayNodeOf(int node)
+{
+    return node < problem.network.model.netCount() ? nodeOf(node) : node;
 }
 
 std::vector<int> PlanEncoding::literalsOfCost(PlanCostLevel level) const
@@ -398,8 +391,9 @@ void PlanEncoding::limitCosts(const PlanCost &cost)
 {
     const PlanCost fixed = fixedCost();
     for (const auto level : {ChangedGangs, GangsAway, PassivesThrough}) {
-        if (cost[level] <= budget[level])
+        if (cost[level] <= budget[level] || isLimited[level])
             continue;
+        isLimited[level] = true;
         if (fixed[level] > budget[level])
             solver.addClause({});
         else
@@ -461,7 +455,7 @@ std::vector<int> PlanEncoding::openingLiterals(DraftState &state, int net)
         const int from = reached[next++];
         for (const int i : network.linksOfNet.of(from)) {
             const SwitchLink &link = network.links[placeAt(i)];
-            const int to = otherEnd(link, from);
+            const int to = link.otherEnd(from);
             if (state.isClosed(link) && linkTo.try_emplace(to, i).second)
                 reached.push_back(to);
         }
@@ -469,7 +463,7 @@ std::vector<int> PlanEncoding::openingLiterals(DraftState &state, int net)
     std::vector<int> literals;
     for (int at = reached[next]; linkTo[at] != PlanProblem::none;) {
         literals.push_back(-closedLiteral(linkTo[at]));
-        at = otherEnd(network.links[placeAt(linkTo[at])], at);
+        at = network.links[placeAt(linkTo[at])].otherEnd(at);
     }
     return literals;
 }

@@ -36,22 +36,14 @@ public:
     SatSolver::Answer solve(SatSolver::Effort effort);
     /// What solve() has found.
     const PlanDraft &draft() const { return found; }
-    /// Has solve() find none that is as dear as this one, even without what is not needed. To be called for each level
-    /// of costs at most once.
+    /// Keeps solve() within the budget where this cost, of its draft, is not. Mostly it is by itself.
     void limitCosts(const PlanCost &cost);
 
 private:
-    /// A step of a way, from one node to another. Passives are nodes of their own, behind those of nets.
-    struct Arc
-    {
-        int from;
-        int to;
-        int condition; ///< literal without which it cannot be used
-        int use;       ///< literal
-    };
     using Label = std::vector<int>; ///< literals; the first one says that it is that of a group
 
     void chooseMovable();
+    bool canHelpBesides(int gang) const;
     void tieFixed();
     void addPositions(int gang);
     int positionLiteral(int gang, int position) const;
@@ -66,7 +58,8 @@ private:
     void addCouplings();
     void addUnknownRelay(const UnknownRelay &relay);
     void addFlow(const WayCosts::Flow &flow);
-    std::vector<Arc> arcsOf(const WayCosts::Flow &flow);
+    std::vector<int> arcsOf(const WayCosts::Flow &flow) const;
+    int wayNodeOf(int node);
     int throughLiteral(int passive);
     std::vector<int> literalsOfCost(PlanCostLevel level) const;
     void readDraft();
@@ -93,6 +86,7 @@ private:
     std::map<int, int> throughLiterals;      ///< by passive
     std::vector<int> classes;                ///< the least nets of what is connected at rest, of watched pins
     std::size_t labelSize = 0;
+    std::array<bool, PlanCostLevels> isLimited = {};
 };
 }
 

@@ -37,10 +37,7 @@ PlanResult PlanSearch::findAny()
 {
     if (costs.brokenGroup() != PlanProblem::none || !scarceNetsOf(problem).empty())
         return PlanResult::Impossible;
-    const auto firstLevel = problem.request.aim == PlanAim::FewestChanges ? ChangedGangs : GangsAway;
-    PlanCost shortest = anyCost;
-    shortest[firstLevel] = costs.least()[firstLevel];
-    PlanEncoding overShortest(problem, costs, shortest, time);
+    PlanEncoding overShortest(problem, costs, leastOfFirstLevel(), time);
     if (overShortest.solve(SatSolver::Effort::Little) == SatSolver::Answer::Satisfied) {
         best = overShortest.draft();
         return PlanResult::Feasible;
@@ -57,12 +54,16 @@ PlanResult PlanSearch::findAny()
 PlanResult PlanSearch::improve()
 {
     leaveOutNeedless(*best);
+    if (costOf(*best) > costs.least()) {
+        costs.chargeCrowding();
+        findWithin(leastOfFirstLevel(), SatSolver::Effort::Little);
+    }
     const PlanCost least = costs.least();
     PlanCost budget = anyCost;
     for (const auto level : {ChangedGangs, GangsAway, PassivesThrough}) {
         while (costOf(*best) > least && costOf(*best)[level] > 0) {
             budget[level] = costOf(*best)[level] - 1;
-            const auto answer = findWithin(budget);
+            const auto answer = findWithin(budget, SatSolver::Effort::Any);
             if (answer == SatSolver::Answer::NotKnown)
                 return PlanResult::Feasible;
             if (answer == SatSolver::Answer::Impossible)
@@ -73,23 +74,33 @@ PlanResult PlanSearch::improve()
     return PlanResult::Optimal;
 }
 
-SatSolver::Answer PlanSearch::findWithin(const PlanCost &budget)
+/// The least of what matters most, and of all else as much as there is.
+PlanCost PlanSearch::leastOfFirstLevel() const
+{
+    const auto firstLevel = problem.request.aim == PlanAim::FewestChanges ? ChangedGangs : GangsAway;
+    PlanCost budget = anyCost;
+    budget[firstLevel] = costs.least()[firstLevel];
+    return budget;
+}
+
+SatSolver::Answer PlanSearch::findWithin(const PlanCost &budget, SatSolver::Effort effort)
 {
     if (budget < costs.least())
         return SatSolver::Answer::Impossible;
     PlanEncoding encoding(problem, costs, budget, time);
     while (true) {
-        const auto answer = encoding.solve(SatSolver::Effort::Any);
+        const auto answer = encoding.solve(effort);
         if (answer != SatSolver::Answer::Satisfied)
             return answer;
         PlanDraft draft = encoding.draft();
+        const PlanCost costAsFound = costOf(draft); // to leave out what is needless may cost more of what matters less
         leaveOutNeedless(draft);
         const PlanCost cost = costOf(draft);
         if (cost < costOf(*best))
             best = draft;
-        if (isWithin(cost, budget))
+        if (isWithin(costAsFound, budget) || isWithin(cost, budget))
             return answer;
-        encoding.limitCosts(costOf(encoding.draft())); // what is needless may have been left out at the cost of others
+        encoding.limitCosts(costAsFound);
     }
 }
 
@@ -101,7 +112,7 @@ PlanCost PlanSearch::costOf(const PlanDraft &draft) const
 // Without one gang or passive others may become needless.
 void PlanSearch::leaveOutNeedless(PlanDraft &draft) const
 {
-    while (leaveOutGangs(draft) || leaveOutPassives(draft)) {
+    while (costOf(draft) > costs.least() && (leaveOutGangs(draft) || leaveOutPassives(draft))) {
     }
 }
 

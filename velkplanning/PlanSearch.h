@@ -27,7 +27,8 @@ public:
     const PlanDraft &draft() const { return *best; }
 
 private:
-    SatSolver::Answer findWithin(const PlanCost &budget);
+    SatSolver::Answer findWithin(const PlanCost &budget, SatSolver::Effort effort);
+    PlanCost leastOfFirstLevel() const;
     PlanCost costOf(const PlanDraft &draft) const;
     void leaveOutNeedless(PlanDraft &draft) const;
     bool leaveOutGangs(PlanDraft &draft) const;
@@ -35,7 +36,7 @@ private:
 
     const PlanProblem &problem;
     const PlanningTime &time;
-    const WayCosts costs;
+    WayCosts costs;
     std::optional<PlanDraft> best;
 };
 }

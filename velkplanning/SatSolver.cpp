@@ -48,12 +48,10 @@ void SatSolver::addClause(const int *literals, std::size_t count)
     solver->add(0);
 }
 
-void SatSolver::addImplication(std::vector<int> premise, int conclusion)
+void SatSolver::addAnyOf(int premise, std::vector<int> literals)
 {
-    for (int &literal : premise)
-        literal = -literal;
-    premise.push_back(conclusion);
-    addClause(premise);
+    literals.push_back(-premise);
+    addClause(literals);
 }
 
 void SatSolver::addEquality(int premise, int literal, int other)
@@ -102,7 +100,7 @@ void SatSolver::prefer(int literal)
 
 SatSolver::Answer SatSolver::solve(Effort effort)
 {
-    constexpr int fewConflicts = 10000;
+    constexpr int fewConflicts = 2000;
     constexpr int satisfied = 10;
     constexpr int impossible = 20;
     SolverStop stop(time);

@@ -44,8 +44,10 @@ public:
     /// At least one of the literals is true.
     void addClause(std::initializer_list<int> literals) { addClause(literals.begin(), literals.size()); }
     void addClause(const std::vector<int> &literals) { addClause(literals.data(), literals.size()); }
-    /// If all of the literals of \a premise are true, then \a conclusion is.
-    void addImplication(std::vector<int> premise, int conclusion);
+    /// If \a premise is true, then \a conclusion is.
+    void addImplication(int premise, int conclusion) { addClause({-premise, conclusion}); }
+    /// If \a premise is true, then at least one of the literals is.
+    void addAnyOf(int premise, std::vector<int> literals);
     /// Both are true or none is, if \a premise is true.
     void addEquality(int premise, int literal, int other);
     void addAtMostOne(const std::vector<int> &literals);

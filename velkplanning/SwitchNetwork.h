@@ -16,6 +16,8 @@ struct SwitchLink
     int otherNet;
     int gang;
     std::vector<int> positions; ///< in which it is closed, ascending
+
+    int otherEnd(int end) const { return net + otherNet - end; }
 };
 
 /// A relay whose positions are not known.

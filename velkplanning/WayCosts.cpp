@@ -1,6 +1,10 @@
 #include <velkplanning/WayCosts.h>
 
+#include <velkplanning/DisjointWays.h>
+
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <numeric>
 #include <queue>
 
@@ -16,19 +20,202 @@ std::size_t placeIn(int number)
 
 WayCosts::WayCosts(const PlanProblem &planProblem)
     : problem(planProblem)
+    , graph(planProblem)
 {
-    // So that costs can be shared by up to eight without rest.
-    constexpr Weight divisible = 840;
+    for (int gang = 0; gang < problem.network.model.gangCount(); ++gang)
+        leastWeight += graph.weightOf(gang, problem.usualPosition(gang));
+    const auto ends = endsBySide(problem);
+    for (int group = 0; group < problem.groupCount(); ++group)
+        chargeGroup(group, ends[placeIn(group)]);
+    chargeOpenings();
+}
+
+// One net after the other pays for the way to it, from the source on, what nobody before it has paid for. What is paid
+// so is never more than the cheapest tree of ways costs: each arc is paid once, and by nets whose way has to cross the
+// border between what is nearer to them and what is farther away.
+void WayCosts::chargeGroup(int group, const GroupEnds &ends)
+{
+    GroupCosts charged{0, {}, {}};
+    for (const WayGraph::Arc &arc : graph.arcs())
+        charged.further.push_back(arc.cost);
+    std::vector<int> targets = problem.groups.at(group).nets;
+    targets.erase(std::find(targets.cbegin(), targets.cend(), ends.source));
+    for (const int net : targets) {
+        const auto toTarget = distances(net, false, group, charged.further);
+        const Weight way = toTarget[placeIn(ends.source)];
+        charged.least = std::min(endless, charged.least + way);
+        for (std::size_t arc = 0; arc < charged.further.size() && way < endless; ++arc) {
+            const Weight before = std::min(way, toTarget[placeIn(graph.arcs()[arc].from)]);
+            const Weight behind = std::min(way, toTarget[placeIn(graph.arcs()[arc].to)]);
+            charged.further[arc] -= std::max(Weight(0), before - behind);
+        }
+    }
+    charged.fromSource = distances(ends.source, true, group, charged.further);
+    for (const int net : targets)
+        allFlows.push_back({group, ends.source, net, distances(net, false, group, charged.further)});
+    leastWeight = std::min(endless, leastWeight + charged.least);
+    groups.push_back(std::move(charged));
+}
+
+// The cheapest ways from any source to any target that have no net in common, at what each arc costs the group for
+// which it is cheapest, beyond what that group has paid for already.
+void WayCosts::chargeCrowding()
+{
+    const int netCount = problem.network.model.netCount();
+    DisjointWays ways(graph.nodeCount() + netCount);
+    const auto wayOut = [&](int node) { return node < netCount ? graph.nodeCount() + node : node; };
+    for (int net = 0; net < netCount; ++net)
+        ways.addEdge(net, wayOut(net), 1);
+    for (std::size_t arc = 0; arc < graph.arcs().size(); ++arc) {
+        const Weight further = leastFurther(static_cast<int>(arc));
+        if (further < endless)
+            ways.addEdge(wayOut(graph.arcs()[arc].from), graph.arcs()[arc].to, 1, further);
+    }
+    const int source = ways.addNode();
+    const int target = ways.addNode();
+    for (const GroupEnds &ends : endsBySide(problem)) {
+        ways.addEdge(source, ends.source, 1);
+        ways.addEdge(wayOut(ends.target), target, 1);
+    }
+    for (int group = 0; group < problem.groupCount(); ++group)
+        ways.addWay(source, target);
+    crowding = ways.cost();
+}
+
+/// Of all groups that may use it.
+WayCosts::Weight WayCosts::leastFurther(int arc) const
+{
+    const WayGraph::Arc &used = graph.arcs()[placeIn(arc)];
+    Weight least = endless;
+    for (int group = 0; group < problem.groupCount(); ++group) {
+        if (graph.mayEnter(group, used.from) && graph.mayEnter(group, used.to))
+            least = std::min(least, groups[placeIn(group)].further[placeIn(arc)]);
+    }
+    return least;
+}
+
+// What is to be apart takes one contact less to be opened than there are parties, since each contact that opens makes
+// one set into two at most.
+void WayCosts::chargeOpenings()
+{
+    const SwitchNetwork &network = problem.network;
+    const auto isClosed = [&](const SwitchLink &link) {
+        return problem.isClosed(link, problem.usualPosition(link.gang));
+    };
+    DisjointSets sets(network.model.netCount());
+    for (const SwitchLink &link : network.links) {
+        if (isClosed(link))
+            sets.unite(link.net, link.otherNet);
+    }
+    const auto parties = partiesOfSets(sets);
+    std::map<int, std::vector<Weight>> openingCosts; // by set
+    suspects.assign(placeIn(network.model.gangCount()), false);
+    for (const SwitchLink &link : network.links) {
+        const int set = sets.leastOf(link.net);
+        if (!isClosed(link) || !problem.mayMove(link.gang) || parties[placeIn(set)].size() < 2)
+            continue;
+        suspects[placeIn(link.gang)] = true;
+        openingCosts[set].push_back(openingCost(link.gang));
+    }
+    for (auto &[set, costs] : openingCosts) {
+        std::sort(costs.begin(), costs.end());
+        const std::size_t count = std::min(costs.size(), parties[placeIn(set)].size() - 1);
+        leastWeight = std::min(
+            endless, std::accumulate(costs.cbegin(), costs.cbegin() + static_cast<std::ptrdiff_t>(count), leastWeight));
+    }
+}
+
+/// By the least net of each set: the groups with pins in it, and what is connected at rest and to be kept apart from
+/// all else.
+std::vector<std::set<int>> WayCosts::partiesOfSets(DisjointSets &sets) const
+{
+    const int netCount = problem.network.model.netCount();
+    std::vector<std::set<int>> parties(placeIn(netCount));
+    for (int net = 0; net < netCount; ++net) {
+        auto &ofSet = parties[placeIn(sets.leastOf(net))];
+        if (problem.ownerOf(net) != PlanProblem::none)
+            ofSet.insert(netCount + problem.ownerOf(net));
+        else if (problem.isForbidden(net))
+            ofSet.insert(problem.network.restSets[placeIn(net)]);
+    }
+    return parties;
+}
+
+/// The share of one of the contacts that the gang opens when it leaves its usual position. None where that may close
+/// others of use, since ways are charged for it then.
+WayCosts::Weight WayCosts::openingCost(int gang) const
+{
+    const SwitchNetwork &network = problem.network;
+    const int usual = problem.usualPosition(gang);
+    const auto links = network.linksOfGang.of(gang);
+    const auto isClosing = [&](int i) {
+        const auto &positions = network.links[placeIn(i)].positions;
+        return graph.isUseful(i) &&
+               std::any_of(positions.cbegin(), positions.cend(), [&](int position) { return position != usual; });
+    };
+    if (std::any_of(links.begin(), links.end(), isClosing))
+        return 0;
+    Weight least = endless;
+    for (int position = 0; position < network.model.gang(gang).positionCount; ++position) {
+        if (position != usual)
+            least = std::min(least, graph.weightOf(gang, position) - graph.weightOf(gang, usual));
+    }
+    return least / std::count_if(links.begin(), links.end(),
+                                 [&](int i) { return problem.isClosed(network.links[placeIn(i)], usual); });
+}
+
+std::vector<WayCosts::Weight> WayCosts::distances(int node, bool isSource, int group,
+                                                  const std::vector<Weight> &costs) const
+{
+    std::vector<Weight> result(placeIn(graph.nodeCount()), endless);
+    using Entry = std::pair<Weight, int>;
+    std::priority_queue<Entry, std::vector<Entry>, std::greater<>> next;
+    const auto reach = [&](int reached, Weight distance) {
+        if (!graph.mayEnter(group, reached) || result[placeIn(reached)] <= distance)
+            return;
+        result[placeIn(reached)] = distance;
+        next.emplace(distance, reached);
+    };
+    reach(node, 0);
+    while (!next.empty()) {
+        const auto [distance, at] = next.top();
+        next.pop();
+        if (distance > result[placeIn(at)])
+            continue;
+        for (const int i : isSource ? graph.arcsFrom(at) : graph.arcsTo(at)) {
+            const WayGraph::Arc &arc = graph.arcs()[placeIn(i)];
+            reach(isSource ? arc.to : arc.from, distance + costs[placeIn(i)]);
+        }
+    }
+    return result;
+}
+
+int WayCosts::brokenGroup() const
+{
+    const auto broken =
+        std::find_if(groups.cbegin(), groups.cend(), [](const GroupCosts &costs) { return costs.least >= endless; });
+    return broken == groups.cend() ? PlanProblem::none : static_cast<int>(broken - groups.cbegin());
+}
+
+// Rounded up: of less than one there is nothing.
+PlanCost WayCosts::least() const
+{
+    const auto &[change, away, passive] = graph.weights();
     const SwitchingModel &model = problem.network.model;
-    weights[PassivesThrough] = divisible;
-    weights[GangsAway] = weights[PassivesThrough] * static_cast<Weight>(model.passives().size() + 1);
-    weights[ChangedGangs] =
-        problem.request.aim == PlanAim::FewestChanges ? weights[GangsAway] * (model.gangCount() + 1) : 0;
-    for (int gang = 0; gang < model.gangCount(); ++gang)
-        usualWeight += weightOf(gang, problem.usualPosition(gang));
-    findUsefulLinks();
-    shareCosts();
-    findFlows();
+    PlanCost cost = {};
+    Weight rest = leastWeight + crowding;
+    if (change > 0) {
+        cost[ChangedGangs] = static_cast<int>(rest / change);
+        rest %= change;
+    }
+    cost[GangsAway] = static_cast<int>(rest / away);
+    rest %= away;
+    cost[PassivesThrough] = static_cast<int>((rest + passive - 1) / passive);
+    if (cost[PassivesThrough] > static_cast<int>(model.passives().size()))
+        cost = {cost[ChangedGangs], cost[GangsAway] + 1, 0};
+    if (change > 0 && cost[GangsAway] > model.gangCount())
+        cost = {cost[ChangedGangs] + 1, 0, 0};
+    return cost;
 }
 
 PlanCost WayCosts::costOf(int gang, int position) const
@@ -50,182 +237,26 @@ PlanCost WayCosts::costOf(const std::vector<int> &positions, int passivesThrough
 
 WayCosts::Weight WayCosts::weightOf(const PlanCost &cost) const
 {
+    const auto &[change, away, passive] = graph.weights();
     const SwitchingModel &model = problem.network.model;
-    const PlanCost most = {model.gangCount(), model.gangCount(), static_cast<int>(model.passives().size())};
-    Weight weight = 0;
-    for (std::size_t level = 0; level < cost.size(); ++level)
-        weight += weights[level] * std::min(cost[level], most[level]);
-    return weight;
+    return change * std::min(cost[ChangedGangs], model.gangCount()) +
+           away * std::min(cost[GangsAway], model.gangCount()) +
+           passive * std::min(cost[PassivesThrough], static_cast<int>(model.passives().size()));
 }
 
-WayCosts::Weight WayCosts::weightOf(int gang, int position) const
+bool WayCosts::mayUse(const Flow &flow, int arc, const PlanCost &budget) const
 {
-    return (position == 0 ? 0 : weights[GangsAway]) +
-           (position == problem.before[placeIn(gang)] ? 0 : weights[ChangedGangs]);
-}
-
-// Not those that end at a net from which nothing else leads on and that nobody asked for.
-void WayCosts::findUsefulLinks()
-{
-    const SwitchNetwork &network = problem.network;
-    const int netCount = network.model.netCount();
-    std::vector<int> waysOn(placeIn(netCount));
-    useful.resize(network.links.size());
-    for (std::size_t i = 0; i < useful.size(); ++i) {
-        const SwitchLink &link = network.links[i];
-        useful[i] = problem.isPossible(link) && !problem.isBarred(link.net) && !problem.isBarred(link.otherNet);
-        if (useful[i]) {
-            ++waysOn[placeIn(link.net)];
-            ++waysOn[placeIn(link.otherNet)];
-        }
-    }
-    for (int net = 0; net < netCount; ++net) {
-        for (const int passive : network.passivesOfNet.of(net))
-            waysOn[placeIn(net)] += problem.mayGoThrough(passive);
-    }
-    std::vector<int> ends;
-    const auto isEnd = [&](int net) { return waysOn[placeIn(net)] == 1 && problem.ownerOf(net) == PlanProblem::none; };
-    for (int net = 0; net < netCount; ++net) {
-        if (isEnd(net))
-            ends.push_back(net);
-    }
-    while (!ends.empty()) {
-        const int end = ends.back();
-        ends.pop_back();
-        for (const int i : network.linksOfNet.of(end)) {
-            if (!useful[placeIn(i)])
-                continue;
-            useful[placeIn(i)] = false;
-            const int next = network.links[placeIn(i)].net + network.links[placeIn(i)].otherNet - end;
-            --waysOn[placeIn(next)];
-            if (isEnd(next))
-                ends.push_back(next);
-        }
-    }
-}
-
-void WayCosts::shareCosts()
-{
-    const SwitchNetwork &network = problem.network;
-    linkCosts.assign(network.links.size(), endless);
-    for (int gang = 0; gang < network.model.gangCount(); ++gang) {
-        const int usual = problem.usualPosition(gang);
-        for (int position = 0; position < network.model.gang(gang).positionCount; ++position) {
-            if (position != usual && !problem.mayMove(gang))
-                continue;
-            int sharers = 0;
-            for (const int i : network.linksOfGang.of(gang))
-                sharers += useful[placeIn(i)] && problem.isClosed(network.links[placeIn(i)], position);
-            const Weight cost = weightOf(gang, position) - weightOf(gang, usual);
-            for (const int i : network.linksOfGang.of(gang)) {
-                if (useful[placeIn(i)] && problem.isClosed(network.links[placeIn(i)], position))
-                    linkCosts[placeIn(i)] = std::min(linkCosts[placeIn(i)], cost / sharers);
-            }
-        }
-    }
-}
-
-void WayCosts::findFlows()
-{
-    leastWeight = usualWeight;
-    for (int group = 0; group < problem.groupCount(); ++group) {
-        const auto &nets = problem.groups.at(group).nets;
-        Weight least = 0;
-        const auto fromSource = nets.size() > 1 ? distancesFrom(nets.front(), group) : std::vector<Weight>();
-        for (std::size_t i = 1; i < nets.size(); ++i) {
-            allFlows.push_back({group, nets.front(), nets[i], fromSource, distancesFrom(nets[i], group)});
-            least = std::max(least, fromSource[placeIn(nets[i])]);
-        }
-        leastOfGroups.push_back(least);
-        leastWeight = std::min(endless, leastWeight + least);
-    }
-}
-
-std::vector<WayCosts::Weight> WayCosts::distancesFrom(int net, int group) const
-{
-    const SwitchNetwork &network = problem.network;
-    std::vector<Weight> distances(placeIn(network.model.netCount()), endless);
-    std::vector<bool> isPassed(network.model.passives().size());
-    using Entry = std::pair<Weight, int>;
-    std::priority_queue<Entry, std::vector<Entry>, std::greater<>> next;
-    const auto reach = [&](int reached, Weight distance) {
-        if (!problem.mayReach(group, reached) || distances[placeIn(reached)] <= distance)
-            return;
-        distances[placeIn(reached)] = distance;
-        next.emplace(distance, reached);
-    };
-    reach(net, 0);
-    while (!next.empty()) {
-        const auto [distance, from] = next.top();
-        next.pop();
-        if (distance > distances[placeIn(from)])
-            continue;
-        for (const int i : network.linksOfNet.of(from)) {
-            const SwitchLink &link = network.links[placeIn(i)];
-            if (useful[placeIn(i)])
-                reach(link.net + link.otherNet - from, distance + linkCosts[placeIn(i)]);
-        }
-        for (const int passive : network.passivesOfNet.of(from)) {
-            if (!problem.mayGoThrough(passive) || isPassed[placeIn(passive)])
-                continue;
-            isPassed[placeIn(passive)] = true;
-            for (const int to : network.model.passives()[placeIn(passive)].nets)
-                reach(to, distance + weights[PassivesThrough]);
-        }
-    }
-    return distances;
-}
-
-int WayCosts::brokenGroup() const
-{
-    const auto broken =
-        std::find_if(leastOfGroups.cbegin(), leastOfGroups.cend(), [](Weight least) { return least >= endless; });
-    return broken == leastOfGroups.cend() ? PlanProblem::none : static_cast<int>(broken - leastOfGroups.cbegin());
-}
-
-PlanCost WayCosts::least() const
-{
-    const auto passiveCount = static_cast<Weight>(problem.network.model.passives().size());
-    PlanCost cost = {};
-    Weight rest = leastWeight;
-    if (weights[ChangedGangs] > 0) {
-        cost[ChangedGangs] = static_cast<int>(rest / weights[ChangedGangs]);
-        rest %= weights[ChangedGangs];
-    }
-    cost[GangsAway] = static_cast<int>(rest / weights[GangsAway]);
-    rest %= weights[GangsAway];
-    if (rest > passiveCount * weights[PassivesThrough]) { // more than passives could make up for
-        ++cost[GangsAway];
-        rest = 0;
-    }
-    cost[PassivesThrough] = static_cast<int>((rest + weights[PassivesThrough] - 1) / weights[PassivesThrough]);
-    if (weights[ChangedGangs] > 0 && cost[GangsAway] > problem.network.model.gangCount())
-        cost = {cost[ChangedGangs] + 1, 0, 0};
-    return cost;
-}
-
-bool WayCosts::fits(const Flow &flow, int from, Weight step, int to, const PlanCost &budget) const
-{
-    const Weight way = flow.fromSource[placeIn(from)] + step + flow.toTarget[placeIn(to)];
-    if (way >= endless)
-        return false;
-    return leastWeight - leastOfGroups[placeIn(flow.group)] + way <= weightOf(budget);
-}
-
-bool WayCosts::mayCrossLink(const Flow &flow, int link, int from, int to, const PlanCost &budget) const
-{
-    return useful[placeIn(link)] && fits(flow, from, linkCosts[placeIn(link)], to, budget);
-}
-
-bool WayCosts::mayCrossPassive(const Flow &flow, int from, int to, const PlanCost &budget) const
-{
-    return fits(flow, from, weights[PassivesThrough], to, budget);
+    const WayGraph::Arc &used = graph.arcs()[placeIn(arc)];
+    const GroupCosts &ofGroup = groups[placeIn(flow.group)];
+    const Weight further =
+        ofGroup.fromSource[placeIn(used.from)] + ofGroup.further[placeIn(arc)] + flow.toTarget[placeIn(used.to)];
+    return further < endless && leastWeight + further <= weightOf(budget);
 }
 
 bool WayCosts::leavesRoomForOthers(const PlanCost &budget) const
 {
-    const Weight leastMove =
-        weights[ChangedGangs] > 0 ? weights[ChangedGangs] - weights[GangsAway] : weights[GangsAway];
-    return leastWeight + leastMove <= weightOf(budget);
+    const auto &[change, away, passive] = graph.weights();
+    const Weight leastMove = change > 0 ? change - away : away;
+    return leastWeight + crowding + leastMove <= weightOf(budget);
 }
 }

@@ -1,73 +1,84 @@
 #ifndef VELKPLANNING_WAYCOSTS_H
 #define VELKPLANNING_WAYCOSTS_H
 
+#include <velkplanning/GroupEnds.h>
 #include <velkplanning/PlanCost.h>
 #include <velkplanning/PlanProblem.h>
+#include <velkplanning/WayGraph.h>
 
-#include <cstdint>
+#include <velk/model/DisjointSets.h>
+
+#include <limits>
+#include <set>
 #include <vector>
 
 namespace Velk {
 
-/// What ways cost, each connection looked at alone: how much any plan costs at least, and which links can be part of a
-/// plan that costs no more than so much.
-///
-/// All costs of a plan are added up to one number, in which nothing less important can outweigh what is more. The cost
-/// of a position is shared by all links that it closes and that could be of use, so that no plan, in which links belong
-/// to different groups, is charged more than it costs.
+/// What a plan costs at least, each group looked at alone, and each set of nets that are connected while all gangs are
+/// in their usual positions; and over what a way can lead in a plan that costs no more than so much.
 class WayCosts
 {
 public:
-    using Weight = std::int64_t;
-    static constexpr Weight endless = INT64_MAX / 4; ///< no way leads there
+    using Weight = WayGraph::Weight;
 
-    /// That a net of the group is to be tied to its first one.
+    /// That a net of a group is to be tied to its first one.
     struct Flow
     {
         int group;
         int source;
         int target;
-        std::vector<Weight> fromSource; ///< to each net
-        std::vector<Weight> toTarget;   ///< from each net
+        std::vector<Weight> toTarget; ///< from each node, beyond what the group costs anyway
     };
 
     /// The problem has to stay.
     explicit WayCosts(const PlanProblem &planProblem);
 
+    const std::vector<WayGraph::Arc> &arcs() const { return graph.arcs(); }
     const std::vector<Flow> &flows() const { return allFlows; }
     /// A group whose pins no way ties together, or none.
     int brokenGroup() const;
-    /// What any plan costs at least.
+    /// What any plan costs at least, unless a group is broken.
     PlanCost least() const;
+    /// Has least() count too what it costs that groups get in each other's way. To be called once; it takes long beside
+    /// all else.
+    void chargeCrowding();
     PlanCost costOf(const std::vector<int> &positions, int passivesThrough) const;
     PlanCost costOf(int gang, int position) const;
 
-    /// Whether the way of the flow, in a plan that costs no more than the budget, can lead over the link or passive
-    /// from one of its nets to another.
-    bool mayCrossLink(const Flow &flow, int link, int from, int to, const PlanCost &budget) const;
-    bool mayCrossPassive(const Flow &flow, int from, int to, const PlanCost &budget) const;
-    /// Whether gangs that are on no way may take another position than their usual one.
+    /// Whether the way of the flow can lead over the arc in a plan that costs no more than the budget.
+    bool mayUse(const Flow &flow, int arc, const PlanCost &budget) const;
+    /// Whether a contact of the gang, closed in its usual position, may have to be opened.
+    bool isSuspect(int gang) const { return suspects[static_cast<std::size_t>(gang)]; }
+    /// Whether other gangs that are on no way can take another position than their usual one in such a plan.
     bool leavesRoomForOthers(const PlanCost &budget) const;
-    /// Whether a way can lead over the link at all.
-    bool isUseful(int link) const { return useful[static_cast<std::size_t>(link)]; }
 
 private:
+    static constexpr Weight endless = std::numeric_limits<Weight>::max() / 4; ///< no way leads there
+
+    /// Ways of one group.
+    struct GroupCosts
+    {
+        Weight least;                   ///< of all that ties it together
+        std::vector<Weight> further;    ///< by arc, what it costs beyond that
+        std::vector<Weight> fromSource; ///< to each node, beyond that
+    };
+
+    void chargeGroup(int group, const GroupEnds &ends);
+    Weight leastFurther(int arc) const;
+    void chargeOpenings();
+    std::vector<std::set<int>> partiesOfSets(DisjointSets &sets) const;
+    Weight openingCost(int gang) const;
+    /// The costs of the cheapest ways from a node or to it, by node.
+    std::vector<Weight> distances(int node, bool isSource, int group, const std::vector<Weight> &costs) const;
     Weight weightOf(const PlanCost &cost) const;
-    Weight weightOf(int gang, int position) const;
-    void findUsefulLinks();
-    void shareCosts();
-    void findFlows();
-    std::vector<Weight> distancesFrom(int net, int group) const;
-    bool fits(const Flow &flow, int from, Weight step, int to, const PlanCost &budget) const;
 
     const PlanProblem &problem;
-    std::array<Weight, PlanCostLevels> weights; ///< of one of each
-    std::vector<bool> useful;                   ///< by link
-    std::vector<Weight> linkCosts;              ///< endless where it cannot be closed
+    const WayGraph graph;
+    std::vector<GroupCosts> groups;
     std::vector<Flow> allFlows;
-    std::vector<Weight> leastOfGroups;
+    std::vector<bool> suspects; ///< by gang
     Weight leastWeight = 0;
-    Weight usualWeight = 0; ///< while all gangs are in their usual positions
+    Weight crowding = 0; ///< beyond that
 };
 }
 
