@@ -11,7 +11,8 @@ namespace Velk {
 
 namespace {
 
-/// Finds ways over contacts that are closed in a plan, and over passives of one group at a time.
+/// Finds ways over contacts that are closed in a plan, and over passives that groups go through: those of other groups
+/// are out of reach.
 class WayFinder
 {
 public:
@@ -26,14 +27,11 @@ public:
                 contactsAt[static_cast<std::size_t>(contact.otherNet)].push_back({contact.component, contact.net});
             }
         }
-    }
-
-    void goThrough(const std::vector<int> &passives)
-    {
-        passivesAt.clear();
-        for (const int number : passives) {
-            for (const int net : passive(number).nets)
-                passivesAt[net].push_back(number);
+        for (const PlannedGroup &group : plan.groups) {
+            for (const int number : group.through) {
+                for (const int net : passive(number).nets)
+                    passivesAt[net].push_back(number);
+            }
         }
     }
 
@@ -124,15 +122,10 @@ QList<ConnectionWay> waysOf(const SwitchingModel &model, const ConnectionRequest
 {
     if (plan.groups.isEmpty())
         return {};
-    QList<ConnectionWay> ways(request.connections.size());
-    WayFinder finder(model, plan);
-    for (const PlannedGroup &group : plan.groups) {
-        finder.goThrough(group.through);
-        for (const int connection : group.connections) {
-            const auto &[from, to] = request.connections.at(connection);
-            ways[connection] = finder.shortest(from.net, to.net);
-        }
-    }
+    const WayFinder finder(model, plan);
+    QList<ConnectionWay> ways;
+    for (const auto &[from, to] : request.connections)
+        ways.append(finder.shortest(from.net, to.net));
     return ways;
 }
 }

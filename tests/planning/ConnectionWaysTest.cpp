@@ -35,10 +35,9 @@ private Q_SLOTS:
         const SwitchingModel model = text.model();
         const ConnectionRequest request = text.request(model);
         ConnectionPlan plan{PlanResult::Optimal, text.state(model).positions, {}, {}, {}, {}, {}, {}};
-        const auto groups = groupsOf(request.connections, model.netCount());
-        const auto through = text.through(model, groups.size());
-        for (std::size_t i = 0; i < through.size(); ++i)
-            plan.groups.append({groups.at(static_cast<qsizetype>(i)).connections, {}, through[i], {}, {}});
+        const auto groupCount = groupsOf(request.connections, model.netCount()).size();
+        for (const std::vector<int> &passives : text.through(model, groupCount))
+            plan.groups.append({{}, {}, passives, {}, {}});
         QStringList lines;
         for (const ConnectionWay &way : waysOf(model, request, plan))
             lines.append(toText(way, model));
