@@ -1,5 +1,5 @@
-// Prints which relays to set so that the DUT of bench 2 is supplied, and then is measured as well, the way of each
-// connection, and what happens between the two.
+// Prints which relays to set so that the DUT of bench 2 is supplied, and then is measured as well: what moves, the way
+// of each connection, and what may touch while it moves.
 //
 //     planner-example velk.toml
 
@@ -7,7 +7,9 @@
 #include <velkplanning/VelkPlanner.h>
 
 #include <iostream>
+#include <map>
 #include <stdexcept>
+#include <string>
 
 int main(int argc, char **argv)
 try {
@@ -24,7 +26,9 @@ try {
     Velk::VelkPlanRequest measured = supplied;
     measured.connections.push_back({{meter, "HI"}, {dut, "OUT"}});
 
-    for (const auto &step : planner.planSteps({{"supply", supplied}, {"measure", measured}})) {
+    const auto steps = planner.planSteps({{"supply", supplied}, {"measure", measured}});
+
+    for (const auto &step : steps) {
         std::cout << step.name << (step.plan.result == Velk::VelkPlanResult::Optimal ? ": proven\n" : ": no proof\n");
         for (const auto &relay : step.toRest)
             std::cout << "  " << relay << " to rest\n";
@@ -35,6 +39,12 @@ try {
             for (const auto &crossed : way.steps)
                 std::cout << ' ' << crossed.component;
             std::cout << " to " << way.lastNet << '\n';
+        }
+        for (const auto &transient : step.transients) {
+            std::cout << "  may touch:";
+            for (const auto &[component, pin] : transient.pins)
+                std::cout << ' ' << component << '.' << pin.name;
+            std::cout << '\n';
         }
     }
 } catch (const std::exception &exception) {

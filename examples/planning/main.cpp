@@ -1,5 +1,5 @@
 // Prints the relays that connect the multimeter with an output and both sense pins of the DUT of bench 2 at once, and
-// over how many components each connection goes.
+// the components that each connection crosses.
 //
 //     planning-example instruments.net matrix.net adapter.net
 
@@ -47,8 +47,12 @@ try {
             out << planner.model().gang(static_cast<int>(gang)).components.join(u'+') << " to position "
                 << plan.positions[gang] << '\n';
     }
-    for (const auto &way : Velk::waysOf(planner.model(), request, plan))
-        out << "a way over " << way.steps.size() << " components\n";
+    for (const auto &way : Velk::waysOf(planner.model(), request, plan)) {
+        out << "way:";
+        for (const auto &step : way.steps)
+            out << ' ' << planner.model().ref(step.component);
+        out << '\n';
+    }
 } catch (const Velk::EDAException &exception) {
     QTextStream(stderr) << exception.message() << '\n';
     return 2;
