@@ -31,6 +31,9 @@ private Q_SLOTS:
                                            {u"routes"_s},
                                            {u"list"_s},
                                            {u"check"_s},
+#ifdef VELK_HAS_PLANNING
+                                           {u"plan"_s},
+#endif
                                            {u"ini"_s},
                                            {u"ini"_s, u"physical"_s},
                                            {u"ini"_s, u"application"_s}}) {

@@ -1,4 +1,5 @@
 #include "cli/formats/PlanText.h"
+#include "cli/formats/PlanJson.h"
 #include "tests/support/TestRegistry.h"
 
 #include <velk/provider/MultipleEDAProvider.h>
@@ -45,6 +46,17 @@ private Q_SLOTS:
         plan.groups = {{{0}, {}, {3}, {}, {}}, {{1}, {}, {5}, {}, {}}};
         change = {{0, 2}, {2}, {}};
         QTEST(planResultText(report, step), "expected");
+    }
+
+    void resultInJson()
+    {
+        const MultipleEDAProvider netlist({}, {});
+        const PlanReport report{netlist, SwitchingModel(netlist), PinNames(netlist), {}, PlanAim::FewestAway, {}};
+        PlanStep step{u"a"_s, {}, {}, {}, {{PlanResult::Unknown, {}, {}, {}, {}, {}, {}, {}}, {}, {}}};
+        QCOMPARE(planStepToJson(report, step), (QJsonObject{{u"step"_s, u"a"_s}, {u"result"_s, u"unknown"_s}}));
+        step.planned.plan.result = PlanResult::Feasible;
+        QCOMPARE(planStepToJson(report, step).value(u"result"_s), QJsonValue(u"feasible"_s));
+        QCOMPARE(planStepToJson(report, step).size(), 10);
     }
 };
 
