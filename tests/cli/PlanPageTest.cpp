@@ -177,6 +177,7 @@ private Q_SLOTS:
         BoardPlans plans;
         const auto data = plans.data({plans.plannedStep()});
         QCOMPARE(data[u"steps"_s][0][u"result"_s].toString(), u"optimal"_s);
+        QCOMPARE(data[u"steps"_s][0][u"gangsAway"_s].toInt(), 2);
         QCOMPARE(PageText(data).lines(data[u"steps"_s][0]).join(u'\n'),
                  u"</script>: 2 relays, 1 passive component, proven to be the fewest\n"
                  "U1#1.HI to J1#1.1 (t.csv:2)\n"

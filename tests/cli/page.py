@@ -419,7 +419,7 @@ def check_state_large(page):
 
 def check_plan(page):
     check("steps", page.texts("#list [role=option]"),
-          ["measure\n3 relays\n\u2713 optimal", "drive\n3 relays\n\u2713 optimal", "too much\n\u2715 impossible",
+          ["measure\n2 relays\n\u2713 optimal", "drive\n3 relays\n\u2713 optimal", "too much\n\u2715 impossible",
            "allowed\n1 relay\n\u2713 optimal", "rest\n0 relays\n\u2713 optimal"])
     check("summary", page.find("#summary").text, "5 steps: 4 optimal, 1 impossible")
     check_every_step(page)
@@ -432,7 +432,7 @@ def check_plan(page):
     check("relays on their boards", page.texts(".frame .chip"), ["through R1#1 1", "K101#2 1", "K105#2 1", "K703#2=CH1 2"])
     check("pins on their boards", page.texts(".frame .card > ul > li"),
           ["1 FORCE_HI", "2 SENSE_HI", "1 IN_P", "2 SENSE+", "1 IN_P"])
-    check("lines", page.texts(".frame .lines")[2], "Lines 1 COL1, COL5 2 V_S+")
+    check("lines", page.texts(".frame .lines")[2], "1 COL1, COL5\n2 V_S+")
     check("group", page.texts("#sets > li")[0].split("\n")[0], "1 J1#3.IN_P, J2#3.IN_P, U1#1.FORCE_HI; through R1#1")
     page.screenshot("light")
     page.find("#sets > li:nth-child(2) button").click()

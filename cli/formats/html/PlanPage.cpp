@@ -11,6 +11,8 @@
 
 #include <QHash>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace Velk;
 
@@ -84,7 +86,10 @@ private:
         QJsonArray transients;
         for (const Transient &transient : change.transients)
             transients.append(transientToData(transient));
+        const qint64 gangsAway =
+            std::count_if(plan.positions.begin(), plan.positions.end(), [](int position) { return position > 0; });
         members.insert(u"cost"_s, planResultText(report, step));
+        members.insert(u"gangsAway"_s, gangsAway);
         members.insert(u"relays"_s, relays(plan));
         members.insert(u"groups"_s, groups);
         members.insert(u"couplings"_s, couplings);

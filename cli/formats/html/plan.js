@@ -60,10 +60,11 @@ function planFrame(board, step, setOf) {
     const element = frame(board, [...setOf.keys()], { relays: [...step.relays, ...passives] }, setOf);
     const lines = step.groups.flatMap(({ nets }, set) => {
         const names = nets.flatMap((net) => namesOn(data.nets[net], board));
-        return names.length === 0 ? [] : [' ', setMark(set), ' ', ...enumerated(names.map((name) => named(name)))];
+        return names.length === 0 ? []
+            : [html('li', {}, setMark(set), ' ', ...enumerated(names.map((name) => named(name))))];
     });
     if (lines.length > 0) {
-        element.append(html('p', { class: 'lines' }, 'Lines', ...lines));
+        element.append(html('ul', { class: 'lines', 'aria-label': 'Lines' }, ...lines));
         element.hidden = false;
     }
     return element;
@@ -210,17 +211,17 @@ function show(step) {
     shownWidth = widthOfDrawings();
     byId('result').replaceChildren(badge(step), ` ${resultText(step)}`);
     byId('plan').hidden = !hasPlan(step);
-    byId('conflict').hidden = step.conflict === undefined;
+    byId('conflict').hidden = !step.conflict?.length;
     if (hasPlan(step))
         showPlan(step);
-    if (step.conflict)
+    if (step.conflict?.length > 0)
         showConflict(step);
     showSet(-1);
 }
 
 function stepNotes(step) {
     const relays = hasPlan(step)
-        ? [html('span', { class: 'about' }, counted(step.relays.length, 'relay', 'relays'))] : [];
+        ? [html('span', { class: 'about' }, counted(step.gangsAway, 'relay', 'relays'))] : [];
     return [...relays, badge(step)];
 }
 
