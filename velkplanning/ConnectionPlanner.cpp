@@ -86,7 +86,7 @@ public:
         if (result == PlanResult::Impossible)
             return whyImpossible(problem);
         if (result == PlanResult::Unknown)
-            return {result, {}, {}, {}, {}, {}, {}, {}};
+            return withoutAnswer();
         result = search.improve();
         ConnectionPlan plan = checkedPlan(problem, search.draft());
         plan.result = result;
@@ -94,6 +94,8 @@ public:
     }
 
 private:
+    static ConnectionPlan withoutAnswer() { return {PlanResult::Unknown, {}, {}, {}, {}, {}, {}, {}}; }
+
     /// Throws an EDAException for a plan that is none, which is an error of planning.
     ConnectionPlan checkedPlan(const PlanProblem &problem, const PlanDraft &draft) const
     {
@@ -115,7 +117,7 @@ private:
     {
         const std::vector<int> conflict = conflictIn(problem);
         if (conflict.empty())
-            return {PlanResult::Unknown, {}, {}, {}, {}, {}, {}, {}};
+            return withoutAnswer();
         const ConnectionRequest conflicting = partOf(conflict);
         const PlanProblem part(network, conflicting, before);
         return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, scarceNetsOf(part)};

@@ -20,8 +20,8 @@ class ConnectionPlannerPrivate;
 /// How long a plan may take.
 struct PlanningLimits
 {
-    /// Then the best plan so far is returned, as Feasible; without one Unknown, also while a conflict is being looked
-    /// for. None: until all is known.
+    /// Then the best plan so far is returned, as Feasible, or Unknown, where neither a plan nor a conflict is found
+    /// yet. None: until it is known.
     std::optional<std::chrono::milliseconds> time = {};
     /// Asked now and then, in the thread that plans; when it returns true it is as if the time was up.
     std::function<bool()> isCalledOff = {};
