@@ -181,10 +181,6 @@ private:
         request.forbidsCouplings = happens(4);
         request.trustsUnknown = happens(3);
         request.aim = happens(3) ? PlanAim::FewestChanges : PlanAim::FewestAway;
-        for (const int component : request.excludedComponents) {
-            if (const int gang = model.gangOf(component); gang != SwitchingModel::none)
-                before[static_cast<std::size_t>(gang)] = 0;
-        }
     }
 };
 
@@ -347,6 +343,27 @@ private Q_SLOTS:
         QCOMPARE(std::count(plan.positions.begin(), plan.positions.end(), 1), 16);
         QCOMPARE(planText(planner.plan(crossing(9, model)), model),
                  u"impossible 0 1 2 3 4 5 6 7 8 over L0 L1 L2 L3 L4 L5 L6 L7"_s);
+    }
+
+    void whatIsFoundInTimeHolds()
+    {
+        QMap<PlanResult, int> results;
+        for (quint32 seed = 0; seed < 500; ++seed) {
+            const RandomRequest asked(seed);
+            if (asked.stateCount() > 1000)
+                continue;
+            quint32 left = seed % 12;
+            const PlanningLimits limits{{}, [&] { return left == 0 || --left == 0; }};
+            const ConnectionPlan plan = ConnectionPlanner(asked.model).plan(asked.request, asked.before, limits);
+            const PlainPlanning plain(asked.model, asked.relays.netlist, asked.request, asked.before);
+            const QString difference = plan.result == PlanResult::Feasible  ? plain.faultOf(plan)
+                                       : plan.result == PlanResult::Unknown ? QString()
+                                                                            : plain.differenceOf(plan);
+            QVERIFY2(difference.isEmpty(), asked.where() + ": " + difference.toUtf8());
+            ++results[plan.result];
+        }
+        QVERIFY(results[PlanResult::Optimal] > 50 && results[PlanResult::Impossible] > 10);
+        QVERIFY(results[PlanResult::Feasible] > 0 && results[PlanResult::Unknown] > 50);
     }
 
     void endsWhenTheTimeIsUp_data()

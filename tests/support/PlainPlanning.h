@@ -252,17 +252,26 @@ private:
         }
     }
 
+    /// Pins that only nets name count too.
     void findUnknown()
     {
         static const QRegularExpression coil(QStringLiteral("^[AB][1-9]$"));
         for (const QString &ref : model.unknownComponents()) {
-            std::vector<int> nets;
+            QStringList numbers;
             const auto part = netlist.getPartByName(netlist.getComponentByRef(ref)->part);
-            for (const auto &pin : std::as_const(part->pins)) {
-                if (!coil.match(pin->number).hasMatch())
-                    nets.push_back(model.netOf(ref, pin->number));
+            for (const auto &pin : std::as_const(part->pins))
+                numbers.append(pin->number);
+            for (const auto &net : netlist.getNets()) {
+                for (const auto &node : std::as_const(net->nodes)) {
+                    if (node->ref == ref)
+                        numbers.append(node->pin);
+                }
             }
-            unknown.push_back(nets);
+            unknown.emplace_back();
+            for (const QString &number : std::as_const(numbers)) {
+                if (!coil.match(number).hasMatch())
+                    unknown.back().push_back(model.netOf(ref, number));
+            }
         }
     }
 
