@@ -43,6 +43,12 @@ function changes(step) {
         : lines.map(([title, relays]) => html('li', {}, title, ...enumerated(relays)));
 }
 
+// The elements of a list, of very many the first ones.
+function items(all, toItem) {
+    const shown = all.slice(0, mostShown).map(toItem);
+    return all.length > mostShown ? [...shown, html('li', {}, `and ${all.length - mostShown} more`)] : shown;
+}
+
 function gangNames(gangs) {
     return enumerated(gangs.map((gang) => named(gang.map((place) => data.components[place].ref).join('+'))));
 }
@@ -58,13 +64,11 @@ function planFrame(board, step, setOf) {
     const passives = step.groups.flatMap(({ through }, set) => through.map((component) =>
         ({ component, setting: `through ${data.components[component].ref}`, sets: [set] })));
     const element = frame(board, [...setOf.keys()], { relays: [...step.relays, ...passives] }, setOf);
-    const lines = step.groups.flatMap(({ nets }, set) => {
-        const names = nets.flatMap((net) => namesOn(data.nets[net], board));
-        return names.length === 0 ? []
-            : [html('li', {}, setMark(set), ' ', ...enumerated(names.map((name) => named(name))))];
-    });
+    const lines = step.groups.map(({ nets }, set) => [set, nets.flatMap((net) => namesOn(data.nets[net], board))])
+        .filter(([, names]) => names.length > 0);
     if (lines.length > 0) {
-        element.append(html('ul', { class: 'lines', 'aria-label': 'Lines' }, ...lines));
+        element.append(html('ul', { class: 'lines', 'aria-label': 'Lines' }, ...items(lines, ([set, names]) =>
+            html('li', {}, setMark(set), ' ', ...enumerated(names.map((name) => named(name)))))));
         element.hidden = false;
     }
     return element;
@@ -105,27 +109,25 @@ function groupItem(step, group, set) {
     if (group.through.length > 0)
         item.append('; through ', ...refs(group.through));
     if (group.sideConnections.length > 0)
-        item.append('; also connects ', ...group.sideConnections.slice(0, mostShown)
-            .flatMap((place) => [sideMark(data.pins[place], ''), ' ']));
-    for (const way of group.ways) {
+        item.append('; also connects ', ...enumerated(group.sideConnections.map((place) =>
+            sideMark(data.pins[place], ''))));
+    for (const way of group.ways.slice(0, mostShown)) {
         if (!isSingle)
             item.append(html('p', { class: 'connection-title' }, ...wantedBy(way)));
         item.append(drawing(wayOf(step, group, way)));
     }
+    if (group.ways.length > mostShown)
+        item.append(`and ${group.ways.length - mostShown} more`);
     item.append(netsText(group));
     return item;
 }
 
-function marked(sets) {
-    return sets.flatMap((set, i) => i > 0 ? [' ', setMark(set)] : [setMark(set)]);
-}
-
 function remarks(step) {
-    const coupling = ({ groups, pins, passives }) => html('li', {}, 'coupled: ', ...marked(groups),
+    const coupling = ({ groups, pins, passives }) => html('li', {}, 'coupled: ', ...enumerated(groups.map(setMark)),
         ...pins.length > 0 ? [' ', ...pinNames(pins)] : [], ' by ', ...refs(passives));
     return [
-        ...step.couplings.map(coupling),
-        ...step.alsoConnected.map((pins) => html('li', {}, 'also connected: ', ...pinNames(pins))),
+        ...items(step.couplings, coupling),
+        ...items(step.alsoConnected, (pins) => html('li', {}, 'also connected: ', ...pinNames(pins))),
         ...step.unknown.length === 0 ? []
             : [html('li', {}, 'in touch, though their positions are not known: ', ...refs(step.unknown))],
     ];
@@ -136,10 +138,10 @@ function showPlan(step) {
         [...pins, ...sideConnections].map((pin) => [pin, set])));
     byId('relays').replaceChildren(...relaysText(step));
     byId('change').replaceChildren(...changes(step));
-    byId('transients').replaceChildren(...step.transients.map(transient));
+    byId('transients').replaceChildren(...items(step.transients, transient));
     byId('system').replaceChildren(...data.boards.map((_, i) => planFrame(i + 1, step, setOf)));
     byId('sets').replaceChildren(...step.groups.length === 0 ? [html('li', {}, 'Nothing')]
-        : step.groups.map((group, set) => groupItem(step, group, set)));
+        : items(step.groups, (group, set) => groupItem(step, group, set)));
     const found = remarks(step);
     byId('remarks-title').hidden = found.length === 0;
     byId('remarks').replaceChildren(...found);
@@ -199,10 +201,9 @@ function showConflict(step) {
         ? 'There is no plan for this connection alone' : 'There is a plan without any one of these, but none for all';
     byId('bottleneck').hidden = step.bottleneck.length === 0;
     byId('bottleneck').replaceChildren(...step.bottleneck.length > 0 ? [drawBottleneck(step, widthOfDrawings())] : []);
-    byId('conflicting').replaceChildren(...step.conflict.flatMap((connections, set) => connections.map((place) => {
-        const wanted = step.wanted[place];
-        return html('li', {}, setMark(set), ' ', ...connectionName(wanted), ' ', placeOf(wanted));
-    })));
+    const conflicting = step.conflict.flatMap((connections, set) => connections.map((place) => [place, set]));
+    byId('conflicting').replaceChildren(...items(conflicting, ([place, set]) => html('li', {}, setMark(set), ' ',
+        ...connectionName(step.wanted[place]), ' ', placeOf(step.wanted[place]))));
 }
 
 let shownWidth = 0;
