@@ -104,7 +104,7 @@ private:
 
     QSharedPointer<EDAComponent> add(const QString &ref, const QString &type, const QStringList &pins)
     {
-        const auto component = netlist.add(ref, type, pins);
+        auto component = netlist.add(ref, type, pins);
         for (const QString &pin : pins) {
             const auto net = static_cast<std::size_t>(decisions.number(8));
             if (net < nodes.size())
