@@ -165,7 +165,8 @@ void registerTask(const std::string &name, const std::function<PlanningTask()> &
     registerComparison("planning/" + name, [=]() -> Comparison {
         const auto &task = kept("planning " + name, make);
         return {{{"velk", [&task, seconds] { return seconds(task); }}},
-                {{"steps", static_cast<double>(task.requests.size())}}};
+                {{"steps", static_cast<double>(task.requests.size())},
+                 {"connections", static_cast<double>(task.requests.first().connections.size())}}};
     });
 }
 }

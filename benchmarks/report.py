@@ -228,14 +228,17 @@ def add_coverage(table):
 
 
 def add_planning(table):
-    for task, name, limit in (
-            ("Plan, demo, 6 connections at once", "demo", 20e-3),
-            ("Plan, exported system, 10 connections at once", "large", 0.3),
-            ("Plan, 32x32 crosspoints, all rows to columns in any order", "matrix", 2),
-            ("No plan, 33 connections over 32 lines, the bottleneck named", "bottleneck", 0.5),
-            ("Plan, 5 stages, 16 lines, any order", "network", 5),
-            ("Plan, exported system, 100 steps of 10 connections", "steps", 20)):
-        table.limit(task, f"planning/{name}", limit)
+    for name, task, limit in (
+            ("demo", "Plan, demo, {connections} connections at once", 20e-3),
+            ("large", "Plan, exported system, {connections} connections at once", 0.3),
+            ("matrix", "Plan, {connections}x{connections} crosspoints, all rows to columns in any order", 2),
+            ("bottleneck", "No plan, {connections} connections over {lines} lines, the bottleneck named", 0.5),
+            ("network", "Plan, 5 stages, {connections} lines, any order", 5),
+            ("steps", "Plan, exported system, {steps} steps of {connections} connections", 20)):
+        name = f"planning/{name}"
+        if name in table.results:
+            connections, steps = (int(table.results.best(name, size)) for size in ("connections", "steps"))
+            table.limit(task.format(connections=connections, lines=connections - 1, steps=steps), name, limit)
 
 
 def main():
