@@ -13,7 +13,7 @@ namespace Velk {
 /// A step of a sequence of requests, in which the relays stay as they are from one to the next.
 struct PlannedStep
 {
-    ConnectionPlan plan;
+    ConnectionPlan plan;       ///< or why there is none
     QList<ConnectionWay> ways; ///< of each connection; none without a plan
     StateChange change;        ///< from the step before; nothing without a plan
 };

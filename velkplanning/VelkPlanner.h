@@ -94,7 +94,7 @@ struct VelkPlan
     std::map<std::string, std::string> positionNames; ///< of these positions, as far as they are drawn with one
     std::vector<VelkPlannedWay> ways;                 ///< for each connection of the request one
     std::vector<VelkPlannedGroup> groups;             ///< in the order of their first connections
-    std::vector<VelkPlannedCoupling> couplings;
+    std::vector<VelkPlannedCoupling> couplings;       ///< what passives couple with these groups
     /// Where all side connections are allowed: sets of pins of no group that are connected, but not at rest.
     std::vector<std::vector<VelkNodeInfo>> alsoConnected;
     std::vector<std::string> unknown; ///< references of relays whose positions are not known and that touch a group
