@@ -106,7 +106,7 @@ private:
             through[static_cast<std::size_t>(state.groupAt(net))].push_back(passive);
         }
         const PlanCheck check(request, atRest);
-        const ConnectionPlan plan = check.planWith(draft.positions, through);
+        ConnectionPlan plan = check.planWith(draft.positions, through);
         const QStringList faults = check.faultsOf(plan, before);
         if (!faults.isEmpty())
             throw EDAException(u"the plan that was found does not hold: %1"_s.arg(faults.join(u"; "_s)));
@@ -120,21 +120,30 @@ private:
             return withoutAnswer();
         const ConnectionRequest conflicting = partOf(conflict);
         const PlanProblem part(network, conflicting, before);
-        return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, scarceNetsOf(part)};
+        return {PlanResult::Impossible, {}, {}, {}, {}, {}, conflict, namedScarceNetsOf(part)};
+    }
+
+    /// None where one of them has no name by which to tell it.
+    std::vector<int> namedScarceNetsOf(const PlanProblem &problem) const
+    {
+        const auto nets = scarceNetsOf(problem);
+        const bool areNamed =
+            std::none_of(nets.cbegin(), nets.cend(), [this](int net) { return network.model.netNames(net).isEmpty(); });
+        return areNamed ? nets : std::vector<int>();
     }
 
     /// Without any single one of them there is a plan. None where the time was up.
     std::vector<int> conflictIn(const PlanProblem &problem) const
     {
-        const auto scarceNets = scarceNetsOf(problem);
-        if (!scarceNets.empty()) // one group more than there are nets is enough
-            return shrunk(connectionsOf(problem, 0, static_cast<int>(scarceNets.size()) + 1), 1);
         const int brokenGroup = WayCosts(problem).brokenGroup();
         if (brokenGroup != PlanProblem::none) {
             const auto suspects = connectionsOf(problem, brokenGroup, brokenGroup + 1);
             if (resultOf(suspects) == PlanResult::Impossible) // it need not be without the others
                 return shrunk(suspects, suspects.size());
         }
+        const auto scarceNets = scarceNetsOf(problem);
+        if (!scarceNets.empty()) // one group more than there are nets is enough
+            return shrunk(connectionsOf(problem, 0, static_cast<int>(scarceNets.size()) + 1), 1);
         const auto all = connectionsOf(problem, 0, problem.groupCount());
         return shrunk(all, all.size());
     }
@@ -160,7 +169,7 @@ private:
                 const auto begin = rest.begin() + static_cast<std::ptrdiff_t>(first);
                 rest.erase(begin, begin + static_cast<std::ptrdiff_t>(std::min(count, rest.size() - first)));
                 const PlanResult result = resultOf(rest);
-                if (result == PlanResult::Unknown)
+                if (result == PlanResult::Unknown || time.isUp())
                     return {};
                 if (result == PlanResult::Impossible)
                     conflict = rest;

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Velk {
@@ -49,6 +50,38 @@ private:
     QHash<QString, bool> isSource;
 };
 
+/// How many links and passives lead from the net to each other one.
+std::vector<int> stepsFrom(int net, const PlanProblem &problem)
+{
+    const SwitchNetwork &network = problem.network;
+    constexpr int never = std::numeric_limits<int>::max();
+    std::vector<int> steps(static_cast<std::size_t>(network.model.netCount()), never);
+    std::vector<bool> isPassed(network.model.passives().size());
+    std::vector<int> reached;
+    const auto reach = [&](int other, int count) {
+        int &known = steps[static_cast<std::size_t>(other)];
+        if (problem.isBarred(other) || known != never)
+            return;
+        known = count;
+        reached.push_back(other);
+    };
+    reach(net, 0);
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+        const int from = reached[i];
+        const int next = steps[static_cast<std::size_t>(from)] + 1;
+        for (const int link : network.linksOfNet.of(from))
+            reach(network.links[static_cast<std::size_t>(link)].otherEnd(from), next);
+        for (const int passive : network.passivesOfNet.of(from)) {
+            if (isPassed[static_cast<std::size_t>(passive)])
+                continue;
+            isPassed[static_cast<std::size_t>(passive)] = true;
+            for (const int other : network.model.passives()[static_cast<std::size_t>(passive)].nets)
+                reach(other, next);
+        }
+    }
+    return steps;
+}
+
 const ExpectedConnection &firstBetweenNets(const PlanProblem &problem, const ConnectionGroup &group)
 {
     const auto &connections = problem.request.connections;
@@ -80,6 +113,19 @@ std::vector<GroupEnds> endsBySide(const PlanProblem &problem)
     for (std::size_t group = 0; group < ends.size(); ++group) {
         if (!sides.isSourceSide(connected[group].first))
             std::swap(ends[group].source, ends[group].target);
+    }
+    return ends;
+}
+
+std::vector<GroupEnds> endsByNearness(const PlanProblem &problem)
+{
+    auto ends = endsAsGiven(problem);
+    if (ends.empty())
+        return ends;
+    const auto steps = stepsFrom(ends.front().source, problem);
+    for (GroupEnds &group : ends) {
+        if (steps[static_cast<std::size_t>(group.target)] < steps[static_cast<std::size_t>(group.source)])
+            std::swap(group.source, group.target);
     }
     return ends;
 }

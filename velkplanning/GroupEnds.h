@@ -22,6 +22,10 @@ std::vector<GroupEnds> endsAsGiven(const PlanProblem &problem);
 /// The same, but turned so that each component is on one side, as far as that goes: people do not care which end of a
 /// connection comes first.
 std::vector<GroupEnds> endsBySide(const PlanProblem &problem);
+
+/// The same, but turned so that what is nearer to the first source, over links of any position, is a source: so also
+/// connections between pins of one connector.
+std::vector<GroupEnds> endsByNearness(const PlanProblem &problem);
 }
 
 #endif

@@ -3,6 +3,8 @@
 #include <velkplanning/DisjointWays.h>
 #include <velkplanning/GroupEnds.h>
 
+#include <algorithm>
+
 namespace Velk {
 
 namespace {
@@ -86,11 +88,18 @@ private:
 };
 }
 
+// Ways are sought from any source to any target, so it counts which end of a group is which.
 std::vector<int> scarceNetsOf(const PlanProblem &problem)
 {
-    const auto bySide = endsBySide(problem);
-    const auto nets = NetWays(problem).scarceNetsBetween(bySide);
-    const auto asGiven = endsAsGiven(problem);
-    return nets.empty() && !(asGiven == bySide) ? NetWays(problem).scarceNetsBetween(asGiven) : nets;
+    std::vector<std::vector<GroupEnds>> tried;
+    for (const auto &ends : {endsBySide(problem), endsAsGiven(problem), endsByNearness(problem)}) {
+        if (std::find(tried.cbegin(), tried.cend(), ends) != tried.cend())
+            continue;
+        const auto nets = NetWays(problem).scarceNetsBetween(ends);
+        if (!nets.empty())
+            return nets;
+        tried.push_back(ends);
+    }
+    return {};
 }
 }
