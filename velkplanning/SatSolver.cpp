@@ -31,6 +31,7 @@ SatSolver::SatSolver(const PlanningTime &planningTime)
     , solver(std::make_unique<CaDiCaL::Solver>())
 {
     solver->set("quiet", 1); // it tells on standard output what it has found out in between
+    solver->set("phase", 0); // most of what could be used is not
     addClause({yes});
 }
 
