@@ -43,7 +43,7 @@ void PlanEncoding::chooseMovable()
     for (int gang = 0; gang < network.model.gangCount(); ++gang)
         moves.push_back(costs.isSuspect(gang) || (hasRoom && canHelpBesides(gang)));
     for (const WayCosts::Flow &flow : costs.flows()) {
-        for (const int arc : arcsOf(flow)) {
+        for (const int arc : costs.arcsWithin(budget, flow)) {
             const int link = costs.arcs()[placeAt(arc)].link;
             if (link != WayGraph::none)
                 moves[placeAt(network.links[placeAt(link)].gang)] = true;
@@ -263,16 +263,6 @@ int PlanEncoding::throughLiteral(int passive)
     return known->second;
 }
 
-std::vector<int> PlanEncoding::arcsOf(const WayCosts::Flow &flow) const
-{
-    std::vector<int> arcs;
-    for (int arc = 0; arc < static_cast<int>(costs.arcs().size()); ++arc) {
-        if (costs.mayUse(flow, arc, budget))
-            arcs.push_back(arc);
-    }
-    return arcs;
-}
-
 void PlanEncoding::addFlow(const WayCosts::Flow &flow)
 {
     const int source = nodeOf(flow.source);
@@ -285,7 +275,7 @@ void PlanEncoding::addFlow(const WayCosts::Flow &flow)
         std::vector<int> outOf;
     };
     std::map<int, Uses> usesOfNodes = {{source, {}}, {target, {}}};
-    for (const int i : arcsOf(flow)) {
+    for (const int i : costs.arcsWithin(budget, flow)) {
         const WayGraph::Arc &arc = costs.arcs()[placeAt(i)];
         const int from = wayNodeOf(arc.from);
         const int to = wayNodeOf(arc.to);

@@ -58,7 +58,6 @@ private:
     void addCouplings();
     void addUnknownRelay(const UnknownRelay &relay);
     void addFlow(const WayCosts::Flow &flow);
-    std::vector<int> arcsOf(const WayCosts::Flow &flow) const;
     int wayNodeOf(int node);
     int throughLiteral(int passive);
     std::vector<int> literalsOfCost(PlanCostLevel level) const;

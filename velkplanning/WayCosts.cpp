@@ -25,6 +25,7 @@ WayCosts::WayCosts(const PlanProblem &planProblem)
     for (int gang = 0; gang < problem.network.model.gangCount(); ++gang)
         leastWeight += graph.weightOf(gang, problem.usualPosition(gang));
     const auto ends = endsBySide(problem);
+    unpaid.assign(graph.arcs().size(), endless);
     for (int group = 0; group < problem.groupCount(); ++group)
         chargeGroup(group, ends[placeIn(group)]);
     chargeOpenings();
@@ -35,26 +36,51 @@ WayCosts::WayCosts(const PlanProblem &planProblem)
 // border between what is nearer to them and what is farther away.
 void WayCosts::chargeGroup(int group, const GroupEnds &ends)
 {
-    GroupCosts charged{0, {}, {}};
+    std::vector<Weight> costs;
     for (const WayGraph::Arc &arc : graph.arcs())
-        charged.further.push_back(arc.cost);
+        costs.push_back(arc.cost);
     std::vector<int> targets = problem.groups.at(group).nets;
     targets.erase(std::find(targets.cbegin(), targets.cend(), ends.source));
-    for (const int net : targets) {
-        const auto toTarget = distances(net, false, group, charged.further);
+    Weight least = 0;
+    for (const int target : targets) {
+        const auto toTarget = distances(target, false, group, costs);
         const Weight way = toTarget[placeIn(ends.source)];
-        charged.least = std::min(endless, charged.least + way);
-        for (std::size_t arc = 0; arc < charged.further.size() && way < endless; ++arc) {
-            const Weight before = std::min(way, toTarget[placeIn(graph.arcs()[arc].from)]);
-            const Weight behind = std::min(way, toTarget[placeIn(graph.arcs()[arc].to)]);
-            charged.further[arc] -= std::max(Weight(0), before - behind);
-        }
+        payForWay(toTarget, way, costs);
+        least = std::min(endless, least + way);
     }
-    charged.fromSource = distances(ends.source, true, group, charged.further);
-    for (const int net : targets)
-        allFlows.push_back({group, ends.source, net, distances(net, false, group, charged.further)});
-    leastWeight = std::min(endless, leastWeight + charged.least);
-    groups.push_back(std::move(charged));
+    const auto fromSource = distances(ends.source, true, group, costs);
+    for (const int target : targets)
+        addFlow(group, {ends.source, target}, fromSource, costs);
+    for (std::size_t arc = 0; arc < costs.size(); ++arc) {
+        if (graph.mayEnter(group, graph.arcs()[arc].from) && graph.mayEnter(group, graph.arcs()[arc].to))
+            unpaid[arc] = std::min(unpaid[arc], costs[arc]);
+    }
+    leastWeight = std::min(endless, leastWeight + least);
+    leastOfGroups.push_back(least);
+}
+
+/// Takes from the costs of arcs what is paid.
+void WayCosts::payForWay(const std::vector<Weight> &toTarget, Weight way, std::vector<Weight> &costs) const
+{
+    for (std::size_t arc = 0; arc < costs.size() && way < endless; ++arc) {
+        const Weight before = std::min(way, toTarget[placeIn(graph.arcs()[arc].from)]);
+        const Weight behind = std::min(way, toTarget[placeIn(graph.arcs()[arc].to)]);
+        costs[arc] -= std::max(Weight(0), before - behind);
+    }
+}
+
+void WayCosts::addFlow(int group, const GroupEnds &ends, const std::vector<Weight> &fromSource,
+                       const std::vector<Weight> &costs)
+{
+    Flow flow{group, ends.source, ends.target, {}};
+    const auto toTarget = distances(ends.target, false, group, costs);
+    for (std::size_t i = 0; i < costs.size(); ++i) {
+        const WayGraph::Arc &arc = graph.arcs()[i];
+        const Weight further = fromSource[placeIn(arc.from)] + costs[i] + toTarget[placeIn(arc.to)];
+        if (further < endless)
+            flow.uses.push_back({static_cast<int>(i), further});
+    }
+    allFlows.push_back(std::move(flow));
 }
 
 // The cheapest ways from any source to any target that have no net in common, at what each arc costs the group for
@@ -67,9 +93,8 @@ void WayCosts::chargeCrowding()
     for (int net = 0; net < netCount; ++net)
         ways.addEdge(net, wayOut(net), 1);
     for (std::size_t arc = 0; arc < graph.arcs().size(); ++arc) {
-        const Weight further = leastFurther(static_cast<int>(arc));
-        if (further < endless)
-            ways.addEdge(wayOut(graph.arcs()[arc].from), graph.arcs()[arc].to, 1, further);
+        if (unpaid[arc] < endless)
+            ways.addEdge(wayOut(graph.arcs()[arc].from), graph.arcs()[arc].to, 1, unpaid[arc]);
     }
     const int source = ways.addNode();
     const int target = ways.addNode();
@@ -80,18 +105,6 @@ void WayCosts::chargeCrowding()
     for (int group = 0; group < problem.groupCount(); ++group)
         ways.addWay(source, target);
     crowding = ways.cost();
-}
-
-/// Of all groups that may use it.
-WayCosts::Weight WayCosts::leastFurther(int arc) const
-{
-    const WayGraph::Arc &used = graph.arcs()[placeIn(arc)];
-    Weight least = endless;
-    for (int group = 0; group < problem.groupCount(); ++group) {
-        if (graph.mayEnter(group, used.from) && graph.mayEnter(group, used.to))
-            least = std::min(least, groups[placeIn(group)].further[placeIn(arc)]);
-    }
-    return least;
 }
 
 // What is to be apart takes one contact less to be opened than there are parties, since each contact that opens makes
@@ -192,9 +205,8 @@ std::vector<WayCosts::Weight> WayCosts::distances(int node, bool isSource, int g
 
 int WayCosts::brokenGroup() const
 {
-    const auto broken =
-        std::find_if(groups.cbegin(), groups.cend(), [](const GroupCosts &costs) { return costs.least >= endless; });
-    return broken == groups.cend() ? PlanProblem::none : static_cast<int>(broken - groups.cbegin());
+    const auto broken = std::find(leastOfGroups.cbegin(), leastOfGroups.cend(), Weight(endless));
+    return broken == leastOfGroups.cend() ? PlanProblem::none : static_cast<int>(broken - leastOfGroups.cbegin());
 }
 
 // Rounded up: of less than one there is nothing.
@@ -244,13 +256,15 @@ WayCosts::Weight WayCosts::weightOf(const PlanCost &cost) const
            passive * std::min(cost[PassivesThrough], static_cast<int>(model.passives().size()));
 }
 
-bool WayCosts::mayUse(const Flow &flow, int arc, const PlanCost &budget) const
+std::vector<int> WayCosts::arcsWithin(const PlanCost &budget, const Flow &flow) const
 {
-    const WayGraph::Arc &used = graph.arcs()[placeIn(arc)];
-    const GroupCosts &ofGroup = groups[placeIn(flow.group)];
-    const Weight further =
-        ofGroup.fromSource[placeIn(used.from)] + ofGroup.further[placeIn(arc)] + flow.toTarget[placeIn(used.to)];
-    return further < endless && leastWeight + further <= weightOf(budget);
+    const Weight most = weightOf(budget);
+    std::vector<int> arcs;
+    for (const Use &use : flow.uses) {
+        if (leastWeight + use.further <= most)
+            arcs.push_back(use.arc);
+    }
+    return arcs;
 }
 
 bool WayCosts::leavesRoomForOthers(const PlanCost &budget) const

@@ -21,13 +21,20 @@ class WayCosts
 public:
     using Weight = WayGraph::Weight;
 
+    /// An arc, and what a plan costs at least beyond least() in which a way leads over it.
+    struct Use
+    {
+        int arc;
+        Weight further;
+    };
+
     /// That a net of a group is to be tied to its first one.
     struct Flow
     {
         int group;
         int source;
         int target;
-        std::vector<Weight> toTarget; ///< from each node, beyond what the group costs anyway
+        std::vector<Use> uses; ///< all arcs over which its way can lead, ascending
     };
 
     /// The problem has to stay.
@@ -45,8 +52,8 @@ public:
     PlanCost costOf(const std::vector<int> &positions, int passivesThrough) const;
     PlanCost costOf(int gang, int position) const;
 
-    /// Whether the way of the flow can lead over the arc in a plan that costs no more than the budget.
-    bool mayUse(const Flow &flow, int arc, const PlanCost &budget) const;
+    /// The arcs over which the way of the flow can lead in a plan that costs no more than the budget.
+    std::vector<int> arcsWithin(const PlanCost &budget, const Flow &flow) const;
     /// Whether a contact of the gang, closed in its usual position, may have to be opened.
     bool isSuspect(int gang) const { return suspects[static_cast<std::size_t>(gang)]; }
     /// Whether other gangs that are on no way can take another position than their usual one in such a plan.
@@ -55,16 +62,10 @@ public:
 private:
     static constexpr Weight endless = std::numeric_limits<Weight>::max() / 4; ///< no way leads there
 
-    /// Ways of one group.
-    struct GroupCosts
-    {
-        Weight least;                   ///< of all that ties it together
-        std::vector<Weight> further;    ///< by arc, what it costs beyond that
-        std::vector<Weight> fromSource; ///< to each node, beyond that
-    };
-
     void chargeGroup(int group, const GroupEnds &ends);
-    Weight leastFurther(int arc) const;
+    void payForWay(const std::vector<Weight> &toTarget, Weight way, std::vector<Weight> &costs) const;
+    void addFlow(int group, const GroupEnds &ends, const std::vector<Weight> &fromSource,
+                 const std::vector<Weight> &costs);
     void chargeOpenings();
     std::vector<std::set<int>> partiesOfSets(DisjointSets &sets) const;
     Weight openingCost(int gang) const;
@@ -74,7 +75,8 @@ private:
 
     const PlanProblem &problem;
     const WayGraph graph;
-    std::vector<GroupCosts> groups;
+    std::vector<Weight> leastOfGroups;
+    std::vector<Weight> unpaid; ///< by arc, of the cost what the group that pays most for it does not pay
     std::vector<Flow> allFlows;
     std::vector<bool> suspects; ///< by gang
     Weight leastWeight = 0;
