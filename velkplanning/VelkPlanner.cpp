@@ -86,6 +86,7 @@ std::vector<VelkPlannedStep> VelkPlanner::planSteps(const std::vector<VelkPlanSt
 {
     SwitchedState state{d->system.positions({}), {}};
     std::vector<VelkPlannedStep> result;
+    result.reserve(steps.size());
     for (const auto &[name, request] : steps)
         result.push_back(d->records.stepOf(name, d->planStep(request, state)));
     return result;
