@@ -1,5 +1,7 @@
 #include <velkplanning/DisjointWays.h>
 
+#include <velkplanning/Places.h>
+
 #include <algorithm>
 #include <functional>
 #include <queue>
@@ -7,17 +9,9 @@
 
 namespace Velk {
 
-namespace {
-
-std::size_t placeInWays(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-}
-
 DisjointWays::DisjointWays(int nodeCount)
-    : edgesOf(placeInWays(nodeCount))
-    , potentials(placeInWays(nodeCount))
+    : edgesOf(placeOf(nodeCount))
+    , potentials(placeOf(nodeCount))
 {
 }
 
@@ -30,22 +24,22 @@ int DisjointWays::addNode()
 
 void DisjointWays::addEdge(int from, int to, int room, Weight cost)
 {
-    edgesOf[placeInWays(from)].push_back(static_cast<int>(edges.size()));
+    edgesOf[placeOf(from)].push_back(static_cast<int>(edges.size()));
     edges.push_back({to, room, cost});
-    edgesOf[placeInWays(to)].push_back(static_cast<int>(edges.size()));
+    edgesOf[placeOf(to)].push_back(static_cast<int>(edges.size()));
     edges.push_back({from, 0, -cost});
 }
 
 bool DisjointWays::addWay(int source, int target)
 {
     findDistances(source, target);
-    const Weight reached = distances[placeInWays(target)];
+    const Weight reached = distances[placeOf(target)];
     if (reached == endless)
         return false;
     for (std::size_t node = 0; node < potentials.size(); ++node)
         potentials[node] += std::min(distances[node], reached);
     for (int node = target; node != source;) {
-        const auto edge = placeInWays(reachedBy[placeInWays(node)]);
+        const auto edge = placeOf(reachedBy[placeOf(node)]);
         --edges[edge].room;
         ++edges[edge ^ 1].room;
         costOfAll += edges[edge].cost;
@@ -61,21 +55,20 @@ void DisjointWays::findDistances(int source, int target)
     reachedBy.assign(edgesOf.size(), -1);
     using Entry = std::pair<Weight, int>;
     std::priority_queue<Entry, std::vector<Entry>, std::greater<>> next;
-    distances[placeInWays(source)] = 0;
+    distances[placeOf(source)] = 0;
     next.emplace(0, source);
-    while (!next.empty() && distances[placeInWays(target)] > next.top().first) {
+    while (!next.empty() && distances[placeOf(target)] > next.top().first) {
         const auto [distance, from] = next.top();
         next.pop();
-        if (distance > distances[placeInWays(from)])
+        if (distance > distances[placeOf(from)])
             continue;
-        for (const int i : edgesOf[placeInWays(from)]) {
-            const Edge &edge = edges[placeInWays(i)];
-            const Weight further =
-                distance + edge.cost + potentials[placeInWays(from)] - potentials[placeInWays(edge.to)];
-            if (edge.room == 0 || distances[placeInWays(edge.to)] <= further)
+        for (const int i : edgesOf[placeOf(from)]) {
+            const Edge &edge = edges[placeOf(i)];
+            const Weight further = distance + edge.cost + potentials[placeOf(from)] - potentials[placeOf(edge.to)];
+            if (edge.room == 0 || distances[placeOf(edge.to)] <= further)
                 continue;
-            distances[placeInWays(edge.to)] = further;
-            reachedBy[placeInWays(edge.to)] = i;
+            distances[placeOf(edge.to)] = further;
+            reachedBy[placeOf(edge.to)] = i;
             next.emplace(further, edge.to);
         }
     }

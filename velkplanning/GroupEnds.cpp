@@ -1,5 +1,7 @@
 #include <velkplanning/GroupEnds.h>
 
+#include <velkplanning/Places.h>
+
 #include <QHash>
 #include <QString>
 
@@ -55,11 +57,11 @@ std::vector<int> stepsFrom(int net, const PlanProblem &problem)
 {
     const SwitchNetwork &network = problem.network;
     constexpr int never = std::numeric_limits<int>::max();
-    std::vector<int> steps(static_cast<std::size_t>(network.model.netCount()), never);
+    std::vector<int> steps(placeOf(network.model.netCount()), never);
     std::vector<bool> isPassed(network.model.passives().size());
     std::vector<int> reached;
     const auto reach = [&](int other, int count) {
-        int &known = steps[static_cast<std::size_t>(other)];
+        int &known = steps[placeOf(other)];
         if (problem.isBarred(other) || known != never)
             return;
         known = count;
@@ -68,14 +70,14 @@ std::vector<int> stepsFrom(int net, const PlanProblem &problem)
     reach(net, 0);
     for (std::size_t i = 0; i < reached.size(); ++i) {
         const int from = reached[i];
-        const int next = steps[static_cast<std::size_t>(from)] + 1;
+        const int next = steps[placeOf(from)] + 1;
         for (const int link : network.linksOfNet.of(from))
-            reach(network.links[static_cast<std::size_t>(link)].otherEnd(from), next);
+            reach(network.links[placeOf(link)].otherEnd(from), next);
         for (const int passive : network.passivesOfNet.of(from)) {
-            if (isPassed[static_cast<std::size_t>(passive)])
+            if (isPassed[placeOf(passive)])
                 continue;
-            isPassed[static_cast<std::size_t>(passive)] = true;
-            for (const int other : network.model.passives()[static_cast<std::size_t>(passive)].nets)
+            isPassed[placeOf(passive)] = true;
+            for (const int other : network.model.passives()[placeOf(passive)].nets)
                 reach(other, next);
         }
     }
@@ -124,7 +126,7 @@ std::vector<GroupEnds> endsByNearness(const PlanProblem &problem)
         return ends;
     const auto steps = stepsFrom(ends.front().source, problem);
     for (GroupEnds &group : ends) {
-        if (steps[static_cast<std::size_t>(group.target)] < steps[static_cast<std::size_t>(group.source)])
+        if (steps[placeOf(group.target)] < steps[placeOf(group.source)])
             std::swap(group.source, group.target);
     }
     return ends;

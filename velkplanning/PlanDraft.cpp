@@ -1,21 +1,18 @@
 #include <velkplanning/PlanDraft.h>
 
+#include <velkplanning/Places.h>
+
 #include <algorithm>
 
 namespace Velk {
 
 namespace {
 
-std::size_t placeFor(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-
 DisjointSets closedSets(const PlanProblem &problem, const std::vector<int> &positions)
 {
     DisjointSets sets(problem.network.model.netCount());
     for (const SwitchLink &link : problem.network.links) {
-        if (problem.isClosed(link, positions[placeFor(link.gang)]))
+        if (problem.isClosed(link, positions[placeOf(link.gang)]))
             sets.unite(link.net, link.otherNet);
     }
     return sets;
@@ -33,13 +30,13 @@ DraftState::DraftState(const PlanProblem &planProblem, const PlanDraft &planDraf
     , draft(planDraft)
     , connected(closedSets(planProblem, planDraft.positions))
     , extents(connected)
-    , groupOfSet(placeFor(planProblem.network.model.netCount()), PlanProblem::none)
+    , groupOfSet(placeOf(planProblem.network.model.netCount()), PlanProblem::none)
 {
     for (const int passive : draft.through)
-        unitePassive(extents, problem.network.model.passives()[placeFor(passive)]);
+        unitePassive(extents, problem.network.model.passives()[placeOf(passive)]);
     for (int group = 0; group < problem.groupCount(); ++group) {
         for (const int net : problem.groups.at(group).nets)
-            groupOfSet[placeFor(extents.leastOf(net))] = group;
+            groupOfSet[placeOf(extents.leastOf(net))] = group;
     }
 }
 
@@ -92,7 +89,7 @@ bool DraftState::isUncoupled()
         unitePassive(coupled, passive);
     std::vector<int> groupOfCoupled(groupOfSet.size(), PlanProblem::none);
     for (int group = 0; group < problem.groupCount(); ++group) {
-        int &known = groupOfCoupled[placeFor(coupled.leastOf(problem.groups.at(group).nets.front()))];
+        int &known = groupOfCoupled[placeOf(coupled.leastOf(problem.groups.at(group).nets.front()))];
         if (known != PlanProblem::none)
             return false;
         known = group;
@@ -106,11 +103,11 @@ std::vector<int> DraftState::strayPins()
     for (int net = 0; net < problem.network.model.netCount(); ++net) {
         if (!problem.isWatched(net) || groupAt(net) != PlanProblem::none)
             continue;
-        int &first = firstOfSet[placeFor(setOf(net))];
+        int &first = firstOfSet[placeOf(setOf(net))];
         if (first == PlanProblem::none)
             first = net;
         const auto &rest = problem.network.restSets;
-        if (rest[placeFor(first)] != rest[placeFor(net)])
+        if (rest[placeOf(first)] != rest[placeOf(net)])
             return {first, net};
     }
     return {};
@@ -121,13 +118,13 @@ std::vector<int> DraftState::doubtfulNets()
     std::vector<bool> isForbiddenSet(groupOfSet.size());
     for (int net = 0; net < problem.network.model.netCount(); ++net) {
         if (problem.isForbidden(net))
-            isForbiddenSet[placeFor(setOf(net))] = true;
+            isForbiddenSet[placeOf(setOf(net))] = true;
     }
     for (const UnknownRelay &relay : problem.network.unknownRelays) {
         const auto reached = std::find_if(relay.nets.cbegin(), relay.nets.cend(),
                                           [this](int net) { return groupAt(net) != PlanProblem::none; });
         const auto doubtful = std::find_if(relay.nets.cbegin(), relay.nets.cend(),
-                                           [&](int net) { return isForbiddenSet[placeFor(setOf(net))]; });
+                                           [&](int net) { return isForbiddenSet[placeOf(setOf(net))]; });
         if (reached != relay.nets.cend() && doubtful != relay.nets.cend())
             return {*reached, *doubtful};
     }
@@ -138,7 +135,7 @@ std::vector<int> DraftState::neededPassives()
 {
     std::vector<int> needed;
     for (const int passive : draft.through) {
-        const auto &nets = problem.network.model.passives()[placeFor(passive)].nets;
+        const auto &nets = problem.network.model.passives()[placeOf(passive)].nets;
         if (!nets.empty() && groupAt(nets.front()) != PlanProblem::none)
             needed.push_back(passive);
     }

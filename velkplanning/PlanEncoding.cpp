@@ -1,17 +1,11 @@
 #include <velkplanning/PlanEncoding.h>
 
+#include <velkplanning/Places.h>
+
 #include <algorithm>
 #include <functional>
 
 namespace Velk {
-
-namespace {
-
-std::size_t placeAt(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-}
 
 PlanEncoding::PlanEncoding(const PlanProblem &planProblem, const WayCosts &wayCosts, const PlanCost &mostCost,
                            const PlanningTime &planningTime)
@@ -44,16 +38,16 @@ void PlanEncoding::chooseMovable()
         moves.push_back(costs.isSuspect(gang) || (hasRoom && canHelpBesides(gang)));
     for (const WayCosts::Flow &flow : costs.flows()) {
         for (const int arc : costs.arcsWithin(budget, flow)) {
-            const int link = costs.arcs()[placeAt(arc)].link;
+            const int link = costs.arcs()[placeOf(arc)].link;
             if (link != WayGraph::none)
-                moves[placeAt(network.links[placeAt(link)].gang)] = true;
+                moves[placeOf(network.links[placeOf(link)].gang)] = true;
         }
     }
     positions.resize(moves.size());
     awayLiterals.resize(moves.size());
     for (int gang = 0; gang < network.model.gangCount(); ++gang) {
-        moves[placeAt(gang)] = moves[placeAt(gang)] && problem.mayMove(gang);
-        if (moves[placeAt(gang)])
+        moves[placeOf(gang)] = moves[placeOf(gang)] && problem.mayMove(gang);
+        if (moves[placeOf(gang)])
             addPositions(gang);
     }
 }
@@ -68,8 +62,8 @@ bool PlanEncoding::canHelpBesides(int gang) const
     const int usual = problem.usualPosition(gang);
     const auto links = problem.network.linksOfGang.of(gang);
     return std::any_of(links.begin(), links.end(), [&](int i) {
-        const SwitchLink &link = problem.network.links[placeAt(i)];
-        const auto count = placeAt(problem.network.model.gang(gang).positionCount);
+        const SwitchLink &link = problem.network.links[placeOf(i)];
+        const auto count = placeOf(problem.network.model.gang(gang).positionCount);
         return problem.isClosed(link, usual) && link.positions.size() < count;
     });
 }
@@ -77,9 +71,9 @@ bool PlanEncoding::canHelpBesides(int gang) const
 void PlanEncoding::addPositions(int gang)
 {
     const int count = problem.network.model.gang(gang).positionCount;
-    auto &literals = positions[placeAt(gang)];
+    auto &literals = positions[placeOf(gang)];
     const int away = solver.newVariable();
-    awayLiterals[placeAt(gang)] = away;
+    awayLiterals[placeOf(gang)] = away;
     literals.push_back(-away);
     if (count == 2) {
         literals.push_back(away);
@@ -90,34 +84,34 @@ void PlanEncoding::addPositions(int gang)
         solver.addAtMostOne(literals);
     }
     for (int position = 0; position < count; ++position)
-        solver.prefer(position == problem.usualPosition(gang) ? literals[placeAt(position)]
-                                                              : -literals[placeAt(position)]);
+        solver.prefer(position == problem.usualPosition(gang) ? literals[placeOf(position)]
+                                                              : -literals[placeOf(position)]);
 }
 
 void PlanEncoding::tieFixed()
 {
     for (const SwitchLink &link : problem.network.links) {
-        if (!moves[placeAt(link.gang)] && problem.isClosed(link, problem.usualPosition(link.gang)))
+        if (!moves[placeOf(link.gang)] && problem.isClosed(link, problem.usualPosition(link.gang)))
             nodes.unite(link.net, link.otherNet);
     }
 }
 
 int PlanEncoding::closedLiteral(int link)
 {
-    const SwitchLink &closed = problem.network.links[placeAt(link)];
-    if (!moves[placeAt(closed.gang)])
+    const SwitchLink &closed = problem.network.links[placeOf(link)];
+    if (!moves[placeOf(closed.gang)])
         return problem.isClosed(closed, problem.usualPosition(closed.gang)) ? SatSolver::yes : -SatSolver::yes;
-    const auto &literals = positions[placeAt(closed.gang)];
+    const auto &literals = positions[placeOf(closed.gang)];
     if (closed.positions.size() == literals.size())
         return SatSolver::yes;
     if (closed.positions.size() == 1)
-        return literals[placeAt(closed.positions.front())];
+        return literals[placeOf(closed.positions.front())];
     const auto [known, isNew] = closedLiterals.try_emplace(link, 0);
     if (!isNew)
         return known->second;
     known->second = solver.newVariable();
     for (int position = 0; position < static_cast<int>(literals.size()); ++position) {
-        const int literal = literals[placeAt(position)];
+        const int literal = literals[placeOf(position)];
         solver.addImplication(literal, problem.isClosed(closed, position) ? known->second : -known->second);
     }
     return known->second;
@@ -128,11 +122,11 @@ void PlanEncoding::addLabels()
     const int netCount = problem.network.model.netCount();
     for (int net = 0; net < netCount; ++net) {
         if (problem.isWatched(net) && !problem.request.allowsSideConnections)
-            classes.push_back(problem.network.restSets[placeAt(net)]);
+            classes.push_back(problem.network.restSets[placeOf(net)]);
     }
     std::sort(classes.begin(), classes.end());
     classes.erase(std::unique(classes.begin(), classes.end()), classes.end());
-    const auto numbers = std::max(classes.size(), placeAt(problem.groupCount()));
+    const auto numbers = std::max(classes.size(), placeOf(problem.groupCount()));
     labelSize = 1;
     while ((std::size_t(1) << (labelSize - 1)) < numbers)
         ++labelSize;
@@ -144,7 +138,7 @@ void PlanEncoding::addLabels()
 
 void PlanEncoding::fixLabel(int net)
 {
-    Label &label = labels[placeAt(nodeOf(net))];
+    Label &label = labels[placeOf(nodeOf(net))];
     const auto require = [&](const Label &code) {
         if (label.empty())
             label = code;
@@ -171,14 +165,14 @@ void PlanEncoding::fixLabel(int net)
 /// The label of pins that are connected with those on the net at rest.
 PlanEncoding::Label PlanEncoding::classCodeOf(int net) const
 {
-    const int restSet = problem.network.restSets[placeAt(net)];
+    const int restSet = problem.network.restSets[placeOf(net)];
     const auto place = std::lower_bound(classes.cbegin(), classes.cend(), restSet);
     return codeOf(false, static_cast<int>(place - classes.cbegin()));
 }
 
 PlanEncoding::Label &PlanEncoding::labelOf(int node)
 {
-    Label &label = labels[placeAt(node)];
+    Label &label = labels[placeOf(node)];
     while (label.size() < labelSize)
         label.push_back(solver.newVariable());
     return label;
@@ -204,7 +198,7 @@ void PlanEncoding::addLinks()
         const SwitchLink &link = problem.network.links[i];
         const int node = nodeOf(link.net);
         const int other = nodeOf(link.otherNet);
-        if (moves[placeAt(link.gang)] && node != other)
+        if (moves[placeOf(link.gang)] && node != other)
             addLabelEquality(closedLiteral(static_cast<int>(i)), labelOf(node), labelOf(other));
     }
 }
@@ -231,7 +225,7 @@ void PlanEncoding::addCouplings()
     }
     for (std::size_t i = 0; i < network.links.size(); ++i) {
         const SwitchLink &link = network.links[i];
-        if (moves[placeAt(link.gang)])
+        if (moves[placeOf(link.gang)])
             addLabelEquality(closedLiteral(static_cast<int>(i)), couplingLabelOf(link.net),
                              couplingLabelOf(link.otherNet));
     }
@@ -244,7 +238,7 @@ void PlanEncoding::addUnknownRelay(const UnknownRelay &relay)
     while (touched.size() < labelSize)
         touched.push_back(solver.newVariable());
     for (const int net : relay.nets) {
-        const Label &label = labels[placeAt(nodeOf(net))];
+        const Label &label = labels[placeOf(nodeOf(net))];
         if (!label.empty())
             addLabelEquality(label.front(), label, touched);
     }
@@ -257,7 +251,7 @@ int PlanEncoding::throughLiteral(int passive)
         return known->second;
     known->second = solver.newVariable();
     solver.prefer(-known->second);
-    const auto &nets = problem.network.model.passives()[placeAt(passive)].nets;
+    const auto &nets = problem.network.model.passives()[placeOf(passive)].nets;
     for (const int net : nets)
         addLabelEquality(known->second, labelOf(nodeOf(net)), labelOf(nodeOf(nets.front())));
     return known->second;
@@ -276,7 +270,7 @@ void PlanEncoding::addFlow(const WayCosts::Flow &flow)
     };
     std::map<int, Uses> usesOfNodes = {{source, {}}, {target, {}}};
     for (const int i : costs.arcsWithin(budget, flow)) {
-        const WayGraph::Arc &arc = costs.arcs()[placeAt(i)];
+        const WayGraph::Arc &arc = costs.arcs()[placeOf(i)];
         const int from = wayNodeOf(arc.from);
         const int to = wayNodeOf(arc.to);
         const int condition = arc.link != WayGraph::none ? closedLiteral(arc.link) : throughLiteral(arc.passive);
@@ -327,7 +321,7 @@ std::vector<int> PlanEncoding::literalsOfCost(PlanCostLevel level) const
         if (!moves[gang])
             continue;
         const int usual = problem.usualPosition(static_cast<int>(gang));
-        literals.push_back(level == GangsAway ? awayLiterals[gang] : -positions[gang][placeAt(usual)]);
+        literals.push_back(level == GangsAway ? awayLiterals[gang] : -positions[gang][placeOf(usual)]);
     }
     return literals;
 }
@@ -337,7 +331,7 @@ PlanCost PlanEncoding::fixedCost() const
 {
     PlanCost cost = {};
     for (int gang = 0; gang < problem.network.model.gangCount(); ++gang) {
-        if (!moves[placeAt(gang)]) {
+        if (!moves[placeOf(gang)]) {
             const PlanCost ofGang = costs.costOf(gang, problem.usualPosition(gang));
             std::transform(cost.cbegin(), cost.cend(), ofGang.cbegin(), cost.begin(), std::plus<>());
         }
@@ -350,10 +344,10 @@ void PlanEncoding::readDraft()
     const SwitchingModel &model = problem.network.model;
     found = {};
     for (int gang = 0; gang < model.gangCount(); ++gang) {
-        const auto &literals = positions[placeAt(gang)];
+        const auto &literals = positions[placeOf(gang)];
         const auto taken =
             std::find_if(literals.cbegin(), literals.cend(), [this](int literal) { return solver.isTrue(literal); });
-        found.positions.push_back(moves[placeAt(gang)] ? static_cast<int>(taken - literals.cbegin())
+        found.positions.push_back(moves[placeOf(gang)] ? static_cast<int>(taken - literals.cbegin())
                                                        : problem.usualPosition(gang));
     }
     for (const auto &[passive, literal] : throughLiterals) {
@@ -414,7 +408,7 @@ void PlanEncoding::requireSupport(DraftState &state, int net)
             clause.push_back(closedLiteral(static_cast<int>(i)));
     }
     for (const auto &[passive, literal] : throughLiterals) {
-        const auto &nets = network.model.passives()[placeAt(passive)].nets;
+        const auto &nets = network.model.passives()[placeOf(passive)].nets;
         if (std::any_of(nets.cbegin(), nets.cend(), isInside) && !std::all_of(nets.cbegin(), nets.cend(), isInside))
             clause.push_back(literal);
     }
@@ -444,7 +438,7 @@ std::vector<int> PlanEncoding::openingLiterals(DraftState &state, int net)
     while (!problem.isForbidden(reached[next])) {
         const int from = reached[next++];
         for (const int i : network.linksOfNet.of(from)) {
-            const SwitchLink &link = network.links[placeAt(i)];
+            const SwitchLink &link = network.links[placeOf(i)];
             const int to = link.otherEnd(from);
             if (state.isClosed(link) && linkTo.try_emplace(to, i).second)
                 reached.push_back(to);
@@ -453,7 +447,7 @@ std::vector<int> PlanEncoding::openingLiterals(DraftState &state, int net)
     std::vector<int> literals;
     for (int at = reached[next]; linkTo[at] != PlanProblem::none;) {
         literals.push_back(-closedLiteral(linkTo[at]));
-        at = network.links[placeAt(linkTo[at])].otherEnd(at);
+        at = network.links[placeOf(linkTo[at])].otherEnd(at);
     }
     return literals;
 }

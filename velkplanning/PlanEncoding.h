@@ -10,8 +10,6 @@
 #include <velk/model/DisjointSets.h>
 
 #include <map>
-#include <optional>
-#include <utility>
 #include <vector>
 
 namespace Velk {
@@ -46,7 +44,6 @@ private:
     bool canHelpBesides(int gang) const;
     void tieFixed();
     void addPositions(int gang);
-    int positionLiteral(int gang, int position) const;
     int closedLiteral(int link);
     void addLabels();
     void fixLabel(int net);

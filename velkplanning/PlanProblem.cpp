@@ -1,16 +1,10 @@
 #include <velkplanning/PlanProblem.h>
 
+#include <velkplanning/Places.h>
+
 #include <algorithm>
 
 namespace Velk {
-
-namespace {
-
-std::size_t placeOf(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-}
 
 PlanProblem::PlanProblem(const SwitchNetwork &switchNetwork, const ConnectionRequest &wanted,
                          const std::vector<int> &positionsBefore)

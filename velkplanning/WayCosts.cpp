@@ -1,6 +1,7 @@
 #include <velkplanning/WayCosts.h>
 
 #include <velkplanning/DisjointWays.h>
+#include <velkplanning/Places.h>
 
 #include <algorithm>
 #include <functional>
@@ -9,14 +10,6 @@
 #include <queue>
 
 namespace Velk {
-
-namespace {
-
-std::size_t placeIn(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-}
 
 WayCosts::WayCosts(const PlanProblem &planProblem)
     : problem(planProblem)
@@ -27,7 +20,7 @@ WayCosts::WayCosts(const PlanProblem &planProblem)
     const auto ends = endsBySide(problem);
     unpaid.assign(graph.arcs().size(), endless);
     for (int group = 0; group < problem.groupCount(); ++group)
-        chargeGroup(group, ends[placeIn(group)]);
+        chargeGroup(group, ends[placeOf(group)]);
     chargeOpenings();
 }
 
@@ -44,7 +37,7 @@ void WayCosts::chargeGroup(int group, const GroupEnds &ends)
     Weight least = 0;
     for (const int target : targets) {
         const auto toTarget = distances(target, false, group, costs);
-        const Weight way = toTarget[placeIn(ends.source)];
+        const Weight way = toTarget[placeOf(ends.source)];
         payForWay(toTarget, way, costs);
         least = std::min(endless, least + way);
     }
@@ -63,8 +56,8 @@ void WayCosts::chargeGroup(int group, const GroupEnds &ends)
 void WayCosts::payForWay(const std::vector<Weight> &toTarget, Weight way, std::vector<Weight> &costs) const
 {
     for (std::size_t arc = 0; arc < costs.size() && way < endless; ++arc) {
-        const Weight before = std::min(way, toTarget[placeIn(graph.arcs()[arc].from)]);
-        const Weight behind = std::min(way, toTarget[placeIn(graph.arcs()[arc].to)]);
+        const Weight before = std::min(way, toTarget[placeOf(graph.arcs()[arc].from)]);
+        const Weight behind = std::min(way, toTarget[placeOf(graph.arcs()[arc].to)]);
         costs[arc] -= std::max(Weight(0), before - behind);
     }
 }
@@ -76,7 +69,7 @@ void WayCosts::addFlow(int group, const GroupEnds &ends, const std::vector<Weigh
     const auto toTarget = distances(ends.target, false, group, costs);
     for (std::size_t i = 0; i < costs.size(); ++i) {
         const WayGraph::Arc &arc = graph.arcs()[i];
-        const Weight further = fromSource[placeIn(arc.from)] + costs[i] + toTarget[placeIn(arc.to)];
+        const Weight further = fromSource[placeOf(arc.from)] + costs[i] + toTarget[placeOf(arc.to)];
         if (further < endless)
             flow.uses.push_back({static_cast<int>(i), further});
     }
@@ -122,17 +115,17 @@ void WayCosts::chargeOpenings()
     }
     const auto parties = partiesOfSets(sets);
     std::map<int, std::vector<Weight>> openingCosts; // by set
-    suspects.assign(placeIn(network.model.gangCount()), false);
+    suspects.assign(placeOf(network.model.gangCount()), false);
     for (const SwitchLink &link : network.links) {
         const int set = sets.leastOf(link.net);
-        if (!isClosed(link) || !problem.mayMove(link.gang) || parties[placeIn(set)].size() < 2)
+        if (!isClosed(link) || !problem.mayMove(link.gang) || parties[placeOf(set)].size() < 2)
             continue;
-        suspects[placeIn(link.gang)] = true;
+        suspects[placeOf(link.gang)] = true;
         openingCosts[set].push_back(openingCost(link.gang));
     }
     for (auto &[set, costs] : openingCosts) {
         std::sort(costs.begin(), costs.end());
-        const std::size_t count = std::min(costs.size(), parties[placeIn(set)].size() - 1);
+        const std::size_t count = std::min(costs.size(), parties[placeOf(set)].size() - 1);
         leastWeight = std::min(
             endless, std::accumulate(costs.cbegin(), costs.cbegin() + static_cast<std::ptrdiff_t>(count), leastWeight));
     }
@@ -143,13 +136,13 @@ void WayCosts::chargeOpenings()
 std::vector<std::set<int>> WayCosts::partiesOfSets(DisjointSets &sets) const
 {
     const int netCount = problem.network.model.netCount();
-    std::vector<std::set<int>> parties(placeIn(netCount));
+    std::vector<std::set<int>> parties(placeOf(netCount));
     for (int net = 0; net < netCount; ++net) {
-        auto &ofSet = parties[placeIn(sets.leastOf(net))];
+        auto &ofSet = parties[placeOf(sets.leastOf(net))];
         if (problem.ownerOf(net) != PlanProblem::none)
             ofSet.insert(netCount + problem.ownerOf(net));
         else if (problem.isForbidden(net))
-            ofSet.insert(problem.network.restSets[placeIn(net)]);
+            ofSet.insert(problem.network.restSets[placeOf(net)]);
     }
     return parties;
 }
@@ -162,7 +155,7 @@ WayCosts::Weight WayCosts::openingCost(int gang) const
     const int usual = problem.usualPosition(gang);
     const auto links = network.linksOfGang.of(gang);
     const auto isClosing = [&](int i) {
-        const auto &positions = network.links[placeIn(i)].positions;
+        const auto &positions = network.links[placeOf(i)].positions;
         return graph.isUseful(i) &&
                std::any_of(positions.cbegin(), positions.cend(), [&](int position) { return position != usual; });
     };
@@ -174,30 +167,30 @@ WayCosts::Weight WayCosts::openingCost(int gang) const
             least = std::min(least, graph.weightOf(gang, position) - graph.weightOf(gang, usual));
     }
     return least / std::count_if(links.begin(), links.end(),
-                                 [&](int i) { return problem.isClosed(network.links[placeIn(i)], usual); });
+                                 [&](int i) { return problem.isClosed(network.links[placeOf(i)], usual); });
 }
 
 std::vector<WayCosts::Weight> WayCosts::distances(int node, bool isSource, int group,
                                                   const std::vector<Weight> &costs) const
 {
-    std::vector<Weight> result(placeIn(graph.nodeCount()), endless);
+    std::vector<Weight> result(placeOf(graph.nodeCount()), endless);
     using Entry = std::pair<Weight, int>;
     std::priority_queue<Entry, std::vector<Entry>, std::greater<>> next;
     const auto reach = [&](int reached, Weight distance) {
-        if (!graph.mayEnter(group, reached) || result[placeIn(reached)] <= distance)
+        if (!graph.mayEnter(group, reached) || result[placeOf(reached)] <= distance)
             return;
-        result[placeIn(reached)] = distance;
+        result[placeOf(reached)] = distance;
         next.emplace(distance, reached);
     };
     reach(node, 0);
     while (!next.empty()) {
         const auto [distance, at] = next.top();
         next.pop();
-        if (distance > result[placeIn(at)])
+        if (distance > result[placeOf(at)])
             continue;
         for (const int i : isSource ? graph.arcsFrom(at) : graph.arcsTo(at)) {
-            const WayGraph::Arc &arc = graph.arcs()[placeIn(i)];
-            reach(isSource ? arc.to : arc.from, distance + costs[placeIn(i)]);
+            const WayGraph::Arc &arc = graph.arcs()[placeOf(i)];
+            reach(isSource ? arc.to : arc.from, distance + costs[placeOf(i)]);
         }
     }
     return result;
@@ -232,7 +225,7 @@ PlanCost WayCosts::least() const
 
 PlanCost WayCosts::costOf(int gang, int position) const
 {
-    const bool isChange = problem.request.aim == PlanAim::FewestChanges && position != problem.before[placeIn(gang)];
+    const bool isChange = problem.request.aim == PlanAim::FewestChanges && position != problem.before[placeOf(gang)];
     return {isChange, position != 0, 0};
 }
 
@@ -240,7 +233,7 @@ PlanCost WayCosts::costOf(const std::vector<int> &positions, int passivesThrough
 {
     PlanCost cost = {0, 0, passivesThrough};
     for (int gang = 0; gang < problem.network.model.gangCount(); ++gang) {
-        const PlanCost ofGang = costOf(gang, positions[placeIn(gang)]);
+        const PlanCost ofGang = costOf(gang, positions[placeOf(gang)]);
         cost[ChangedGangs] += ofGang[ChangedGangs];
         cost[GangsAway] += ofGang[GangsAway];
     }

@@ -1,16 +1,13 @@
 #include <velkplanning/WayGraph.h>
 
+#include <velkplanning/Places.h>
+
 #include <algorithm>
 #include <limits>
 
 namespace Velk {
 
 namespace {
-
-std::size_t placeOfNode(int number)
-{
-    return static_cast<std::size_t>(number);
-}
 
 WayGraph::Weights weightsIn(const PlanProblem &problem)
 {
@@ -50,7 +47,7 @@ WayGraph::WayGraph(const PlanProblem &planProblem)
 WayGraph::Weight WayGraph::weightOf(int gang, int position) const
 {
     return (position == 0 ? 0 : weightsOfAll.away) +
-           (position == problem.before[placeOfNode(gang)] ? 0 : weightsOfAll.change);
+           (position == problem.before[placeOf(gang)] ? 0 : weightsOfAll.change);
 }
 
 // Not those that end at a net from which nothing else leads on and that nobody asked for.
@@ -59,32 +56,32 @@ std::vector<bool> WayGraph::usefulLinks() const
     const SwitchNetwork &network = problem.network;
     const int netCount = network.model.netCount();
     std::vector<bool> isUseful(network.links.size());
-    std::vector<int> waysOn(placeOfNode(netCount));
+    std::vector<int> waysOn(placeOf(netCount));
     for (std::size_t i = 0; i < isUseful.size(); ++i) {
         const SwitchLink &link = network.links[i];
         isUseful[i] = problem.isPossible(link) && !problem.isBarred(link.net) && !problem.isBarred(link.otherNet);
-        waysOn[placeOfNode(link.net)] += isUseful[i];
-        waysOn[placeOfNode(link.otherNet)] += isUseful[i];
+        waysOn[placeOf(link.net)] += isUseful[i];
+        waysOn[placeOf(link.otherNet)] += isUseful[i];
     }
     std::vector<int> ends;
     const auto addIfEnd = [&](int net) {
-        if (waysOn[placeOfNode(net)] == 1 && problem.ownerOf(net) == PlanProblem::none)
+        if (waysOn[placeOf(net)] == 1 && problem.ownerOf(net) == PlanProblem::none)
             ends.push_back(net);
     };
     for (int net = 0; net < netCount; ++net) {
         for (const int passive : network.passivesOfNet.of(net))
-            waysOn[placeOfNode(net)] += problem.mayGoThrough(passive);
+            waysOn[placeOf(net)] += problem.mayGoThrough(passive);
         addIfEnd(net);
     }
     while (!ends.empty()) {
         const int end = ends.back();
         ends.pop_back();
         for (const int i : network.linksOfNet.of(end)) {
-            if (!isUseful[placeOfNode(i)])
+            if (!isUseful[placeOf(i)])
                 continue;
-            isUseful[placeOfNode(i)] = false;
-            const int next = network.links[placeOfNode(i)].otherEnd(end);
-            --waysOn[placeOfNode(next)];
+            isUseful[placeOf(i)] = false;
+            const int next = network.links[placeOf(i)].otherEnd(end);
+            --waysOn[placeOf(next)];
             addIfEnd(next);
         }
     }
@@ -103,12 +100,12 @@ std::vector<WayGraph::Weight> WayGraph::sharedCosts() const
                 continue;
             std::vector<int> sharers;
             for (const int i : network.linksOfGang.of(gang)) {
-                if (isUseful(i) && problem.isClosed(network.links[placeOfNode(i)], position))
+                if (isUseful(i) && problem.isClosed(network.links[placeOf(i)], position))
                     sharers.push_back(i);
             }
             const Weight cost = weightOf(gang, position) - weightOf(gang, usual);
             for (const int i : sharers)
-                costs[placeOfNode(i)] = std::min(costs[placeOfNode(i)], cost / static_cast<Weight>(sharers.size()));
+                costs[placeOf(i)] = std::min(costs[placeOf(i)], cost / static_cast<Weight>(sharers.size()));
         }
     }
     return costs;
@@ -131,7 +128,7 @@ std::vector<WayGraph::Arc> WayGraph::allUsefulArcs() const
         if (!problem.mayGoThrough(passive))
             continue;
         const int node = network.model.netCount() + passive;
-        for (const int net : passives[placeOfNode(passive)].nets) {
+        for (const int net : passives[placeOf(passive)].nets) {
             arcs.push_back({net, node, none, passive, weightsOfAll.passive});
             arcs.push_back({node, net, none, passive, 0});
         }
