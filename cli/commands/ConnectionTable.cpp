@@ -30,12 +30,11 @@ public:
     ConnectionStep read(const TableStep &step)
     {
         ConnectionStep result{step.name, {}, {}, {}};
-        for (int i = 0; i < step.rows.size(); ++i) {
-            const CsvTable::Row &row = step.rows.at(i);
+        for (const CsvTable::Row &row : step.rows) {
             if (!isGiven(row, from) && !isGiven(row, to))
                 continue;
             result.connections.append({pinOf(row, from), pinOf(row, to)});
-            result.rows.append(i);
+            result.rows.append(row.number - step.firstRow);
             result.places.append(table.place(row));
         }
         return result;

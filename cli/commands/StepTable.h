@@ -10,6 +10,7 @@ struct TableStep
 {
     QString name;
     QList<Velk::CsvTable::Row> rows;
+    int firstRow; ///< the number of its first row in the table
 };
 
 /// The rows by the column "step": those of one name in a row are a step. Without that column all rows are the step "1".

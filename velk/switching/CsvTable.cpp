@@ -29,8 +29,12 @@ public:
     QList<CsvTable::Row> rows()
     {
         QList<CsvTable::Row> result;
+        int number = 0;
         while (next < text.size()) {
-            const CsvTable::Row row = nextRow();
+            CsvTable::Row row = nextRow();
+            if (row.cells == QStringList{QString()}) // an empty line
+                continue;
+            row.number = number++;
             if (std::any_of(row.cells.cbegin(), row.cells.cend(), [](const QString &cell) { return !cell.isEmpty(); }))
                 result.append(row);
         }
@@ -40,7 +44,7 @@ public:
 private:
     CsvTable::Row nextRow()
     {
-        CsvTable::Row row{line, {}};
+        CsvTable::Row row{line, {}, 0};
         do
             row.cells.append(takes(u'"') ? quotedCell() : plainCell());
         while (takes(u','));
@@ -125,6 +129,7 @@ CsvTable::CsvTable(const QByteArray &text, const QString &name)
                        u"%1 cells below %2 columns; a cell with a comma is put into quotes"_s.arg(
                            QString::number(row.cells.size()), QString::number(m_columns.size())));
         row.cells.resize(m_columns.size());
+        row.number -= head.number + 1;
     }
 }
 

@@ -20,11 +20,13 @@ public:
     {
         int line;          ///< on which it begins, counted from 1
         QStringList cells; ///< as many as the table has columns
+        int number;        ///< counted from 0, with rows whose cells are all empty, which are left out
     };
 
-    /// Reads \a text; \a name is what messages call it, as its file. Empty lines are left out, and cells that a row
-    /// lacks at its end are empty. Throws an EDAException with name and line for a text without a head line, that is
-    /// not UTF-8, whose quotes are not as they should be, or with a row that is longer than the head line.
+    /// Reads \a text; \a name is what messages call it, as its file. Empty lines and rows of empty cells are left out,
+    /// and cells that a row lacks at its end are empty. Throws an EDAException with name and line for a text without a
+    /// head line, that is not UTF-8, whose quotes are not as they should be, or with a row that is longer than the head
+    /// line.
     CsvTable(const QByteArray &text, const QString &name);
     ~CsvTable();
     CsvTable(const CsvTable &other);
