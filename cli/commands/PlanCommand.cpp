@@ -95,7 +95,7 @@ PlanCommand::PlanCommand(CLI::App &app)
         "Exit status: 0 each step has a plan, 1 a step has none, or none was found in time, 2 wrong usage or "
         "unreadable input.\n\n" +
         exampleHeading +
-        "  velk plan examples/demo/connections.csv examples/demo/instruments.net examples/demo/matrix.net \\\n"
+        "  velk plan examples/demo/plan.csv examples/demo/instruments.net examples/demo/matrix.net \\\n"
         "    examples/demo/adapter.net");
 }
 
