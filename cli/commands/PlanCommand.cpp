@@ -123,7 +123,7 @@ int PlanCommand::run() const
                             shownNames(files), request.aim, planSteps(steps, request, limits, model)};
     writeAs(netlist.format, planFormats(), report, target);
     const QList<PlanStep> without = stepsWithoutPlan(report.steps);
-    if (!tellsStepsWithoutPlan(netlist.format)) {
+    if (!target.fileName.isEmpty() || !tellsStepsWithoutPlan(netlist.format)) {
         for (const PlanStep &step : without)
             printMessage(u"velk: step '%1': %2"_s.arg(step.name, planResultText(report, step)));
     }
@@ -138,8 +138,11 @@ ConnectionRequest PlanCommand::requestOn(const EDAProvider &provider, const Swit
     for (const QString &ref : exclusions.componentsIn(provider, crossedTypes))
         request.excludedComponents.push_back(model.componentOf(ref));
     for (const auto &net : exclusions.netsIn(provider)) {
-        for (const auto &node : std::as_const(net->nodes))
-            request.excludedNets.push_back(model.netOf(node->ref, node->pin));
+        for (const auto &node : std::as_const(net->nodes)) {
+            const int number = model.netOf(node->ref, node->pin);
+            if (number != SwitchingModel::none) // a net may name components that the netlist does not have
+                request.excludedNets.push_back(number);
+        }
     }
     request.allowedComponents = allowedOn(provider, model);
     request.allowsSideConnections = allowsSideConnections;

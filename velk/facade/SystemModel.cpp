@@ -4,6 +4,8 @@
 #include <velk/facade/VelkSystemPrivate.h>
 #include <velk/naming/PinSearch.h>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace Velk {
@@ -24,8 +26,11 @@ std::vector<int> numbersOfNets(const SwitchingModel &model, const EDAProvider &n
     std::vector<int> numbers;
     for (const QString &name : names) {
         for (const auto &net : findNets(netlist, name)) {
-            if (!net->nodes.isEmpty())
-                numbers.push_back(model.netOf(net->nodes.first()->ref, net->nodes.first()->pin));
+            for (const auto &node : std::as_const(net->nodes)) {
+                const int number = model.netOf(node->ref, node->pin);
+                if (number != SwitchingModel::none) // a net may name components that the netlist does not have
+                    numbers.push_back(number);
+            }
         }
     }
     return numbers;
