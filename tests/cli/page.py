@@ -449,6 +449,11 @@ def check_plan(page):
     page.find("#theme").click()
     page.find("#wrong").click()
     check("steps without a plan", page.texts("#list .step-name"), ["too much"])
+    page.find("#side-by-side summary").click()
+    check("side by side", page.texts("#relay-table tbody tr"),
+          ["K101#2 1 1", "K105#2 1", "K307#2 1", "K501#2 2", "K502#2 3", "K703#2 2 CH1"])
+    page.find("#relay-table th[data-step='1'] button").click()
+    check("chosen column", page.texts("#relay-table th[data-chosen] button"), ["drive"])
     page.open("#step=2")
     page.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
     check("printed", [part for part in ("#choice", "#system", "#sets", "#print") if page.is_shown(part)],

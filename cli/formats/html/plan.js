@@ -206,6 +206,51 @@ function showConflict(step) {
         ...connectionName(step.wanted[place]), ' ', placeOf(step.wanted[place]))));
 }
 
+const mostColumns = 100;
+
+// What a relay is set to in a step: the groups that reach it, and its position where it has more than two.
+function relayCell(relay) {
+    const position = relay ? relay.setting.slice(data.components[relay.component].ref.length + 1) : '';
+    // No marks that fade with the groups of the chosen step.
+    const marks = relay?.sets.map((set) => coloured(html('span', { class: 'set' }, String(set + 1)), set)) ?? [];
+    if (relay?.sets.length === 0)
+        marks.push('\u25cf');
+    return html('td', {}, ...marks.flatMap((mark) => [mark, ' ']), named(position));
+}
+
+function stepHeading(step, place) {
+    const button = html('button', { type: 'button' }, named(step.name, 30));
+    button.addEventListener('click', () => list.choose(place));
+    return html('th', { scope: 'col', 'data-step': place }, button, html('br'), badge(step));
+}
+
+// A row for each relay that is away from rest in a step, a column for each step; only when somebody wants to see it.
+function showSideBySide() {
+    if (!byId('side-by-side').open || byId('relay-table').childElementCount > 0)
+        return;
+    const steps = data.steps.slice(0, mostColumns);
+    const relaysOf = steps.map(({ relays = [] }) => new Map(relays.map((relay) => [relay.component, relay])));
+    const all = [...new Set(relaysOf.flatMap((relays) => [...relays.keys()]))]
+        .sort((a, b) => data.components[a].ref < data.components[b].ref ? -1 : 1);
+    const shown = all.slice(0, mostShown);
+    byId('relay-table').append(
+        html('thead', {}, html('tr', {}, html('td'), ...steps.map(stepHeading))),
+        html('tbody', {}, ...shown.map((component) => html('tr', {},
+            html('th', { scope: 'row' }, named(data.components[component].ref)),
+            ...relaysOf.map((relays) => relayCell(relays.get(component)))))));
+    const left = [[all.length - shown.length, 'relays'], [data.steps.length - steps.length, 'steps']]
+        .filter(([count]) => count > 0);
+    if (left.length > 0)
+        byId('relay-table').append(html('caption', {},
+            `and ${left.map(([count, what]) => `${count} more ${what}`).join(', ')}`));
+    markColumn();
+}
+
+function markColumn() {
+    for (const heading of byId('relay-table').querySelectorAll('th[data-step]'))
+        heading.toggleAttribute('data-chosen', Number(heading.dataset.step) === list.chosen);
+}
+
 let shownWidth = 0;
 
 function show(step) {
@@ -218,6 +263,8 @@ function show(step) {
     if (step.conflict?.length > 0)
         showConflict(step);
     showSet(-1);
+    if (byId('relay-table').childElementCount > 0)
+        markColumn();
 }
 
 function stepNotes(step) {
@@ -240,6 +287,7 @@ addTheme();
 showHeader();
 byId('print').addEventListener('click', () => print());
 const list = new StepList({ notesOf: stepNotes, isWrong: (step) => !hasPlan(step), show });
+byId('side-by-side').addEventListener('toggle', showSideBySide);
 new ResizeObserver(() => {
     if (shownWidth !== widthOfDrawings())
         show(data.steps[list.chosen]);
