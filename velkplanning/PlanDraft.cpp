@@ -42,9 +42,10 @@ DraftState::DraftState(const PlanProblem &planProblem, const PlanDraft &planDraf
 
 bool DraftState::isPlan()
 {
-    const bool isApart = problem.request.allowsSideConnections || strayPins().empty();
-    const bool isKnown = problem.request.trustsUnknown || (trustsKnownAlone() && doubtfulNets().empty());
-    return tiesGroups() && keepsApart() && isApart && isKnown && (!problem.request.forbidsCouplings || isUncoupled());
+    const ConnectionRequest &request = problem.request;
+    return tiesGroups() && keepsApart() && (request.allowsSideConnections || strayPins().empty()) &&
+           (request.trustsUnknown || (trustsKnownAlone() && doubtfulNets().empty())) &&
+           (!request.forbidsCouplings || isUncoupled());
 }
 
 bool DraftState::tiesGroups()
@@ -70,9 +71,9 @@ bool DraftState::keepsApart()
 
 bool DraftState::trustsKnownAlone()
 {
-    for (const UnknownRelay &relay : problem.network.unknownRelays) {
+    for (const auto &nets : problem.network.netsOfUnknown) {
         int touched = PlanProblem::none;
-        for (const int net : relay.nets) {
+        for (const int net : nets) {
             const int group = groupAt(net);
             if (group != PlanProblem::none && touched != PlanProblem::none && group != touched)
                 return false;
@@ -120,12 +121,12 @@ std::vector<int> DraftState::doubtfulNets()
         if (problem.isForbidden(net))
             isForbiddenSet[placeOf(setOf(net))] = true;
     }
-    for (const UnknownRelay &relay : problem.network.unknownRelays) {
-        const auto reached = std::find_if(relay.nets.cbegin(), relay.nets.cend(),
-                                          [this](int net) { return groupAt(net) != PlanProblem::none; });
-        const auto doubtful = std::find_if(relay.nets.cbegin(), relay.nets.cend(),
-                                           [&](int net) { return isForbiddenSet[placeOf(setOf(net))]; });
-        if (reached != relay.nets.cend() && doubtful != relay.nets.cend())
+    for (const auto &nets : problem.network.netsOfUnknown) {
+        const auto reached =
+            std::find_if(nets.cbegin(), nets.cend(), [this](int net) { return groupAt(net) != PlanProblem::none; });
+        const auto doubtful =
+            std::find_if(nets.cbegin(), nets.cend(), [&](int net) { return isForbiddenSet[placeOf(setOf(net))]; });
+        if (reached != nets.cend() && doubtful != nets.cend())
             return {*reached, *doubtful};
     }
     return {};

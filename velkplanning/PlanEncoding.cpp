@@ -25,8 +25,8 @@ PlanEncoding::PlanEncoding(const PlanProblem &planProblem, const WayCosts &wayCo
     if (problem.request.forbidsCouplings)
         addCouplings();
     if (!problem.request.trustsUnknown) {
-        for (const UnknownRelay &relay : problem.network.unknownRelays)
-            addUnknownRelay(relay);
+        for (const auto &nets : problem.network.netsOfUnknown)
+            addUnknownRelay(nets);
     }
 }
 
@@ -231,13 +231,13 @@ void PlanEncoding::addCouplings()
     }
 }
 
-// Its nets have one label, as far as groups reach them.
-void PlanEncoding::addUnknownRelay(const UnknownRelay &relay)
+// The nets that it may connect have one label, as far as groups reach them.
+void PlanEncoding::addUnknownRelay(const std::vector<int> &nets)
 {
     Label touched;
     while (touched.size() < labelSize)
         touched.push_back(solver.newVariable());
-    for (const int net : relay.nets) {
+    for (const int net : nets) {
         const Label &label = labels[placeOf(nodeOf(net))];
         if (!label.empty())
             addLabelEquality(label.front(), label, touched);

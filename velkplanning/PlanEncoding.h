@@ -53,7 +53,7 @@ private:
     void addLabelEquality(int premise, const Label &label, const Label &other);
     void addLinks();
     void addCouplings();
-    void addUnknownRelay(const UnknownRelay &relay);
+    void addUnknownRelay(const std::vector<int> &nets);
     void addFlow(const WayCosts::Flow &flow);
     int wayNodeOf(int node);
     int throughLiteral(int passive);

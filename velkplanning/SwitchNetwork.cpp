@@ -60,15 +60,15 @@ Entries passivesByNet(const SwitchingModel &model)
     return entries;
 }
 
-std::vector<UnknownRelay> unknownRelaysIn(const SwitchingModel &model)
+std::vector<std::vector<int>> netsOfUnknownIn(const SwitchingModel &model)
 {
-    std::vector<UnknownRelay> relays;
+    std::vector<std::vector<int>> nets;
     for (int component = 0; component < model.componentCount(); ++component) {
         const int gang = model.gangOf(component);
         if (gang != SwitchingModel::none && model.gang(gang).isUnknown)
-            relays.push_back({component, model.contactNetsOf(component)});
+            nets.push_back(model.contactNetsOf(component));
     }
-    return relays;
+    return nets;
 }
 
 std::vector<int> setsAtRest(const SwitchingModel &model)
@@ -103,7 +103,7 @@ SwitchNetwork::SwitchNetwork(const SwitchingModel &switchingModel)
     , linksOfNet(model.netCount(), linksByNet(links))
     , linksOfGang(model.gangCount(), linksByGang(links))
     , passivesOfNet(model.netCount(), passivesByNet(model))
-    , unknownRelays(unknownRelaysIn(model))
+    , netsOfUnknown(netsOfUnknownIn(model))
     , restSets(setsAtRest(model))
 {
 }

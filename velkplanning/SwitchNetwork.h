@@ -20,13 +20,6 @@ struct SwitchLink
     int otherEnd(int end) const { return net + otherNet - end; }
 };
 
-/// A relay whose positions are not known.
-struct UnknownRelay
-{
-    int component;
-    std::vector<int> nets; ///< of its pins that are no coils, ascending
-};
-
 /// Lists of numbers, one for each of the first numbers, one list behind the other in memory.
 class NumberLists
 {
@@ -63,8 +56,8 @@ public:
     const NumberLists linksOfNet;
     const NumberLists linksOfGang;
     const NumberLists passivesOfNet;
-    const std::vector<UnknownRelay> unknownRelays;
-    const std::vector<int> restSets; ///< of each net the least net with which it is connected at rest
+    const std::vector<std::vector<int>> netsOfUnknown; ///< of each relay that is not known those that it may connect
+    const std::vector<int> restSets;                   ///< of each net the least net with which it is connected at rest
 };
 }
 

@@ -15,6 +15,7 @@
 
 #include <velk/naming/PinSearch.h>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -59,10 +60,12 @@ QList<PlanStep> planSteps(const QList<ConnectionStep> &steps, ConnectionRequest 
     return result;
 }
 
-QList<PlanStep> stepsWithoutPlan(QList<PlanStep> steps)
+void reportStepsWithoutPlan(const PlanReport &report)
 {
-    steps.removeIf([](const PlanStep &step) { return step.hasPlan(); });
-    return steps;
+    for (const PlanStep &step : report.steps) {
+        if (!step.hasPlan())
+            printMessage(u"velk: step '%1': %2"_s.arg(step.name, planResultText(report, step)));
+    }
 }
 }
 
@@ -122,12 +125,11 @@ int PlanCommand::run() const
     const PlanReport report{provider,          model,       PinNames(provider),
                             shownNames(files), request.aim, planSteps(steps, request, limits, model)};
     writeAs(netlist.format, planFormats(), report, target);
-    const QList<PlanStep> without = stepsWithoutPlan(report.steps);
-    if (!target.fileName.isEmpty() || !tellsStepsWithoutPlan(netlist.format)) {
-        for (const PlanStep &step : without)
-            printMessage(u"velk: step '%1': %2"_s.arg(step.name, planResultText(report, step)));
-    }
-    return without.isEmpty() ? 0 : hasNoPlan;
+    if (!target.fileName.isEmpty() || !tellsStepsWithoutPlan(netlist.format))
+        reportStepsWithoutPlan(report);
+    const bool haveAllPlans =
+        std::all_of(report.steps.cbegin(), report.steps.cend(), [](const PlanStep &step) { return step.hasPlan(); });
+    return haveAllPlans ? 0 : hasNoPlan;
 }
 
 ConnectionRequest PlanCommand::requestOn(const EDAProvider &provider, const SwitchingModel &model) const
@@ -138,11 +140,8 @@ ConnectionRequest PlanCommand::requestOn(const EDAProvider &provider, const Swit
     for (const QString &ref : exclusions.componentsIn(provider, crossedTypes))
         request.excludedComponents.push_back(model.componentOf(ref));
     for (const auto &net : exclusions.netsIn(provider)) {
-        for (const auto &node : std::as_const(net->nodes)) {
-            const int number = model.netOf(node->ref, node->pin);
-            if (number != SwitchingModel::none) // a net may name components that the netlist does not have
-                request.excludedNets.push_back(number);
-        }
+        if (const int number = model.netOf(*net); number != SwitchingModel::none) // a net may be without pins
+            request.excludedNets.push_back(number);
     }
     request.allowedComponents = allowedOn(provider, model);
     request.allowsSideConnections = allowsSideConnections;

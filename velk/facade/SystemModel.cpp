@@ -4,8 +4,6 @@
 #include <velk/facade/VelkSystemPrivate.h>
 #include <velk/naming/PinSearch.h>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace Velk {
@@ -20,17 +18,14 @@ std::vector<int> numbersOfComponents(const SwitchingModel &model, const QStringL
     return numbers;
 }
 
-/// By their pins, since several nets may have one name. Those without pins have no number.
+/// Those without pins have no number.
 std::vector<int> numbersOfNets(const SwitchingModel &model, const EDAProvider &netlist, const QStringList &names)
 {
     std::vector<int> numbers;
     for (const QString &name : names) {
         for (const auto &net : findNets(netlist, name)) {
-            for (const auto &node : std::as_const(net->nodes)) {
-                const int number = model.netOf(node->ref, node->pin);
-                if (number != SwitchingModel::none) // a net may name components that the netlist does not have
-                    numbers.push_back(number);
-            }
+            if (const int number = model.netOf(*net); number != SwitchingModel::none)
+                numbers.push_back(number);
         }
     }
     return numbers;

@@ -305,6 +305,16 @@ int SwitchingModel::netOf(const QString &ref, const QString &pinNumber) const
     return component == none ? none : d->nets.netOf(component, pinNumber);
 }
 
+int SwitchingModel::netOf(const EDANet &net) const
+{
+    for (const auto &node : net.nodes) {
+        const int number = node ? netOf(node->ref, node->pin) : none;
+        if (number != none) // all other pins of the net have the same
+            return number;
+    }
+    return none;
+}
+
 int SwitchingModel::componentCount() const
 {
     return static_cast<int>(d->components.size());

@@ -97,6 +97,8 @@ public:
     QStringList netNames(int net) const;
     /// The net of a pin, or none: also for a component or pin that no net names and that is no pin of a relay.
     int netOf(const QString &ref, const QString &pinNumber) const;
+    /// The number of one of the netlist's nets, or none: also for one without a pin of a component that is there.
+    int netOf(const EDANet &net) const;
 
     int componentCount() const;                ///< of all roles
     const QString &ref(int component) const;   ///< as the netlist has it

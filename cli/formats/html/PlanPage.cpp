@@ -29,10 +29,8 @@ public:
         , tables(planReport.netlist.connectorTypes(), planReport.netlist, planReport.pinNames, model)
     {
         const auto nets = report.netlist.getNets();
-        for (const auto &net : nets) {
-            if (!net->nodes.isEmpty())
-                netsOf[model->netOf(net->nodes.first()->ref, net->nodes.first()->pin)].append(net);
-        }
+        for (const auto &net : nets)
+            netsOf[model->netOf(*net)].append(net);
     }
 
     QByteArray toText()
