@@ -82,6 +82,12 @@ VelkPlan VelkPlanner::plan(const VelkPlanRequest &request, const std::map<std::s
     return d->records.planOf(d->planStep(request, state));
 }
 
+VelkPlannedStep VelkPlanner::planStep(const VelkPlanStep &step, const std::map<std::string, int> &before) const
+{
+    SwitchedState state{d->system.positions(before), {}};
+    return d->records.stepOf(step.name, d->planStep(step.request, state));
+}
+
 std::vector<VelkPlannedStep> VelkPlanner::planSteps(const std::vector<VelkPlanStep> &steps) const
 {
     SwitchedState state{d->system.positions({}), {}};

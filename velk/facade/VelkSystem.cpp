@@ -457,6 +457,14 @@ std::vector<VelkPlacedPin> VelkSystem::pins(const std::string &ref) const
     return answered([&] { return d->records->pinsOf(*findComponent(*d->netlist, QString::fromStdString(ref))); });
 }
 
+VelkNodeInfo VelkSystem::pin(const VelkRouteEnd &end) const
+{
+    return answered([&] {
+        const PinChoice choice = d->findEnd(end);
+        return d->records->nodeOf(choice.component->ref, choice.pin->number);
+    });
+}
+
 void VelkSystem::setExcludedComponents(const std::vector<std::string> &components)
 {
     const auto changed = std::make_shared<VelkSystemPrivate>(*d);

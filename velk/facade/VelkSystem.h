@@ -420,6 +420,8 @@ public:
     VelkNetInfo net(const std::string &name) const;
     /// The pins of the component \a ref, in the order of its part. Throws as component() does.
     std::vector<VelkPlacedPin> pins(const std::string &ref) const;
+    /// The pin that routes() takes this end for. Throws as routes() does.
+    VelkNodeInfo pin(const VelkRouteEnd &end) const;
 
     /// Keeps components out of all that this object is asked from now on about routes: each a reference or, as
     /// "KEY=VALUE", all components with the property. What is left are the other routes, in their order. Copies get it,
