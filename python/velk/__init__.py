@@ -1,0 +1,91 @@
+"""Which chains of relays and resistors lead from an instrument pin to a pin of the device under test?
+
+Velk reads the wiring of an automated electrical test system from KiCad netlists, one for each board, joins the boards
+where they are plugged together, and answers questions about the whole:
+
+    import velk
+
+    system = velk.System(["instruments.net", "matrix.net", "adapter.net"])
+    for route in system.routes({"Dev": "DMM"}, "HI", dut={"CompType": "DUT", "Bench": "2"}, dut_pin="OUT"):
+        print([relay.ref for relay in route.switches])
+
+``System`` is what all begins with: its methods are the questions. What they return are values, tuples with names: they
+never change, can be compared, hashed, pickled and kept for longer than the system. Whatever goes wrong is an ``Error``.
+
+References, parts and nets carry the number of their netlist, "K3#2" being K3 of the second one. Where a name is asked for,
+the number may be left out if it is clear without. Limits and types are as the command ``velk`` has them by default.
+
+A system never changes either: any number of threads may ask one. While it reads, searches or plans, other threads run,
+and Ctrl-C ends it. Nothing is printed.
+"""
+
+from velk._errors import Error, NotFoundError, PlanError, PositionsError, ReadingError, TooLargeError, WritingError
+from velk._system import Connection, End, Path, System, write_application_ini, write_physical_ini
+from velk._values import (
+    Component,
+    Connections,
+    Coupling,
+    Coverage,
+    CriticalComponent,
+    Finding,
+    FrozenDict,
+    Group,
+    GroupCoupling,
+    Net,
+    NoRouteReason,
+    Part,
+    PartPin,
+    Pin,
+    Plan,
+    PlanRow,
+    Position,
+    PositionConflict,
+    Reach,
+    RelayPositions,
+    Route,
+    Step,
+    SufficientLimits,
+    Transient,
+)
+from velk._velk import version as __version__
+
+__all__ = [
+    "System",
+    "write_physical_ini",
+    "write_application_ini",
+    "Component",
+    "Pin",
+    "Part",
+    "PartPin",
+    "Net",
+    "Route",
+    "Step",
+    "NoRouteReason",
+    "Reach",
+    "SufficientLimits",
+    "PositionConflict",
+    "Coverage",
+    "CriticalComponent",
+    "Plan",
+    "PlanRow",
+    "Group",
+    "GroupCoupling",
+    "Transient",
+    "RelayPositions",
+    "Position",
+    "Connections",
+    "Coupling",
+    "Finding",
+    "FrozenDict",
+    "Error",
+    "ReadingError",
+    "NotFoundError",
+    "PositionsError",
+    "WritingError",
+    "TooLargeError",
+    "PlanError",
+    "Path",
+    "End",
+    "Connection",
+    "__version__",
+]
