@@ -6,7 +6,7 @@ import enum
 import operator
 import os
 from functools import cached_property
-from typing import Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
+from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
 
 from velk import _velk
 from velk._errors import NotFoundError
@@ -443,11 +443,12 @@ class System:
         # A pin is a tuple, and has four members.
         if isinstance(connection, (str, Pin)) or not isinstance(connection, Sequence):
             raise TypeError(f"a connection is two ends, not {connection!r}")
-        if len(connection) == 4:
-            return self._end(connection[0], connection[1]), self._end(connection[2], connection[3])
-        if len(connection) != 2:
+        members: Sequence[Any] = connection
+        if len(members) == 4:
+            return self._end(members[0], members[1]), self._end(members[2], members[3])
+        if len(members) != 2:
             raise ValueError(f"a connection is two ends, each maybe in two parts, not {connection!r}")
-        return self._end_of(connection[0]), self._end_of(connection[1])
+        return self._end_of(members[0]), self._end_of(members[1])
 
     def _end_of(self, end: End) -> _velk.End:
         if isinstance(end, (str, Pin)):
