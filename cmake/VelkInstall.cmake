@@ -97,5 +97,5 @@ if(VELK_BUILD_CLI)
     install(DIRECTORY docs DESTINATION ${velk_docdir} COMPONENT command
         FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.png" PATTERN site EXCLUDE)
     install(DIRECTORY examples DESTINATION ${velk_docdir} COMPONENT command
-        FILES_MATCHING PATTERN "*.net" PATTERN "*.csv" PATTERN "*.toml" PATTERN "*.kicad_*" PATTERN "*.cpp" PATTERN CMakeLists.txt)
+        FILES_MATCHING PATTERN "*.net" PATTERN "*.csv" PATTERN "*.toml" PATTERN "*.kicad_*" PATTERN "*.cpp" PATTERN "*.py" PATTERN CMakeLists.txt)
 endif()

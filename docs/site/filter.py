@@ -63,7 +63,7 @@ def prose(path, text):
 def page(path, text):
     parts = re.split(r"(?ms)^(```.*?^```$)", text)
     parts[::2] = [prose(path, part) for part in parts[::2]]
-    parts[1::2] = [re.sub("^```(console|sh|ini|cmake|text)", "```{.unparsed}", part) for part in parts[1::2]]
+    parts[1::2] = [re.sub("^```(console|sh|ini|cmake|text|pycon)", "```{.unparsed}", part) for part in parts[1::2]]
     return "".join(parts)
 
 

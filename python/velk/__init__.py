@@ -19,6 +19,8 @@ A system never changes either: any number of threads may ask one. While it reads
 and Ctrl-C ends it. Nothing is printed.
 """
 
+from types import FunctionType
+
 from velk._errors import Error, NotFoundError, PlanError, PositionsError, ReadingError, TooLargeError, WritingError
 from velk._system import Connection, End, Path, System, write_application_ini, write_physical_ini
 from velk._values import (
@@ -89,3 +91,8 @@ __all__ = [
     "Connection",
     "__version__",
 ]
+
+# All of them are found here, and so they are named in help, in errors and by pickle.
+for _name in __all__:
+    if isinstance(globals()[_name], (type, FunctionType)):
+        globals()[_name].__module__ = __name__

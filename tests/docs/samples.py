@@ -8,17 +8,20 @@ cmake    each paragraph stands literally in examples/CMakeLists.txt
 ini      stands literally, but for lines "...", in an INI file that the page's console blocks have written
 sh       commands that no test can run: each is listed in commands_run_elsewhere.txt
 text     a drawing or a form, without any command
+python   and pycon are run by python_snippet.py
 """
 import os
 import pathlib
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
 
 from documents import ROOT, matches, pages
 
+PYTHON_MODULE = os.environ.get("VELK_PYTHON_MODULE")  # its folder, where it is built
 ELSEWHERE = ROOT / "tests/docs/commands_run_elsewhere.txt"
 
 
@@ -68,6 +71,14 @@ class Session:
         shutil.copytree(ROOT / "examples", self.folder / "examples")
         for name in ("tests", "velk"):
             (self.folder / name).symlink_to(ROOT / name)
+        self.add_python()
+
+    def add_python(self):
+        """The command python3 is the one that runs this, since the module velk is made for it."""
+        python = self.folder / "bin/python3"
+        python.parent.mkdir()
+        python.write_text(f'#!/bin/sh\nexec "{sys.executable}" -B "$@"\n', encoding="utf-8")
+        python.chmod(0o755)
 
     def run(self, commands):
         """The output and the exit status of each."""
@@ -76,7 +87,8 @@ class Session:
             script += f"{{\n(exit $status)\n{command}\n}} >~/{number}.out 2>&1\n"
             script += f"status=$?; echo $status >~/{number}.status\n"
         environment = dict(os.environ, LC_ALL="C.UTF-8", HOME=str(self.folder))
-        environment["PATH"] = os.environ["VELK_PROGRAMS"] + os.pathsep + environment["PATH"]
+        folders = (str(self.folder / "bin"), os.environ["VELK_PROGRAMS"], environment["PATH"])
+        environment.update(PATH=os.pathsep.join(folders), PYTHONPATH=PYTHON_MODULE or "")
         environment.pop("QT_LOGGING_RULES", None)
         subprocess.run(["bash", "-c", script], cwd=self.folder, env=environment, check=False, timeout=600)
         return [((self.folder / f"{number}.out").read_text(encoding="utf-8").splitlines(),
@@ -108,7 +120,7 @@ class SamplesTest(unittest.TestCase):
         return [block for block in page.blocks if block.language == language]
 
     def test_every_block_has_a_language_that_is_checked(self):
-        known = {"console", "cpp", "cmake", "ini", "sh", "text"}
+        known = {"console", "cpp", "cmake", "ini", "sh", "text", "python", "pycon"}
         self.assertEqual([str(block) for page in pages() for block in page.blocks if block.language not in known], [])
         self.assertEqual([page.name for page in pages() if not page.is_closed or page.hidden_blocks()], [])
 
@@ -121,6 +133,8 @@ class SamplesTest(unittest.TestCase):
         for page in pages():
             samples = [(block, command) for block in self.blocks(page, "console")
                        for command in commands_of(block.lines)]
+            if page.name == "docs/python.md" and not PYTHON_MODULE:
+                continue
             if not samples and not self.blocks(page, "ini"):
                 continue
             session = Session()
