@@ -41,6 +41,7 @@ void registerThreads(const Suite &suite);
 void registerStates();
 void registerCoverage(const Suite &suite);
 void registerPlanning(const Suite &suite);
+void registerPython(const Suite &suite);
 void registerCommand();
 
 /// One of the ways to do a task.

@@ -40,6 +40,9 @@ int run(int argc, char **argv)
 #ifdef VELK_HAS_PLANNING
     registerPlanning(suite);
 #endif
+#ifdef VELK_HAS_PYTHON
+    registerPython(suite);
+#endif
     registerCommand();
 
     int count = static_cast<int>(arguments.size());

@@ -254,6 +254,8 @@ def main():
     add_states(table)
     add_coverage(table)
     add_planning(table)
+    table.times(f"1,000 queries from Python, sparse, {size_text(main_size)}, 8 routes each", f"python/sparse/{main_size}",
+                "cpp", "VelkSystem from C++", at_most=1.5)
     table.limit("velk routes, exported system, start to finish", "command/routes", 40e-3)
     table.print()
     for name, message in results.failures.items():

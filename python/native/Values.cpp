@@ -1,5 +1,7 @@
 #include "python/native/Values.h"
 
+#include <algorithm>
+
 using namespace Velk;
 
 namespace VelkPython {
@@ -25,6 +27,21 @@ const char *textOf(VelkPositionsRule rule)
         break;
     }
     return "unknown";
+}
+
+/// The net that a route comes to by the step.
+const std::string &netAfter(const VelkRoute &route, std::vector<VelkRouteStep>::const_iterator step)
+{
+    return step + 1 == route.steps.end() ? route.lastNet : (step + 1)->net;
+}
+
+/// The step of a route that a conflict tells the position of.
+std::vector<VelkRouteStep>::const_iterator stepOf(const VelkRoute &route, const VelkRouteStep &told)
+{
+    return std::find_if(route.steps.begin(), route.steps.end(), [&](const VelkRouteStep &step) {
+        return step.net == told.net && step.component == told.component && step.pinIn == told.pinIn &&
+               step.pinOut == told.pinOut;
+    });
 }
 
 const char *textOf(VelkPlanResult result)
@@ -63,34 +80,52 @@ py::object Values::of(VelkPositionsRule rule) const
     return py::str(textOf(rule));
 }
 
-py::object Values::of(const VelkComponentInfo &component)
+const Values::PlacedPin *Values::KnownComponent::find(const VelkPinInfo &pin) const
 {
-    const auto known = componentsByRef.find(component.ref);
-    if (known != componentsByRef.end())
-        return known->second;
-    const py::object value = make(valueType("Component"), of(component.ref), of(component.value), of(component.part),
-                                  of(component.properties));
-    return componentsByRef.emplace(component.ref, value).first->second;
+    for (const PlacedPin &placed : *pins) {
+        if (placed.record.pin.number == pin.number && placed.record.pin.name == pin.name)
+            return &placed;
+    }
+    return nullptr;
 }
 
-py::object Values::component(const std::string &ref)
+const Values::KnownComponent &Values::known(const std::string &ref)
 {
-    const auto known = componentsByRef.find(ref);
-    return known != componentsByRef.end() ? known->second : of(system.component(ref));
+    const auto place = knownComponents.find(ref);
+    if (place != knownComponents.end() && place->second.pins)
+        return place->second;
+    KnownComponent made{{}, std::vector<PlacedPin>()};
+    try {
+        made.component = of(system.component(ref));
+        for (const VelkPlacedPin &pin : system.pins(ref)) {
+            const py::object net = pin.net.empty() ? py::none() : netName(pin.net);
+            made.pins->push_back({pin, newPin(ref, pin.pin, net), net});
+        }
+    } catch (const VelkSystemException &) {
+        // A net may hold pins of a component that its netlist does not list.
+    }
+    return knownComponents.insert_or_assign(ref, std::move(made)).first->second;
+}
+
+py::object Values::of(const VelkComponentInfo &component)
+{
+    const auto place = knownComponents.find(component.ref);
+    if (place != knownComponents.end())
+        return place->second.component;
+    const py::object value = make(valueType("Component"), of(component.ref), of(component.value), of(component.part),
+                                  of(component.properties));
+    return knownComponents.emplace(component.ref, KnownComponent{value}).first->second.component;
 }
 
 py::object Values::components(const std::vector<std::string> &refs)
 {
-    return tupleOf(refs, [this](const std::string &ref) { return component(ref); });
+    return tupleOf(refs, [this](const std::string &ref) { return known(ref).component; });
 }
 
 py::object Values::netName(const std::string &name)
 {
-    const auto known = netNames.find(name);
-    if (known != netNames.end())
-        return known->second;
-    const py::object text = of(name);
-    return netNames.emplace(name, text).first->second;
+    const auto place = netNames.find(name);
+    return place != netNames.end() ? place->second : netNames.emplace(name, of(name)).first->second;
 }
 
 py::object Values::newPin(const std::string &ref, const VelkPinInfo &pin, const py::object &net) const
@@ -98,45 +133,25 @@ py::object Values::newPin(const std::string &ref, const VelkPinInfo &pin, const 
     return make(pinType, of(ref), of(pin.number), of(pin.name), net);
 }
 
-const std::vector<Values::PlacedPin> &Values::placedPins(const std::string &ref)
-{
-    const auto known = pinsByRef.find(ref);
-    if (known != pinsByRef.end())
-        return known->second;
-    std::vector<PlacedPin> pins;
-    try {
-        for (const VelkPlacedPin &pin : system.pins(ref))
-            pins.push_back({pin, newPin(ref, pin.pin, pin.net.empty() ? py::none() : netName(pin.net))});
-    } catch (const VelkSystemException &) {
-        // A net may hold pins of a component that its netlist does not list.
-    }
-    return pinsByRef.emplace(ref, std::move(pins)).first->second;
-}
-
-const Values::PlacedPin *Values::placedPin(const std::string &ref, const VelkPinInfo &pin)
-{
-    for (const PlacedPin &placed : placedPins(ref)) {
-        if (placed.record.pin.number == pin.number && placed.record.pin.name == pin.name)
-            return &placed;
-    }
-    return nullptr;
-}
-
 py::object Values::of(const VelkNodeInfo &pin)
 {
-    const PlacedPin *const placed = placedPin(pin.component, pin.pin);
+    const PlacedPin *const placed = known(pin.component).find(pin.pin);
     return placed != nullptr ? placed->pin : newPin(pin.component, pin.pin, py::none());
 }
 
-py::object Values::pinOnNet(const std::string &ref, const VelkPinInfo &pin, const std::string &net)
+Values::MetPin Values::metPin(const std::string &ref, const KnownComponent &component, const VelkPinInfo &pin,
+                              const std::string &net)
 {
-    const PlacedPin *const placed = placedPin(ref, pin);
-    return placed != nullptr && placed->record.net == net ? placed->pin : newPin(ref, pin, netName(net));
+    const PlacedPin *const placed = component.find(pin);
+    if (placed != nullptr && placed->record.net == net)
+        return {placed->pin, placed->net};
+    const py::object name = netName(net);
+    return {newPin(ref, pin, name), name};
 }
 
 py::object Values::pinsOf(const std::string &ref)
 {
-    return tupleOf(placedPins(system.component(ref).ref), [](const PlacedPin &placed) { return placed.pin; });
+    return tupleOf(*known(system.component(ref).ref).pins, [](const PlacedPin &placed) { return placed.pin; });
 }
 
 py::object Values::of(const VelkNetInfo &net)
@@ -146,24 +161,25 @@ py::object Values::of(const VelkNetInfo &net)
                 tupleOf(net.pins, [&](const VelkNodeInfo &pin) { return newPin(pin.component, pin.pin, name); }));
 }
 
-py::object Values::step(const VelkRouteStep &step, const py::object &pinOut)
+py::object Values::step(const VelkRouteStep &step, const std::string &nextNet)
 {
-    return make(stepType, netName(step.net), pinOnNet(step.component, step.pinIn, step.net), component(step.component),
-                pinOut, of(step.position), of(step.positionName), of(step.isUnknown));
+    const KnownComponent &crossed = known(step.component);
+    const auto [pinIn, net] = metPin(step.component, crossed, step.pinIn, step.net);
+    const auto [pinOut, next] = metPin(step.component, crossed, step.pinOut, nextNet);
+    return make(stepType, net, pinIn, crossed.component, pinOut, of(step.position), of(step.positionName),
+                of(step.isUnknown));
 }
 
 py::object Values::steps(const VelkRoute &route)
 {
-    return tupleOf(route.steps, [&](const VelkRouteStep &crossed) {
-        const std::string &nextNet = &crossed == &route.steps.back() ? route.lastNet : (&crossed)[1].net;
-        return step(crossed, pinOnNet(crossed.component, crossed.pinOut, nextNet));
-    });
+    auto place = route.steps.begin();
+    return tupleOf(route.steps, [&](const VelkRouteStep &crossed) { return step(crossed, netAfter(route, place++)); });
 }
 
 py::object Values::route(const py::object &start, const py::object &end, const VelkRoute &route)
 {
     const auto sideConnection = [this](const VelkSideConnection &connection) {
-        return pinOnNet(connection.component, connection.pin, connection.net);
+        return metPin(connection.component, known(connection.component), connection.pin, connection.net).pin;
     };
     return make(routeType, start, end, steps(route), netName(route.lastNet),
                 tupleOf(route.sideConnections, sideConnection));
@@ -178,13 +194,14 @@ py::object Values::routes(const VelkNodeInfo &start, const VelkNodeInfo &end, co
 
 py::object Values::reason(const VelkNodeInfo &start, const VelkNodeInfo &end, const VelkNoRouteReason &reason)
 {
-    const auto conflictStep = [this](const VelkRouteStep &crossed) {
-        return step(crossed, of(VelkNodeInfo{crossed.component, crossed.pinOut}));
-    };
     py::object conflict = py::none();
     if (reason.conflict) {
-        conflict = make(valueType("PositionConflict"), route(of(start), of(end), reason.conflict->route),
-                        tupleOf(reason.conflict->steps, conflictStep));
+        const VelkRoute &way = reason.conflict->route;
+        const auto stepAgainst = [&](const VelkRouteStep &told) {
+            return step(told, netAfter(way, stepOf(way, told)));
+        };
+        conflict = make(valueType("PositionConflict"), route(of(start), of(end), way),
+                        tupleOf(reason.conflict->steps, stepAgainst));
     }
     return make(valueType("NoRouteReason"), of(reason.isConnected), of(reason.shortest), of(reason.sufficientLimits),
                 of(reason.fromSource), of(reason.fromDut), of(reason.between), of(reason.isConnectedInOtherDirection),
@@ -200,7 +217,8 @@ py::object Values::of(const VelkCoverage &coverage)
         return py::make_tuple(sources[pair.first], duts[pair.second]);
     };
     const auto criticalComponent = [&](const VelkCriticalComponent &critical) {
-        return make(valueType("CriticalComponent"), component(critical.component), tupleOf(critical.lost, lostPair));
+        return make(valueType("CriticalComponent"), known(critical.component).component,
+                    tupleOf(critical.lost, lostPair));
     };
     return make(valueType("Coverage"), sources, duts, of(coverage.switches),
                 tupleOf(coverage.critical, criticalComponent));

@@ -58,7 +58,6 @@ public:
                           Record<T>::fields);
     }
 
-    py::object component(const std::string &ref);
     py::object pinsOf(const std::string &ref);
     py::object routes(const Velk::VelkNodeInfo &start, const Velk::VelkNodeInfo &end,
                       const std::vector<Velk::VelkRoute> &routes);
@@ -74,6 +73,16 @@ private:
     {
         Velk::VelkPlacedPin record;
         py::object pin;
+        py::object net; ///< its name, or None
+    };
+
+    /// What a reference stands for.
+    struct KnownComponent
+    {
+        py::object component;                            ///< none where the netlist lists none
+        std::optional<std::vector<PlacedPin>> pins = {}; ///< none until one is asked for
+
+        const PlacedPin *find(const Velk::VelkPinInfo &pin) const;
     };
 
     template <typename T, typename ValueOf>
@@ -100,12 +109,18 @@ private:
 
     py::object valueType(const char *name) const;
     py::object newPin(const std::string &ref, const Velk::VelkPinInfo &pin, const py::object &net) const;
-    const std::vector<PlacedPin> &placedPins(const std::string &ref);
-    const PlacedPin *placedPin(const std::string &ref, const Velk::VelkPinInfo &pin);
-    py::object pinOnNet(const std::string &ref, const Velk::VelkPinInfo &pin, const std::string &net);
+    const KnownComponent &known(const std::string &ref);
+    /// A pin and the name of the net that it was met on.
+    struct MetPin
+    {
+        py::object pin;
+        py::object net;
+    };
+    MetPin metPin(const std::string &ref, const KnownComponent &component, const Velk::VelkPinInfo &pin,
+                  const std::string &net);
     py::object netName(const std::string &name);
     py::object components(const std::vector<std::string> &refs);
-    py::object step(const Velk::VelkRouteStep &step, const py::object &pinOut);
+    py::object step(const Velk::VelkRouteStep &step, const std::string &nextNet);
     py::object steps(const Velk::VelkRoute &route);
     py::object route(const py::object &start, const py::object &end, const Velk::VelkRoute &route);
 
@@ -115,8 +130,7 @@ private:
     py::object pinType;
     py::object stepType;
     py::object routeType;
-    std::unordered_map<std::string, py::object> componentsByRef;
-    std::unordered_map<std::string, std::vector<PlacedPin>> pinsByRef;
+    std::unordered_map<std::string, KnownComponent> knownComponents; ///< by reference
     std::unordered_map<std::string, py::object> netNames;
 };
 }
