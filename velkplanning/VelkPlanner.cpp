@@ -7,6 +7,7 @@
 #include <velk/facade/SystemModel.h>
 #include <velk/model/EDAException.h>
 
+#include <algorithm>
 #include <tuple>
 
 namespace Velk {
@@ -17,6 +18,8 @@ public:
     explicit VelkPlannerPrivate(const VelkSystem &planned);
 
     ConnectionRequest requestOf(const VelkPlanRequest &written) const;
+    /// By their positions in the model. Other components conduct nothing by themselves.
+    std::vector<int> passives(const std::vector<std::string> &refs) const;
     /// \a state is then that of the plan, if there is one.
     PlannedStep planStep(const VelkPlanRequest &request, SwitchedState &state) const;
 
@@ -57,6 +60,20 @@ ConnectionRequest VelkPlannerPrivate::requestOf(const VelkPlanRequest &written) 
     return request;
 }
 
+std::vector<int> VelkPlannerPrivate::passives(const std::vector<std::string> &refs) const
+{
+    const auto &all = system.model().passives();
+    std::vector<int> numbers;
+    for (const int component : system.components(refs)) {
+        const auto place = std::find_if(all.begin(), all.end(), [&](const PassiveComponent &passive) {
+            return passive.ref == system.model().ref(component);
+        });
+        if (place != all.end())
+            numbers.push_back(static_cast<int>(place - all.begin()));
+    }
+    return numbers;
+}
+
 PlannedStep VelkPlannerPrivate::planStep(const VelkPlanRequest &request, SwitchedState &state) const
 try {
     return Velk::planStep(planner, requestOf(request), state, {request.timeLimit, request.isCalledOff});
@@ -82,9 +99,10 @@ VelkPlan VelkPlanner::plan(const VelkPlanRequest &request, const std::map<std::s
     return d->records.planOf(d->planStep(request, state));
 }
 
-VelkPlannedStep VelkPlanner::planStep(const VelkPlanStep &step, const std::map<std::string, int> &before) const
+VelkPlannedStep VelkPlanner::planStep(const VelkPlanStep &step, const std::map<std::string, int> &before,
+                                      const std::vector<std::string> &through) const
 {
-    SwitchedState state{d->system.positions(before), {}};
+    SwitchedState state{d->system.positions(before), d->passives(through)};
     return d->records.stepOf(step.name, d->planStep(step.request, state));
 }
 

@@ -176,8 +176,10 @@ public:
     /// be.
     VelkPlan plan(const VelkPlanRequest &request, const std::map<std::string, int> &before = {}) const;
 
-    /// The same with what moves, and what may touch meanwhile, where the relays have the positions \a before.
-    VelkPlannedStep planStep(const VelkPlanStep &step, const std::map<std::string, int> &before = {}) const;
+    /// The same with what moves, and what may touch meanwhile. \a through are references of the passive components that
+    /// what is connected before goes through, as the groups of a plan have them.
+    VelkPlannedStep planStep(const VelkPlanStep &step, const std::map<std::string, int> &before = {},
+                             const std::vector<std::string> &through = {}) const;
 
     /// Plans one step after the other, each with the relays as the one before leaves them, the first with all of them
     /// at rest. Throws as plan() does.

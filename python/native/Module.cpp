@@ -145,7 +145,7 @@ void addSystem(py::module_ &module)
         .def("why_no_route", &System::whyNoRoute, py::arg("source"), py::arg("dut"), py::arg("options"))
         .def("coverage", &System::coverage, py::arg("sources"), py::arg("duts"), py::arg("options"),
              py::arg("critical"), py::arg("progress"))
-        .def("plan", &System::plan, py::arg("name"), py::arg("request"), py::arg("before"))
+        .def("plan", &System::plan, py::arg("name"), py::arg("request"), py::arg("before"), py::arg("through"))
         .def("positions", &System::positions, py::arg("ref"))
         .def("unknown_relays", ask(&VelkSystem::unknownRelays))
         .def("position_errors", ask(&VelkSystem::positionErrors))

@@ -38,6 +38,7 @@ System::System(const VelkSystem &opened)
 System System::keepingOut(const Texts &components, const Texts &nets) const
 {
     System result(*this);
+    result.lazyPlanner = std::make_shared<LazyPlanner>(); // which is of other exclusions
     Texts allComponents = system.excludedComponents();
     allComponents.insert(allComponents.end(), components.begin(), components.end());
     Texts allNets = system.excludedNets();
@@ -140,12 +141,13 @@ const VelkPlanner &System::planner() const
 }
 
 Value<VelkPlannedStep> System::plan(const std::string &name, VelkPlanRequest request,
-                                    const std::map<std::string, int> &before) const
+                                    const std::map<std::string, int> &before, const Texts &through) const
 {
     CallOff callOff;
     request.isCalledOff = callOff.question();
     const auto [ends, step] = searched(callOff, [&] {
-        return std::make_pair(endsOf(system, request.connections), planner().planStep({name, request}, before));
+        return std::make_pair(endsOf(system, request.connections),
+                              planner().planStep({name, request}, before, through));
     });
     return Value<VelkPlannedStep>(values->plan(ends, step));
 }

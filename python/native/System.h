@@ -42,7 +42,7 @@ public:
                                        const Velk::VelkSearchOptions &options, bool withCritical,
                                        const py::object &progress) const;
     Value<Velk::VelkPlannedStep> plan(const std::string &name, Velk::VelkPlanRequest request,
-                                      const std::map<std::string, int> &before) const;
+                                      const std::map<std::string, int> &before, const Texts &through) const;
 
     Value<Velk::VelkRelayPositions> positions(const std::string &ref) const;
     Value<Velk::VelkConnections> connected(const std::map<std::string, int> &positions) const;

@@ -283,7 +283,7 @@ class System:
         self,
         connections: Iterable[Connection],
         *,
-        before: Optional[Mapping[str, int]] = None,
+        before: Union[Plan, Mapping[str, int], None] = None,
         name: str = "",
         allow: Names = (),
         side_connections: bool = False,
@@ -301,7 +301,8 @@ class System:
 
         connections: each two ends, which are a ``Pin``, a text as "U2#1.HI", or what has the pin and the pin; or all
             four of these in a row. Those that share a net are one group; groups are kept apart.
-        before: the positions that relays have, by reference, 0 being rest, where they are not all at rest.
+        before: the plan that holds before, or the positions that relays have, by reference, 0 being rest. By default all
+            of them are at rest.
         name: for the plan and its rows.
         allow: interface components whose pins may be reached too: a reference, or "KEY=VALUE" for all with this
             property.
@@ -329,7 +330,7 @@ class System:
             request.set_time_limit(_seconds(time_limit))
         request.without = _names(without)
         request.without_nets = _names(without_nets)
-        return self._native.plan(_text(name), request, _positions(before or {}))
+        return self._native.plan(_text(name), request, *_state(before))
 
     def plan_steps(
         self,
@@ -352,7 +353,7 @@ class System:
         All else is as ``plan()`` has it; ``time_limit`` is for each step.
         """
         plans: List[Plan] = []
-        before: Mapping[str, int] = {}
+        before: Optional[Plan] = None
         for name, connections in steps.items() if isinstance(steps, Mapping) else steps:
             plan = self.plan(
                 connections,
@@ -368,7 +369,7 @@ class System:
                 without_nets=without_nets,
             )
             plans.append(plan)
-            before = plan.positions if plan.found else before
+            before = plan if plan.found else before
         return tuple(plans)
 
     def positions(self, relay: Union[str, Component]) -> RelayPositions:
@@ -538,6 +539,15 @@ def _properties(properties: Mapping[str, str]) -> Dict[str, str]:
 
 def _positions(positions: Mapping[str, int]) -> Dict[str, int]:
     return {_text(ref): operator.index(position) for ref, position in positions.items()}
+
+
+def _state(before: Union[Plan, Mapping[str, int], None]) -> Tuple[Dict[str, int], List[str]]:
+    """Positions, and the passive components that what is connected goes through."""
+    if not isinstance(before, Plan):
+        return _positions(before or {}), []
+    if not before.found:
+        raise ValueError(f"{before!r} leaves the relays as they were; give the plan before it")
+    return _positions(before.positions), [ref for group in before.groups for ref in group.through]
 
 
 def _limit(name: str, limit: int) -> int:
