@@ -49,7 +49,7 @@ _BOARDS = (
 _REF, _SMALL, _TINY = 9.6, 7.5, 6.8
 _BOLD = {"font_size": 14, "font_weight": 600}
 
-_ROW_WIDTH = 960
+_ROW_WIDTH = 1060  # a little more than most notebooks have, which show it smaller then
 _MARGIN = 26  # for the line that leads to the next row
 _PADDING = 10  # of the frames at both ends of a row
 _GAP = 8  # between boards
@@ -132,7 +132,7 @@ def _pieces(route: Route, wire: str) -> List[_Piece]:
     if len(steps) < len(route.steps):
         return pieces
     last = steps[-1].component.ref if steps else route.start.ref
-    pieces += _net(route.last_net, last, route.end.ref, sides.pop(route.last_net, []), wire)
+    pieces += _net(route.last_net, last, route.end.ref, sides.get(route.last_net, []), wire)
     return [*pieces, _end(route.end, "To", False)]
 
 

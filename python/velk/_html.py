@@ -21,24 +21,22 @@ _PANEL = f"{_COLOURS};padding:10px 14px;border-radius:8px;font:13px/1.6 system-u
 _BAD, _BAD_LINE, _BAD_TEXT = "#fbdcd9", "#b3261e", "#8c1d18"
 _SETS = ("#e69f00", "#56b4e9", "#00b886", "#f0e442", "#d58fb8", "#ee7733", "#9db7ff", "#bbbbbb")
 _WIRES = ("#8a6100", "#0067a3", "#006b4e", "#6b6400", "#96396f", "#a83a00", "#3f54c0", "#555555")  # readable
-_HEAT = ("#eff", "#def", "#cef", "#bdf", "#ade", "#9ce", "#8be", "#7ad")  # pale to strong, of few characters
+_HEAT = ("#f2f7fc", "#d8e7f5", "#bad5ec", "#97bfe0", "#7db0d9", "#6fa5d1", "#5f9acb", "#4f90c6")  # pale to strong
 
 _MOST_SOURCES, _MOST_DUTS, _MOST_CRITICAL, _MOST_WAYS = 50, 130, 20, 20
 
 
 def route(shown: Route) -> str:
-    heading = _line(
-        element("strong", name(str(shown.start)), " \u2192 ", name(str(shown.end))),
-        f": {_switch_count(shown)}. {_summary(shown)}",
-    )
-    return _panel(heading, _sides(shown.side_connections), _way(shown, look.WIRE))
+    ends = element("strong", name(str(shown.start)), " \u2192 ", name(str(shown.end)))
+    heading = ". ".join((f"{ends}: {_switch_count(shown)}", *_summary(shown)))
+    return _panel(_line(heading), _sides(shown.side_connections), _way(shown, look.WIRE))
 
 
 def _switch_count(shown: Route) -> str:
     return counted(len(shown.steps), "switch", "switches") if shown.steps else "no switch"
 
 
-def _summary(shown: Route) -> str:
+def _summary(shown: Route) -> Tuple[str, ...]:
     titles = {
         "set": "Set: ",
         "rest": "To stay at rest: ",
@@ -49,7 +47,7 @@ def _summary(shown: Route) -> str:
     found: Dict[str, Dict[str, str]] = {each: {} for each in titles}
     for step in shown.steps:
         found[task(step)][step.component.ref] = _setting(step.component.ref, step.position or 0, step.position_name)
-    return ". ".join(title + names(tuple(found[each].values())) for each, title in titles.items() if found[each])
+    return tuple(title + names(found[each].values()) for each, title in titles.items() if found[each])
 
 
 def _setting(ref: str, position: int, position_name: str) -> str:
@@ -82,8 +80,7 @@ def _matrix(shown: Coverage) -> str:
     most = max((count or 0 for row in shown.switches for count in row), default=0)
     rows = tuple(zip(shown.sources, shown.switches))[:_MOST_SOURCES]
     bodies = (_rows_of(ref, tuple(of), duts, most) for ref, of in groupby(rows, lambda row: row[0].ref))
-    table = element("table", _heads(duts), *bodies, cellpadding=3, style="border-collapse:collapse;text-align:center")
-    return element("div", table, style="overflow:auto;max-height:540px")
+    return element("div", _table(_heads(duts), *bodies), style="overflow:auto;max-height:540px")
 
 
 def _heads(duts: Sequence[Pin]) -> str:
@@ -114,6 +111,10 @@ def _cell(count: Optional[int], most: int) -> str:
     return f'<td bgcolor="{_HEAT[count * (len(_HEAT) - 1) // max(len(_HEAT) - 1, most)]}">{count}</td>'
 
 
+def _table(*parts: str) -> str:
+    return element("table", *parts, cellpadding=3, style="border-collapse:collapse;margin:0;text-align:center")
+
+
 # Every second row has another background in some notebooks.
 def _row(*cells: str) -> str:
     return element("tr", *cells, style=_COLOURS)
@@ -135,7 +136,7 @@ def _critical(components: Sequence[CriticalComponent]) -> str:
     more = _line(f"and {left:,} more, for no more pairs each") if left > 0 else ""
     heads = (_head("col", head, head) for head in ("Must not fail", "Value", "Pairs lost without"))
     rows = (_critical_row(each) for each in components[:_MOST_CRITICAL])
-    return element("table", element("thead", _row(*heads)), element("tbody", *rows), cellpadding=3) + more
+    return _table(element("thead", _row(*heads)), element("tbody", *rows)) + more
 
 
 def _critical_row(critical: CriticalComponent) -> str:
