@@ -2,9 +2,9 @@
 
 from __future__ import annotations
 
-import csv
 import math
 import os
+import re
 from typing import Any, Dict, NamedTuple, NoReturn, Optional, Tuple, TypeVar, Union
 
 from velk import _html
@@ -297,9 +297,9 @@ class Coverage(NamedTuple):
         """Write the matrix to a file, as ``velk coverage --format csv`` does: a line for each source pin, a column for
         each DUT pin, cells that are empty where there is no route."""
         with open(path, "w", encoding="utf-8", newline="") as file:
-            rows = csv.writer(file, lineterminator="\n")
-            rows.writerow(("source", *self.duts))
-            rows.writerows((source, *row) for source, row in zip(self.sources, self.switches))
+            file.write(_csv_line("source", *map(_csv_pin, self.duts)))
+            for source, row in zip(self.sources, self.switches):
+                file.write(_csv_line(_csv_pin(source), *("" if count is None else str(count) for count in row)))
 
     def to_pandas(self) -> Any:
         """A ``pandas.DataFrame`` with a row for each source pin and a column for each DUT pin, by what ``str()`` makes
@@ -321,6 +321,20 @@ class Coverage(NamedTuple):
 
     def _repr_html_(self) -> str:
         return _html.coverage(self)
+
+
+def _csv_pin(pin: Pin) -> str:
+    # Two pins may have one name.
+    return f"{pin.ref}.{pin.number}"
+
+
+def _csv_line(*cells: str) -> str:
+    # csv.writer leaves a carriage return in a cell as it is, before Python 3.13.
+    return ",".join(_csv_cell(cell) for cell in cells) + "\n"
+
+
+def _csv_cell(cell: str) -> str:
+    return '"' + cell.replace('"', '""') + '"' if re.search('[",\r\n]', cell) else cell
 
 
 class Finding(NamedTuple):
