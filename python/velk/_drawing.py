@@ -85,8 +85,12 @@ def task(step: Step) -> str:
 
 
 def position_text(position: int, name: str) -> str:
-    """Of a position away from rest; empty where that is told by the relay being set."""
-    return name or (str(position) if position > 1 else "")
+    """A position away from rest in one word, its number where the name could be taken for another one. Empty for the
+    first one without a name, which the relay being set tells."""
+    if not name and position == 1:
+        return ""
+    is_number = re.fullmatch("[+-]?[0-9]+", name)
+    return name if name and not is_number and not re.search(r"\s", name) else str(position)
 
 
 def pin_text(pin: Pin) -> str:
@@ -168,9 +172,9 @@ def _switch(step: Step, wire: str) -> _Piece:
 
 
 def _task_text(step: Step) -> str:
-    position = position_text(step.position or 0, step.position_name)
+    name = f", {step.position_name}" if step.position_name else ""
     texts = {
-        "set": ", set" + (f" to {position}" if position else ""),
+        "set": f", set to position {step.position}{name}",
         "rest": ", stays at rest",
         "unknown": ", positions not known",
     }

@@ -59,7 +59,7 @@ def test_route_is_drawn_with_all_that_it_has() -> None:
         *("R1#2", "1", "2", "1k", "L", "\u25c6 J1#2.IN", "J1#2.9", "pin 9"),
     ]
     assert texts(shown, "title") == [
-        *("From U1#1.HI, pin 7 (HI)", "Net N#1", "K1#1: Relay reed, set, pin 1 to 2", "Net A#1+B+#2"),
+        *("From U1#1.HI, pin 7 (HI)", "Net N#1", "K1#1: Relay reed, set to position 1, pin 1 to 2", "Net A#1+B+#2"),
         *("Also connects U1#1.LO", "Net A#1+B+#2", "R1#2: Resistor 1k, pin 1 to 2", "Net L#2"),
         *("Also connects J1#2.IN", "To J1#2.9, pin 9"),
     ]
@@ -76,9 +76,11 @@ UNKNOWN = "Crossed as drawn, since nobody knows the positions: K1#1"
 @pytest.mark.parametrize(
     "kind, position, name, is_unknown, said, blade, title, told",
     [
-        ("Relay", 1, "", False, ["set"], [CLOSED], ", set", "Set: K1#1"),
-        ("Relay", 1, "NO", False, ["NO"], [CLOSED], ", set to NO", "Set: K1#1=NO"),
-        ("relay", 2, "", False, ["2"], [CLOSED], ", set to 2", "Set: K1#1=2"),
+        ("Relay", 1, "", False, ["set"], [CLOSED], ", set to position 1", "Set: K1#1"),
+        ("Relay", 1, "NO", False, ["NO"], [CLOSED], ", set to position 1, NO", "Set: K1#1=NO"),
+        ("Relay", 3, "-4", False, ["3"], [CLOSED], ", set to position 3, -4", "Set: K1#1=3"),
+        ("Relay", 1, "A B", False, ["1"], [CLOSED], ", set to position 1, A B", "Set: K1#1=1"),
+        ("relay", 2, "", False, ["2"], [CLOSED], ", set to position 2", "Set: K1#1=2"),
         ("Relay", 0, "NC", False, ["rest"], [CLOSED], ", stays at rest", "To stay at rest: K1#1"),
         ("Relay", None, "", True, ["?"], [OPEN], ", positions not known", UNKNOWN),
         ("Relay", None, "", False, [], [OPEN], "", "Crossed as drawn: K1#1"),
