@@ -12,8 +12,9 @@ where they are plugged together, and answers questions about the whole:
 ``System`` is what all begins with: its methods are the questions. What they return are values, tuples with names: they
 never change, can be compared, hashed, pickled and kept for longer than the system. Whatever goes wrong is an ``Error``.
 
-References, parts and nets carry the number of their netlist, "K3#2" being K3 of the second one. Where a name is asked for,
-the number may be left out if it is clear without. Limits and types are as the command ``velk`` has them by default.
+References, parts and nets carry the number of their netlist, "K3#2" being K3 of the second one. Where a name is asked
+for, the number may be left out if it is clear without. Limits and types are as the command ``velk`` has them by
+default.
 
 A system never changes either: any number of threads may ask one. While it reads, searches or plans, other threads run,
 and Ctrl-C ends it. Nothing is printed.
@@ -22,7 +23,7 @@ and Ctrl-C ends it. Nothing is printed.
 from types import FunctionType
 
 from velk._errors import Error, NotFoundError, PlanError, PositionsError, ReadingError, TooLargeError, WritingError
-from velk._system import Connection, End, Path, System, write_application_ini, write_physical_ini
+from velk._system import Connection, End, Names, Path, System, Where, write_application_ini, write_physical_ini
 from velk._values import (
     Component,
     Connections,
@@ -87,6 +88,8 @@ __all__ = [
     "TooLargeError",
     "PlanError",
     "Path",
+    "Names",
+    "Where",
     "End",
     "Connection",
     "__version__",

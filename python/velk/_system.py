@@ -24,7 +24,7 @@ from velk._values import (
     Route,
 )
 
-__all__ = ["Connection", "End", "Path", "System", "write_application_ini", "write_physical_ini"]
+__all__ = ["Connection", "End", "Names", "Path", "System", "Where", "write_application_ini", "write_physical_ini"]
 
 Path = Union[str, "os.PathLike[str]"]
 """The name of a file."""
@@ -33,8 +33,8 @@ Names = Union[str, Component, Iterable[Union[str, Component]]]
 """One name or several. A component stands for its reference."""
 
 Where = Union[str, Pin, Component, Mapping[str, str]]
-"""What has the pin: a component, its reference, or properties as {"Dev": "DMM"} that it has. Or the pin itself: a ``Pin``,
-or a text as "U2#1.HI"."""
+"""What has the pin: a component, its reference, or properties as {"Dev": "DMM"} that it has. Or the pin itself: a
+``Pin``, or a text as "U2#1.HI"."""
 
 End = Union[str, Pin, Tuple[Where, str]]
 """A pin that is to be connected: a ``Pin``, a text as "U2#1.HI", or what has the pin and its number or name."""
@@ -113,8 +113,8 @@ class System:
 
     @classmethod
     def open(cls, path: Path) -> System:
-        """The system that a system file describes, mostly "velk.toml": its netlists, types, limits, what is kept out and
-        which findings are accepted.
+        """The system that a system file describes, mostly "velk.toml": its netlists, types, limits, what is kept out
+        and which findings are accepted.
 
         Raises ReadingError for a file that cannot be read or is wrong, with line and column, and NotFoundError for
         something to keep out that is not there.
@@ -210,8 +210,8 @@ class System:
         without: Names = (),
         without_nets: Names = (),
     ) -> Tuple[Route, ...]:
-        """The routes from one pin to the other that relays can take. Those of the fewest switches come first, among them
-        those of the fewest side connections. No route is an empty tuple; ``why_no_route()`` tells why.
+        """The routes from one pin to the other that relays can take. Those of the fewest switches come first, among
+        them those of the fewest side connections. No route is an empty tuple; ``why_no_route()`` tells why.
 
         source, source_pin: where a route begins, as ``pin()`` takes it.
         dut, dut_pin: where it ends.
@@ -245,8 +245,8 @@ class System:
         without: Names = (),
         without_nets: Names = (),
     ) -> NoRouteReason:
-        """Why ``routes()``, which takes the same, finds none: what is in the way, or which limits would do. Of pins that
-        have routes it tells the shortest. Raises what ``routes()`` raises."""
+        """Why ``routes()``, which takes the same, finds none: what is in the way, or which limits would do. Of pins
+        that have routes it tells the shortest. Raises what ``routes()`` raises."""
         options = self._search_options(max_switches, max_connections, _DEFAULT, as_drawn, through)
         asked = self._keeping_out(without, without_nets)
         return asked.why_no_route(self._end(source, source_pin), self._end(dut, dut_pin), options)
@@ -294,8 +294,8 @@ class System:
         without: Names = (),
         without_nets: Names = (),
     ) -> Plan:
-        """Positions of relays that make all these connections at once and nothing else, with as few relays away from rest
-        as possible, or the proof that there are none.
+        """Positions of relays that make all these connections at once and nothing else, with as few relays away from
+        rest as possible, or the proof that there are none.
 
             system.plan([("U2#1.HI", "J2#3.OUT"), ({"Dev": "PSU"}, "OUT+", {"CompType": "DUT", "Bench": "2"}, "VCC")])
 
@@ -311,12 +311,12 @@ class System:
         trust_unknown: take relays whose positions are not known for such that connect nothing.
         fewest_changes: move as few relays as possible, instead of setting as few as possible.
         time_limit: take the best plan that is found in so many seconds, proven or not.
-        without: components to keep out of, besides those of the system file: relays stay at rest, and nothing leads over
-            resistors. A reference, or "KEY=VALUE" for all with this property.
+        without: components to keep out of, besides those of the system file: relays stay at rest, and nothing leads
+            over resistors. A reference, or "KEY=VALUE" for all with this property.
         without_nets: names of nets to keep out of.
 
-        That there is no plan raises nothing: see ``Plan.result``. Raises NotFoundError for what is not there and for pins
-        on no net, PositionsError for positions that cannot be.
+        That there is no plan raises nothing: see ``Plan.result``. Raises NotFoundError for what is not there and for
+        pins on no net, PositionsError for positions that cannot be.
         """
         request = _velk.PlanRequest()
         for connection in connections:
@@ -348,7 +348,8 @@ class System:
         """A plan for each step, by names and connections, with the relays as the step before leaves them; the first one
         begins with all relays at rest. A step without a plan leaves them as they were.
 
-            system.plan_steps({"supply": [("U5.OUT+", "J1.VCC")], "measure": [("U5.OUT+", "J1.VCC"), ("U2.HI", "J1.OUT")]})
+            system.plan_steps({"supply": [("U5.OUT+", "J1.VCC")],
+                               "measure": [("U5.OUT+", "J1.VCC"), ("U2.HI", "J1.OUT")]})
 
         All else is as ``plan()`` has it; ``time_limit`` is for each step.
         """
@@ -401,8 +402,8 @@ class System:
     def check(self, ignore: Names = ()) -> Tuple[Finding, ...]:
         """What the netlists may hold and an engineer hardly means, by code.
 
-        ignore: what to leave out besides what the system file accepts: "CODE", or "CODE:NAME" for what is found at NAME,
-            with wild cards "*" and "?".
+        ignore: what to leave out besides what the system file accepts: "CODE", or "CODE:NAME" for what is found at
+            NAME, with wild cards "*" and "?".
 
         Raises ReadingError where the netlists, which are read once more, cannot be read any more.
         """

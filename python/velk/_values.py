@@ -32,32 +32,36 @@ class FrozenDict(Dict[Key, Value]):
 
 
 class Component(NamedTuple):
-    """A component of a netlist."""
+    """A component of a netlist.
+
+    ref: its reference designator with the number of its netlist: "K3#1".
+    value: as it is drawn: "10k".
+    part: the name of its library part, with the number of the netlist: "Relay_SPST#1". ``System.part()`` has its pins.
+    properties: what else the netlist has of it, by name. "CompType" is its type.
+    """
 
     ref: str
-    """Its reference designator with the number of its netlist: "K3#1"."""
     value: str
-    """As it is drawn: "10k"."""
     part: str
-    """The name of its library part, with the number of the netlist: "Relay_SPST#1". ``System.part()`` has its pins."""
     properties: FrozenDict[str, str]
-    """By their names. "CompType" is its type."""
 
     def __repr__(self) -> str:
         return f"Component {self.ref}"
 
 
 class Pin(NamedTuple):
-    """A pin of a component. Where a pin is asked for, as by ``System.plan()``, it may be given."""
+    """A pin of a component. Where a pin is asked for, as by ``System.plan()``, it may be given.
+
+    ref: the reference of the component: "K3#1".
+    number: as text: "1", "A1".
+    name: may be empty, as it is where the part of the component does not list the pin.
+    net: the name of the net that it was met on; else that of the first net that holds it. None where no net does.
+    """
 
     ref: str
-    """The reference of the component: "K3#1"."""
     number: str
-    """As text: "1", "A1"."""
     name: str
-    """May be empty, as it is where the part of the component does not list the pin."""
     net: Optional[str] = None
-    """The name of the net that it was met on; else that of the first net that holds it. None where no net does."""
 
     def __str__(self) -> str:
         return f"{self.ref}.{self.name or self.number}"
@@ -67,59 +71,67 @@ class Pin(NamedTuple):
 
 
 class PartPin(NamedTuple):
-    """A pin as a library part has it."""
+    """A pin as a library part has it.
+
+    number: as text: "1", "A1".
+    name: may be empty.
+    type: the electrical type, as KiCad writes it: "passive".
+    """
 
     number: str
-    """As text: "1", "A1"."""
     name: str
-    """May be empty."""
     type: str
-    """The electrical type, as KiCad writes it: "passive"."""
 
 
 class Part(NamedTuple):
-    """A library part."""
+    """A library part.
+
+    name: its name with the number of its netlist: "Relay_SPST#1".
+    library: may be empty.
+    pins: its pins in the order of the netlist.
+    """
 
     name: str
-    """With the number of its netlist: "Relay_SPST#1"."""
     library: str
-    """May be empty."""
     pins: Tuple[PartPin, ...]
-    """In the order of the netlist."""
 
     def __repr__(self) -> str:
         return f"Part {self.name} ({len(self.pins)} pins)"
 
 
 class Net(NamedTuple):
-    """What is connected without any switch."""
+    """What is connected without any switch.
+
+    name: its name with the number of its netlist: "GND#1". Of nets that are plugged together "OUT#1+IN#2".
+    pins: its pins in the order of the netlists and of their joining.
+    """
 
     name: str
-    """With the number of its netlist: "GND#1". Of nets that are plugged together "OUT#1+IN#2"."""
     pins: Tuple[Pin, ...]
-    """In the order of the netlists and of their joining."""
 
     def __repr__(self) -> str:
         return f"Net {self.name} ({len(self.pins)} pins)"
 
 
 class Step(NamedTuple):
-    """A component that a route crosses, and by which pins."""
+    """A component that a route crosses, and by which pins.
+
+    net: the name of the net from which the component is entered.
+    pin_in: the pin by which it is entered.
+    component: what is crossed.
+    pin_out: the pin by which it is left.
+    position: what a relay has to take, 0 being rest; None for what is no relay, for unknown positions, and as drawn.
+    position_name: as it is drawn; may be empty.
+    is_unknown: whether nothing tells the positions of the relay, so that it is crossed as drawn.
+    """
 
     net: str
-    """The name of the net from which the component is entered."""
     pin_in: Pin
-    """By which it is entered."""
     component: Component
-    """What is crossed."""
     pin_out: Pin
-    """By which it is left."""
     position: Optional[int] = None
-    """That a relay has to take, 0 being rest. None of what is no relay, of unknown positions, and as drawn."""
     position_name: str = ""
-    """As it is drawn; may be empty."""
     is_unknown: bool = False
-    """Nothing tells the positions of the relay, so that it is crossed as drawn."""
 
     def __repr__(self) -> str:
         position = "" if self.position is None else f", position {self.position}"
@@ -127,18 +139,21 @@ class Step(NamedTuple):
 
 
 class Route(NamedTuple):
-    """One way from pin to pin. A notebook shows it as a drawing."""
+    """One way from pin to pin. A notebook shows it as a drawing.
+
+    start: the pin of the source, or that of a connection's first end.
+    end: the pin of the DUT, or that of a connection's other end.
+    steps: what it crosses, from start to end; empty where the two pins lie on one net.
+    last_net: the name of the net that holds the pin at the end.
+    side_connections: further pins of interface components (sources and DUTs) that it connects, in the order in which
+        they are met.
+    """
 
     start: Pin
-    """The pin of the source, or that of a connection's first end."""
     end: Pin
-    """The pin of the DUT, or that of a connection's other end."""
     steps: Tuple[Step, ...]
-    """What it crosses, from start to end; empty where the two pins lie on one net."""
     last_net: str
-    """The name of the net that holds the pin at the end."""
     side_connections: Tuple[Pin, ...]
-    """Further pins of interface components (sources and DUTs) that it connects, in the order in which they are met."""
 
     @property
     def switches(self) -> Tuple[Component, ...]:
@@ -167,131 +182,155 @@ class Route(NamedTuple):
 
 
 class SufficientLimits(NamedTuple):
-    """Limits with which there is a route, and how much the first such route has."""
+    """Limits with which there is a route, and how much the first such route has.
+
+    max_switches: the first limit, as ``System.routes()`` takes it.
+    max_connections: the other one.
+    switches: how many that route has.
+    side_connections: how many it has of these.
+    """
 
     max_switches: int
     max_connections: int
     switches: int
-    """Of that route."""
     side_connections: int
-    """Of that route."""
 
 
 class Reach(NamedTuple):
-    """How far one gets from a pin over switchable components."""
+    """How far one gets from a pin over switchable components.
+
+    nets: their names, the nearest first; empty where the pin lies on none that may be entered.
+    unplugged_pins: pins of the connectors there, without the same pin of another component with their Identifier.
+    is_alone: whether nothing else lies on the net of the pin.
+    is_excluded: whether the net of the pin is kept out.
+    """
 
     nets: Tuple[str, ...]
-    """Their names, the nearest first; empty where the pin lies on none that may be entered."""
     unplugged_pins: Tuple[Pin, ...]
-    """Of the connectors there those without the same pin of another component with their Identifier."""
     is_alone: bool
-    """Nothing else lies on the net of the pin."""
     is_excluded: bool
-    """The net of the pin is kept out."""
 
 
 class PositionConflict(NamedTuple):
-    """Why no state of the relays makes a way as drawn."""
+    """Why no state of the relays makes a way as drawn.
+
+    route: all of the way, as drawn.
+    steps: those that stand against it. One, without a position, if no position of its relay connects the two pins; else
+        two or more over one relay, or over relays that move together, each with the position that it alone would need.
+    """
 
     route: Route
-    """All of the way, as drawn."""
     steps: Tuple[Step, ...]
-    """Those that stand against it. One, without a position, if no position of its relay connects the two pins; else
-    two or more over one relay, or over relays that move together, each with the position that it alone would need."""
 
 
 class NoRouteReason(NamedTuple):
-    """Why there is no route, as far as it is known."""
+    """Why there is no route, as far as it is known.
+
+    is_connected: whether there is a chain of switchable components, however long; None where that is not known.
+    shortest: the number of components of the shortest chain; None without one.
+    sufficient_limits: limits that would do: more switches, if that alone is enough; more side connections, if that
+        alone is enough; else both.
+    from_source: how far one gets from the source, where there is no chain.
+    from_dut: how far one gets backwards from the DUT.
+    between: references of components of other types on a way that crosses as few of them as possible.
+    is_connected_in_other_direction: whether there is no chain, but one from the DUT to the source.
+    is_realizable: whether some state of the relays makes a chain, however long; None where that is not known.
+    conflict: what stands against the first way as drawn; None where nothing does.
+    excluded_components: references of what is kept out and would be crossed by the first route if nothing was kept out.
+    excluded_nets: names of the nets that are kept out and that it would enter.
+    is_connected_over_others: whether there is a chain, but none over all of ``through``.
+    """
 
     is_connected: Optional[bool]
-    """Whether there is a chain of switchable components, however long; None where that is not known."""
     shortest: Optional[int]
-    """The number of components of the shortest chain; None without one."""
     sufficient_limits: Tuple[SufficientLimits, ...]
-    """More switches, if that alone is enough; more side connections, if that alone is enough; else both."""
     from_source: Reach
-    """Where there is no chain."""
     from_dut: Reach
-    """The same backwards."""
     between: Tuple[str, ...]
-    """References of components of other types on a way that crosses as few of them as possible."""
     is_connected_in_other_direction: bool
-    """There is no chain, but one from the DUT to the source."""
     is_realizable: Optional[bool]
-    """Whether some state of the relays makes a chain, however long; None where that is not known."""
     conflict: Optional[PositionConflict]
-    """What stands against the first way as drawn; None where nothing does."""
     excluded_components: Tuple[str, ...]
-    """References of what is kept out and would be crossed by the first route if nothing was kept out."""
     excluded_nets: Tuple[str, ...]
-    """Names of the nets that are kept out and that it would enter."""
     is_connected_over_others: bool
-    """There is a chain, but none over all of ``through``."""
 
 
 class Position(NamedTuple):
-    """A position that a relay can take."""
+    """A position that a relay can take.
+
+    name: as it is drawn; may be empty.
+    closed: numbers of pins that it connects, in pairs.
+    """
 
     name: str
-    """As it is drawn; may be empty."""
     closed: Tuple[Tuple[str, str], ...]
-    """Numbers of pins that it connects, in pairs."""
 
 
 class RelayPositions(NamedTuple):
-    """What a relay can do."""
+    """What a relay can do.
+
+    rule: what tells it: "field", "table", "contact numbers", "pin names", "two pins", "no contacts" or "unknown".
+    positions: those that it can take, the first one being rest; empty for "no contacts" and "unknown".
+    gang: the references of the relays that take the same position as this one, itself among them; sorted.
+    is_unknown: whether the positions of a relay of the gang are not known, so that all of it stays at rest.
+    """
 
     rule: str
-    """What tells it: "field", "table", "contact numbers", "pin names", "two pins", "no contacts" or "unknown"."""
     positions: Tuple[Position, ...]
-    """The first one is rest; empty for "no contacts" and "unknown"."""
     gang: Tuple[str, ...]
-    """The references of the relays that take the same position as this one, itself among them; sorted."""
     is_unknown: bool
-    """The positions of a relay of the gang are not known, so that all of it stays at rest."""
 
 
 class Coupling(NamedTuple):
-    """Sets of connected pins that passive components couple with one another."""
+    """Sets of connected pins that passive components couple with one another.
+
+    sets: each some pins that are connected; a pin that is connected with no other one is a set by itself.
+    passives: references of all that lie on a net of what is coupled; sorted.
+    """
 
     sets: Tuple[Tuple[Pin, ...], ...]
-    """A pin that is connected with no other one is a set by itself."""
     passives: Tuple[str, ...]
-    """References of all that lie on a net of what is coupled; sorted."""
 
 
 class Connections(NamedTuple):
-    """What is connected while relays are set. Pins are sorted by reference, then by number; sets by their pins."""
+    """What is connected while relays are set. Pins are sorted by reference, then by number; sets by their pins.
+
+    connected: sets of pins of interface components, on two nets at least.
+    couplings: what resistors couple besides.
+    """
 
     connected: Tuple[Tuple[Pin, ...], ...]
-    """Sets of pins of interface components, on two nets at least."""
     couplings: Tuple[Coupling, ...]
-    """What resistors couple besides."""
 
 
 class CriticalComponent(NamedTuple):
-    """A component without which pairs of pins that have a route have none."""
+    """A component without which pairs of pins that have a route have none.
+
+    component: what must not fail.
+    lost: these pairs, each of a source pin and a DUT pin.
+    """
 
     component: Component
     lost: Tuple[Tuple[Pin, Pin], ...]
-    """These pairs, each of a source pin and a DUT pin."""
 
 
 class Coverage(NamedTuple):
     """Which pins of sources reach which pins of DUTs. A notebook shows the matrix.
 
     ``numpy.array(coverage)`` is the matrix, with nan where there is no route; ``to_pandas()`` makes a DataFrame of it.
+
+    sources: the source pins, by reference, those of a component in the order of its part.
+    duts: the DUT pins, in the same order.
+    switches: for each source pin a row, and there for each DUT pin how many components the first route crosses; None
+        where there is no route.
+    critical: the components without which pairs have no route, where asked for; most lost pairs first, then by
+        reference.
     """
 
     sources: Tuple[Pin, ...]
-    """By reference, those of a component in the order of its part."""
     duts: Tuple[Pin, ...]
-    """In the same order."""
     switches: Tuple[Tuple[Optional[int], ...], ...]
-    """For each source pin a row, and there for each DUT pin how many components the first route crosses; None where
-    there is no route."""
     critical: Tuple[CriticalComponent, ...] = ()
-    """Where asked for; most lost pairs first, then by reference."""
 
     def to_csv(self, path: Union[str, "os.PathLike[str]"]) -> None:
         """Write the matrix to a file, as ``velk coverage --format csv`` does: a line for each source pin, a column for
@@ -338,26 +377,28 @@ def _csv_cell(cell: str) -> str:
 
 
 class Finding(NamedTuple):
-    """One thing that is probably not as it is meant."""
+    """One thing that is probably not as it is meant.
+
+    code: as "identifier-missing"; it never changes.
+    places: what it is found at: components, nets, files, or groups of sources.
+    text: what is wrong there: "a connector without Identifier".
+    advice: what to do about it, the same for all of a code.
+    components: the references of those that it is about.
+    nets: the names, as on the single boards, of those that it is about.
+    pins: numbers of pins of these components.
+    files: the positions, from 1 on, of the netlists whose elements it is about; ascending.
+    message: places and text: "K1#1, K2#1: no CompType (part 'Relay')".
+    """
 
     code: str
-    """As "identifier-missing"; it never changes."""
     places: Tuple[str, ...]
-    """What it is found at: components, nets, files, or groups of sources."""
     text: str
-    """What is wrong there: "a connector without Identifier"."""
     advice: str
-    """What to do about it, the same for all of a code."""
     components: Tuple[str, ...]
-    """The references of those that it is about."""
     nets: Tuple[str, ...]
-    """The names, as on the single boards, of those that it is about."""
     pins: Tuple[str, ...]
-    """Numbers of pins of these components."""
     files: Tuple[int, ...]
-    """The positions, from 1 on, of the netlists whose elements it is about; ascending."""
     message: str
-    """Places and text: "K1#1, K2#1: no CompType (part 'Relay')"."""
 
     def __str__(self) -> str:
         return self.message
@@ -367,55 +408,63 @@ class Finding(NamedTuple):
 
 
 class Group(NamedTuple):
-    """Connections of a plan that are tied together, with all that they reach."""
+    """Connections of a plan that are tied together, with all that they reach.
+
+    connections: the connections, by their positions among those that were asked for, from 0, ascending.
+    pins: those that were asked for, each once; by reference, then number.
+    through: references of the passive components that it goes through; sorted.
+    nets: names of all nets that it reaches; sorted.
+    side_connections: pins on them that are there because they are allowed.
+    """
 
     connections: Tuple[int, ...]
-    """By their positions among those that were asked for, from 0, ascending."""
     pins: Tuple[Pin, ...]
-    """That were asked for, each once; by reference, then number."""
     through: Tuple[str, ...]
-    """References of the passive components that it goes through; sorted."""
     nets: Tuple[str, ...]
-    """Names of all nets that it reaches; sorted."""
     side_connections: Tuple[Pin, ...]
-    """Pins on them that are there because they are allowed."""
 
 
 class GroupCoupling(NamedTuple):
-    """Groups, and pins of interface components that belong to none, that passive components couple."""
+    """Groups, and pins of interface components that belong to none, that passive components couple.
+
+    groups: the groups, by their positions in the plan, from 0, ascending; one at least.
+    pins: those of no group; by reference, then number.
+    passives: references of those that couple, but no group goes through; sorted.
+    """
 
     groups: Tuple[int, ...]
-    """By their positions in the plan, from 0, ascending; one at least."""
     pins: Tuple[Pin, ...]
-    """Of no group; by reference, then number."""
     passives: Tuple[str, ...]
-    """References of those that couple, but no group goes through; sorted."""
 
 
 class Transient(NamedTuple):
-    """Pins that may touch for a moment, while relays move."""
+    """Pins that may touch for a moment, while relays move.
+
+    is_on_the_way_to_rest: True while relays go to rest, False while others leave it.
+    pins: all that may be tied together then; by reference, then number.
+    gangs: the references of the relays that move and have a part in it, those together that take the same position.
+    """
 
     is_on_the_way_to_rest: bool
-    """While relays go to rest; else while others leave it."""
     pins: Tuple[Pin, ...]
-    """All that may be tied together then; by reference, then number."""
     gangs: Tuple[Tuple[str, ...], ...]
-    """The references of the relays that move and have a part in it, those together that take the same position."""
 
 
 class PlanRow(NamedTuple):
-    """A relay that moves: what a relay card is told."""
+    """A relay that moves: what a relay card is told.
+
+    step: the name of the step.
+    order: 1 on the way to rest, 2 away from it. All with 1 come to rest before those with 2 move.
+    component: the relay. Its properties tell where its coil is driven from.
+    position: where it goes, 0 being rest.
+    position_name: as it is drawn; may be empty.
+    """
 
     step: str
-    """The name of the step."""
     order: int
-    """1 on the way to rest, 2 away from it. All with 1 come to rest before those with 2 move."""
     component: Component
-    """The relay. Its properties tell where its coil is driven from."""
     position: int
-    """Where it goes, 0 being rest."""
     position_name: str
-    """As it is drawn; may be empty."""
 
     def __repr__(self) -> str:
         return f"PlanRow {self.order}: {self.component.ref} to {self.position}"
@@ -423,39 +472,43 @@ class PlanRow(NamedTuple):
 
 class Plan(NamedTuple):
     """Positions of relays that make several connections at once and nothing else, or why there are none. A notebook
-    shows it."""
+    shows it.
+
+    name: that of the step; may be empty.
+    result: "optimal": a plan, and that none is better; "feasible": a plan, but the time was up before that was known;
+        "impossible": there is no plan; "unknown": the time was up before one was found.
+    positions: those of all relays away from rest, by reference: what ``System.connected()`` takes. All others are at
+        rest.
+    position_names: the names of these positions, as far as they are drawn with one.
+    to_rest: the relays to take to rest, before any other one moves; by reference.
+    to_set: the relays that then go to their positions; by reference.
+    ways: the way of each connection.
+    groups: the groups of connections, in the order of their first ones.
+    couplings: what passive components couple with these groups.
+    also_connected: where ``side_connections`` were allowed, sets of pins of no group that are connected, but not at
+        rest.
+    unknown: references of relays whose positions are not known and that touch a group.
+    transients: what may touch on the way from the positions before, whichever relay is the first.
+    conflict: where there is no plan, connections, by their positions among those that were asked for, from 0, for which
+        there is none, but one without any of them.
+    bottleneck: names of nets of which more groups of the conflict need one each than there are; empty where lines do
+        not run out.
+    """
 
     name: str
-    """Of the step; may be empty."""
     result: str
-    """"optimal": a plan, and that none is better; "feasible": a plan, but the time was up before that was known;
-    "impossible": there is no plan; "unknown": the time was up before one was found."""
     positions: FrozenDict[str, int]
-    """Of all relays away from rest, by reference: what ``System.connected()`` takes. All others are at rest."""
     position_names: FrozenDict[str, str]
-    """Of these positions, as far as they are drawn with one."""
     to_rest: Tuple[Component, ...]
-    """The relays to take to rest, before any other one moves; by reference."""
     to_set: Tuple[Component, ...]
-    """The relays that then go to their positions; by reference."""
     ways: Tuple[Route, ...]
-    """The way of each connection."""
     groups: Tuple[Group, ...]
-    """In the order of their first connections."""
     couplings: Tuple[GroupCoupling, ...]
-    """What passive components couple with these groups."""
     also_connected: Tuple[Tuple[Pin, ...], ...]
-    """With ``side_connections``: sets of pins of no group that are connected, but not at rest."""
     unknown: Tuple[str, ...]
-    """References of relays whose positions are not known and that touch a group."""
     transients: Tuple[Transient, ...]
-    """What may touch on the way from the positions before, whichever relay is the first."""
     conflict: Tuple[int, ...]
-    """Where there is no plan: connections, by their positions among those that were asked for, from 0, for which there
-    is none, but one without any of them."""
     bottleneck: Tuple[str, ...]
-    """Names of nets of which more groups of the conflict need one each than there are; empty where lines do not run
-    out."""
 
     @property
     def found(self) -> bool:
