@@ -45,6 +45,8 @@ def link(path, match):
         reference = page_id(linked) + ("-" + name if name else "")
     elif linked.suffix == ".h":
         reference = "Velk::" + linked.stem
+    elif linked == ROOT / "python/velk/__init__.py":
+        reference = "python_reference"
     else:
         return text
     return f"[{text}](@ref {reference})"

@@ -301,8 +301,8 @@ class System:
 
         connections: each two ends, which are a ``Pin``, a text as "U2#1.HI", or what has the pin and the pin; or all
             four of these in a row. Those that share a net are one group; groups are kept apart.
-        before: the plan that holds before, or the positions that relays have, by reference, 0 being rest. By default all
-            of them are at rest.
+        before: the plan that holds before, or the positions that relays have, by reference, 0 being rest. By default
+            all of them are at rest.
         name: for the plan and its rows.
         allow: interface components whose pins may be reached too: a reference, or "KEY=VALUE" for all with this
             property.
