@@ -11,6 +11,7 @@ where they are plugged together, and answers questions about the whole:
 
 ``System`` is what all begins with: its methods are the questions. What they return are values, tuples with names: they
 never change, can be compared, hashed, pickled and kept for longer than the system. Whatever goes wrong is an ``Error``.
+``help(velk.System)`` tells of the questions, ``help(velk.Route)`` of what a route has.
 
 References, parts and nets carry the number of their netlist, "K3#2" being K3 of the second one. Where a name is asked
 for, the number may be left out if it is clear without. Limits and types are as the command ``velk`` has them by

@@ -1,7 +1,5 @@
 """What questions are answered with: values that never change, with ``==`` and ``hash``, that outlive their system."""
 
-from __future__ import annotations
-
 import math
 import os
 import re
