@@ -17,8 +17,8 @@ References, parts and nets carry the number of their netlist, "K3#2" being K3 of
 for, the number may be left out if it is clear without. Limits and types are as the command ``velk`` has them by
 default.
 
-A system never changes either: any number of threads may ask one. While it reads, searches or plans, other threads run,
-and Ctrl-C ends it. Nothing is printed.
+A system never changes either: any number of threads may ask one, and other threads run while it reads, searches or
+plans. Ctrl-C ends a search or a plan. Nothing is printed.
 """
 
 from types import FunctionType
