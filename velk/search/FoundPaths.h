@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <map>
 #include <utility>
 #include <vector>
@@ -44,36 +45,36 @@ public:
     /// Whether to keep by which ways paths go, to be told before the first one.
     void setKeepsCrossings(bool isOn) { keepsCrossings = isOn; }
 
-    /// Keeps additional nodes for paths to come and tells their place.
+    /// Keeps additional nodes for paths to come and returns the first of them.
     template <typename Nodes>
-    std::size_t keepNodes(const Nodes &additionalNodes)
+    const NodeOnNet *keepNodes(const Nodes &additionalNodes)
     {
-        const std::size_t place = nodes.size();
+        NodeBlock &block = blockFor(static_cast<std::size_t>(additionalNodes.size()));
+        const NodeOnNet *const first = block.data() + block.size();
         for (const NodeOnNet &node : additionalNodes) // a few, where copying them as a block takes longer
-            nodes.push_back(node);
-        return place;
+            block.push_back(node);
+        return first;
     }
 
-    /// A path over the \a component of each step, by its \a crossing, to this net, with the additional nodes at this
-    /// place.
+    /// A path over the \a component of each step, by its \a crossing, to this net, with additional nodes that are kept.
     template <typename Steps>
-    void add(const Steps &steps, int lastNet, std::size_t nodesPlace, std::size_t nodeCount)
+    void add(const Steps &steps, int lastNet, const NodeOnNet *additionalNodes, std::size_t nodeCount)
     {
-        Group &group = groupOf(static_cast<std::size_t>(steps.size()), nodeCount);
+        PathBlock &block = blockOf(static_cast<std::size_t>(steps.size()), nodeCount);
         for (const auto &step : steps)
-            group.components.push_back(step.component);
-        group.nodesPlaces.push_back(nodesPlace);
+            block.components.push_back(step.component);
+        block.nodes.push_back(additionalNodes);
         if (keepsCrossings) {
             for (const auto &step : steps)
-                group.crossings.push_back(step.crossing);
-            group.lastNets.push_back(lastNet);
+                block.crossings.push_back(step.crossing);
+            block.lastNets.push_back(lastNet);
         }
         ++pathCount;
     }
 
     /// The position of the next component of the path that was added last; to be called for all of them, or for none of
     /// any path.
-    void addPosition(int position) { latest->second.positions.push_back(position); }
+    void addPosition(int position) { latest->second.back().positions.push_back(position); }
 
     /// Counts a path of which nothing is kept.
     void addUnkept() { ++pathCount; }
@@ -84,15 +85,9 @@ public:
     template <typename Visit>
     void visitAll(Visit visit) const
     {
-        for (const auto &[key, group] : groups) {
-            const auto &[length, nodeCount] = key;
-            for (std::size_t i = 0; i < group.nodesPlaces.size(); ++i) {
-                visit(FoundPath{group.components.data() + i * length, static_cast<qsizetype>(length),
-                                nodes.data() + group.nodesPlaces[i], static_cast<qsizetype>(nodeCount),
-                                keepsCrossings ? group.crossings.data() + i * length : nullptr,
-                                keepsCrossings ? group.lastNets[i] : 0,
-                                group.positions.empty() ? nullptr : group.positions.data() + i * length});
-            }
+        for (const auto &[key, blocks] : groups) {
+            for (const PathBlock &block : blocks)
+                visitBlock(block, key.first, static_cast<qsizetype>(key.second), visit);
         }
     }
 
@@ -104,16 +99,21 @@ public:
             return;
         }
         pathCount = 0;
-        nodes.clear();
-        for (auto &[key, group] : groups)
-            group.clear();
+        for (NodeBlock &block : nodeBlocks)
+            block.clear();
+        for (auto &[key, blocks] : groups) {
+            for (PathBlock &block : blocks)
+                block.clear();
+        }
     }
 
 private:
-    struct Group
+    /// Some of the paths of a group. A group is many of them, since one list of all would be copied as it grows, which
+    /// takes so long for very many paths that nobody could call the search off.
+    struct PathBlock
     {
         std::vector<int> components;          ///< those of one path after those of another
-        std::vector<std::size_t> nodesPlaces; ///< of each path
+        std::vector<const NodeOnNet *> nodes; ///< the first of each path
         std::vector<Crossing> crossings;      ///< one for each component, where they are kept
         std::vector<int> lastNets;            ///< of each path, where crossings are kept
         std::vector<int> positions;           ///< one for each component, where they are kept
@@ -121,36 +121,59 @@ private:
         void clear()
         {
             components.clear();
-            nodesPlaces.clear();
+            nodes.clear();
             crossings.clear();
             lastNets.clear();
             positions.clear();
         }
     };
 
-    using Groups = std::map<std::pair<std::size_t, std::size_t>, Group>; ///< by the numbers of components and nodes
+    using NodeBlock = std::vector<NodeOnNet>; ///< does not grow beyond its capacity, so that its nodes stay
+    /// By the numbers of components and nodes.
+    using Groups = std::map<std::pair<std::size_t, std::size_t>, std::vector<PathBlock>>;
 
-    Group &groupOf(std::size_t length, std::size_t nodeCount)
+    static constexpr std::size_t pathsInBlock = 4096;
+    static constexpr std::size_t nodesInBlock = 1024;
+
+    template <typename Visit>
+    void visitBlock(const PathBlock &block, std::size_t length, qsizetype nodeCount, Visit &visit) const
+    {
+        for (std::size_t i = 0; i < block.nodes.size(); ++i) {
+            visit(FoundPath{block.components.data() + i * length, static_cast<qsizetype>(length), block.nodes[i],
+                            nodeCount, keepsCrossings ? block.crossings.data() + i * length : nullptr,
+                            keepsCrossings ? block.lastNets[i] : 0,
+                            block.positions.empty() ? nullptr : block.positions.data() + i * length});
+        }
+    }
+
+    PathBlock &blockOf(std::size_t length, std::size_t nodeCount)
     {
         const std::pair key(length, nodeCount);
         if (!latest || latest->first != key)
             latest = &*groups.try_emplace(key).first;
-        return latest->second;
+        std::vector<PathBlock> &blocks = latest->second;
+        if (blocks.empty() || blocks.back().nodes.size() == pathsInBlock)
+            blocks.emplace_back();
+        return blocks.back();
+    }
+
+    NodeBlock &blockFor(std::size_t nodeCount)
+    {
+        if (nodeBlocks.empty() || nodeBlocks.back().capacity() - nodeBlocks.back().size() < nodeCount)
+            nodeBlocks.emplace_back().reserve(std::max(nodesInBlock, nodeCount));
+        return nodeBlocks.back();
     }
 
     bool isLarge() const
     {
-        constexpr std::size_t fewNumbers = 1000;
-        std::size_t numbers = nodes.size() + groups.size();
-        for (const auto &[key, group] : groups)
-            numbers += group.components.size() + group.nodesPlaces.size();
-        return numbers > fewNumbers;
+        constexpr std::size_t fewPaths = 200;
+        return static_cast<std::size_t>(pathCount) > fewPaths || groups.size() > fewPaths || nodeBlocks.size() > 1;
     }
 
     bool keepsCrossings = false;
     Groups groups;
     Groups::value_type *latest = nullptr; ///< the group that got the last path
-    std::vector<NodeOnNet> nodes;         ///< those of one path after those of another
+    std::vector<NodeBlock> nodeBlocks;
     qsizetype pathCount = 0;
 };
 }

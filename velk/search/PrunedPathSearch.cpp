@@ -259,7 +259,7 @@ void PrunedPathSearch::dropAdditionalNodes(qsizetype countBefore)
     keptNodes.reset();
 }
 
-std::size_t PrunedPathSearch::keptNodesPlace()
+const NodeOnNet *PrunedPathSearch::firstKeptNode()
 {
     if (!keptNodes)
         keptNodes = paths.keepNodes(additionalNodes);
@@ -272,7 +272,7 @@ void PrunedPathSearch::keepPath(int lastNet)
         if (kept == Kept::Nothing)
             paths.addUnkept();
         else
-            paths.add(steps, lastNet, keptNodesPlace(), static_cast<std::size_t>(additionalNodes.size()));
+            paths.add(steps, lastNet, firstKeptNode(), static_cast<std::size_t>(additionalNodes.size()));
         if (kept == Kept::Crossings && held)
             keepPositions();
     }

@@ -81,7 +81,7 @@ private:
     bool isArrival(const CrossingRow &row, const Arrival &arrival) const;
     void collectAdditionalNodes(const Arrival &arrival);
     void dropAdditionalNodes(qsizetype countBefore);
-    std::size_t keptNodesPlace();
+    const NodeOnNet *firstKeptNode();
     void keepPath(int lastNet);
     void keepPositions();
 
@@ -101,7 +101,7 @@ private:
     QVarLengthArray<Step, usualDepth> steps; ///< one for each level, and for the net that a branch has just come to
     QVarLengthArray<NodeOnNet, usualDepth> additionalNodes; ///< of the branch
     /// Where the same are kept, if a path has needed them. Paths that have the same nodes share them.
-    std::optional<std::size_t> keptNodes;
+    std::optional<const NodeOnNet *> keptNodes;
     FoundPaths &paths;
 };
 }
