@@ -44,6 +44,16 @@ std::vector<VelkRouteStep>::const_iterator stepOf(const VelkRoute &route, const 
     });
 }
 
+/// Between parts of what takes long. Raises in Python what Ctrl-C is to raise.
+void letOthersRun()
+{
+    {
+        const py::gil_scoped_release released;
+    }
+    if (PyErr_CheckSignals() != 0)
+        throw py::error_already_set();
+}
+
 const char *textOf(VelkPlanResult result)
 {
     switch (result) {
@@ -187,9 +197,15 @@ py::object Values::route(const py::object &start, const py::object &end, const V
 
 py::object Values::routes(const VelkNodeInfo &start, const VelkNodeInfo &end, const std::vector<VelkRoute> &routes)
 {
+    constexpr std::size_t routesBetween = 1000; // takes a few milliseconds
     const py::object startPin = of(start);
     const py::object endPin = of(end);
-    return tupleOf(routes, [&](const VelkRoute &found) { return route(startPin, endPin, found); });
+    std::size_t made = 0;
+    return tupleOf(routes, [&](const VelkRoute &found) {
+        if (++made % routesBetween == 0)
+            letOthersRun();
+        return route(startPin, endPin, found);
+    });
 }
 
 py::object Values::reason(const VelkNodeInfo &start, const VelkNodeInfo &end, const VelkNoRouteReason &reason)

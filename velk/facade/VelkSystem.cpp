@@ -11,6 +11,7 @@
 #include <velk/naming/NetlistSelection.h>
 #include <velk/naming/References.h>
 #include <velk/naming/Suggestions.h>
+#include <velk/search/Interruption.h>
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -497,10 +498,13 @@ std::vector<VelkRoute> VelkSystem::routes(const VelkRouteEnd &source, const Velk
         const PinChoice to = d->findEnd(dut);
         const auto paths = d->routingWith(options).findTracedPathsBetween(from.component, from.pin->number,
                                                                           to.component, to.pin->number);
+        Interruption interruption(options.isCalledOff);
         std::vector<VelkRoute> routes;
         routes.reserve(static_cast<std::size_t>(paths.size()));
-        for (const auto &path : paths)
+        for (const auto &path : paths) {
+            interruption.work(static_cast<std::size_t>(path.steps.size()));
             routes.push_back(d->records->of(path, options.asDrawn ? nullptr : d->switching.get()));
+        }
         return routes;
     });
 }
