@@ -7,6 +7,9 @@ set(velk_packages library development command)
 if(VELK_BUILD_PLANNING)
     list(APPEND velk_packages planning)
 endif()
+if(VELK_BUILD_PYTHON)
+    list(APPEND velk_packages python)
+endif()
 set(CPACK_COMPONENTS_ALL ${velk_packages})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # else CPack puts it before the summary of each package
 set(CPACK_STRIP_FILES ON)
@@ -67,6 +70,24 @@ It reads KiCad netlists, one for each board, joins them where the boards are
 plugged together, lists what is connected, shows the chains of relays and
 resistors between two pins, and writes the INI files of the test system's
 resource manager.")
+
+if(VELK_BUILD_PYTHON)
+    find_package(Python3 3.9 REQUIRED COMPONENTS Interpreter)
+    set(python ${Python3_VERSION_MAJOR}.${Python3_VERSION_MINOR})
+    math(EXPR next_minor "${Python3_VERSION_MINOR} + 1")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-velk)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${library_package} ${same_version}${needs_planning}, \
+python3 (>= ${python}~), python3 (<< ${Python3_VERSION_MAJOR}.${next_minor})")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+        ${PROJECT_SOURCE_DIR}/packaging/debian/python/postinst ${PROJECT_SOURCE_DIR}/packaging/debian/python/prerm)
+    set(CPACK_COMPONENT_PYTHON_DESCRIPTION "Finds routes through test systems drawn in KiCad (Python 3)
+Velk reads the wiring of an automated electrical test system from KiCad
+netlists, finds the chains of relays and resistors between two pins, plans
+several connections at once and tells what is connected.
+
+This package holds the module velk for Python.")
+endif()
 
 configure_file(packaging/debian/changelog.in ${PROJECT_BINARY_DIR}/changelog.Debian @ONLY)
 find_program(GZIP_PROGRAM gzip REQUIRED)
