@@ -9,9 +9,17 @@ where they are plugged together, and answers questions about the whole:
     for route in system.routes({"Dev": "DMM"}, "HI", dut={"CompType": "DUT", "Bench": "2"}, dut_pin="OUT"):
         print([relay.ref for relay in route.switches])
 
-``System`` is what all begins with: its methods are the questions. What they return are values, tuples with names: they
-never change, can be compared, hashed, pickled and kept for longer than the system. Whatever goes wrong is an ``Error``.
-``help(velk.System)`` tells of the questions, ``help(velk.Route)`` of what a route has.
+``System`` is what all begins with. Its methods are the questions, and ``help(velk.System.routes)`` tells what one takes:
+
+    routes()        each Route from one pin to another, the shortest first; why_no_route() tells why there is none
+    coverage()      a Coverage: over how few switches the pins of sources reach those of DUTs
+    plan()          a Plan: the relays to set for several connections at once; plan_steps() for one step after the other
+    connected()     Connections: what is connected while relays are set; positions() tells what a relay can do
+    check()         each Finding that is probably not as it is meant
+    components()    each Component with some properties; component(), pins(), pin(), nets, net(), parts, part()
+
+What they return are values, tuples with names: they never change, can be compared, hashed, pickled and kept for longer
+than the system. ``help(velk.Route)`` tells what one has. Whatever goes wrong is an ``Error``.
 
 References, parts and nets carry the number of their netlist, "K3#2" being K3 of the second one. Where a name is asked
 for, the number may be left out if it is clear without. Limits and types are as the command ``velk`` has them by
