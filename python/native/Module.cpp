@@ -38,7 +38,7 @@ void raiseErrors()
                 std::rethrow_exception(thrown);
         } catch (const VelkSystemException &exception) {
             const py::object type = py::module_::import("velk._errors").attr(errorName(exception.kind()));
-            PyErr_SetString(type.ptr(), exception.what());
+            PyErr_SetObject(type.ptr(), py::str(exception.message()).ptr());
         }
     });
 }
@@ -57,9 +57,6 @@ void addSystemOptions(py::module_ &module)
     const auto setTolerant = [](VelkSystemOptions &options, bool isTolerant) {
         options.readingMode = isTolerant ? VelkReadingMode::Tolerant : VelkReadingMode::Default;
     };
-    const auto isTolerant = [](const VelkSystemOptions &options) {
-        return options.readingMode == VelkReadingMode::Tolerant;
-    };
     py::class_<VelkSystemOptions>(module, "SystemOptions", "How a system is read.")
         .def(py::init())
         .def_readwrite("connector", &VelkSystemOptions::connectorTypes)
@@ -69,7 +66,7 @@ void addSystemOptions(py::module_ &module)
         .def_readwrite("dut_type", &VelkSystemOptions::dutTypes)
         .def_readwrite("device_type", &VelkSystemOptions::deviceTypes)
         .def_readwrite("relays", &VelkSystemOptions::relayTables)
-        .def_property("tolerant", isTolerant, setTolerant);
+        .def("set_tolerant", setTolerant, py::arg("tolerant"));
 }
 
 void addSearchOptions(py::module_ &module)
@@ -128,7 +125,6 @@ void addSystem(py::module_ &module)
         .def_static("open", open, py::arg("file"))
         .def("keeping_out", &System::keepingOut, py::arg("components"), py::arg("nets"))
         .def("file_names", ask(&VelkSystem::fileNames))
-        .def("options", ask(&VelkSystem::options))
         .def("search_options", ask(&VelkSystem::searchOptions))
         .def("excluded_components", ask(&VelkSystem::excludedComponents))
         .def("excluded_nets", ask(&VelkSystem::excludedNets))

@@ -32,7 +32,7 @@ plans. Ctrl-C ends a search or a plan. Nothing is printed.
 from types import FunctionType
 
 from velk._errors import Error, NotFoundError, PlanError, PositionsError, ReadingError, TooLargeError, WritingError
-from velk._system import Connection, End, Names, Path, System, Where, write_application_ini, write_physical_ini
+from velk._system import Connection, End, FileName, Names, System, Where, write_application_ini, write_physical_ini
 from velk._values import (
     Component,
     Connections,
@@ -96,7 +96,7 @@ __all__ = [
     "WritingError",
     "TooLargeError",
     "PlanError",
-    "Path",
+    "FileName",
     "Names",
     "Where",
     "End",

@@ -5,11 +5,10 @@ from __future__ import annotations
 import enum
 import operator
 import os
-from functools import cached_property
-from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
+from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, TypeVar, Union
 
 from velk import _velk
-from velk._errors import NotFoundError
+from velk._errors import NotFoundError, PositionsError
 from velk._values import (
     Component,
     Connections,
@@ -24,9 +23,9 @@ from velk._values import (
     Route,
 )
 
-__all__ = ["Connection", "End", "Names", "Path", "System", "Where", "write_application_ini", "write_physical_ini"]
+__all__ = ["Connection", "End", "Names", "FileName", "System", "Where", "write_application_ini", "write_physical_ini"]
 
-Path = Union[str, "os.PathLike[str]"]
+FileName = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 """The name of a file."""
 
 Names = Union[str, Component, Iterable[Union[str, Component]]]
@@ -54,7 +53,10 @@ class _Default(enum.Enum):
 
 _DEFAULT = _Default.DEFAULT
 
+Given = TypeVar("Given")
+
 _GREATEST_LIMIT = 2**31 - 1
+_NO_BOUND = 0
 
 
 class System:
@@ -69,11 +71,15 @@ class System:
     "Identifier".
     """
 
+    __slots__ = ("_native", "_nets", "_parts")
+
     _native: _velk.System
+    _nets: Optional[Tuple[Net, ...]]
+    _parts: Optional[Tuple[Part, ...]]
 
     def __init__(
         self,
-        netlists: Union[Path, Iterable[Path]],
+        netlists: Union[FileName, Iterable[FileName]],
         *,
         connector: Names = ("Connector",),
         switchable: Names = ("Relay", "Resistor"),
@@ -81,7 +87,7 @@ class System:
         passive: Names = ("Resistor",),
         dut_type: Names = ("Dut",),
         device_type: Names = ("Source",),
-        relays: Union[Path, Iterable[Path]] = (),
+        relays: Union[FileName, Iterable[FileName]] = (),
         tolerant: bool = False,
     ) -> None:
         """Read netlists that KiCad exported, in the order of their numbers #1, #2, ...
@@ -105,14 +111,14 @@ class System:
         options.dut_type = _names(dut_type)
         options.device_type = _names(device_type)
         options.relays = _files(relays)
-        options.tolerant = tolerant
+        options.set_tolerant(_flag("tolerant", tolerant))
         names = _files(netlists)
         if not names:
             raise ValueError("a system needs a netlist")
-        self._native = _velk.System(names, options)
+        self._set(_velk.System(names, options))
 
     @classmethod
-    def open(cls, path: Path) -> System:
+    def open(cls, path: FileName) -> System:
         """The system that a system file describes, mostly "velk.toml": its netlists, types, limits, what is kept out
         and which findings are accepted.
 
@@ -120,8 +126,13 @@ class System:
         something to keep out that is not there.
         """
         system = cls.__new__(cls)
-        system._native = _velk.System.open(_file(path))
+        system._set(_velk.System.open(_file(path)))
         return system
+
+    def _set(self, native: _velk.System) -> None:
+        self._native = native
+        self._nets = None
+        self._parts = None
 
     def __repr__(self) -> str:
         return f"System({', '.join(self.netlists)})"
@@ -161,19 +172,23 @@ class System:
         netlist, more than one."""
         return self._native.component(_text(ref))
 
-    @cached_property
+    @property
     def parts(self) -> Tuple[Part, ...]:
         """The library parts of all components, by name."""
-        return self._native.parts()
+        if self._parts is None:
+            self._parts = self._native.parts()
+        return self._parts
 
     def part(self, name: str) -> Part:
         """The library part of this name. Raises NotFoundError as ``component()`` does."""
         return self._native.part(_text(name))
 
-    @cached_property
+    @property
     def nets(self) -> Tuple[Net, ...]:
         """All nets, in the order in which the netlists and their joining give them."""
-        return self._native.nets()
+        if self._nets is None:
+            self._nets = self._native.nets()
+        return self._nets
 
     def net(self, name: str) -> Net:
         """The net of this name or, of nets that are plugged together, of one that it is made of: "OUT#1+IN#2", "IN#2".
@@ -277,7 +292,7 @@ class System:
         """
         options = self._search_options(max_switches, max_connections, _DEFAULT, as_drawn, through)
         asked = self._keeping_out(without, without_nets)
-        return asked.coverage(_properties(source or {}), _properties(dut or {}), options, critical, progress)
+        return asked.coverage(_properties({} if source is None else source), _properties({} if dut is None else dut), options, _flag("critical", critical), progress)
 
     def plan(
         self,
@@ -322,10 +337,10 @@ class System:
         for connection in connections:
             request.add_connection(*self._ends(connection))
         request.allow = _names(allow)
-        request.allow_side_connections = side_connections
-        request.forbid_couplings = no_couplings
-        request.trust_unknown = trust_unknown
-        request.fewest_changes = fewest_changes
+        request.allow_side_connections = _flag("side_connections", side_connections)
+        request.forbid_couplings = _flag("no_couplings", no_couplings)
+        request.trust_unknown = _flag("trust_unknown", trust_unknown)
+        request.fewest_changes = _flag("fewest_changes", fewest_changes)
         if time_limit is not None:
             request.set_time_limit(_seconds(time_limit))
         request.without = _names(without)
@@ -416,7 +431,7 @@ class System:
     def application_ini(self, application: System) -> str:
         """The text of the application INI file: benches and channel tables. The sources are those of this system, the
         DUTs those of ``application``. Raises TooLargeError for a bench number that would make too many benches."""
-        return self._native.application_ini(application._native)
+        return self._native.application_ini(_asked(application))
 
     def _keeping_out(self, components: Names, nets: Names) -> _velk.System:
         refs, names = _names(components), _names(nets)
@@ -436,8 +451,8 @@ class System:
         if not isinstance(max_connections, _Default):
             options.max_connections = _limit("max_connections", max_connections)
         if not isinstance(max_routes, _Default):
-            options.max_routes = _limit("max_routes", max_routes or 0)
-        options.as_drawn = as_drawn
+            options.max_routes = _NO_BOUND if max_routes is None else _limit("max_routes", max_routes, least=1)
+        options.as_drawn = _flag("as_drawn", as_drawn)
         options.through = _names(through)
         return options
 
@@ -460,68 +475,86 @@ class System:
         return self._end(end[0], end[1])
 
     def _end(self, where: Where, pin: Optional[str]) -> _velk.End:
-        if isinstance(where, Mapping):
-            if pin is None:
-                raise TypeError(f"the pin of {dict(where)!r} is missing")
-            return _velk.End(_properties(where), _text(pin), "")
         if isinstance(where, Pin):
             if pin is not None:
                 raise TypeError(f"{where!r} has no pin {pin!r}, since it is one")
-            return _velk.End({}, where.number, where.ref)
-        if pin is None:
-            return self._end_of_text(_name(where))
-        return _velk.End({}, _text(pin), _name(where))
+            return _named_end({}, where.number, where.ref)
+        if isinstance(where, Mapping):
+            if pin is None:
+                raise TypeError(f"the pin of {dict(where)!r} is missing")
+            return _named_end(_properties(where), pin, "")
+        return self._end_of_text(_name(where)) if pin is None else _named_end({}, pin, _name(where))
 
     def _end_of_text(self, text: str) -> _velk.End:
         """Of "U2#1.HI". References and pins may have points too, so all places are tried."""
-        places = [place for place, character in enumerate(text) if character == "."]
-        found = []
-        for place in places:
-            end = _velk.End({}, text[place + 1 :], text[:place])
-            try:
-                self._native.pin(end)
-            except NotFoundError as error:
-                reason = error
-            else:
-                found.append(end)
+        found: List[_velk.End] = []
+        errors: List[NotFoundError] = []
+        for place, character in enumerate(text):
+            if character == ".":
+                try:
+                    end = _named_end({}, text[place + 1 :], text[:place])
+                    self._native.pin(end)
+                    found.append(end)
+                except NotFoundError as error:
+                    errors.append(error)
         if len(found) > 1:
             raise NotFoundError(f"'{text}' may be several pins; give the component and the pin as two texts")
-        if len(places) == 1 and not found:
-            raise reason
-        if not found:
+        if not found and not errors:
             raise NotFoundError(f"'{text}' is no pin; write REFERENCE.PIN as in 'K3#2.1'")
+        if not found:
+            raise errors[0]
         return found[0]
 
 
-def write_physical_ini(path: Path, system: System) -> None:
+def write_physical_ini(path: FileName, system: System) -> None:
     """Write the physical INI file of the resource manager: a section for each device of the system.
 
     Raises WritingError where that fails; the file is then as it was.
     """
-    system._native.write_physical_ini(_file(path))
+    _asked(system).write_physical_ini(_file(path))
 
 
-def write_application_ini(path: Path, test_system: System, application: System) -> None:
+def write_application_ini(path: FileName, test_system: System, application: System) -> None:
     """Write the application INI file of the resource manager: benches and channel tables. The sources are those of
     ``test_system``, the DUTs those of ``application``. Both may be the same system.
 
     Raises WritingError where that fails, TooLargeError for a bench number that would make too many benches; the file is
     then as it was.
     """
-    test_system._native.write_application_ini(_file(path), application._native)
+    _asked(test_system).write_application_ini(_file(path), _asked(application))
 
 
-def _file(path: Path) -> str:
-    return os.fsdecode(path)
+def _asked(system: System) -> _velk.System:
+    if not isinstance(system, System):
+        raise TypeError(f"expected a System, not {system!r}")
+    return system._native
 
 
-def _files(paths: Union[Path, Iterable[Path]]) -> List[str]:
-    return [_file(paths)] if isinstance(paths, (str, os.PathLike)) else [_file(path) for path in paths]
+def _named_end(properties: Dict[str, str], pin: str, ref: str) -> _velk.End:
+    # Without a name it would be the first pin that has none, and of all components.
+    if not _text(pin):
+        raise NotFoundError("no pin is given")
+    if not properties and not ref:
+        raise NotFoundError("no component is given")
+    return _velk.End(properties, pin, ref)
+
+
+def _file(path: FileName) -> str:
+    name = _text(os.fsdecode(path))
+    if not name or "\0" in name:
+        raise ValueError(f"{name!r} is no name of a file")
+    return name
+
+
+def _files(paths: Union[FileName, Iterable[FileName]]) -> List[str]:
+    return [_file(paths)] if isinstance(paths, (str, bytes, os.PathLike)) else [_file(path) for path in paths]
 
 
 def _text(text: str) -> str:
     if not isinstance(text, str):
         raise TypeError(f"expected a text, not {text!r}")
+    if not text.isascii():
+        text.encode()  # raises where it holds what is no character, as a name of a file that is not UTF-8
     return text
 
 
@@ -535,26 +568,44 @@ def _names(names: Names) -> List[str]:
 
 
 def _properties(properties: Mapping[str, str]) -> Dict[str, str]:
-    return {_text(name): _text(value) for name, value in properties.items()}
+    return {_text(name): _text(value) for name, value in _mapping(properties).items()}
 
 
 def _positions(positions: Mapping[str, int]) -> Dict[str, int]:
-    return {_text(ref): operator.index(position) for ref, position in positions.items()}
+    return {_text(ref): _position(ref, operator.index(position)) for ref, position in _mapping(positions).items()}
+
+
+def _position(ref: str, position: int) -> int:
+    if abs(position) > _GREATEST_LIMIT:
+        raise PositionsError(f"{ref} has no position {position}")
+    return position
+
+
+def _mapping(mapping: Mapping[str, Given]) -> Mapping[str, Given]:
+    if not isinstance(mapping, Mapping):
+        raise TypeError(f"expected names with values, as in a dict, not {mapping!r}")
+    return mapping
 
 
 def _state(before: Union[Plan, Mapping[str, int], None]) -> Tuple[Dict[str, int], List[str]]:
     """Positions, and the passive components that what is connected goes through."""
     if not isinstance(before, Plan):
-        return _positions(before or {}), []
+        return _positions({} if before is None else before), []
     if not before.found:
         raise ValueError(f"{before!r} leaves the relays as they were; give the plan before it")
     return _positions(before.positions), [ref for group in before.groups for ref in group.through]
 
 
-def _limit(name: str, limit: int) -> int:
-    if not 0 <= operator.index(limit) <= _GREATEST_LIMIT:
-        raise ValueError(f"{name} is {limit}; it has to be a number from 0 to {_GREATEST_LIMIT}")
+def _limit(name: str, limit: int, least: int = 0) -> int:
+    if not least <= operator.index(limit) <= _GREATEST_LIMIT:
+        raise ValueError(f"{name} is {limit}; it has to be a number from {least} to {_GREATEST_LIMIT}")
     return limit
+
+
+def _flag(name: str, flag: bool) -> bool:
+    if not isinstance(flag, bool):
+        raise TypeError(f"{name} is {flag!r}; it has to be True or False")
+    return flag
 
 
 def _seconds(seconds: float) -> float:
