@@ -1,6 +1,8 @@
 #include "python/native/Values.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 using namespace Velk;
 
@@ -90,11 +92,26 @@ py::object Values::of(VelkPositionsRule rule) const
     return py::str(textOf(rule));
 }
 
+void Values::KnownComponent::setPins(std::vector<PlacedPin> &&placed)
+{
+    pins = std::move(placed);
+    pinsByNumber.resize(pins.size());
+    std::iota(pinsByNumber.begin(), pinsByNumber.end(), std::size_t(0));
+    std::stable_sort(pinsByNumber.begin(), pinsByNumber.end(), [this](std::size_t a, std::size_t b) {
+        return pins[a].record.pin.number < pins[b].record.pin.number;
+    });
+    hasPins = true;
+}
+
 const Values::PlacedPin *Values::KnownComponent::find(const VelkPinInfo &pin) const
 {
-    for (const PlacedPin &placed : *pins) {
-        if (placed.record.pin.number == pin.number && placed.record.pin.name == pin.name)
-            return &placed;
+    const auto isBefore = [this](std::size_t place, const std::string &number) {
+        return pins[place].record.pin.number < number;
+    };
+    auto place = std::lower_bound(pinsByNumber.begin(), pinsByNumber.end(), pin.number, isBefore);
+    for (; place != pinsByNumber.end() && pins[*place].record.pin.number == pin.number; ++place) {
+        if (pins[*place].record.pin.name == pin.name)
+            return &pins[*place];
     }
     return nullptr;
 }
@@ -102,19 +119,24 @@ const Values::PlacedPin *Values::KnownComponent::find(const VelkPinInfo &pin) co
 const Values::KnownComponent &Values::known(const std::string &ref)
 {
     const auto place = knownComponents.find(ref);
-    if (place != knownComponents.end() && place->second.pins)
+    if (place != knownComponents.end() && place->second.hasPins)
         return place->second;
-    KnownComponent made{{}, std::vector<PlacedPin>()};
+    py::object component;
+    std::vector<PlacedPin> pins;
     try {
-        made.component = of(system.component(ref));
+        component = of(system.component(ref));
         for (const VelkPlacedPin &pin : system.pins(ref)) {
             const py::object net = pin.net.empty() ? py::none() : netName(pin.net);
-            made.pins->push_back({pin, newPin(ref, pin.pin, net), net});
+            pins.push_back({pin, newPin(ref, pin.pin, net), net});
         }
     } catch (const VelkSystemException &) {
         // A net may hold pins of a component that its netlist does not list.
     }
-    return knownComponents.insert_or_assign(ref, std::move(made)).first->second;
+    // Making them may let another thread run, which may make the same.
+    KnownComponent &made = knownComponents.try_emplace(ref, KnownComponent{component}).first->second;
+    if (!made.hasPins)
+        made.setPins(std::move(pins));
+    return made;
 }
 
 py::object Values::of(const VelkComponentInfo &component)
@@ -161,7 +183,7 @@ Values::MetPin Values::metPin(const std::string &ref, const KnownComponent &comp
 
 py::object Values::pinsOf(const std::string &ref)
 {
-    return tupleOf(*known(system.component(ref).ref).pins, [](const PlacedPin &placed) { return placed.pin; });
+    return tupleOf(known(system.component(ref).ref).pins, [](const PlacedPin &placed) { return placed.pin; });
 }
 
 py::object Values::of(const VelkNetInfo &net)

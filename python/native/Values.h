@@ -79,19 +79,26 @@ private:
     /// What a reference stands for.
     struct KnownComponent
     {
-        py::object component;                            ///< none where the netlist lists none
-        std::optional<std::vector<PlacedPin>> pins = {}; ///< none until one is asked for
+        py::object component; ///< none where the netlist lists none
+        std::vector<PlacedPin> pins = {};
+        std::vector<std::size_t> pinsByNumber = {}; ///< their places
+        bool hasPins = false;                       ///< whether they have been asked for
 
+        void setPins(std::vector<PlacedPin> &&placed);
         const PlacedPin *find(const Velk::VelkPinInfo &pin) const;
     };
 
     template <typename T, typename ValueOf>
     py::tuple tupleOf(const std::vector<T> &list, const ValueOf &valueOf)
     {
-        py::tuple tuple(list.size());
-        std::size_t place = 0;
+        std::vector<py::object> made;
+        made.reserve(list.size());
         for (const T &value : list)
-            PyTuple_SET_ITEM(tuple.ptr(), static_cast<Py_ssize_t>(place++), valueOf(value).release().ptr());
+            made.push_back(valueOf(value));
+        // Only now, since other threads may see a tuple before it is full.
+        py::tuple tuple(made.size());
+        for (std::size_t place = 0; place < made.size(); ++place)
+            PyTuple_SET_ITEM(tuple.ptr(), static_cast<Py_ssize_t>(place), made[place].release().ptr());
         return tuple;
     }
     /// What the constructor of a NamedTuple makes, without its cost.

@@ -57,6 +57,7 @@ Given = TypeVar("Given")
 
 _GREATEST_LIMIT = 2**31 - 1
 _NO_BOUND = 0
+_MOST_POINTS = 5  # each is looked at, and where it leads nowhere the names that come nearest are looked for
 
 
 class System:
@@ -71,7 +72,7 @@ class System:
     "Identifier".
     """
 
-    __slots__ = ("_native", "_nets", "_parts")
+    __slots__ = ("_native", "_nets", "_parts", "__weakref__")
 
     _native: _velk.System
     _nets: Optional[Tuple[Net, ...]]
@@ -487,6 +488,8 @@ class System:
 
     def _end_of_text(self, text: str) -> _velk.End:
         """Of "U2#1.HI". References and pins may have points too, so all places are tried."""
+        if text.count(".") > _MOST_POINTS:
+            raise NotFoundError(f"'{text}' has too many points; give the component and the pin as two texts")
         found: List[_velk.End] = []
         errors: List[NotFoundError] = []
         for place, character in enumerate(text):
