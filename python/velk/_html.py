@@ -87,7 +87,7 @@ def _heads(duts: Sequence[Pin]) -> str:
     of_duts = [(ref, len(tuple(pins))) for ref, pins in groupby(pin.ref for pin in duts)]
     bands = (_head("colgroup", ref, ref, colspan=count) for ref, count in of_duts)
     upwards = "writing-mode:vertical-rl;transform:rotate(180deg);text-align:left"
-    pins = (_head("col", str(pin), pin.name or pin.number, upwards) for pin in duts)
+    pins = (_head("col", _with_number(pin), pin.name or pin.number, upwards) for pin in duts)
     return element("thead", _row(element("th", "from \\ to"), *bands), _row(element("td"), *pins))
 
 
@@ -97,8 +97,13 @@ def _rows_of(ref: str, rows: Sequence[Tuple[Pin, Sequence[Optional[int]]]], duts
 
 
 def _source_row(source: Pin, row: Sequence[Optional[int]], most: int) -> str:
-    head = _head("row", str(source), source.name or source.number, "text-align:right;font-weight:normal")
+    head = _head("row", _with_number(source), source.name or source.number, "text-align:right;font-weight:normal")
     return _row(head, *(_cell(count, most) for count in row))
+
+
+# Several pins may have one name.
+def _with_number(pin: Pin) -> str:
+    return f"{pin.ref}, pin {look.pin_text(pin)}"
 
 
 def _head(scope: str, full: str, shown: str, style: str = "text-align:left", **attributes: object) -> str:

@@ -157,8 +157,8 @@ def test_coverage_is_a_table(sources: int, duts: int) -> None:
         return [(head.get("title"), head.text, int(head.get("colspan", "1"))) for head in found]
 
     of_duts, of_sources = [pin.ref for pin in value.duts[:130]], [pin.ref for pin in value.sources[:50]]
-    assert heads("col") == [(str(pin), pin.number, 1) for pin in value.duts[:130]]
-    assert heads("row") == [(str(pin), pin.name, 1) for pin in value.sources[:50]]
+    assert heads("col") == [(f"{pin.ref}, pin {pin.number}", pin.number, 1) for pin in value.duts[:130]]
+    assert heads("row") == [(f"{pin.ref}, pin {pin.number} ({pin.name})", pin.name, 1) for pin in value.sources[:50]]
     assert heads("colgroup") == [(ref, ref, of_duts.count(ref)) for ref in dict.fromkeys(of_duts)]
     assert heads("rowgroup") == [(ref, ref, len(of_duts) + 1) for ref in dict.fromkeys(of_sources)]
     assert len(value._repr_html_()) < 200_000
