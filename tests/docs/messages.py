@@ -3,6 +3,7 @@
 A message is a text of the sources that is given to what reports errors, or one that reads like a sentence. What stands
 for a name, %1 in the sources, may be anything in the document.
 """
+import ast
 import re
 import unittest
 
@@ -37,6 +38,15 @@ def messages_of(source):
     return {text for text in found if re.search("[a-z]{2}", pattern(text))}
 
 
+def messages_of_python(source):
+    """What is raised, but for types that are wrong. What is put in stands as %1, as in C++."""
+    for node in ast.walk(ast.parse(source)):
+        if isinstance(node, ast.Raise) and isinstance(node.exc, ast.Call) and node.exc.func.id != "TypeError":
+            text = node.exc.args[0]
+            parts = text.values if isinstance(text, ast.JoinedStr) else [text]
+            yield "".join(part.value if isinstance(part, ast.Constant) else "%1" for part in parts)
+
+
 class MessagesTest(unittest.TestCase):
     def messages(self):
         for folder in ("velk", "velkini", "cli"):
@@ -45,6 +55,9 @@ class MessagesTest(unittest.TestCase):
                 if not name.startswith(NOT_SHOWN_TO_USERS):
                     for message in sorted(messages_of(path.read_text(encoding="utf-8"))):
                         yield name, message
+        for path in sorted((ROOT / "python/velk").glob("*.py")):
+            for message in messages_of_python(path.read_text(encoding="utf-8")):
+                yield str(path.relative_to(ROOT)), message
 
     def test_every_message_is_explained(self):
         messages = Page(ROOT / "docs/troubleshooting.md").inline_code()
