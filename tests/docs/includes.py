@@ -1,5 +1,5 @@
 """The includes go as docs/architecture.md tells: each folder includes only those in its row, nothing goes in a circle, and
-the command and the examples use only headers that are installed."""
+the command, the Python module and the examples use only headers that are installed."""
 import graphlib
 import re
 import unittest
@@ -19,7 +19,7 @@ def allowed_includes():
 
 def includes():
     """Each source with the headers of the project that it includes."""
-    for top in ("velk", "velkini", "velkplanning", "cli", "examples"):
+    for top in ("velk", "velkini", "velkplanning", "cli", "python", "examples"):
         for path in sorted((ROOT / top).rglob("*")):
             if path.suffix in (".h", ".cpp"):
                 name = path.relative_to(ROOT).as_posix()
