@@ -12,6 +12,7 @@ PlanEncoding::PlanEncoding(const PlanProblem &planProblem, const WayCosts &wayCo
     : problem(planProblem)
     , costs(wayCosts)
     , budget(mostCost)
+    , time(planningTime)
     , solver(planningTime)
     , nodes(planProblem.network.model.netCount())
     , labels(static_cast<std::size_t>(planProblem.network.model.netCount()))
@@ -270,6 +271,8 @@ void PlanEncoding::addFlow(const WayCosts::Flow &flow)
     };
     std::map<int, Uses> usesOfNodes = {{source, {}}, {target, {}}};
     for (const int i : costs.arcsWithin(budget, flow)) {
+        if (time.isUp()) // then it will not be solved, so that nothing comes of what is missing
+            return;
         const WayGraph::Arc &arc = costs.arcs()[placeOf(i)];
         const int from = wayNodeOf(arc.from);
         const int to = wayNodeOf(arc.to);

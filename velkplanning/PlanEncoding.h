@@ -70,6 +70,7 @@ private:
     const PlanProblem &problem;
     const WayCosts &costs;
     const PlanCost budget;
+    const PlanningTime &time;
     SatSolver solver;
     PlanDraft found;
 
