@@ -262,6 +262,17 @@ py::object Values::of(const VelkCoverage &coverage)
                 tupleOf(coverage.critical, criticalComponent));
 }
 
+std::map<std::string, std::string> Values::restNames(const std::vector<std::string> &relays) const
+{
+    std::map<std::string, std::string> names;
+    for (const std::string &relay : relays) {
+        const std::string name = system.positions(relay).positions.front().name;
+        if (!name.empty())
+            names.emplace(relay, name);
+    }
+    return names;
+}
+
 py::object Values::plan(const std::vector<std::pair<VelkNodeInfo, VelkNodeInfo>> &ends, const VelkPlannedStep &step)
 {
     const VelkPlan &plan = step.plan;
@@ -272,6 +283,6 @@ py::object Values::plan(const std::vector<std::pair<VelkNodeInfo, VelkNodeInfo>>
     return make(valueType("Plan"), of(step.name), py::str(textOf(plan.result)), of(plan.positions),
                 of(plan.positionNames), components(step.toRest), components(step.toSet), tupleOf(plan.ways, way),
                 of(plan.groups), of(plan.couplings), of(plan.alsoConnected), of(plan.unknown), of(step.transients),
-                of(plan.conflict), of(plan.bottleneck));
+                of(plan.conflict), of(plan.bottleneck), of(restNames(step.toRest)));
 }
 }

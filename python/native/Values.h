@@ -127,6 +127,7 @@ private:
                   const std::string &net);
     py::object netName(const std::string &name);
     py::object components(const std::vector<std::string> &refs);
+    std::map<std::string, std::string> restNames(const std::vector<std::string> &relays) const;
     py::object step(const Velk::VelkRouteStep &step, const std::string &nextNet);
     py::object steps(const Velk::VelkRoute &route);
     py::object route(const py::object &start, const py::object &end, const Velk::VelkRoute &route);

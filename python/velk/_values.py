@@ -491,6 +491,7 @@ class Plan(NamedTuple):
         there is none, but one without any of them.
     bottleneck: names of nets of which more groups of the conflict need one each than there are; empty where lines do
         not run out.
+    rest_names: of the rest position of what goes to rest, by reference, as far as it is drawn with a name.
     """
 
     name: str
@@ -507,6 +508,7 @@ class Plan(NamedTuple):
     transients: Tuple[Transient, ...]
     conflict: Tuple[int, ...]
     bottleneck: Tuple[str, ...]
+    rest_names: FrozenDict[str, str] = FrozenDict()
 
     @property
     def found(self) -> bool:
@@ -516,7 +518,7 @@ class Plan(NamedTuple):
     @property
     def rows(self) -> Tuple[PlanRow, ...]:
         """What moves, in the order in which to move it. A relay that goes from one position to another is in two."""
-        rest = (PlanRow(self.name, 1, relay, 0, "") for relay in self.to_rest)
+        rest = (PlanRow(self.name, 1, relay, 0, self.rest_names.get(relay.ref, "")) for relay in self.to_rest)
         away = (
             PlanRow(self.name, 2, relay, self.positions[relay.ref], self.position_names.get(relay.ref, ""))
             for relay in self.to_set
