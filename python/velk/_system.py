@@ -420,8 +420,6 @@ class System:
 
         ignore: what to leave out besides what the system file accepts: "CODE", or "CODE:NAME" for what is found at
             NAME, with wild cards "*" and "?".
-
-        Raises ReadingError where the netlists, which are read once more, cannot be read any more.
         """
         return self._native.check(_names(ignore))
 
