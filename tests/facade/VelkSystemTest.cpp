@@ -395,6 +395,8 @@ private Q_SLOTS:
         QVERIFY(copy.net("A") ==
                 (VelkNetInfo{"A#1", {{"U1#1", {"1", "HI", "output"}}, {"K1#1", {"1", "", "passive"}}}}));
         QCOMPARE(copy.nets({{"ref", "U1"}}).size(), std::size_t(1));
+        QVERIFY(copy.pin({{{"CompType", "Source"}}, "HI"}) == (VelkNodeInfo{"U1#1", {"1", "HI", "output"}}));
+        QVERIFY(copy.pin({{}, "2", "K1"}) == (VelkNodeInfo{"K1#1", {"2", "", "passive"}}));
         QVERIFY(copy.pins("U1") == (std::vector<VelkPlacedPin>{{{"1", "HI", "output"}, "A#1"}}));
         const auto routes = copy.routes({{}, "HI", "U1"}, {{}, "1", "J1"});
         QCOMPARE(routes.size(), std::size_t(1));
@@ -549,6 +551,9 @@ private Q_SLOTS:
             });
         add("no pin", Kind::NotFound, u"no pin 'LO' on U1#1; its pins: HI (1)"_s, [](const VelkSystem &system) {
             system.whyNoRoute({{}, "1", "J1"}, {{}, "LO", "U1"});
+        });
+        add("no such pin", Kind::NotFound, u"no pin 'LO' on U1#1; its pins: HI (1)"_s, [](const VelkSystem &system) {
+            system.pin({{}, "LO", "U1"});
         });
         add("no folder", Kind::Writing, u"none/a.ini: cannot be written: No such file or directory"_s,
             [](const VelkSystem &system) { system.writePhysicalIni("none/a.ini"); });

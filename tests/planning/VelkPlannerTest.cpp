@@ -104,6 +104,18 @@ private Q_SLOTS:
                                  {{false, {node("J1#1", "3"), node("J1#1", "4"), node("U3#1", "1")}, {{"K4#1"}}}}}));
     }
 
+    void plansAStepFromAnyState()
+    {
+        const VelkPlanner planner(system);
+        const auto steps = planner.planSteps({{"B", {{hiToB}}}, {"A", {{hiToA}}}});
+        QVERIFY(planner.planStep({"B", {{hiToB}}}) == steps[0]);
+        QVERIFY(planner.planStep({"A", {{hiToA}}}, {{"K1", 2}}, {"R1"}) == steps[1]);
+        QVERIFY(planner.planStep({"A", {{hiToA}}}).transients.empty());
+        const VelkTransient overR2{
+            false, {node("J1#1", "1", "A"), node("U1#1", "1", "HI"), node("U2#1", "1")}, {{"K1#1"}}};
+        QVERIFY(planner.planStep({"A", {{hiToA}}}, {}, {"R2#1"}).transients == std::vector{overR2});
+    }
+
     void keepsOut()
     {
         const VelkPlanner planner(system);
@@ -188,6 +200,7 @@ private Q_SLOTS:
         unknown.allowedComponents.clear();
         unknown.withoutNets = {"N99"};
         QVERIFY(refusalOf([&] { planner.planSteps({{"1", unknown}}); }).kind() == Kind::NotFound);
+        QVERIFY(refusalOf([&] { planner.planStep({"1", {{hiToA}}}, {}, {"R9"}); }).kind() == Kind::NotFound);
         QVERIFY(refusalOf([&] { planner.plan({{hiToA}}, {{"K1", 3}}); }).kind() == Kind::Positions);
         const VelkSystem wrong({write(u"K1 [1 2] CompType=Relay, Positions=/~1\nA: K1/1\nB: K1/2"_s)});
         QVERIFY(refusalOf([&] { VelkPlanner(wrong).plan({}); }).kind() == Kind::Positions);
