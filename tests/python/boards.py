@@ -88,18 +88,18 @@ def _board(generator: random.Random, prefix: str, interface: str) -> str:
     components = [(f"{prefix}{i}", interface, "Pins", {"Dev": "D", "DevNo": str(i % 2)}) for i in range(1, 4)]
     components.append(("X1", generator.choice(("Connector", "Plug", "Plug")), "Plug", {"Identifier": "X"}))
     components.append(("X2", "Plug", "Plug", {"Identifier": "Y"}))
-    for i in range(1, generator.randint(4, 12)):
+    for i in range(1, generator.randint(6, 20)):
         start, kind, part, properties = generator.choice(KINDS)
         components.append((f"{start}{i}", kind, part, dict(properties)))
-    nets: List[List[Tuple[str, str]]] = [[] for _ in range(generator.randint(4, 9))]
+    nets: List[List[Tuple[str, str]]] = [[] for _ in range(generator.randint(5, 12))]
     for ref, _, part, _ in components:
         for number, _ in PARTS[part]:
             for _ in range(generator.choice((0, 1, 1, 1, 1, 1, 1, 1, 1, 2))):
                 generator.choice(nets).append((ref, number))
-    return _netlist(components, nets)
+    return netlist(components, nets)
 
 
-def _netlist(components: List[Tuple[str, str, str, Dict[str, str]]], nets: List[List[Tuple[str, str]]]) -> str:
+def netlist(components: List[Tuple[str, str, str, Dict[str, str]]], nets: List[List[Tuple[str, str]]]) -> str:
     return "(export (components {}) (libparts {}) (nets {}))".format(
         " ".join(_component(*component) for component in components),
         " ".join(_part(name, pins) for name, pins in PARTS.items()),

@@ -60,10 +60,10 @@ def any_end(system: velk.System, pick: random.Random, kind: str, is_on_net: bool
 
 def kept_out(system: velk.System, pick: random.Random) -> Keywords:
     crossed = system.components(CompType="Relay") + system.components(CompType="Resistor")
-    without = [each.ref for each in pick.sample(crossed, min(len(crossed), pick.choice((0, 0, 1, 2))))]
+    without = [each.ref for each in pick.sample(crossed, min(len(crossed), pick.choice((0, 1, 2, 4))))]
     if pick.random() < 0.2 and system.components(CompType="Resistor"):
         without.append("CompType=Resistor")
-    nets = [each.name for each in pick.sample(system.nets, pick.choice((0, 0, 0, 1)))]
+    nets = [each.name for each in pick.sample(system.nets, pick.choice((0, 0, 1)))]
     told = options("--without", without) + options("--without-net", nets)
     return Keywords({"without": without, "without_nets": nets}, told)
 
@@ -83,9 +83,10 @@ def search(system: velk.System, pick: random.Random) -> Keywords:
 
 
 def planning(system: velk.System, pick: random.Random) -> Keywords:
-    result = kept_out(system, pick)
-    for name in ("side_connections", "no_couplings", "trust_unknown", "fewest_changes"):
-        if pick.random() < 0.3:
+    result = kept_out(system, pick) if pick.random() < 0.4 else Keywords({}, [])
+    chances = {"side_connections": 0.5, "no_couplings": 0.2, "trust_unknown": 0.7, "fewest_changes": 0.3}
+    for name, chance in chances.items():
+        if pick.random() < chance:
             result.add(name, True, "--" + name.replace("_", "-"))
     if pick.random() < 0.3:
         allowed = pick.choice(system.components(CompType="DUT")).ref

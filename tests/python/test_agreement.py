@@ -15,10 +15,11 @@ import questions
 import velk
 from command import json_of, rows_of, text_of
 
-GENERATED = 16
+# Of many those where the rare is: bottlenecks, transients on the way to rest, ways in the other direction.
+GENERATED = (1, 13, 14, 27, 32, 54, 65, 70, 90, 99, 108, 139)
 
 
-@pytest.fixture(scope="module", params=["demo", "large", *range(GENERATED)])
+@pytest.fixture(scope="module", params=["demo", "large", *GENERATED])
 def asked(request: pytest.FixtureRequest, tmp_path_factory: pytest.TempPathFactory) -> boards.Asked:
     if isinstance(request.param, int):
         return boards.generated(request.param, tmp_path_factory.mktemp("generated"))
@@ -32,7 +33,7 @@ def pick(request: pytest.FixtureRequest) -> random.Random:
 
 def test_routes(asked: boards.Asked, pick: random.Random) -> None:
     system = asked.system
-    for _ in range(8):
+    for _ in range(6):
         source, dut = (questions.any_end(system, pick, kind) for kind in ("Source", "DUT"))
         keywords = questions.search(system, pick)
         if pick.random() < 0.3 and system.components(CompType="Relay"):
@@ -143,6 +144,9 @@ def test_lists(asked: boards.Asked) -> None:
     assert [system.net(net.name) for net in system.nets] == list(system.nets)
     relays = json_of("list", "components", "--positions", *arguments)["positions"]
     assert [as_json.relay(system, system.component(each["ref"])) for each in relays] == relays
+    for each in relays:
+        gang = [other["ref"] for other in relays if other["gang"] == each["gang"]] if each["gang"] else [each["ref"]]
+        assert list(system.positions(each["ref"]).gang) == ([] if each["toldBy"] == "coil only" else gang)
     chosen = system.components(CompType="Relay", Channel="7")
     where = ("--where", "CompType=Relay", "--where", "Channel=7")
     listed = json_of("list", "components", *where, *arguments)["components"]
@@ -169,7 +173,11 @@ def test_findings(asked: boards.Asked) -> None:
     for ignore in ([], ["pin-on-no-net", "node-on-two-nets:K*"], "pin-alone-on-net"):
         told = questions.options("--ignore", [ignore] if isinstance(ignore, str) else ignore)
         expected = json_of("check", *told, *arguments)["findings"]
-        assert [as_json.finding(finding, netlists) for finding in system.check(ignore)] == expected
+        findings = system.check(ignore)
+        assert [as_json.finding(finding, netlists) for finding in findings] == expected
+        for finding in findings:
+            assert len(finding.places) > 8 or finding.message == f"{', '.join(finding.places)}: {finding.text}"
+            assert set(finding.pins) <= {pin.number for ref in finding.components for pin in system.pins(ref)}
 
 
 def test_states(asked: boards.Asked, pick: random.Random) -> None:
@@ -190,17 +198,21 @@ def test_states(asked: boards.Asked, pick: random.Random) -> None:
 
 def test_plans(asked: boards.Asked, pick: random.Random, tmp_path: Path) -> None:
     system = asked.system
-    for _ in range(4):
+    for _ in range(3):
         steps: List[Tuple[str, List[Any]]] = []
         ends: Dict[str, List[Tuple[questions.End, questions.End]]] = {}
         for name in ("first", "second, \"quoted\"", "third"):
-            kinds = [("Source", pick.choice(("DUT", "DUT", "Source"))) for _ in range(pick.randint(1, 4))]
+            kinds = [("Source", pick.choice(("DUT", "DUT", "Source"))) for _ in range(pick.randint(1, 3))]
             ends[name] = [tuple(questions.any_end(system, pick, k, is_on_net=True) for k in pair) for pair in kinds]
             steps.append((name, [connection(*pair, pick) for pair in ends[name]]))
         table = tmp_path / "plan.csv"
         write_table(table, ends)
         keywords = questions.planning(system, pick)
-        check_plans(asked, table, keywords, system.plan_steps(steps, **keywords.values))
+        plans = system.plan_steps(steps, **keywords.values)
+        check_plans(asked, table, keywords, plans)
+        for plan, connections in zip(plans, ends.values()):
+            for way, pair in zip(plan.ways, connections):
+                assert [way.start, way.end] == [system.pin(end.where, end.pin) for end in pair]
 
 
 def connection(start: questions.End, end: questions.End, pick: random.Random) -> Any:
