@@ -59,6 +59,7 @@ from velk._values import (
     SufficientLimits,
     Transient,
 )
+from velk._values import tell_of_fields as _tell_of_fields
 from velk._velk import version as __version__
 
 __all__ = [
@@ -104,7 +105,10 @@ __all__ = [
     "__version__",
 ]
 
-# All of them are found here, and so they are named in help, in errors and by pickle.
 for _name in __all__:
-    if isinstance(globals()[_name], (type, FunctionType)):
-        globals()[_name].__module__ = __name__
+    _public = globals()[_name]
+    # All of them are found here, and so they are named in help, in errors and by pickle.
+    if isinstance(_public, (type, FunctionType)):
+        _public.__module__ = __name__
+    if hasattr(_public, "_fields"):
+        _tell_of_fields(_public)

@@ -3,7 +3,7 @@
 import math
 import os
 import re
-from typing import Any, Dict, NamedTuple, NoReturn, Optional, Tuple, TypeVar, Union
+from typing import Any, Dict, NamedTuple, NoReturn, Optional, Tuple, Type, TypeVar, Union
 
 from velk import _html
 
@@ -534,3 +534,10 @@ class Plan(NamedTuple):
 
     def _repr_html_(self) -> str:
         return _html.plan(self)
+
+
+def tell_of_fields(value: Type[Any]) -> None:
+    """Have help() say of each field what the docstring of its class says."""
+    for _, field, text in re.findall(r"^( *)(\w+): (.*(?:\n\1 +.*)*)", value.__doc__ or "", re.MULTILINE):
+        if field in value._fields:
+            getattr(value, field).__doc__ = " ".join(text.split())
