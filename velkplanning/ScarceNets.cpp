@@ -95,7 +95,7 @@ std::vector<int> scarceNetsOf(const PlanProblem &problem)
     for (const auto &ends : {endsBySide(problem), endsAsGiven(problem), endsByNearness(problem)}) {
         if (std::find(tried.cbegin(), tried.cend(), ends) != tried.cend())
             continue;
-        const auto nets = NetWays(problem).scarceNetsBetween(ends);
+        auto nets = NetWays(problem).scarceNetsBetween(ends);
         if (!nets.empty())
             return nets;
         tried.push_back(ends);

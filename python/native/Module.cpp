@@ -32,6 +32,7 @@ const char *errorName(VelkSystemException::Kind kind)
 
 void raiseErrors()
 {
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): pybind11 wants it so
     py::register_local_exception_translator([](std::exception_ptr thrown) {
         try {
             if (thrown)
