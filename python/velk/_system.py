@@ -5,7 +5,7 @@ from __future__ import annotations
 import enum
 import operator
 import os
-from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, TypeVar, Union
+from typing import Any, Callable, Dict, Iterable, List, Mapping, NoReturn, Optional, Sequence, Tuple, TypeVar, Union
 
 from velk import _velk
 from velk._errors import NotFoundError, PositionsError
@@ -289,11 +289,18 @@ class System:
         progress: called after each source pin with the number of those that are done and of all. What it raises ends
             the search.
 
-        The others are as ``routes()`` has them, which also tells what is raised.
+        The others are as ``routes()`` has them, which also tells what is raised. NotFoundError is raised as well where there
+        is no pin of a source, or none of a DUT.
         """
         options = self._search_options(max_switches, max_connections, _DEFAULT, as_drawn, through)
         asked = self._keeping_out(without, without_nets)
-        return asked.coverage(_properties({} if source is None else source), _properties({} if dut is None else dut), options, _flag("critical", critical), progress)
+        sources, duts = _properties({} if source is None else source), _properties({} if dut is None else dut)
+        found = asked.coverage(sources, duts, options, _flag("critical", critical), progress)
+        if not found.sources:
+            self._raise_no_pins("Source", sources)
+        if not found.duts:
+            self._raise_no_pins("DUT", duts)
+        return found
 
     def plan(
         self,
@@ -431,6 +438,13 @@ class System:
         """The text of the application INI file: benches and channel tables. The sources are those of this system, the
         DUTs those of ``application``. Raises TooLargeError for a bench number that would make too many benches."""
         return self._native.application_ini(_asked(application))
+
+    def _raise_no_pins(self, kind: str, properties: Mapping[str, str]) -> NoReturn:
+        wanted = {"CompType": kind, **properties}
+        if not self._native.components(wanted):
+            self._native.pin(_velk.End(wanted, "1", ""))  # raises, with the values that come nearest
+        texts = ", ".join(f"{name}={value}" for name, value in wanted.items())
+        raise NotFoundError(f"no pin of a component with {texts} lies on a net")
 
     def _keeping_out(self, components: Names, nets: Names) -> _velk.System:
         refs, names = _names(components), _names(nets)

@@ -50,6 +50,9 @@ class Component(NamedTuple):
 class Pin(NamedTuple):
     """A pin of a component. Where a pin is asked for, as by ``System.plan()``, it may be given.
 
+    ``str()`` tells it as the command does, "U2#1.HI", with its number where it has no name. A name may be that of another
+    pin too, so give the pin itself where that one is meant.
+
     ref: the reference of the component: "K3#1".
     number: as text: "1", "A1".
     name: may be empty, as it is where the part of the component does not list the pin.
