@@ -7,7 +7,8 @@
 #include <velk/facade/SystemModel.h>
 #include <velk/model/EDAException.h>
 
-#include <algorithm>
+#include <QHash>
+
 #include <tuple>
 
 namespace Velk {
@@ -63,13 +64,14 @@ ConnectionRequest VelkPlannerPrivate::requestOf(const VelkPlanRequest &written) 
 std::vector<int> VelkPlannerPrivate::passives(const std::vector<std::string> &refs) const
 {
     const auto &all = system.model().passives();
+    QHash<QString, int> numberOfRef;
+    for (std::size_t number = 0; number < all.size() && !refs.empty(); ++number)
+        numberOfRef.insert(all[number].ref, static_cast<int>(number));
     std::vector<int> numbers;
     for (const int component : system.components(refs)) {
-        const auto place = std::find_if(all.begin(), all.end(), [&](const PassiveComponent &passive) {
-            return passive.ref == system.model().ref(component);
-        });
-        if (place != all.end())
-            numbers.push_back(static_cast<int>(place - all.begin()));
+        const auto number = numberOfRef.constFind(system.model().ref(component));
+        if (number != numberOfRef.cend())
+            numbers.push_back(*number);
     }
     return numbers;
 }

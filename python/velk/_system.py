@@ -5,6 +5,7 @@ from __future__ import annotations
 import enum
 import operator
 import os
+import re
 from typing import Any, Callable, Dict, Iterable, List, Mapping, NoReturn, Optional, Sequence, Tuple, TypeVar, Union
 
 from velk import _velk
@@ -555,9 +556,11 @@ def _named_end(properties: Dict[str, str], pin: str, ref: str) -> _velk.End:
 
 
 def _file(path: FileName) -> str:
-    name = _text(os.fsdecode(path))
+    name = os.fsdecode(path)
     if not name or "\0" in name:
         raise ValueError(f"{name!r} is no name of a file")
+    if re.search("[\ud800-\udfff]", name):
+        raise ValueError(f"{name!r} is not UTF-8, as the name of a file has to be")
     return name
 
 
@@ -618,9 +621,9 @@ def _limit(name: str, limit: int, least: int = 0) -> int:
 
 
 def _flag(name: str, flag: bool) -> bool:
-    if not isinstance(flag, bool):
+    if flag not in (True, False):  # of numpy too
         raise TypeError(f"{name} is {flag!r}; it has to be True or False")
-    return flag
+    return bool(flag)
 
 
 def _seconds(seconds: float) -> float:
