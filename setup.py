@@ -41,7 +41,7 @@ def run_cmake(*arguments: str) -> None:
     try:
         subprocess.run(["cmake", *arguments], cwd=ROOT, check=True)
     except FileNotFoundError:
-        raise SystemExit(f"velk: CMake builds the module and is not installed. On Debian: apt install {NEEDED}") from None
+        raise SystemExit(f"velk: CMake, which builds the module, is missing. On Debian: apt install {NEEDED}") from None
     except subprocess.CalledProcessError:
         raise SystemExit(f"velk: CMake tells above what fails. On Debian, it needs: apt install {NEEDED}") from None
 

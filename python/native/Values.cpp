@@ -18,13 +18,13 @@ const char *textOf(VelkPositionsRule rule)
     case VelkPositionsRule::Table:
         return "table";
     case VelkPositionsRule::ContactNumbers:
-        return "contact numbers";
+        return "pin numbers";
     case VelkPositionsRule::PinNames:
         return "pin names";
     case VelkPositionsRule::TwoPins:
         return "two pins";
     case VelkPositionsRule::NoContacts:
-        return "no contacts";
+        return "coil only";
     case VelkPositionsRule::Unknown:
         break;
     }

@@ -91,14 +91,14 @@ private:
     template <typename T, typename ValueOf>
     py::tuple tupleOf(const std::vector<T> &list, const ValueOf &valueOf)
     {
-        std::vector<py::object> made;
-        made.reserve(list.size());
+        py::tuple tuple(list.size());
+        if (list.empty())
+            return tuple;
+        PyObject_GC_UnTrack(tuple.ptr()); // else other threads may see it before it is full
+        Py_ssize_t place = 0;
         for (const T &value : list)
-            made.push_back(valueOf(value));
-        // Only now, since other threads may see a tuple before it is full.
-        py::tuple tuple(made.size());
-        for (std::size_t place = 0; place < made.size(); ++place)
-            PyTuple_SET_ITEM(tuple.ptr(), static_cast<Py_ssize_t>(place), made[place].release().ptr());
+            PyTuple_SET_ITEM(tuple.ptr(), place++, valueOf(value).release().ptr());
+        PyObject_GC_Track(tuple.ptr());
         return tuple;
     }
     /// What the constructor of a NamedTuple makes, without its cost.
@@ -109,6 +109,9 @@ private:
         auto tuple = py::reinterpret_steal<py::object>(typeObject->tp_alloc(typeObject, sizeof...(Fields)));
         if (!tuple)
             throw py::error_already_set();
+#if PY_VERSION_HEX >= 0x030e0000
+        reinterpret_cast<PyTupleObject *>(tuple.ptr())->ob_hash = -1; // not yet known
+#endif
         Py_ssize_t place = 0;
         (PyTuple_SET_ITEM(tuple.ptr(), place++, py::object(std::forward<Fields>(fields)).release().ptr()), ...);
         return tuple;

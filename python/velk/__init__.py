@@ -9,7 +9,7 @@ where they are plugged together, and answers questions about the whole:
     for route in system.routes({"Dev": "DMM"}, "HI", dut={"CompType": "DUT", "Bench": "2"}, dut_pin="OUT"):
         print([relay.ref for relay in route.switches])
 
-``System`` is what all begins with. Its methods are the questions, and ``help(velk.System.routes)`` tells what one takes:
+``System`` is what all begins with. Its methods are the questions; ``help(velk.System.routes)`` tells what one takes:
 
     routes()        each Route from one pin to another, the shortest first; why_no_route() tells why there is none
     coverage()      a Coverage: over how few switches the pins of sources reach those of DUTs

@@ -290,8 +290,8 @@ class System:
         progress: called after each source pin with the number of those that are done and of all. What it raises ends
             the search.
 
-        The others are as ``routes()`` has them, which also tells what is raised. NotFoundError is raised as well where there
-        is no pin of a source, or none of a DUT.
+        The others are as ``routes()`` has them, which also tells what is raised. NotFoundError is raised as well where
+        there is no pin of a source, or none of a DUT.
         """
         options = self._search_options(max_switches, max_connections, _DEFAULT, as_drawn, through)
         asked = self._keeping_out(without, without_nets)

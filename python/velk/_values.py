@@ -50,8 +50,8 @@ class Component(NamedTuple):
 class Pin(NamedTuple):
     """A pin of a component. Where a pin is asked for, as by ``System.plan()``, it may be given.
 
-    ``str()`` tells it as the command does, "U2#1.HI", with its number where it has no name. A name may be that of another
-    pin too, so give the pin itself where that one is meant.
+    ``str()`` tells it as the command does, "U2#1.HI", with its number where it has no name. Another pin may have the
+    same name, so give the pin itself where it is the one that is meant.
 
     ref: the reference of the component: "K3#1".
     number: as text: "1", "A1".
@@ -270,8 +270,8 @@ class Position(NamedTuple):
 class RelayPositions(NamedTuple):
     """What a relay can do.
 
-    rule: what tells it: "field", "table", "contact numbers", "pin names", "two pins", "no contacts" or "unknown".
-    positions: those that it can take, the first one being rest; empty for "no contacts" and "unknown".
+    rule: what tells it: "field", "table", "pin numbers", "pin names", "two pins", "coil only" or "unknown".
+    positions: those that it can take, the first one being rest; empty for "coil only" and "unknown".
     gang: the references of the relays that take the same position as this one, itself among them; sorted.
     is_unknown: whether the positions of a relay of the gang are not known, so that all of it stays at rest.
     """

@@ -8,9 +8,6 @@ import velk
 
 Json = Dict[str, Any]
 
-# The command has shorter words for two of them.
-RULES = {"contact numbers": "pin numbers", "no contacts": "coil only"}
-
 
 def component(value: velk.Component) -> Json:
     return {"ref": value.ref, "value": value.value, "part": value.part, "properties": dict(value.properties)}
@@ -35,7 +32,7 @@ def relay(system: velk.System, of: velk.Component) -> Json:
         "ref": of.ref,
         "part": f"{system.part(of.part).library}:{of.part.rpartition('#')[0]}",
         "positions": positions,
-        "toldBy": RULES.get(value.rule, value.rule),
+        "toldBy": value.rule,
         "gang": value.gang[0] if len(value.gang) > 1 else "",
         "unknown": value.is_unknown,
     }

@@ -90,7 +90,7 @@ def test_other_threads_run_meanwhile(tmp_path: Path) -> None:
 
 
 def moments_of_others(question: Callable[[], Any]) -> int:
-    """How often another thread got its turn while five such questions were asked; holding the lock leaves it one each."""
+    """How often another thread got its turn while five such questions were asked: once each if they hold the lock."""
     thread = threading.Thread(target=lambda: [question() for _ in range(5)])
     thread.start()
     moments = 0
