@@ -46,6 +46,8 @@ std::vector<VelkRouteStep>::const_iterator stepOf(const VelkRoute &route, const 
     });
 }
 
+constexpr std::size_t fewPins = 8; // which are looked through more quickly than their order
+
 /// Between parts of what takes long. Raises in Python what Ctrl-C is to raise.
 void letOthersRun()
 {
@@ -97,23 +99,25 @@ void Values::KnownComponent::setPins(std::vector<PlacedPin> &&placed)
     pins = std::move(placed);
     pinsByNumber.resize(pins.size());
     std::iota(pinsByNumber.begin(), pinsByNumber.end(), std::size_t(0));
-    std::stable_sort(pinsByNumber.begin(), pinsByNumber.end(), [this](std::size_t a, std::size_t b) {
-        return pins[a].record.pin.number < pins[b].record.pin.number;
-    });
+    std::stable_sort(pinsByNumber.begin(), pinsByNumber.end(),
+                     [this](std::size_t a, std::size_t b) { return pins[a].number < pins[b].number; });
     hasPins = true;
 }
 
 const Values::PlacedPin *Values::KnownComponent::find(const VelkPinInfo &pin) const
 {
-    const auto isBefore = [this](std::size_t place, const std::string &number) {
-        return pins[place].record.pin.number < number;
+    const auto isMeant = [&pin](const PlacedPin &placed) {
+        return placed.number == pin.number && placed.name == pin.name;
     };
-    auto place = std::lower_bound(pinsByNumber.begin(), pinsByNumber.end(), pin.number, isBefore);
-    for (; place != pinsByNumber.end() && pins[*place].record.pin.number == pin.number; ++place) {
-        if (pins[*place].record.pin.name == pin.name)
-            return &pins[*place];
+    if (pins.size() <= fewPins) {
+        const auto placed = std::find_if(pins.begin(), pins.end(), isMeant);
+        return placed == pins.end() ? nullptr : &*placed;
     }
-    return nullptr;
+    const auto isBefore = [this](std::size_t place, const std::string &number) { return pins[place].number < number; };
+    auto place = std::lower_bound(pinsByNumber.begin(), pinsByNumber.end(), pin.number, isBefore);
+    while (place != pinsByNumber.end() && pins[*place].number == pin.number && !isMeant(pins[*place]))
+        ++place;
+    return place != pinsByNumber.end() && isMeant(pins[*place]) ? &pins[*place] : nullptr;
 }
 
 const Values::KnownComponent &Values::known(const std::string &ref)
@@ -127,7 +131,7 @@ const Values::KnownComponent &Values::known(const std::string &ref)
         component = of(system.component(ref));
         for (const VelkPlacedPin &pin : system.pins(ref)) {
             const py::object net = pin.net.empty() ? py::none() : netName(pin.net);
-            pins.push_back({pin, newPin(ref, pin.pin, net), net});
+            pins.push_back({pin.pin.number, pin.pin.name, pin.net, newPin(ref, pin.pin, net), net});
         }
     } catch (const VelkSystemException &) {
         // A net may hold pins of a component that its netlist does not list.
@@ -175,8 +179,8 @@ Values::MetPin Values::metPin(const std::string &ref, const KnownComponent &comp
                               const std::string &net)
 {
     const PlacedPin *const placed = component.find(pin);
-    if (placed != nullptr && placed->record.net == net)
-        return {placed->pin, placed->net};
+    if (placed != nullptr && placed->net == net)
+        return {placed->pin, placed->netName};
     const py::object name = netName(net);
     return {newPin(ref, pin, name), name};
 }
@@ -202,19 +206,27 @@ py::object Values::step(const VelkRouteStep &step, const std::string &nextNet)
                 of(step.isUnknown));
 }
 
-py::object Values::steps(const VelkRoute &route)
+py::tuple Values::steps(const VelkRoute &route, const MadeSteps &before)
 {
     auto place = route.steps.begin();
-    return tupleOf(route.steps, [&](const VelkRouteStep &crossed) { return step(crossed, netAfter(route, place++)); });
+    return tupleOf(route.steps, [&](const VelkRouteStep &crossed) -> py::object {
+        const std::string &nextNet = netAfter(route, place);
+        const auto number = static_cast<std::size_t>(place++ - route.steps.begin());
+        if (before.route != nullptr && number < before.route->steps.size()) {
+            const auto placeBefore = before.route->steps.begin() + static_cast<std::ptrdiff_t>(number);
+            if (*placeBefore == crossed && netAfter(*before.route, placeBefore) == nextNet)
+                return before.steps[number];
+        }
+        return step(crossed, nextNet);
+    });
 }
 
-py::object Values::route(const py::object &start, const py::object &end, const VelkRoute &route)
+py::object Values::route(const py::object &start, const py::object &end, const VelkRoute &route, const py::tuple &steps)
 {
     const auto sideConnection = [this](const VelkSideConnection &connection) {
         return metPin(connection.component, known(connection.component), connection.pin, connection.net).pin;
     };
-    return make(routeType, start, end, steps(route), netName(route.lastNet),
-                tupleOf(route.sideConnections, sideConnection));
+    return make(routeType, start, end, steps, netName(route.lastNet), tupleOf(route.sideConnections, sideConnection));
 }
 
 py::object Values::routes(const VelkNodeInfo &start, const VelkNodeInfo &end, const std::vector<VelkRoute> &routes)
@@ -223,10 +235,12 @@ py::object Values::routes(const VelkNodeInfo &start, const VelkNodeInfo &end, co
     const py::object startPin = of(start);
     const py::object endPin = of(end);
     std::size_t made = 0;
+    MadeSteps before;
     return tupleOf(routes, [&](const VelkRoute &found) {
         if (++made % routesBetween == 0)
             letOthersRun();
-        return route(startPin, endPin, found);
+        before = {&found, steps(found, before)};
+        return route(startPin, endPin, found, before.steps);
     });
 }
 
@@ -238,7 +252,7 @@ py::object Values::reason(const VelkNodeInfo &start, const VelkNodeInfo &end, co
         const auto stepAgainst = [&](const VelkRouteStep &told) {
             return step(told, netAfter(way, stepOf(way, told)));
         };
-        conflict = make(valueType("PositionConflict"), route(of(start), of(end), way),
+        conflict = make(valueType("PositionConflict"), route(of(start), of(end), way, steps(way, MadeSteps())),
                         tupleOf(reason.conflict->steps, stepAgainst));
     }
     return make(valueType("NoRouteReason"), of(reason.isConnected), of(reason.shortest), of(reason.sufficientLimits),
@@ -278,7 +292,8 @@ py::object Values::plan(const std::vector<std::pair<VelkNodeInfo, VelkNodeInfo>>
     const VelkPlan &plan = step.plan;
     const auto way = [&](const VelkPlannedWay &planned) {
         const auto &[start, end] = ends[static_cast<std::size_t>(&planned - plan.ways.data())];
-        return route(of(start), of(end), {planned.steps, planned.lastNet, {}});
+        const VelkRoute wayOfConnection{planned.steps, planned.lastNet, {}};
+        return route(of(start), of(end), wayOfConnection, steps(wayOfConnection, MadeSteps()));
     };
     return make(valueType("Plan"), of(step.name), py::str(textOf(plan.result)), of(plan.positions),
                 of(plan.positionNames), components(step.toRest), components(step.toSet), tupleOf(plan.ways, way),

@@ -71,9 +71,11 @@ private:
     /// A pin as the part of its component lists it, on the first net that holds it.
     struct PlacedPin
     {
-        Velk::VelkPlacedPin record;
+        std::string number;
+        std::string name;
+        std::string net;
         py::object pin;
-        py::object net; ///< its name, or None
+        py::object netName; ///< or None
     };
 
     /// What a reference stands for.
@@ -132,8 +134,15 @@ private:
     py::object components(const std::vector<std::string> &refs);
     std::map<std::string, std::string> restNames(const std::vector<std::string> &relays) const;
     py::object step(const Velk::VelkRouteStep &step, const std::string &nextNet);
-    py::object steps(const Velk::VelkRoute &route);
-    py::object route(const py::object &start, const py::object &end, const Velk::VelkRoute &route);
+    /// The steps of a route that was made, which the next one mostly begins with. None at first.
+    struct MadeSteps
+    {
+        const Velk::VelkRoute *route = nullptr;
+        py::tuple steps = py::tuple();
+    };
+    py::tuple steps(const Velk::VelkRoute &route, const MadeSteps &before);
+    py::object route(const py::object &start, const py::object &end, const Velk::VelkRoute &route,
+                     const py::tuple &steps);
 
     Velk::VelkSystem system;
     py::module_ types; ///< velk._values

@@ -493,7 +493,7 @@ class System:
             if pin is not None:
                 raise TypeError(f"{where!r} has no pin {pin!r}, since it is one")
             return _named_end({}, where.number, where.ref)
-        if isinstance(where, Mapping):
+        if isinstance(where, (dict, Mapping)):
             if pin is None:
                 raise TypeError(f"the pin of {dict(where)!r} is missing")
             return _named_end(_properties(where), pin, "")
@@ -600,7 +600,7 @@ def _position(ref: str, position: int) -> int:
 
 
 def _mapping(mapping: Mapping[str, Given]) -> Mapping[str, Given]:
-    if not isinstance(mapping, Mapping):
+    if not isinstance(mapping, (dict, Mapping)):  # what is a dict is quickly found out
         raise TypeError(f"expected names with values, as in a dict, not {mapping!r}")
     return mapping
 
