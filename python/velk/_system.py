@@ -262,8 +262,8 @@ class System:
         without: Names = (),
         without_nets: Names = (),
     ) -> NoRouteReason:
-        """Why ``routes()``, which takes the same, finds none: what is in the way, or which limits would do. Of pins
-        that have routes it tells the shortest. Raises what ``routes()`` raises."""
+        """Why ``routes()``, which takes the same and ``max_routes``, finds none: what is in the way, or which limits
+        would do. Of pins that have routes it tells the shortest. Raises what ``routes()`` raises."""
         options = self._search_options(max_switches, max_connections, _DEFAULT, as_drawn, through)
         asked = self._keeping_out(without, without_nets)
         return asked.why_no_route(self._end(source, source_pin), self._end(dut, dut_pin), options)
