@@ -86,18 +86,20 @@ def test_other_threads_run_meanwhile(tmp_path: Path) -> None:
         "check": lambda: system.check(),
     }
     for name, question in questions.items():
-        assert moments_of_others(question) > 15, name
+        assert others_get_their_turn(question), name
 
 
-def moments_of_others(question: Callable[[], Any]) -> int:
-    """How often another thread got its turn while five such questions were asked: once each if they hold the lock."""
+def others_get_their_turn(question: Callable[[], Any]) -> bool:
+    """Whether another thread, which wants it every millisecond, gets it every five while such questions are asked. It
+    gets it once for each question that holds the lock."""
     thread = threading.Thread(target=lambda: [question() for _ in range(5)])
+    begin = time.monotonic()
     thread.start()
     moments = 0
     while thread.is_alive():
         moments += 1
         time.sleep(0.001)
-    return moments
+    return moments > (time.monotonic() - begin) / 0.005
 
 
 def answers(system: velk.System, first: int) -> List[Any]:
