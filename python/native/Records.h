@@ -15,8 +15,8 @@
 
 namespace VelkPython {
 
-/// What a record of the library is in Python: the name of a NamedTuple of velk._values, and what its fields are made
-/// of, in their order.
+/// What a record of the library is in Python: the name of a NamedTuple of velk._values and, where it is made field by
+/// field, what these are made of, in their order.
 template <typename T>
 struct Record;
 
@@ -119,6 +119,66 @@ struct Record<Velk::VelkTransient>
     static constexpr auto name = const_name("Transient");
     static constexpr auto fields = std::make_tuple(&Velk::VelkTransient::isOnTheWayToRest, &Velk::VelkTransient::pins,
                                                    &Velk::VelkTransient::gangs);
+};
+
+template <>
+struct Record<Velk::VelkComponentInfo>
+{
+    static constexpr auto name = const_name("Component");
+};
+
+template <>
+struct Record<Velk::VelkNodeInfo>
+{
+    static constexpr auto name = const_name("Pin");
+};
+
+template <>
+struct Record<Velk::VelkNetInfo>
+{
+    static constexpr auto name = const_name("Net");
+};
+
+template <>
+struct Record<Velk::VelkRouteStep>
+{
+    static constexpr auto name = const_name("Step");
+};
+
+template <>
+struct Record<Velk::VelkRoute>
+{
+    static constexpr auto name = const_name("Route");
+};
+
+template <>
+struct Record<Velk::VelkPositionConflict>
+{
+    static constexpr auto name = const_name("PositionConflict");
+};
+
+template <>
+struct Record<Velk::VelkNoRouteReason>
+{
+    static constexpr auto name = const_name("NoRouteReason");
+};
+
+template <>
+struct Record<Velk::VelkCriticalComponent>
+{
+    static constexpr auto name = const_name("CriticalComponent");
+};
+
+template <>
+struct Record<Velk::VelkCoverage>
+{
+    static constexpr auto name = const_name("Coverage");
+};
+
+template <>
+struct Record<Velk::VelkPlannedStep>
+{
+    static constexpr auto name = const_name("Plan");
 };
 }
 

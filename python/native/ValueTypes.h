@@ -12,60 +12,6 @@ struct ValueType
     static constexpr auto name = const_name("velk._values.") + Record<T>::name;
 };
 
-template <>
-struct ValueType<std::string>
-{
-    static constexpr auto name = const_name("str");
-};
-
-template <>
-struct ValueType<Velk::VelkComponentInfo>
-{
-    static constexpr auto name = const_name("velk._values.Component");
-};
-
-template <>
-struct ValueType<Velk::VelkNodeInfo>
-{
-    static constexpr auto name = const_name("velk._values.Pin");
-};
-
-template <>
-struct ValueType<Velk::VelkPlacedPin>
-{
-    static constexpr auto name = const_name("velk._values.Pin");
-};
-
-template <>
-struct ValueType<Velk::VelkNetInfo>
-{
-    static constexpr auto name = const_name("velk._values.Net");
-};
-
-template <>
-struct ValueType<Velk::VelkRoute>
-{
-    static constexpr auto name = const_name("velk._values.Route");
-};
-
-template <>
-struct ValueType<Velk::VelkNoRouteReason>
-{
-    static constexpr auto name = const_name("velk._values.NoRouteReason");
-};
-
-template <>
-struct ValueType<Velk::VelkCoverage>
-{
-    static constexpr auto name = const_name("velk._values.Coverage");
-};
-
-template <>
-struct ValueType<Velk::VelkPlannedStep>
-{
-    static constexpr auto name = const_name("velk._values.Plan");
-};
-
 template <typename T>
 struct ValueType<std::vector<T>>
 {

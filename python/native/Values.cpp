@@ -78,15 +78,10 @@ Values::Values(const VelkSystem &describedSystem)
     : system(describedSystem)
     , types(py::module_::import("velk._values"))
     , frozenDict(types.attr("FrozenDict"))
-    , pinType(types.attr("Pin"))
-    , stepType(types.attr("Step"))
-    , routeType(types.attr("Route"))
+    , pinType(typeOf<VelkNodeInfo>())
+    , stepType(typeOf<VelkRouteStep>())
+    , routeType(typeOf<VelkRoute>())
 {
-}
-
-py::object Values::valueType(const char *name) const
-{
-    return types.attr(name);
 }
 
 py::object Values::of(VelkPositionsRule rule) const
@@ -148,8 +143,8 @@ py::object Values::of(const VelkComponentInfo &component)
     const auto place = knownComponents.find(component.ref);
     if (place != knownComponents.end())
         return place->second.component;
-    const py::object value = make(valueType("Component"), of(component.ref), of(component.value), of(component.part),
-                                  of(component.properties));
+    const py::object value = make(typeOf<VelkComponentInfo>(), of(component.ref), of(component.value),
+                                  of(component.part), of(component.properties));
     return knownComponents.emplace(component.ref, KnownComponent{value}).first->second.component;
 }
 
@@ -193,7 +188,7 @@ py::object Values::pinsOf(const std::string &ref)
 py::object Values::of(const VelkNetInfo &net)
 {
     const py::object name = netName(net.name);
-    return make(valueType("Net"), name,
+    return make(typeOf<VelkNetInfo>(), name,
                 tupleOf(net.pins, [&](const VelkNodeInfo &pin) { return newPin(pin.component, pin.pin, name); }));
 }
 
@@ -252,10 +247,10 @@ py::object Values::reason(const VelkNodeInfo &start, const VelkNodeInfo &end, co
         const auto stepAgainst = [&](const VelkRouteStep &told) {
             return step(told, netAfter(way, stepOf(way, told)));
         };
-        conflict = make(valueType("PositionConflict"), route(of(start), of(end), way, steps(way, MadeSteps())),
+        conflict = make(typeOf<VelkPositionConflict>(), route(of(start), of(end), way, steps(way, MadeSteps())),
                         tupleOf(reason.conflict->steps, stepAgainst));
     }
-    return make(valueType("NoRouteReason"), of(reason.isConnected), of(reason.shortest), of(reason.sufficientLimits),
+    return make(typeOf<VelkNoRouteReason>(), of(reason.isConnected), of(reason.shortest), of(reason.sufficientLimits),
                 of(reason.fromSource), of(reason.fromDut), of(reason.between), of(reason.isConnectedInOtherDirection),
                 of(reason.isRealizable), conflict, of(reason.excludedComponents), of(reason.excludedNets),
                 of(reason.isConnectedOverOthers));
@@ -269,10 +264,10 @@ py::object Values::of(const VelkCoverage &coverage)
         return py::make_tuple(sources[pair.first], duts[pair.second]);
     };
     const auto criticalComponent = [&](const VelkCriticalComponent &critical) {
-        return make(valueType("CriticalComponent"), known(critical.component).component,
+        return make(typeOf<VelkCriticalComponent>(), known(critical.component).component,
                     tupleOf(critical.lost, lostPair));
     };
-    return make(valueType("Coverage"), sources, duts, of(coverage.switches),
+    return make(typeOf<VelkCoverage>(), sources, duts, of(coverage.switches),
                 tupleOf(coverage.critical, criticalComponent));
 }
 
@@ -295,7 +290,7 @@ py::object Values::plan(const std::vector<std::pair<VelkNodeInfo, VelkNodeInfo>>
         const VelkRoute wayOfConnection{planned.steps, planned.lastNet, {}};
         return route(of(start), of(end), wayOfConnection, steps(wayOfConnection, MadeSteps()));
     };
-    return make(valueType("Plan"), of(step.name), py::str(textOf(plan.result)), of(plan.positions),
+    return make(typeOf<VelkPlannedStep>(), of(step.name), py::str(textOf(plan.result)), of(plan.positions),
                 of(plan.positionNames), components(step.toRest), components(step.toSet), tupleOf(plan.ways, way),
                 of(plan.groups), of(plan.couplings), of(plan.alsoConnected), of(plan.unknown), of(step.transients),
                 of(plan.conflict), of(plan.bottleneck), of(restNames(step.toRest)));

@@ -54,8 +54,7 @@ public:
     template <typename T, typename = decltype(Record<T>::fields)>
     py::object of(const T &record)
     {
-        return std::apply([&](auto... fields) { return make(valueType(Record<T>::name.text), of(record.*fields)...); },
-                          Record<T>::fields);
+        return std::apply([&](auto... fields) { return make(typeOf<T>(), of(record.*fields)...); }, Record<T>::fields);
     }
 
     py::object pinsOf(const std::string &ref);
@@ -119,7 +118,12 @@ private:
         return tuple;
     }
 
-    py::object valueType(const char *name) const;
+    /// The NamedTuple that a record becomes.
+    template <typename T>
+    py::object typeOf() const
+    {
+        return types.attr(Record<T>::name.text);
+    }
     py::object newPin(const std::string &ref, const Velk::VelkPinInfo &pin, const py::object &net) const;
     const KnownComponent &known(const std::string &ref);
     /// A pin and the name of the net that it was met on.

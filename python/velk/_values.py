@@ -335,7 +335,7 @@ class Coverage(NamedTuple):
 
     def to_csv(self, path: Union[str, "os.PathLike[str]"]) -> None:
         """Write the matrix to a file, as ``velk coverage --format csv`` does: a line for each source pin, a column for
-        each DUT pin, cells that are empty where there is no route."""
+        each DUT pin, cells that are empty where there is no route. Raises OSError as ``open()`` does."""
         with open(path, "w", encoding="utf-8", newline="") as file:
             file.write(_csv_line("source", *map(_csv_pin, self.duts)))
             for source, row in zip(self.sources, self.switches):
